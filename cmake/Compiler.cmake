@@ -1,0 +1,41 @@
+# One set of compiler settings for every target of ours.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # Precompiled headers are only cached when their time stamps and macros are not held against them.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${CCACHE})
+endif()
+
+add_library(commondlg3_settings INTERFACE)
+target_compile_options(commondlg3_settings INTERFACE
+    -Wall -Wextra -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(commondlg3_settings INTERFACE -fpch-preprocess)
+endif()
+if(COMMONDLG3_SANITIZE)
+    target_compile_options(commondlg3_settings INTERFACE
+        -fsanitize=${COMMONDLG3_SANITIZE} -fno-omit-frame-pointer -g1 -O1)
+    target_link_options(commondlg3_settings INTERFACE -fsanitize=${COMMONDLG3_SANITIZE})
+    if(COMMONDLG3_SANITIZE MATCHES "undefined")
+        target_compile_options(commondlg3_settings INTERFACE -fno-sanitize-recover=undefined)
+        # The toolkit's libraries carry no type information for their classes: casts to them cannot be checked.
+        target_compile_options(commondlg3_settings INTERFACE -fno-sanitize=vptr)
+    endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # The sanitizers' instrumentation makes this compiler see overflows in third-party inline code.
+        target_compile_options(commondlg3_settings INTERFACE -Wno-maybe-uninitialized -Wno-stringop-overflow)
+    endif()
+endif()

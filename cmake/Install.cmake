@@ -1,0 +1,26 @@
+# Headers, libraries, CMake package, pkg-config file, resource archive and catalogs.
+include(CMakePackageConfigHelpers)
+
+get_property(libraries GLOBAL PROPERTY COMMONDLG3_LIBRARIES)
+get_property(header_folders GLOBAL PROPERTY COMMONDLG3_HEADER_FOLDERS)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/commondlg3)
+
+set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
+install(TARGETS ${libraries} third_party_wx EXPORT commondlg3Targets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${header_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(EXPORT commondlg3Targets NAMESPACE commondlg3:: DESTINATION ${package_dir})
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3Config.cmake.in
+    ${CMAKE_BINARY_DIR}/commondlg3Config.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/commondlg3ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/commondlg3Config.cmake ${CMAKE_BINARY_DIR}/commondlg3ConfigVersion.cmake
+    DESTINATION ${package_dir})
+
+configure_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/commondlg3.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/commondlg3.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(FILES ${COMMONDLG3_SHARE_DIR}/commondlg3.dat DESTINATION ${CMAKE_INSTALL_DATADIR}/commondlg3)
+foreach(language ${COMMONDLG3_LANGUAGES})
+    install(FILES ${COMMONDLG3_LOCALE_DIR}/${language}/LC_MESSAGES/commondlg.mo
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/locale/${language}/LC_MESSAGES)
+endforeach()

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "commondlg3/dialog_base.h"
+#include "commondlg3/message_window.h"
+#include "commondlg3/pref_base.h"
+
+#include <wx_helpers1/static_picture_ctrl.h>
+
+#include <wx/checkbox.h>
+#include <wx/scrolwin.h>
+
+#include <string>
+#include <vector>
+
+namespace commondlg3 {
+
+/// Breaks a text into lines of at most `max_len` bytes, at spaces; a line feed always ends a line. A line without a
+/// space that reaches the limit gives an empty line and loses its first byte: never pass a limit that is not longer
+/// than the longest word. Linear in the length of the text. Any thread.
+COMMONDLG3_EXPORT std::vector<std::string> create_multi_line(std::size_t max_len, const std::string& text);
+
+/// The lines joined by "\n".
+COMMONDLG3_EXPORT std::string content_for_label(const std::vector<std::string>& lines);
+
+/// What a message window shows: icon, texts, check box, buttons. It ends by its end signal, with wxID_OK for the
+/// first button and wxID_CANCEL for the second. Use it alone only to embed a message in a window of your own.
+///
+/// The texts scroll when they are taller than the screen has room for, and can be selected. GUI thread.
+class COMMONDLG3_EXPORT error_warning_panel_t : public pref_base_t
+{
+public:
+    explicit error_warning_panel_t(const message_window_t& window);
+
+    void on_init_dialog() override;
+    void on_ok() override;
+    void on_cancel() override;
+    void on_update_ui_settings() override;
+
+    /// The widest line of the headline or of the explanation, in pixels; -1 breaks at every space. Smaller values are
+    /// ignored.
+    void set_max_main_msg_width(int width);
+    void set_max_supp_msg_width(int width);
+    /// Shows an animation in place of the still icon.
+    void set_animation(const wx_helpers1::wxAnimation& animation);
+    /// Hands the check box's state to its definition and, with `commit`, has it saved.
+    void save_check_box_state(bool commit) const;
+    message_window_t get_window_data() const { return m_window; }
+
+    /// Title, texts and details as text, for the clipboard.
+    std::string get_text_for_clipboard(const std::string& title) const;
+    /// Copies what is selected, or everything when nothing is.
+    void copy(const std::string& title) const;
+    /// Scrolls the texts for Page Up, Page Down, Home and End; false for any other key or when nothing scrolls.
+    bool scroll_by_key(int key_code);
+
+private:
+    void load_images();
+    void fill_controls();
+    void fill_buttons();
+    void fill_check_box();
+    void fill_text_controls();
+    void fill_static_text(wxStaticText* label, bool main, const std::string& text, const wxFont& font);
+    int max_string_len_in_label(bool main) const;
+    int max_width(bool main) const { return main ? m_max_main_width : m_max_supp_width; }
+    int most_width(bool main, int natural) const;
+    void fit_texts();
+    std::vector<wxStaticText*> labels() const;
+
+    message_window_t m_window;
+    wxStaticText* m_main = nullptr;
+    wxStaticText* m_supplemental = nullptr;
+    wxStaticText* m_details = nullptr;
+    wxScrolledWindow* m_text_area = nullptr;
+    wx_helpers1::static_picture_ctrl_t* m_icon = nullptr;
+    wxCheckBox* m_check_box = nullptr;
+    int m_max_main_width;
+    int m_max_supp_width;
+};
+
+/// The modal window around an error_warning_panel_t; made by show_modal(const message_window_t&, wxWindow*).
+class COMMONDLG3_EXPORT error_warning_dialog_t : public dialog_base_t
+{
+public:
+    explicit error_warning_dialog_t(const message_window_t& window);
+
+    /// Null until the dialog is loaded.
+    error_warning_panel_t* get_panel() const { return m_panel; }
+
+    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file, const std::string& catalog_name,
+                                const std::string& object_name) override;
+    void on_init_dialog() override;
+    void on_cancel() override;
+    void on_update_ui_settings() override;
+
+private:
+    void on_end_panel(generic_base_t<wxPanel>* panel, int code);
+    void on_key(wxKeyEvent& event);
+    void fit();
+
+    message_window_t m_window;
+    error_warning_panel_t* m_panel = nullptr;
+};
+
+} // namespace commondlg3

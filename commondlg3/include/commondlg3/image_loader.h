@@ -1,0 +1,85 @@
+#pragma once
+
+#include "commondlg3/export.h"
+
+#include <wx_helpers1/image_loader.h>
+#include <wx_helpers1/picture.h>
+
+#include <map>
+
+namespace commondlg3 {
+
+/// The single source of the library's pictures, each read once a process.
+///
+///     icon->set_picture(image_loader_t::get().load_image(image_loader_t::image_type_t::error24));
+///
+/// GUI thread. A picture that the resource lacks is an empty one.
+class COMMONDLG3_EXPORT image_loader_t
+{
+public:
+    /// Named as the objects of the image resource; the values count from 0.
+    enum class image_type_t
+    {
+        advanced_close,
+        advanced_close_hovered,
+        advanced_close_pressed,
+        advanced_close_disabled,
+        advanced_open,
+        advanced_open_hovered,
+        advanced_open_pressed,
+        advanced_open_disabled,
+        up,
+        down,
+        cross,
+        error12,
+        warning12,
+        info12,
+        empty12,
+        severity_critical,
+        severity_error,
+        severity_warn,
+        severity_info,
+        error24,
+        warning24,
+        checkmark24,
+        info24,
+        scroll_left_normal,
+        scroll_left_hover,
+        scroll_left_pressed,
+        scroll_left_disabled,
+        scroll_right_normal,
+        scroll_right_hover,
+        scroll_right_pressed,
+        scroll_right_disabled,
+        advanced_cb_close,
+        advanced_cb_close_hovered,
+        advanced_cb_close_pressed,
+        advanced_cb_close_disabled,
+        advanced_cb_open,
+        advanced_cb_open_hovered,
+        advanced_cb_open_pressed,
+        advanced_cb_open_disabled
+    };
+
+    enum class animation_type_t
+    {
+        progress
+    };
+
+    static image_loader_t& get();
+
+    wx_helpers1::wxStaticPicture load_image(image_type_t type);
+    wx_helpers1::wxAnimation load_animation(animation_type_t type);
+
+private:
+    image_loader_t();
+    void create_image_names_map();
+    void create_animation_names_map();
+
+    wx_helpers1::image_loader_t m_loader;
+    std::map<image_type_t, const char*> m_image_names;
+    std::map<animation_type_t, const char*> m_animation_names;
+    std::map<image_type_t, wx_helpers1::wxStaticPicture> m_images;
+};
+
+} // namespace commondlg3

@@ -1,0 +1,114 @@
+#include "commondlg3/error_warning_dialog.h"
+#include "commondlg3/resources.h"
+#include "commondlg3/text_utils.h"
+
+#include <cpil/catalog.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/resource_loader.h>
+
+#include <wx/button.h>
+#include <wx/sizer.h>
+
+namespace commondlg3 {
+namespace {
+
+using CPIL_2_18::i18n::catalog_key;
+
+const char* title_key(message_window_t::icon_types_t type)
+{
+    switch (type) {
+    case message_window_t::icon_types_t::warning:
+        return catalog_key("message_window.title.warning");
+    case message_window_t::icon_types_t::success:
+        return catalog_key("message_window.title.success");
+    case message_window_t::icon_types_t::information:
+        return catalog_key("message_window.title.information");
+    case message_window_t::icon_types_t::progress:
+        return catalog_key("message_window.title.progress");
+    default:
+        return catalog_key("message_window.title.error");
+    }
+}
+
+} // namespace
+
+error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window) : m_window(window)
+{
+    set_resource_object("dlg.error_warning_dialog");
+    Bind(wxEVT_CHAR_HOOK, &error_warning_dialog_t::on_key, this);
+}
+
+bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                                                    const std::string& catalog_name, const std::string& object_name)
+{
+    using wx_helpers1::resource_loader_t;
+    auto* panel = new error_warning_panel_t(m_window);
+    // A frame without its panel would be a window that says nothing: it counts as not loaded.
+    if (resource_loader_t(resource_file, catalog_name).examine(panel->get_resource_object()) !=
+            resource_loader_t::state_t::ok ||
+        !dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name)) {
+        delete panel;
+        return false;
+    }
+    m_panel = panel;
+    return true;
+}
+
+void error_warning_dialog_t::on_init_dialog()
+{
+    set_title(translate_message(title_key(m_window.icon_type)));
+    if (!m_panel)
+        return;
+    m_panel->get_end_signal().connect(this, [this](generic_base_t<wxPanel>* panel, int code) {
+        on_end_panel(panel, code);
+    });
+    m_panel->create(this);
+    if (GetSizer())
+        GetSizer()->Add(m_panel, 1, wxEXPAND);
+    wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
+    fit();
+    CentreOnParent();
+}
+
+void error_warning_dialog_t::fit()
+{
+    if (!GetSizer())
+        return;
+    GetSizer()->SetSizeHints(this);
+    GetSizer()->Fit(this);
+}
+
+void error_warning_dialog_t::on_update_ui_settings()
+{
+    // The panel hears of the change by itself, once its texts are there to be measured anew.
+    if (m_panel && m_panel->is_initialized()) {
+        m_panel->on_update_ui_settings();
+        fit();
+    }
+}
+
+void error_warning_dialog_t::on_cancel()
+{
+    if (m_panel)
+        m_panel->on_cancel();
+}
+
+void error_warning_dialog_t::on_end_panel(generic_base_t<wxPanel>*, int code)
+{
+    end_dialog(code);
+}
+
+void error_warning_dialog_t::on_key(wxKeyEvent& event)
+{
+    const int key = event.GetKeyCode();
+    const bool copies = event.GetModifiers() == wxMOD_CONTROL && (key == 'C' || key == WXK_INSERT);
+    const bool plain = event.GetModifiers() == wxMOD_NONE;
+    if (copies && m_panel)
+        m_panel->copy(get_title());
+    else if (plain && key == WXK_ESCAPE && m_window.button_type == message_window_t::button_type_t::none)
+        Close(); // there is no button that the toolkit could press
+    else if (!plain || !m_panel || !m_panel->scroll_by_key(key))
+        event.Skip();
+}
+
+} // namespace commondlg3

@@ -1,0 +1,343 @@
+#include "commondlg3/error_warning_dialog.h"
+#include "commondlg3/resources.h"
+#include "commondlg3/text_utils.h"
+
+#include <cpil/catalog.h>
+#include <gen_helpers2/assertion.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/clipboard.h>
+#include <wx_helpers1/label.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <boost/tokenizer.hpp>
+
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/display.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
+
+#include <algorithm>
+
+namespace commondlg3 {
+namespace {
+
+using CPIL_2_18::i18n::catalog_key;
+using button_type_t = message_window_t::button_type_t;
+
+// Some sixty characters: a line that the eye finds its way back from.
+constexpr int default_text_width = 460;
+constexpr int least_text_width = 260;
+// What a window needs beside its texts: its frame, the buttons, the check box, and a rim of the screen.
+constexpr int height_beside_texts = 220;
+constexpr int width_beside_texts = 160;
+
+struct button_labels_t
+{
+    const char* first; // null: hidden
+    const char* second;
+};
+
+button_labels_t labels_of(button_type_t type)
+{
+    switch (type) {
+    case button_type_t::yes_no:
+        return {catalog_key("btn.yes"), catalog_key("btn.no")};
+    case button_type_t::ok_cancel:
+        return {catalog_key("btn.ok"), catalog_key("btn.cancel")};
+    case button_type_t::retry_cancel:
+        return {catalog_key("btn.retry"), catalog_key("btn.cancel")};
+    case button_type_t::none:
+        return {nullptr, nullptr};
+    default:
+        return {nullptr, catalog_key("btn.close")};
+    }
+}
+
+void show_button(wxButton* button, const char* label_key)
+{
+    if (!button)
+        return;
+    button->Show(label_key != nullptr);
+    if (label_key)
+        button->SetLabel(wx_helpers1::to_label(translate_message(label_key)));
+}
+
+std::size_t longest_word(const std::string& text)
+{
+    static const boost::char_separator<char> separators(" \n\t");
+    std::size_t longest = 0;
+    for (const auto& word : boost::tokenizer<boost::char_separator<char>>(text, separators))
+        longest = std::max(longest, word.size());
+    return longest;
+}
+
+std::string severity_name(message_window_t::icon_types_t type)
+{
+    switch (type) {
+    case message_window_t::icon_types_t::warning:
+        return translate_message("severity.warning");
+    case message_window_t::icon_types_t::success:
+        return translate_message("severity.success");
+    case message_window_t::icon_types_t::information:
+        return translate_message("severity.information");
+    case message_window_t::icon_types_t::progress:
+        return translate_message("severity.progress");
+    default:
+        return translate_message("severity.error");
+    }
+}
+
+} // namespace
+
+error_warning_panel_t::error_warning_panel_t(const message_window_t& window)
+    : m_window(window), m_max_main_width(default_text_width), m_max_supp_width(default_text_width)
+{
+    set_resource_object("panel.error_warning");
+}
+
+void error_warning_panel_t::on_init_dialog()
+{
+    m_main = from_xrc<wxStaticText>(this, "m_main_instructions");
+    m_supplemental = from_xrc<wxStaticText>(this, "m_supplemental_instructions");
+    m_details = from_xrc<wxStaticText>(this, "m_details");
+    m_text_area = from_xrc<wxScrolledWindow>(this, "m_text_area");
+    m_icon = from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_icon");
+    m_check_box = from_xrc<wxCheckBox>(this, "m_checkBox5");
+    for (wxStaticText* label : labels())
+        wx_helpers1::set_selectable(label, true);
+    load_images();
+    fill_controls();
+}
+
+std::vector<wxStaticText*> error_warning_panel_t::labels() const
+{
+    std::vector<wxStaticText*> all;
+    for (wxStaticText* label : {m_main, m_supplemental, m_details})
+        if (label)
+            all.push_back(label);
+    return all;
+}
+
+void error_warning_panel_t::load_images()
+{
+    if (!m_icon)
+        return;
+    m_icon->set_picture(m_window.picture.is_empty() ? message_window_t::get_icon_by_type(m_window.icon_type)
+                                                    : m_window.picture);
+    m_icon->set_description(severity_name(m_window.icon_type));
+}
+
+void error_warning_panel_t::set_animation(const wx_helpers1::wxAnimation& animation)
+{
+    if (m_icon)
+        m_icon->set_picture(animation);
+}
+
+void error_warning_panel_t::fill_controls()
+{
+    fill_text_controls();
+    fill_buttons();
+    fill_check_box();
+    Layout();
+    if (GetSizer())
+        GetSizer()->Fit(this);
+}
+
+void error_warning_panel_t::fill_buttons()
+{
+    const button_labels_t labels = labels_of(m_window.button_type);
+    show_button(m_btn_ok, labels.first);
+    show_button(m_btn_cancel, labels.second);
+    wxButton* first_shown = labels.first ? m_btn_ok : labels.second ? m_btn_cancel : nullptr;
+    if (first_shown) {
+        first_shown->SetDefault();
+        first_shown->SetFocus();
+    }
+}
+
+void error_warning_panel_t::fill_check_box()
+{
+    if (!m_check_box)
+        return;
+    m_check_box->Show(m_window.check_box != nullptr);
+    if (m_window.check_box) {
+        m_check_box->SetLabel(wx_helpers1::to_plain_label(m_window.check_box->get_label()));
+        m_check_box->SetValue(m_window.check_box->is_checked());
+    }
+}
+
+void error_warning_panel_t::fill_text_controls()
+{
+    const auto* settings = wx_helpers1::ui_settings_t::get();
+    const wxFont text_font = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
+    const wxFont main_font = settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold();
+    fill_static_text(m_main, true, m_window.main_message, main_font);
+    fill_static_text(m_supplemental, false, m_window.supplemental_message, text_font);
+    fill_static_text(m_details, false, m_window.details_message, text_font);
+    if (m_main)
+        m_main->Show(!m_window.main_message.empty());
+    if (m_supplemental)
+        m_supplemental->Show(!m_window.supplemental_message.empty());
+    if (m_details) {
+        m_details->Show(!m_window.details_message.empty());
+        if (settings)
+            m_details->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::secondary_text));
+    }
+    fit_texts();
+}
+
+void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text,
+                                             const wxFont& font)
+{
+    if (text.empty() || !label)
+        return;
+    const auto max_len = static_cast<std::size_t>(std::max(0, max_string_len_in_label(main)));
+    const auto lines = create_multi_line(std::max(max_len, longest_word(text)), text);
+    label->SetFont(font);
+    wx_helpers1::set_label_text(label, content_for_label(lines));
+}
+
+int error_warning_panel_t::max_string_len_in_label(bool main) const
+{
+    wxClientDC dc(const_cast<error_warning_panel_t*>(this));
+    const auto* settings = wx_helpers1::ui_settings_t::get();
+    if (settings)
+        dc.SetFont(settings->get_font(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text));
+    return max_width(main) / std::max(1, static_cast<int>(dc.GetCharWidth()));
+}
+
+// The limit counts characters of average width: a line of wide ones may be somewhat wider without being broken again.
+int error_warning_panel_t::most_width(bool main, int natural) const
+{
+    const int limit = max_width(main);
+    return limit < 0 || natural <= limit + limit / 4 ? natural : limit;
+}
+
+// The labels get the width that their lines need, within the limits; the toolkit breaks what is wider than that inside
+// its words. What is higher than the screen has room for scrolls.
+void error_warning_panel_t::fit_texts()
+{
+    if (!m_text_area)
+        return;
+    const int display_index = wxDisplay::GetFromWindow(this);
+    const wxSize screen =
+        wxDisplay(display_index == wxNOT_FOUND ? 0u : static_cast<unsigned>(display_index)).GetClientArea().GetSize();
+    const int widest = std::max(least_text_width, screen.x - width_beside_texts);
+    int width = std::min(least_text_width, widest);
+    std::vector<int> naturals;
+    for (wxStaticText* label : labels()) {
+        const int natural = label->IsShown() ? wx_helpers1::natural_width(label) : 0;
+        naturals.push_back(natural);
+        width = std::max(width, std::min({natural, most_width(label == m_main, natural), widest}));
+    }
+    std::size_t index = 0;
+    for (wxStaticText* label : labels()) {
+        wx_helpers1::set_wrap_width(label, naturals[index++] > width ? width : 0);
+        label->SetMinSize(wxSize(width, wx_helpers1::height_for_width(label, width)));
+    }
+    const wxSize needed = m_text_area->GetSizer()->CalcMin();
+    const int room = std::max(100, screen.y - height_beside_texts);
+    const bool scrolls = needed.y > room;
+    const int bar = scrolls ? wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_text_area) : 0;
+    m_text_area->SetScrollRate(0, std::max(1, m_text_area->GetCharHeight()));
+    m_text_area->ShowScrollbars(wxSHOW_SB_NEVER, scrolls ? wxSHOW_SB_ALWAYS : wxSHOW_SB_NEVER);
+    m_text_area->SetMinSize(wxSize(width + bar, std::min(needed.y, room)));
+    m_text_area->SetVirtualSize(width, needed.y);
+    m_text_area->Layout();
+}
+
+void error_warning_panel_t::set_max_main_msg_width(int width)
+{
+    if (width < -1)
+        return;
+    m_max_main_width = width;
+    fill_text_controls();
+}
+
+void error_warning_panel_t::set_max_supp_msg_width(int width)
+{
+    if (width < -1)
+        return;
+    m_max_supp_width = width;
+    fill_text_controls();
+}
+
+void error_warning_panel_t::on_update_ui_settings()
+{
+    pref_base_t::on_update_ui_settings();
+    if (m_main)
+        fill_text_controls();
+}
+
+void error_warning_panel_t::save_check_box_state(bool commit) const
+{
+    if (!m_window.check_box || !m_check_box)
+        return;
+    m_window.check_box->set_checked(m_check_box->GetValue());
+    if (commit)
+        m_window.check_box->commit();
+}
+
+void error_warning_panel_t::on_ok()
+{
+    save_check_box_state(true);
+}
+
+void error_warning_panel_t::on_cancel()
+{
+    // With a single Close button, closing is the acknowledgement; otherwise cancelling discards the state.
+    if (m_window.button_type == button_type_t::close)
+        save_check_box_state(true);
+}
+
+std::string error_warning_panel_t::get_text_for_clipboard(const std::string& title) const
+{
+    std::string text;
+    for (const std::string& part :
+         {title, m_window.main_message, m_window.supplemental_message, m_window.details_message})
+        if (!part.empty())
+            text += (text.empty() ? "" : "\n\n") + part;
+    return text;
+}
+
+void error_warning_panel_t::copy(const std::string& title) const
+{
+    for (wxStaticText* label : labels()) {
+        const std::string selected = wx_helpers1::get_selected_text(label);
+        if (!selected.empty()) {
+            wx_helpers1::copy_to_clipboard(selected);
+            return;
+        }
+    }
+    wx_helpers1::copy_to_clipboard(get_text_for_clipboard(title));
+}
+
+bool error_warning_panel_t::scroll_by_key(int key_code)
+{
+    if (!m_text_area || m_text_area->GetVirtualSize().y <= m_text_area->GetClientSize().y)
+        return false;
+    int unit = 1;
+    m_text_area->GetScrollPixelsPerUnit(nullptr, &unit);
+    const int page = std::max(1, m_text_area->GetClientSize().y / std::max(1, unit) - 1);
+    const int at = m_text_area->GetViewStart().y;
+    switch (key_code) {
+    case WXK_PAGEUP:
+        m_text_area->Scroll(-1, std::max(0, at - page));
+        return true;
+    case WXK_PAGEDOWN:
+        m_text_area->Scroll(-1, at + page);
+        return true;
+    case WXK_HOME:
+        m_text_area->Scroll(-1, 0);
+        return true;
+    case WXK_END:
+        m_text_area->Scroll(-1, m_text_area->GetVirtualSize().y);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace commondlg3

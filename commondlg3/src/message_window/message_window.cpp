@@ -1,0 +1,132 @@
+#include "commondlg3/message_window.h"
+
+#include "commondlg3/error_warning_dialog.h"
+#include "commondlg3/image_loader.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_arguments.h>
+#include <cpil/catalog.h>
+#include <gen_helpers2/assertion.h>
+#include <wx_helpers1/main_window.h>
+
+#include <iterator>
+
+namespace commondlg3 {
+namespace {
+
+constexpr char unit[] = "message_window";
+
+using CPIL_2_18::generic::varg_list;
+
+// A button type that shows Close alone never ends with its first button, so type 0 has no row here.
+constexpr int results_of_first_button[] = {message_window_t::result_yes, message_window_t::result_none,
+                                           message_window_t::result_ok, message_window_t::result_none,
+                                           message_window_t::result_retry};
+constexpr int results_of_second_button[] = {message_window_t::result_close,  message_window_t::result_no,
+                                            message_window_t::result_none,   message_window_t::result_cancel,
+                                            message_window_t::result_none,   message_window_t::result_cancel};
+
+int result_of(int id, message_window_t::button_type_t button_type)
+{
+    const int type = static_cast<int>(button_type);
+    if (id == wxID_OK && type >= 1 && type <= static_cast<int>(std::size(results_of_first_button)))
+        return results_of_first_button[type - 1];
+    if (id == wxID_CANCEL && type >= 0 && type < static_cast<int>(std::size(results_of_second_button)))
+        return results_of_second_button[type];
+    return message_window_t::result_none;
+}
+
+} // namespace
+
+std::string message_window_t::get_message(const std::string& catalog_name, const std::string& key,
+                                          const varg_list& args)
+{
+    const auto catalog = cfgmgr2::getMessageCatalog(catalog_name);
+    if (!catalog)
+        return "Message catalog '" + catalog_name + "' is not loaded. Message: " + key;
+    if (!catalog->has_message(key))
+        return "Message is not found: '" + key + "'";
+    return catalog->message(key).as_ustring(args.empty() ? cfgmgr2::product_arguments() : args);
+}
+
+void message_window_t::set_main_message(const std::string& catalog, const std::string& key, const varg_list& args)
+{
+    main_message = get_message(catalog, key, args);
+}
+
+void message_window_t::set_supplemental_message(const std::string& catalog, const std::string& key,
+                                                const varg_list& args)
+{
+    supplemental_message = get_message(catalog, key, args);
+}
+
+void message_window_t::set_details_message(const std::string& catalog, const std::string& key, const varg_list& args)
+{
+    details_message = get_message(catalog, key, args);
+}
+
+message_window_t message_window_t::simple_error_wnd(const std::string& catalog, const std::string& main_key,
+                                                    const std::string& supplemental_key, const varg_list& main_args,
+                                                    const varg_list& supplemental_args)
+{
+    message_window_t window;
+    window.set_main_message(catalog, main_key, main_args);
+    window.set_supplemental_message(catalog, supplemental_key, supplemental_args);
+    return window;
+}
+
+message_window_t message_window_t::simple_warning_wnd(const std::string& catalog, const std::string& main_key,
+                                                      const std::string& supplemental_key, button_type_t button_type,
+                                                      const varg_list& main_args, const varg_list& supplemental_args)
+{
+    message_window_t window = simple_error_wnd(catalog, main_key, supplemental_key, main_args, supplemental_args);
+    window.button_type = button_type;
+    window.icon_type = icon_types_t::warning;
+    return window;
+}
+
+message_window_t message_window_t::warning_wnd_with_check(const std::string& catalog, const std::string& main_key,
+                                                          const std::string& supplemental_key,
+                                                          button_type_t button_type,
+                                                          gen_helpers2::sptr_t<i_check_box_definition> check_box,
+                                                          const varg_list& main_args,
+                                                          const varg_list& supplemental_args)
+{
+    message_window_t window =
+        simple_warning_wnd(catalog, main_key, supplemental_key, button_type, main_args, supplemental_args);
+    window.check_box = std::move(check_box);
+    return window;
+}
+
+wx_helpers1::picture_t message_window_t::get_icon_by_type(icon_types_t type)
+{
+    using image = image_loader_t::image_type_t;
+    image_loader_t& loader = image_loader_t::get();
+    switch (type) {
+    case icon_types_t::error:
+        return loader.load_image(image::error24);
+    case icon_types_t::warning:
+        return loader.load_image(image::warning24);
+    case icon_types_t::success:
+        return loader.load_image(image::checkmark24);
+    case icon_types_t::information:
+        return loader.load_image(image::info24);
+    case icon_types_t::progress:
+        return loader.load_animation(image_loader_t::animation_type_t::progress);
+    }
+    GH2_ASSERT_TEXT(false, "unsupported picture type", unit);
+    return {};
+}
+
+int show_modal(const message_window_t& window, wxWindow* parent)
+{
+    if (window.check_box && window.check_box->is_checked())
+        return message_window_t::result_none;
+    if (!parent)
+        parent = wx_helpers1::get_main_window();
+    error_warning_dialog_t dialog(window);
+    const int id = dialog.show_modal(parent);
+    return result_of(id, window.button_type);
+}
+
+} // namespace commondlg3

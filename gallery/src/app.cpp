@@ -1,0 +1,142 @@
+#include "entries.h"
+#include "json_report.h"
+#include "main_window.h"
+#include "missing_resource.h"
+#include "options.h"
+#include "picture_taker.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/log.h>
+#include <gen_helpers2/stdpaths.h>
+#include <wx_helpers1/layout_direction.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/tasks.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/app.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace gallery {
+namespace {
+
+constexpr int exit_bad_usage = 2;
+constexpr int exit_no_picture = 3;
+
+// The command line is read before the toolkit starts: the language must be known to it.
+options_t options;
+
+void set_product()
+{
+    const cfgmgr2::IProductLocations* found = cfgmgr2::IProductLocations::get();
+    auto product = std::make_shared<cfgmgr2::product_locations_t>();
+    product->resource_directory = found->get_resource_directory();
+    product->locale_directory = found->get_locale_directory();
+    product->product_name = "Vorbex Performance Studio";
+    product->product_short_name = "Vorbex";
+    product->config_directory = options.config_dir.empty()
+                                    ? gen_helpers2::stdpaths::get_user_config_dir() / "vorbex"
+                                    : gen_helpers2::path_t(options.config_dir);
+    cfgmgr2::IProductLocations::set(product);
+}
+
+class app_t : public wxApp
+{
+public:
+    bool OnInit() override
+    {
+        set_product();
+        if (!options.language.empty())
+            cfgmgr2::set_language(options.language);
+        wx_helpers1::set_right_to_left(cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()));
+        wx_helpers1::tasks::Scheduler::Initialize();
+        wx_helpers1::ui_settings_t::initialize();
+        if (!options.theme.empty())
+            wx_helpers1::ui_settings_t::get()->set_theme(options.theme == "dark" ? wx_helpers1::theme_t::dark
+                                                                                 : wx_helpers1::theme_t::light);
+        wxImage::AddHandler(new wxPNGHandler);
+        SetExitOnFrameDelete(options.show.empty());
+        CallAfter([this] { start(); });
+        return true;
+    }
+
+    // A dialog about a mistake in the program would ask the user what to do about it.
+    void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
+                         const wxChar* message) override
+    {
+        const wxString where = wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
+        gen_helpers2::log_error("toolkit", where.utf8_string());
+    }
+
+    // The options are ours, not the toolkit's.
+    bool OnCmdLineParsed(wxCmdLineParser&) override { return true; }
+    void OnInitCmdLine(wxCmdLineParser&) override {}
+
+    int OnRun() override
+    {
+        const int code = wxApp::OnRun();
+        return code != 0 ? code : m_exit_code;
+    }
+
+    int OnExit() override
+    {
+        wx_helpers1::tasks::Scheduler::Shutdown();
+        wx_helpers1::ui_settings_t::shutdown();
+        return wxApp::OnExit();
+    }
+
+private:
+    void start()
+    {
+        if (!options.show.empty()) {
+            if (!open_object(options.show, options.data)) {
+                report_error(options.show, "no such object");
+                m_exit_code = exit_bad_usage;
+            }
+            ExitMainLoop();
+            return;
+        }
+        if (!check_resource(resource_file(), "panel.gallery", nullptr)) {
+            m_exit_code = exit_bad_usage;
+            ExitMainLoop();
+            return;
+        }
+        auto* window = new main_window_t;
+        SetTopWindow(window);
+        wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) {
+            report_opened("gallery");
+            if (!options.screenshots_dir.empty())
+                take_pictures(options.screenshots_dir, [this](int failed) {
+                    m_exit_code = failed ? exit_no_picture : 0;
+                    GetTopWindow()->Close();
+                });
+        });
+        window->Show();
+    }
+
+    int m_exit_code = 0;
+};
+
+} // namespace
+} // namespace gallery
+
+wxIMPLEMENT_APP_NO_MAIN(gallery::app_t);
+
+int main(int argc, char** argv)
+{
+    const gen_helpers2::log_lifetime_t log;
+    std::string error;
+    gallery::options = gallery::parse_options(argc, argv, error);
+    if (!error.empty() || gallery::options.help) {
+        std::fprintf(error.empty() ? stdout : stderr, "%s%s%s", error.c_str(), error.empty() ? "" : "\n",
+                     gallery::usage);
+        return error.empty() ? 0 : gallery::exit_bad_usage;
+    }
+    // The toolkit's own texts (menus of its text fields) follow the same language.
+    if (!gallery::options.language.empty())
+        setenv("LANGUAGE", gallery::options.language.c_str(), 1);
+    return wxEntry(argc, argv);
+}

@@ -1,0 +1,71 @@
+#include "entries.h"
+
+#include "example_dialog.h"
+#include "example_page.h"
+#include "message_entries.h"
+
+#include <cpil/catalog.h>
+
+namespace gallery {
+namespace {
+
+using nlohmann::json;
+using CPIL_2_18::i18n::catalog_key;
+
+entry_t message(const std::string& id, json data)
+{
+    return {id, catalog_key("gallery.category.messages"), message_object,
+            [data = std::move(data)](wxWindow* parent) { return open_message(data, parent); }};
+}
+
+json with_texts_of(message_sample_t sample, json extra = json::object())
+{
+    json data = sample_data(sample);
+    data.update(extra);
+    return data;
+}
+
+} // namespace
+
+const std::vector<entry_t>& entries()
+{
+    using sample = message_sample_t;
+    static const std::vector<entry_t> all = {
+        message("message_error", with_texts_of(sample::error)),
+        message("message_warning", with_texts_of(sample::warning)),
+        message("message_success", with_texts_of(sample::success)),
+        message("message_information", with_texts_of(sample::information)),
+        message("message_progress", with_texts_of(sample::progress)),
+        message("message_yes_no", with_texts_of(sample::warning, {{"button_type", 1}})),
+        message("message_ok_cancel", with_texts_of(sample::warning, {{"button_type", 3}})),
+        message("message_retry_cancel", with_texts_of(sample::error, {{"button_type", 5}})),
+        message("message_no_buttons", with_texts_of(sample::information, {{"button_type", 6}})),
+        message("message_check_box", with_check_box(sample_data(sample::warning))),
+        message("message_long", with_long_text(sample_data(sample::error))),
+        message("message_long_word", with_long_word(sample_data(sample::error))),
+        {"message_box", catalog_key("gallery.category.messages"), "show_msg_box",
+         [](wxWindow* parent) { return open_message_box(sample_data(sample::warning), parent); }},
+        {"dialog_example", catalog_key("gallery.category.dialogs"), example_dialog_t::object_name,
+         [](wxWindow* parent) { return open_example_dialog(json(), parent); }},
+        {"page_example", catalog_key("gallery.category.pages"), example_page_t::object_name,
+         [](wxWindow* parent) { return open_example_page(json(), parent); }},
+    };
+    return all;
+}
+
+bool open_object(const std::string& object, const nlohmann::json& data)
+{
+    if (object == message_object)
+        open_message(data.is_null() ? sample_data(message_sample_t::error) : data, nullptr);
+    else if (object == "show_msg_box")
+        open_message_box(data.is_null() ? sample_data(message_sample_t::warning) : data, nullptr);
+    else if (object == example_dialog_t::object_name)
+        open_example_dialog(data, nullptr);
+    else if (object == example_page_t::object_name)
+        open_example_page(data, nullptr);
+    else
+        return false;
+    return true;
+}
+
+} // namespace gallery

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class wxWindow;
+
+namespace gallery {
+
+/// One window or page that the gallery can open.
+struct entry_t
+{
+    std::string id;       ///< names the entry's texts in the catalog, and its picture
+    std::string category; ///< catalog key
+    std::string object;   ///< resource object, or class where there is none
+    /// Opens it over the parent (null: over nothing) and returns when it has ended.
+    std::function<int(wxWindow* parent)> open;
+};
+
+const std::vector<entry_t>& entries();
+
+/// Opens the object of `--show` with its data (null: a sample). False when there is no such object.
+bool open_object(const std::string& object, const nlohmann::json& data);
+
+} // namespace gallery

@@ -1,0 +1,186 @@
+#include "main_window.h"
+
+#include "missing_resource.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <commondlg3/resources.h>
+#include <commondlg3/text_utils.h>
+#include <wx_helpers1/label.h>
+#include <wx_helpers1/layout_direction.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/button.h>
+#include <wx/listbox.h>
+#include <wx/menu.h>
+#include <wx/sizer.h>
+#include <wx/srchctrl.h>
+#include <wx/stattext.h>
+
+namespace gallery {
+namespace {
+
+using wx_helpers1::to_label;
+using wx_helpers1::ui_settings_t;
+
+const char* const languages[] = {"en", "de", "ja", "ar"};
+
+std::string entry_text(const entry_t& entry, const char* what)
+{
+    return text("gallery.entry." + entry.id + "." + what);
+}
+
+} // namespace
+
+main_panel_t::main_panel_t()
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+    set_resource_object("panel.gallery");
+}
+
+void main_panel_t::on_init_dialog()
+{
+    auto* search = commondlg3::from_xrc<wxSearchCtrl>(this, "m_search");
+    m_search = search;
+    m_list = commondlg3::from_xrc<wxListBox>(this, "m_list");
+    m_category = commondlg3::from_xrc<wxStaticText>(this, "m_category");
+    m_name = commondlg3::from_xrc<wxStaticText>(this, "m_name");
+    m_description = commondlg3::from_xrc<wxStaticText>(this, "m_description");
+    m_status = commondlg3::from_xrc<wxStaticText>(this, "m_status");
+    m_open = commondlg3::from_xrc<wxButton>(this, "m_btn_open");
+    if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open)
+        return;
+    search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
+    m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });
+    m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
+    m_open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });
+    fill_list();
+    m_list->SetFocus();
+}
+
+void main_panel_t::on_update_ui_settings()
+{
+    pref_base_t::on_update_ui_settings();
+    const ui_settings_t* settings = ui_settings_t::get();
+    auto* category = commondlg3::from_xrc<wxStaticText>(this, "m_category");
+    if (category && settings)
+        category->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::secondary_text));
+}
+
+void main_panel_t::fill_list()
+{
+    const wxString wanted = m_search->GetValue().Lower();
+    m_found.clear();
+    m_list->Clear();
+    for (const entry_t& entry : entries()) {
+        const wxString words =
+            to_label(entry_text(entry, "name") + "\n" + entry_text(entry, "description") + "\n" + entry.object);
+        if (!words.Lower().Contains(wanted))
+            continue;
+        m_found.push_back(&entry);
+        m_list->Append(to_label(entry_text(entry, "name")));
+    }
+    if (!m_found.empty())
+        m_list->SetSelection(0);
+    show_selected();
+}
+
+const entry_t* main_panel_t::selected() const
+{
+    const int at = m_list->GetSelection();
+    return at >= 0 && at < static_cast<int>(m_found.size()) ? m_found[at] : nullptr;
+}
+
+void main_panel_t::show_selected()
+{
+    const entry_t* entry = selected();
+    m_open->Enable(entry != nullptr);
+    m_category->SetLabelText(entry ? to_label(text(entry->category)) : wxString());
+    wx_helpers1::set_label_text(m_name, entry ? entry_text(*entry, "name") : text("gallery.nothing_found"));
+    wx_helpers1::set_label_text(m_description, entry ? entry_text(*entry, "description") : std::string());
+    wx_helpers1::set_wrap_width(m_description, m_description->GetClientSize().x);
+    Layout();
+}
+
+void main_panel_t::open_selected()
+{
+    const entry_t* entry = selected();
+    if (!entry)
+        return;
+    const int result = entry->open(wxGetTopLevelParent(this));
+    const auto said = commondlg3::message_window_t::get_message("gallery", "status.result",
+                                                                {{"object", entry->object}, {"result", result}});
+    m_status->SetLabelText(to_label(said));
+}
+
+main_window_t::main_window_t() : wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxSize(760, 560))
+{
+    SetMinSize(wxSize(560, 420));
+    fill();
+    Centre();
+}
+
+void main_window_t::fill()
+{
+    SetTitle(to_label(text("gallery.title")));
+    make_menus();
+    DestroyChildren();
+    m_panel = new main_panel_t;
+    m_panel->create(this);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(m_panel, 1, wxEXPAND);
+    SetSizer(sizer);
+    Layout();
+}
+
+void main_window_t::make_menus()
+{
+    auto* file = new wxMenu;
+    file->Append(wxID_EXIT, to_label(text("menu.quit")) + "\tCtrl+Q");
+    auto* view = new wxMenu;
+    const auto add_theme = [&](const char* key, wx_helpers1::theme_t theme) {
+        const int id = view->AppendRadioItem(wxID_ANY, to_label(text(key)))->GetId();
+        view->Bind(
+            wxEVT_MENU,
+            [theme](wxCommandEvent&) {
+                if (ui_settings_t* settings = ui_settings_t::get())
+                    settings->set_theme(theme);
+            },
+            id);
+    };
+    add_theme("menu.theme.system", wx_helpers1::theme_t::system);
+    add_theme("menu.theme.light", wx_helpers1::theme_t::light);
+    add_theme("menu.theme.dark", wx_helpers1::theme_t::dark);
+    auto* language_menu = new wxMenu;
+    for (const std::string language : languages) {
+        auto* item = language_menu->AppendRadioItem(wxID_ANY, to_label(text("language." + language)));
+        item->Check(language == cfgmgr2::get_language());
+        language_menu->Bind(
+            wxEVT_MENU,
+            [this, language](wxCommandEvent&) { CallAfter([this, language] { change_language(language); }); },
+            item->GetId());
+    }
+    view->AppendSubMenu(language_menu, to_label(text("menu.language")));
+    auto* bar = new wxMenuBar;
+    bar->Append(file, to_label(text("menu.file")));
+    bar->Append(view, to_label(text("menu.view")));
+    wxMenuBar* old = GetMenuBar();
+    SetMenuBar(bar);
+    delete old;
+    Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+}
+
+void main_window_t::change_language(const std::string& language)
+{
+    cfgmgr2::set_language(language);
+    wx_helpers1::set_right_to_left(cfgmgr2::language_is_right_to_left(language));
+    // A direction is given to windows as they are made: a new window takes this one's place.
+    auto* next = new main_window_t;
+    next->SetSize(GetRect());
+    next->Show();
+    wxTheApp->SetTopWindow(next);
+    Destroy();
+}
+
+} // namespace gallery

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "entries.h"
+
+#include <commondlg3/pref_base.h>
+
+#include <wx/frame.h>
+
+#include <vector>
+
+namespace gallery {
+
+/// The searchable list of every window and page, with what it is for, and a button that opens it.
+class main_panel_t : public commondlg3::pref_base_t
+{
+public:
+    main_panel_t();
+    void on_init_dialog() override;
+    void on_update_ui_settings() override;
+
+private:
+    void fill_list();
+    void show_selected();
+    void open_selected();
+    const entry_t* selected() const;
+
+    wxTextEntry* m_search = nullptr;
+    wxListBox* m_list = nullptr;
+    wxStaticText* m_category = nullptr;
+    wxStaticText* m_name = nullptr;
+    wxStaticText* m_description = nullptr;
+    wxStaticText* m_status = nullptr;
+    wxButton* m_open = nullptr;
+    std::vector<const entry_t*> m_found; ///< the entries in the list, in its order
+};
+
+class main_window_t : public wxFrame
+{
+public:
+    main_window_t();
+
+private:
+    void make_menus();
+    void change_language(const std::string& language);
+    void fill();
+
+    main_panel_t* m_panel = nullptr;
+};
+
+} // namespace gallery

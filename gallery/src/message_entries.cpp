@@ -1,0 +1,156 @@
+#include "message_entries.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+
+#include <commondlg3/resources.h>
+#include <commondlg3/text_utils.h>
+#include <cpil/catalog.h>
+#include <wx_helpers1/painted.h>
+
+namespace gallery {
+namespace {
+
+using nlohmann::json;
+using CPIL_2_18::i18n::catalog_key;
+
+struct sample_keys_t
+{
+    const char* main;
+    const char* supplemental;
+};
+
+sample_keys_t keys_of(message_sample_t sample)
+{
+    switch (sample) {
+    case message_sample_t::warning:
+        return {catalog_key("sample.main.warning"), catalog_key("sample.supplemental.warning")};
+    case message_sample_t::success:
+        return {catalog_key("sample.main.success"), catalog_key("sample.supplemental.success")};
+    case message_sample_t::information:
+        return {catalog_key("sample.main.information"), catalog_key("sample.supplemental.information")};
+    case message_sample_t::progress:
+        return {catalog_key("sample.main.progress"), catalog_key("sample.supplemental.progress")};
+    case message_sample_t::error:
+        break;
+    }
+    return {catalog_key("sample.main.error"), catalog_key("sample.supplemental.error")};
+}
+
+class check_box_t : public gen_helpers2::ref_counted_of_t<commondlg3::i_check_box_definition>
+{
+public:
+    explicit check_box_t(const json& data)
+        : m_label(get_string(data, "label", "")), m_checked(get_bool(data, "checked", false))
+    {
+    }
+
+    std::string get_name() const override { return "gallery.message"; }
+    bool get_default_checked() const override { return false; }
+    void reset() override { m_checked = false; }
+    bool is_checked() const override { return m_checked; }
+    void set_checked(bool checked) override { m_checked = checked; }
+    void commit() override { report_signal(message_object, "check_box.commit", m_checked); }
+    std::string get_label() const override { return m_label; }
+
+private:
+    std::string m_label;
+    bool m_checked;
+};
+
+json data_of(const commondlg3::message_window_t& window)
+{
+    json data = {{"main_message", window.main_message},
+                 {"supplemental_message", window.supplemental_message},
+                 {"details_message", window.details_message},
+                 {"button_type", static_cast<int>(window.button_type)},
+                 {"icon_type", static_cast<int>(window.icon_type)}};
+    if (window.check_box)
+        data["check_box"] = {{"label", window.check_box->get_label()}, {"checked", window.check_box->is_checked()}};
+    return data;
+}
+
+// Reports the opening and the answer of what `show` shows.
+template <class Show>
+int report_message(const commondlg3::message_window_t& window, wxWindow* parent, const Show& show)
+{
+    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
+    const bool silenced = window.check_box && window.check_box->is_checked();
+    int result = commondlg3::message_window_t::result_none;
+    if (silenced || check_resource(file, message_object, parent)) {
+        if (!silenced)
+            wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(message_object); });
+        result = show();
+    }
+    report_result(message_object, result, data_of(window));
+    return result;
+}
+
+} // namespace
+
+json sample_data(message_sample_t sample)
+{
+    const sample_keys_t keys = keys_of(sample);
+    json data = {{"icon_type", static_cast<int>(sample)},
+                 {"button_type", 0},
+                 {"main_message", text(keys.main)},
+                 {"supplemental_message", text(keys.supplemental)}};
+    if (sample == message_sample_t::error)
+        data["details_message"] = text("sample.details");
+    return data;
+}
+
+json with_check_box(json data)
+{
+    data["check_box"] = {{"label", text("sample.check_box")}, {"checked", false}};
+    return data;
+}
+
+json with_long_text(json data)
+{
+    std::string lines;
+    const std::string sentence = get_string(data, "supplemental_message", "");
+    for (int line = 1; line <= 300; ++line)
+        lines += std::to_string(line) + "  " + sentence.substr(0, sentence.find('\n')) + "\n";
+    data["supplemental_message"] = lines;
+    return data;
+}
+
+json with_long_word(json data)
+{
+    std::string word;
+    while (word.size() < 10000)
+        word += "0123456789abcdefghijklmnopqrstuvwxyz";
+    data["supplemental_message"] = word.substr(0, 10000);
+    return data;
+}
+
+commondlg3::message_window_t message_from(const json& data)
+{
+    using commondlg3::message_window_t;
+    message_window_t window;
+    window.main_message = get_string(data, "main_message", "");
+    window.supplemental_message = get_string(data, "supplemental_message", "");
+    window.details_message = get_string(data, "details_message", "");
+    window.button_type = static_cast<message_window_t::button_type_t>(get_int(data, "button_type", 0));
+    window.icon_type = static_cast<message_window_t::icon_types_t>(get_int(data, "icon_type", 0));
+    if (data.is_object() && data.contains("check_box") && data["check_box"].is_object())
+        window.check_box = new check_box_t(data["check_box"]);
+    return window;
+}
+
+int open_message(const json& data, wxWindow* parent)
+{
+    const auto window = message_from(data);
+    return report_message(window, parent, [&] { return commondlg3::show_modal(window, parent); });
+}
+
+int open_message_box(const json& data, wxWindow* parent)
+{
+    const auto window = message_from(data);
+    return report_message(window, parent, [&] {
+        return commondlg3::show_msg_box(window.main_message, window.supplemental_message, window.icon_type, parent);
+    });
+}
+
+} // namespace gallery

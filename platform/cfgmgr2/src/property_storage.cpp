@@ -1,0 +1,288 @@
+#include "cfgmgr2/property_storage.h"
+#include "gen_helpers2/assertion.h"
+#include "gen_helpers2/variant_bag_file.h"
+#include "property_node.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace cfgmgr2 {
+
+namespace {
+
+using gen_helpers2::error_code_t;
+using gen_helpers2::path_t;
+using gen_helpers2::variant_bag_t;
+using gen_helpers2::variant_t;
+
+/// Tells one state of a file from another. A file written by renaming has another inode each time.
+struct stamp_t
+{
+    explicit stamp_t(const path_t& file = path_t())
+    {
+        struct stat status;
+        exists = !file.is_empty() && ::stat(file.as_string().c_str(), &status) == 0;
+        if (exists) {
+            device = status.st_dev;
+            inode = status.st_ino;
+            size = status.st_size;
+            seconds = status.st_mtim.tv_sec;
+            nanoseconds = status.st_mtim.tv_nsec;
+        }
+    }
+
+    bool operator==(const stamp_t& other) const
+    {
+        return exists == other.exists && device == other.device && inode == other.inode &&
+               size == other.size && seconds == other.seconds && nanoseconds == other.nanoseconds;
+    }
+
+    bool exists = false;
+    dev_t device = 0;
+    ino_t inode = 0;
+    off_t size = 0;
+    time_t seconds = 0;
+    long nanoseconds = 0;
+};
+
+/// Keeps other processes of ours from writing into the folder between our reading and our writing. It is a
+/// courtesy: if the lock cannot be had, saving goes on without it rather than keeping a user waiting.
+class folder_lock_t
+{
+public:
+    explicit folder_lock_t(const path_t& folder)
+        : m_folder(::open(folder.as_string().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        for (int attempt = 0; m_folder >= 0 && attempt < 50; ++attempt) {
+            if (::flock(m_folder, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+                return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    }
+    ~folder_lock_t()
+    {
+        if (m_folder >= 0)
+            ::close(m_folder);
+    }
+    folder_lock_t(const folder_lock_t&) = delete;
+    folder_lock_t& operator=(const folder_lock_t&) = delete;
+
+private:
+    int m_folder;
+};
+
+/// The file behind all nodes of one storage.
+struct document_t
+{
+    error_code_t open();
+    error_code_t save();
+    error_code_t take_over_changes();
+    error_code_t write();
+
+    std::mutex mutex;
+    path_t file;
+    std::shared_ptr<property_node_t> root = std::make_shared<property_node_t>();
+    stamp_t stamp;
+    /// What is on the disk could not be understood.
+    bool is_damaged = false;
+};
+
+error_code_t document_t::open()
+{
+    if (file.is_empty())
+        return error_code_t::invalid_parameter("no file name");
+    stamp = stamp_t(file);
+    if (!stamp.exists)
+        return error_code_t();
+    variant_bag_t bag;
+    error_code_t result = gen_helpers2::load(file, bag);
+    is_damaged = result == error_code_t::damaged("");
+    if (result.succeeded())
+        root->assign(bag, 0);
+    else if (!is_damaged)
+        stamp = stamp_t(); // saving will try to read it again
+    return result;
+}
+
+error_code_t document_t::take_over_changes()
+{
+    const stamp_t now(file);
+    if (!now.exists || now == stamp)
+        return error_code_t();
+    variant_bag_t theirs;
+    error_code_t result = gen_helpers2::load(file, theirs);
+    // A file that cannot be read at the moment may be all right: nothing must be written over it.
+    if (result.failed() && !(result == error_code_t::damaged("")))
+        return result;
+    is_damaged = result.failed();
+    if (result.succeeded())
+        root->merge(theirs, 0);
+    stamp = now;
+    return error_code_t();
+}
+
+error_code_t document_t::write()
+{
+    variant_bag_t bag;
+    root->to_bag(bag);
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(file.as_filesystem_path(), error);
+    if (!is_damaged || error || !std::filesystem::is_regular_file(target, error))
+        return gen_helpers2::save(bag, file);
+
+    std::filesystem::path aside = target;
+    aside += ".damaged";
+    std::filesystem::rename(target, aside, error);
+    if (error)
+        return error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
+    error_code_t result = gen_helpers2::save(bag, file);
+    if (result.failed())
+        std::filesystem::rename(aside, target, error);
+    return result;
+}
+
+error_code_t document_t::save()
+{
+    if (file.is_empty())
+        return error_code_t();
+    const path_t folder = file.parent();
+    if (!folder.is_empty()) {
+        std::error_code error;
+        std::filesystem::create_directories(folder.as_filesystem_path(), error);
+    }
+    const folder_lock_t lock(folder.is_empty() ? path_t(".") : folder);
+    error_code_t result = take_over_changes();
+    if (result.failed())
+        return result;
+    if (stamp.exists && stamp == stamp_t(file) && !is_damaged && !root->is_changed())
+        return result;
+    result = write();
+    if (result.succeeded()) {
+        stamp = stamp_t(file);
+        is_damaged = false;
+        root->set_unchanged();
+    }
+    return result;
+}
+
+class property_storage_t : public gen_helpers2::ref_counted_of_t<IPropertyStorage>
+{
+public:
+    property_storage_t(std::shared_ptr<document_t> document, std::shared_ptr<property_node_t> node,
+                       std::size_t depth)
+        : m_document(std::move(document)), m_node(std::move(node)), m_depth(depth)
+    {
+    }
+
+    gen_helpers2::sptr_t<IPropertyStorage> get_child(const std::string& name) override
+    {
+        const bool fits = GH2_ASSERT(m_depth < gen_helpers2::max_bag_nesting, "property_storage");
+        const auto guard = lock();
+        return new property_storage_t(
+            m_document, fits ? m_node->get_child(name) : std::make_shared<property_node_t>(), m_depth + 1);
+    }
+    bool has_child(const std::string& name) const override
+    {
+        const auto guard = lock();
+        return m_node->has_child(name);
+    }
+    void remove_child(const std::string& name) override
+    {
+        const auto guard = lock();
+        m_node->remove_child(name);
+    }
+    std::vector<std::string> child_names() const override
+    {
+        const auto guard = lock();
+        return m_node->child_names();
+    }
+
+    void set_value(const std::string& name, const variant_t& value) override
+    {
+        const auto guard = lock();
+        m_node->set_value(name, value);
+    }
+    variant_t get_value(const std::string& name) const override
+    {
+        const auto guard = lock();
+        const variant_t* value = m_node->find_value(name);
+        return value ? *value : variant_t();
+    }
+    bool has_value(const std::string& name) const override
+    {
+        const auto guard = lock();
+        return m_node->find_value(name) != nullptr;
+    }
+    void remove_value(const std::string& name) override
+    {
+        const auto guard = lock();
+        m_node->remove_value(name);
+    }
+    std::vector<std::string> value_names() const override
+    {
+        const auto guard = lock();
+        return m_node->value_names();
+    }
+
+    variant_bag_t to_bag() const override
+    {
+        variant_bag_t bag;
+        const auto guard = lock();
+        m_node->to_bag(bag);
+        return bag;
+    }
+    void from_bag(const variant_bag_t& bag) override
+    {
+        bool complete = false;
+        {
+            const auto guard = lock();
+            complete = m_node->assign(bag, m_depth);
+            m_node->set_replaced();
+        }
+        GH2_ASSERT_TEXT(complete, "the bag is nested too deeply for a storage", "property_storage");
+    }
+
+    error_code_t save() override
+    {
+        const auto guard = lock();
+        return m_document->save();
+    }
+
+private:
+    std::unique_lock<std::mutex> lock() const { return std::unique_lock<std::mutex>(m_document->mutex); }
+
+    std::shared_ptr<document_t> m_document;
+    std::shared_ptr<property_node_t> m_node;
+    std::size_t m_depth;
+};
+
+gen_helpers2::sptr_t<IPropertyStorage> make_root(const std::shared_ptr<document_t>& document)
+{
+    return new property_storage_t(document, document->root, 0);
+}
+
+} // namespace
+
+gen_helpers2::sptr_t<IPropertyStorage> open_property_storage(const path_t& file, error_code_t& result)
+{
+    const auto document = std::make_shared<document_t>();
+    document->file = file;
+    result = document->open();
+    return make_root(document);
+}
+
+gen_helpers2::sptr_t<IPropertyStorage> make_memory_property_storage()
+{
+    return make_root(std::make_shared<document_t>());
+}
+
+} // namespace cfgmgr2

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "cpil/export.h"
+
+#include <string>
+#include <string_view>
+
+namespace CPIL_2_18 {
+
+/// Changing the case of UTF-8 of any script by the full rules of Unicode, without a language's own
+/// exceptions: the length may change ("ß" becomes "SS"). Bytes that are no UTF-8 are kept as they are.
+namespace strings {
+
+CPIL_EXPORT std::string to_upper(std::string_view text);
+
+/// Only the first code point changes, to the form it has at the head of a word (title case, so that one
+/// letter for two sounds becomes "ǅ" rather than "Ǆ"). Marks that follow it stay. For sentences put together
+/// from parts.
+CPIL_EXPORT std::string first_to_upper(std::string_view text);
+
+} // namespace strings
+} // namespace CPIL_2_18
+
+namespace cpil2 = CPIL_2_18;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "gen_helpers2/error_code.h"
+#include "gen_helpers2/export.h"
+#include "gen_helpers2/path.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace gen_helpers2 {
+
+/// Writes a file so that at every moment, even after a power cut, either the old or the new content is there:
+/// a temporary file in the same folder is written, synchronised and renamed.
+///
+/// An existing file keeps its permission bits; a symbolic link stays a link and its target is replaced. A
+/// file without write permission is an error, as it would be when written in place. On an error the old file
+/// is as it was and the temporary one is gone.
+GEN_HELPERS2_EXPORT error_code_t write_whole_file(const path_t& path, std::string_view bytes);
+
+constexpr std::size_t default_max_file_bytes = std::size_t(256) << 20;
+
+/// Reads a regular file of at most `max_bytes` bytes. On an error `out` is as it was.
+GEN_HELPERS2_EXPORT error_code_t read_whole_file(const path_t& path, std::string& out,
+                                                 std::size_t max_bytes = default_max_file_bytes);
+
+} // namespace gen_helpers2
+
+namespace gh2 = gen_helpers2;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "gen_helpers2/error_code.h"
+#include "gen_helpers2/export.h"
+#include "gen_helpers2/file.h"
+#include "gen_helpers2/path.h"
+#include "gen_helpers2/variant_bag.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace gen_helpers2 {
+
+/// The file form of bags: XML, to be read and, if need be, mended by people.
+///
+/// \code
+/// <bag version="1">
+/// <string name="title">Open</string>
+/// <child name="record"><int name="size">5</int></child>
+/// </bag>
+/// \endcode
+///
+/// The elements of values are empty, bool, int, int64, double and string. Every name and text survives,
+/// whatever its bytes (see escape_bytes() in strings.h). Reading and writing go through the file as a stream:
+/// a document tree would need many times the size of the text. Reading accepts no document type and no
+/// entities of one's own, and no unknown elements or attributes; any such file is "gh2::error::Damaged". A
+/// file that cannot be read is "gh2::error::Io". After an error the bag given for the result is as it was.
+
+/// Deepest nesting of children in a file; saving a deeper bag is an error as well, as it could not be loaded.
+constexpr std::size_t max_bag_nesting = 1000;
+
+GEN_HELPERS2_EXPORT error_code_t save(const variant_bag_t& bag, const path_t& file);
+GEN_HELPERS2_EXPORT error_code_t load(const path_t& file, variant_bag_t& bag,
+                                      std::size_t max_bytes = default_max_file_bytes);
+
+GEN_HELPERS2_EXPORT error_code_t save_to_string(const variant_bag_t& bag, std::string& text);
+GEN_HELPERS2_EXPORT error_code_t load_from_string(std::string_view text, variant_bag_t& bag);
+
+} // namespace gen_helpers2
+
+namespace gh2 = gen_helpers2;

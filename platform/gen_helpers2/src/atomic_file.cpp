@@ -1,0 +1,156 @@
+#include "atomic_file.h"
+#include "gen_helpers2/strings.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+namespace gen_helpers2 {
+namespace _internal {
+
+namespace {
+
+constexpr int max_links = 40;
+
+/// Follows symbolic links as far as they lead, also to a file that does not exist yet. Empty with errno set
+/// if they lead in a circle.
+std::string link_target(std::string path)
+{
+    for (int i = 0; i < max_links; ++i) {
+        std::error_code error;
+        const std::filesystem::path link = std::filesystem::read_symlink(path, error);
+        if (error)
+            return path;
+        // operator/ of the standard: a link may lead through "..", which must not be taken off lexically.
+        path = (std::filesystem::path(path).parent_path() / link).native();
+    }
+    errno = ELOOP;
+    return std::string();
+}
+
+std::string folder_of(const std::string& path)
+{
+    const std::string folder = std::filesystem::path(path).parent_path().native();
+    return folder.empty() ? std::string(".") : folder;
+}
+
+} // namespace
+
+std::string file_message(const char* what, const path_t& path, int number)
+{
+    return std::string(what) + " " + replace_invalid_utf8(path.as_string()) + ": " +
+           std::system_category().message(number);
+}
+
+void atomic_file_t::fail(const char* what, int number)
+{
+    if (m_error.succeeded())
+        m_error = error_code_t::io_error(file_message(what, m_shown, number));
+}
+
+atomic_file_t::atomic_file_t(const path_t& path) : m_shown(path)
+{
+    if (path.is_empty()) {
+        m_error = error_code_t::invalid_parameter("no file name");
+        return;
+    }
+    m_target = link_target(path.as_string());
+    if (m_target.empty()) {
+        fail("cannot write", errno);
+        return;
+    }
+    struct stat existing;
+    const bool exists = ::stat(m_target.c_str(), &existing) == 0;
+    if (exists) {
+        // Renaming would replace a write-protected file without asking, and the superuser may write anything.
+        constexpr unsigned any_write = S_IWUSR | S_IWGRP | S_IWOTH;
+        if (!S_ISREG(existing.st_mode))
+            fail("cannot write", S_ISDIR(existing.st_mode) ? EISDIR : EINVAL);
+        else if ((existing.st_mode & any_write) == 0 || ::access(m_target.c_str(), W_OK) != 0)
+            fail("cannot write", EACCES);
+        if (m_error.failed())
+            return;
+    }
+    open_temporary(folder_of(m_target), exists ? existing.st_mode & 07777 : 0666);
+    if (m_file < 0)
+        return;
+    if (exists) {
+        // The group first: changing it takes special bits away. That it may not be allowed is no reason to
+        // fail.
+        if (existing.st_gid != ::getegid() && ::fchown(m_file, static_cast<uid_t>(-1), existing.st_gid) != 0)
+            errno = 0;
+        if (::fchmod(m_file, existing.st_mode & 07777) != 0)
+            fail("cannot set the permissions of", errno);
+    }
+}
+
+void atomic_file_t::open_temporary(const std::string& folder, unsigned mode)
+{
+    static std::atomic<unsigned> counter{0};
+    // The name does not contain that of the file: it might become too long.
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        char name[64];
+        std::snprintf(name, sizeof name, "/.%ld-%u.tmp", static_cast<long>(::getpid()), ++counter);
+        m_temporary = folder + name;
+        m_file = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (m_file >= 0)
+            return;
+        if (errno != EEXIST)
+            break;
+    }
+    const int number = errno;
+    m_temporary.clear();
+    fail("cannot write", number);
+}
+
+atomic_file_t::~atomic_file_t()
+{
+    if (m_file >= 0)
+        ::close(m_file);
+    if (!m_temporary.empty())
+        ::unlink(m_temporary.c_str());
+}
+
+void atomic_file_t::append(std::string_view bytes)
+{
+    while (m_error.succeeded() && !bytes.empty()) {
+        const ssize_t written = ::write(m_file, bytes.data(), bytes.size());
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        else if (written == 0 || errno != EINTR)
+            fail("cannot write", written == 0 ? EIO : errno);
+    }
+}
+
+error_code_t atomic_file_t::commit()
+{
+    if (m_error.succeeded() && ::fsync(m_file) != 0)
+        fail("cannot write", errno);
+    if (m_file >= 0) {
+        if (::close(m_file) != 0 && errno != EINTR)
+            fail("cannot write", errno);
+        m_file = -1;
+    }
+    if (m_error.succeeded() && ::rename(m_temporary.c_str(), m_target.c_str()) != 0)
+        fail("cannot replace", errno);
+    if (m_error.failed())
+        return m_error;
+    m_temporary.clear();
+    // Without this the rename itself may be lost with the power. The file is in place by now, so a file
+    // system that cannot synchronise folders is no error.
+    const int folder = ::open(folder_of(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        if (::fsync(folder) != 0)
+            errno = 0;
+        ::close(folder);
+    }
+    return m_error;
+}
+
+} // namespace _internal
+} // namespace gen_helpers2

@@ -1,0 +1,93 @@
+#include "gen_helpers2/path.h"
+
+#include <system_error>
+#include <vector>
+
+namespace gen_helpers2 {
+
+namespace {
+
+std::string normalised(std::string_view text)
+{
+    if (text.empty() || text.find('*') != std::string_view::npos || text.find('\0') != std::string_view::npos)
+        return std::string();
+    const bool absolute = text.front() == '/';
+    std::vector<std::string_view> names;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('/'), text.size());
+        const std::string_view name = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (name.empty() || name == ".")
+            continue;
+        if (name != "..")
+            names.push_back(name);
+        else if (!names.empty() && names.back() != "..")
+            names.pop_back();
+        else if (!absolute)
+            names.push_back(name);
+    }
+    std::string out(absolute ? "/" : "");
+    for (const std::string_view name : names) {
+        if (!out.empty() && out.back() != '/')
+            out += '/';
+        out += name;
+    }
+    return out.empty() ? std::string(".") : out;
+}
+
+} // namespace
+
+path_t::path_t(std::string_view bytes) : m_path(normalised(bytes)) {}
+
+bool path_t::is_absolute() const noexcept
+{
+    return !is_empty() && as_string().front() == '/';
+}
+
+path_t path_t::parent() const
+{
+    const std::string& text = as_string();
+    if (text == "." || text == ".." || (text.size() >= 3 && text.compare(text.size() - 3, 3, "/..") == 0))
+        return path_t(text + "/..");
+    const std::size_t slash = text.rfind('/');
+    if (slash == std::string::npos || text == "/")
+        return path_t();
+    return path_t(std::string_view(text).substr(0, slash == 0 ? 1 : slash));
+}
+
+std::string path_t::file_name() const
+{
+    const std::string& text = as_string();
+    const std::size_t slash = text.rfind('/');
+    std::string name = slash == std::string::npos ? text : text.substr(slash + 1);
+    return name == "." || name == ".." ? std::string() : name;
+}
+
+path_t path_t::operator/(const path_t& rest) const
+{
+    if (is_empty() || rest.is_empty())
+        return path_t();
+    if (rest.is_absolute())
+        return rest;
+    return path_t(as_string() + "/" + rest.as_string());
+}
+
+bool path_t::exists() const noexcept
+{
+    std::error_code error;
+    return !is_empty() && std::filesystem::exists(m_path, error);
+}
+
+bool path_t::is_directory() const noexcept
+{
+    std::error_code error;
+    return !is_empty() && std::filesystem::is_directory(m_path, error);
+}
+
+bool path_t::is_file() const noexcept
+{
+    std::error_code error;
+    return !is_empty() && std::filesystem::is_regular_file(m_path, error);
+}
+
+} // namespace gen_helpers2

@@ -1,0 +1,26 @@
+/// What a screen reader is told of a window. GUI thread; a null or not yet created window does nothing.
+#pragma once
+
+#include "wx_helpers1/export.h"
+
+#include <string>
+
+class wxWindow;
+
+namespace wx_helpers1 {
+
+enum class accessible_role_t
+{
+    image,
+    alert,
+    label,
+    panel
+};
+
+WX_HELPERS1_EXPORT void set_accessible_name(wxWindow* window, const std::string& name);
+WX_HELPERS1_EXPORT void set_accessible_description(wxWindow* window, const std::string& description);
+WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t role);
+/// The name as a screen reader would read it; empty when none is set.
+WX_HELPERS1_EXPORT std::string get_accessible_name(wxWindow* window);
+
+} // namespace wx_helpers1

@@ -1,0 +1,36 @@
+/// What a static text of the toolkit lacks for long messages: selecting, wrapping inside words, measuring.
+/// GUI thread; a null label does nothing.
+#pragma once
+
+#include "wx_helpers1/export.h"
+
+#include <string>
+
+class wxStaticText;
+class wxWindow;
+
+namespace wx_helpers1 {
+
+/// Sets the text as it stands: '&' shows as itself, bytes that are not UTF-8 as U+FFFD.
+WX_HELPERS1_EXPORT void set_label_text(wxStaticText* label, const std::string& text);
+
+/// Lets the toolkit break lines wider than `width` pixels, inside words where it must; 0 breaks none. Breaking is slow
+/// (0.5 s for 60 KB where none costs 50 ms): leave it off for texts whose lines are short enough.
+WX_HELPERS1_EXPORT void set_wrap_width(wxStaticText* label, int width);
+
+/// Lets the user select the label's text with mouse and keyboard.
+WX_HELPERS1_EXPORT void set_selectable(wxStaticText* label, bool selectable);
+
+/// The selected part of the label's text; empty when nothing is selected.
+WX_HELPERS1_EXPORT std::string get_selected_text(wxStaticText* label);
+
+/// Selects nothing, or everything.
+WX_HELPERS1_EXPORT void select_label_text(wxStaticText* label, bool all);
+
+/// The width that the label's widest line needs, in pixels.
+WX_HELPERS1_EXPORT int natural_width(wxStaticText* label);
+
+/// The height that the label needs when it is `width` pixels wide, in pixels.
+WX_HELPERS1_EXPORT int height_for_width(wxStaticText* label, int width);
+
+} // namespace wx_helpers1

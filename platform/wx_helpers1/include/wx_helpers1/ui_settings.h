@@ -1,0 +1,104 @@
+#pragma once
+
+#include "wx_helpers1/export.h"
+
+#include <gen_helpers2/signal.h>
+
+#include <wx/colour.h>
+#include <wx/font.h>
+
+#include <memory>
+
+namespace wx_helpers1 {
+
+/// Numbers of the fonts, colours and metrics that the settings answer for.
+struct ui_font
+{
+    enum number_t
+    {
+        text = 1,
+        bold = 2
+    };
+};
+
+struct ui_colour
+{
+    enum number_t
+    {
+        border = 3,
+        background = 5,
+        text = 7,
+        secondary_text = 8,
+        error = 12,
+        warning = 13,
+        notice_text = 23,
+        notice_background = 24
+    };
+};
+
+struct ui_metric
+{
+    enum number_t
+    {
+        window_border = 5
+    };
+};
+
+enum class theme_t
+{
+    system, ///< what the desktop says
+    light,
+    dark
+};
+
+/// The look of the product's windows, taken from the running theme: fonts, colours, metrics, and a signal when any of
+/// them changes while windows are open.
+///
+/// Use it for everything that a window draws or colours itself; leave alone what the toolkit's own controls draw. Text
+/// colours keep a contrast of at least 4.5:1 on their background in every theme, light, dark or high-contrast.
+///
+///     wx_helpers1::ui_settings_t::initialize();                        // the host, once the toolkit runs
+///     label->SetFont(ui_settings_t::get()->get_font(ui_font::bold));
+///     ui_settings_t::get()->changed().connect(this, &my_panel_t::on_ui_changed);
+///
+/// GUI thread. An unknown number answers with the text font, the text colour, or 0.
+class WX_HELPERS1_EXPORT ui_settings_t
+{
+public:
+    /// Makes the single instance from the running theme; calling it again changes nothing.
+    static void initialize();
+    static void shutdown();
+    /// The instance, or null before initialize() and after shutdown().
+    static ui_settings_t* get();
+
+    ~ui_settings_t();
+    ui_settings_t(const ui_settings_t&) = delete;
+    ui_settings_t& operator=(const ui_settings_t&) = delete;
+
+    wxFont get_font(int number) const;
+    wxColour get_colour(int number) const;
+    /// In pixels.
+    int get_metric(int number) const;
+    bool is_dark() const;
+    /// False when the user asked the desktop for no animations.
+    bool animations_enabled() const;
+
+    /// Raised once a change of theme, font or scale is in force; read everything again then.
+    gen_helpers2::signal_t<>& changed();
+
+    /// Puts the process into the light or the dark form of its theme. `changed()` follows.
+    void set_theme(theme_t theme);
+
+private:
+    ui_settings_t();
+    struct impl_t;
+    std::unique_ptr<impl_t> m_impl;
+};
+
+/// The contrast ratio of two opaque colours, from 1 to 21, as accessibility guidelines define it.
+WX_HELPERS1_EXPORT double contrast_ratio(const wxColour& a, const wxColour& b);
+
+/// The colour nearest to `wanted` that reaches the ratio on `background`, by mixing in black or white.
+WX_HELPERS1_EXPORT wxColour readable_colour(const wxColour& wanted, const wxColour& background, double ratio = 4.5);
+
+} // namespace wx_helpers1

@@ -1,0 +1,96 @@
+#include "wx_helpers1/label.h"
+
+#include "wx_helpers1/text.h"
+
+#include <wx/stattext.h>
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+
+namespace wx_helpers1 {
+namespace {
+
+GtkLabel* widget_of(wxStaticText* label)
+{
+    return label && label->GetHandle() ? GTK_LABEL(label->GetHandle()) : nullptr;
+}
+
+PangoLayout* layout_of(wxStaticText* label)
+{
+    // A layout of our own: the widget's is tied to the width that it has now.
+    PangoLayout* layout = pango_layout_copy(gtk_label_get_layout(widget_of(label)));
+    pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+    return layout;
+}
+
+} // namespace
+
+void set_label_text(wxStaticText* label, const std::string& text)
+{
+    if (widget_of(label))
+        label->SetLabelText(to_label(text));
+}
+
+void set_wrap_width(wxStaticText* label, int width)
+{
+    GtkLabel* widget = widget_of(label);
+    if (!widget)
+        return;
+    gtk_label_set_line_wrap(widget, width > 0);
+    gtk_label_set_line_wrap_mode(widget, PANGO_WRAP_WORD_CHAR);
+    // Without a width of its own the label lays its text out one character wide to learn how narrow it can be.
+    const int characters = width > 0 ? std::max(1, width / std::max(1, label->GetCharWidth())) : -1;
+    gtk_label_set_width_chars(widget, characters);
+    gtk_label_set_max_width_chars(widget, characters);
+}
+
+void set_selectable(wxStaticText* label, bool selectable)
+{
+    if (GtkLabel* widget = widget_of(label))
+        gtk_label_set_selectable(widget, selectable);
+}
+
+std::string get_selected_text(wxStaticText* label)
+{
+    GtkLabel* widget = widget_of(label);
+    gint start = 0;
+    gint end = 0;
+    if (!widget || !gtk_label_get_selection_bounds(widget, &start, &end))
+        return {};
+    const char* text = gtk_label_get_text(widget);
+    const char* from = g_utf8_offset_to_pointer(text, start);
+    return std::string(from, static_cast<const char*>(g_utf8_offset_to_pointer(from, end - start)));
+}
+
+void select_label_text(wxStaticText* label, bool all)
+{
+    if (GtkLabel* widget = widget_of(label))
+        gtk_label_select_region(widget, 0, all ? -1 : 0);
+}
+
+int natural_width(wxStaticText* label)
+{
+    if (!widget_of(label))
+        return 0;
+    PangoLayout* layout = layout_of(label);
+    int width = 0;
+    pango_layout_set_width(layout, -1);
+    pango_layout_get_pixel_size(layout, &width, nullptr);
+    g_object_unref(layout);
+    return width;
+}
+
+int height_for_width(wxStaticText* label, int width)
+{
+    if (!widget_of(label))
+        return 0;
+    PangoLayout* layout = layout_of(label);
+    int height = 0;
+    pango_layout_set_width(layout, width > 0 ? width * PANGO_SCALE : -1);
+    pango_layout_get_pixel_size(layout, nullptr, &height);
+    g_object_unref(layout);
+    return height;
+}
+
+} // namespace wx_helpers1

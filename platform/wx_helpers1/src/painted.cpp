@@ -1,0 +1,111 @@
+#include "wx_helpers1/painted.h"
+
+#include <wx/toplevel.h>
+
+#include <gtk/gtk.h>
+
+#include <memory>
+#include <utility>
+
+namespace wx_helpers1 {
+namespace {
+
+struct waiting_t
+{
+    std::function<void(wxTopLevelWindow*)> callback;
+    GtkWidget* widget = nullptr;
+    gulong draw_handler = 0;
+    gulong gone_handler = 0;
+};
+
+wxTopLevelWindow* window_of(GtkWidget* widget)
+{
+    for (wxWindow* window : wxTopLevelWindows)
+        if (window->GetHandle() == widget)
+            return wxDynamicCast(window, wxTopLevelWindow);
+    return nullptr;
+}
+
+void forget(waiting_t* waiting)
+{
+    if (waiting->widget) {
+        g_signal_handler_disconnect(waiting->widget, waiting->gone_handler);
+        if (waiting->draw_handler)
+            g_signal_handler_disconnect(waiting->widget, waiting->draw_handler);
+    }
+    delete waiting;
+}
+
+gboolean on_idle(gpointer data)
+{
+    auto* waiting = static_cast<waiting_t*>(data);
+    if (!waiting->widget) {
+        delete waiting; // the window went before anything could be said of it
+        return G_SOURCE_REMOVE;
+    }
+    gdk_display_sync(gtk_widget_get_display(waiting->widget));
+    const auto callback = std::move(waiting->callback);
+    wxTopLevelWindow* window = window_of(waiting->widget);
+    forget(waiting);
+    if (window)
+        callback(window);
+    return G_SOURCE_REMOVE;
+}
+
+gboolean on_draw(GtkWidget* widget, cairo_t*, gpointer data)
+{
+    auto* waiting = static_cast<waiting_t*>(data);
+    g_signal_handler_disconnect(widget, waiting->draw_handler);
+    waiting->draw_handler = 0;
+    g_idle_add_full(G_PRIORITY_LOW, on_idle, waiting, nullptr);
+    return FALSE;
+}
+
+void on_gone(GtkWidget*, gpointer data)
+{
+    auto* waiting = static_cast<waiting_t*>(data);
+    const bool painted = waiting->draw_handler == 0;
+    waiting->widget = nullptr;
+    if (!painted)
+        delete waiting;
+}
+
+gboolean on_map(GSignalInvocationHint*, guint, const GValue* values, gpointer data)
+{
+    auto* widget = static_cast<GtkWidget*>(g_value_get_object(values));
+    if (!GTK_IS_WINDOW(widget) || !window_of(widget))
+        return TRUE;
+    auto* waiting = static_cast<waiting_t*>(data);
+    waiting->widget = widget;
+    waiting->draw_handler = g_signal_connect_after(widget, "draw", G_CALLBACK(on_draw), waiting);
+    waiting->gone_handler = g_signal_connect(widget, "destroy", G_CALLBACK(on_gone), waiting);
+    return FALSE; // the hook has done its work
+}
+
+} // namespace
+
+void when_next_window_is_painted(std::function<void(wxTopLevelWindow*)> callback)
+{
+    // The class must exist before its signal can be looked up.
+    g_type_class_unref(g_type_class_ref(GTK_TYPE_WIDGET));
+    auto waiting = std::make_unique<waiting_t>();
+    waiting->callback = std::move(callback);
+    g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_map, waiting.release(), nullptr);
+}
+
+bool save_picture(const wxTopLevelWindow& window, const std::string& file)
+{
+    GdkWindow* root = gdk_screen_get_root_window(gtk_widget_get_screen(window.GetHandle()));
+    const wxRect rect = window.GetScreenRect();
+    // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has changed.
+    cairo_surface_t* screen = gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR, 1, 1);
+    cairo_surface_destroy(screen);
+    GdkPixbuf* pixels = gdk_pixbuf_get_from_window(root, rect.x, rect.y, rect.width, rect.height);
+    if (!pixels)
+        return false;
+    const bool saved = gdk_pixbuf_save(pixels, file.c_str(), "png", nullptr, nullptr);
+    g_object_unref(pixels);
+    return saved;
+}
+
+} // namespace wx_helpers1

@@ -1,0 +1,164 @@
+#include "wx_helpers1/resource_loader.h"
+
+#include "wx_helpers1/resource_file.h"
+#include "wx_helpers1/static_picture_ctrl.h"
+#include "wx_helpers1/text.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_arguments.h>
+
+#include <cpil/catalog.h>
+#include <gen_helpers2/log.h>
+
+#include <wx/dialog.h>
+#include <wx/log.h>
+#include <wx/mstream.h>
+#include <wx/panel.h>
+#include <wx/xml/xml.h>
+#include <wx/xrc/xmlres.h>
+
+#include <map>
+#include <memory>
+#include <set>
+
+namespace wx_helpers1 {
+namespace {
+
+constexpr char logger[] = "wx_helpers1.resource_loader";
+
+// The stock handler always creates the panel, and a panel that was created empty must not be created again.
+class panel_handler_t : public wxXmlResourceHandler
+{
+public:
+    panel_handler_t()
+    {
+        XRC_ADD_STYLE(wxTAB_TRAVERSAL);
+        AddWindowStyles();
+    }
+
+    bool CanHandle(wxXmlNode* node) override { return IsOfClass(node, "wxPanel"); }
+
+    wxObject* DoCreateResource() override
+    {
+        XRC_MAKE_INSTANCE(panel, wxPanel)
+        if (!panel->GetHandle() && !panel->Create(m_parentAsWindow, GetID(), GetPosition(), GetSize(),
+                                                  GetStyle("style", wxTAB_TRAVERSAL), GetName()))
+            return nullptr;
+        SetupWindow(panel);
+        CreateChildren(panel);
+        return panel;
+    }
+};
+
+class picture_handler_t : public wxXmlResourceHandler
+{
+public:
+    bool CanHandle(wxXmlNode* node) override { return IsOfClass(node, "static_picture_ctrl_t"); }
+
+    wxObject* DoCreateResource() override
+    {
+        XRC_MAKE_INSTANCE(control, static_picture_ctrl_t)
+        control->Create(m_parentAsWindow, GetID());
+        SetupWindow(control);
+        return control;
+    }
+};
+
+void translate(wxXmlNode* node, const cpil2::i18n::catalog_t& catalog,
+               const cpil2::generic::varg_list& arguments)
+{
+    static const std::set<wxString> translated = {"label", "title", "tooltip", "hint", "help", "item"};
+    for (; node; node = node->GetNext()) {
+        if (node->GetType() != wxXML_ELEMENT_NODE)
+            continue;
+        wxXmlNode* content = node->GetChildren();
+        if (content && content->GetType() == wxXML_TEXT_NODE && translated.count(node->GetName())) {
+            const std::string key = content->GetContent().utf8_string();
+            if (catalog.has_message(key)) {
+                wxString text = to_label(catalog.message(key).as_ustring(arguments));
+                if (node->GetName() != "item") {
+                    // The resource's own escapes would take a backslash or underscore of the text for theirs.
+                    text.Replace("\\", "\\\\");
+                    text.Replace("_", "__");
+                }
+                content->SetContent(text);
+            }
+        }
+        translate(node->GetChildren(), catalog, arguments);
+    }
+}
+
+std::unique_ptr<wxXmlResource> parse(const std::string& file, const std::string& catalog_name)
+{
+    std::string xml;
+    if (!read_resource(file, xml))
+        return nullptr;
+    wxMemoryInputStream stream(xml.data(), xml.size());
+    auto document = std::make_unique<wxXmlDocument>();
+    if (!document->Load(stream))
+        return nullptr;
+    if (const auto catalog = cfgmgr2::getMessageCatalog(catalog_name))
+        translate(document->GetRoot(), *catalog, cfgmgr2::product_arguments());
+    auto resource = std::make_unique<wxXmlResource>(wxXRC_NO_RELOADING);
+    resource->InitAllHandlers();
+    resource->InsertHandler(new panel_handler_t);
+    resource->InsertHandler(new picture_handler_t);
+    if (!resource->LoadDocument(document.release(), to_wx(file)))
+        return nullptr;
+    return resource;
+}
+
+wxXmlResource* get_resource(const std::string& file, const std::string& catalog)
+{
+    // Never destroyed: at the end of the process the toolkit is gone before our statics are.
+    static auto& parsed = *new std::map<std::string, std::unique_ptr<wxXmlResource>>;
+    const wxLogNull silent;
+    auto& resource = parsed[file + '\n' + catalog + '\n' + cfgmgr2::get_language()];
+    if (!resource)
+        resource = parse(file, catalog);
+    if (!resource)
+        gen_helpers2::log_error(logger, "cannot read the resource " + file);
+    return resource.get();
+}
+
+wxXmlResource* find_object(const std::string& file, const std::string& catalog, const std::string& object)
+{
+    wxXmlResource* resource = get_resource(file, catalog);
+    if (!resource)
+        return nullptr;
+    const wxLogNull silent;
+    if (resource->GetResourceNode(to_wx(object)))
+        return resource;
+    gen_helpers2::log_error(logger, "no object " + object + " in the resource " + file);
+    return nullptr;
+}
+
+} // namespace
+
+resource_loader_t::resource_loader_t(const std::string& resource_file, const std::string& catalog_name)
+    : m_file(resource_file), m_catalog(catalog_name)
+{
+}
+
+bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const std::string& object_name) const
+{
+    wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
+    return resource && resource->LoadDialog(dialog, parent, to_wx(object_name));
+}
+
+bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::string& object_name) const
+{
+    if (!parent)
+        return false;
+    wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
+    return resource && resource->LoadPanel(panel, parent, to_wx(object_name));
+}
+
+resource_loader_t::state_t resource_loader_t::examine(const std::string& object_name) const
+{
+    if (!get_resource(m_file, m_catalog))
+        return state_t::no_resource;
+    return find_object(m_file, m_catalog, object_name) ? state_t::ok : state_t::no_object;
+}
+
+} // namespace wx_helpers1

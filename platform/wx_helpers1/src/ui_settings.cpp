@@ -1,0 +1,205 @@
+#include "wx_helpers1/ui_settings.h"
+
+#include <wx/event.h>
+#include <wx/settings.h>
+
+#include <gtk/gtk.h>
+
+#include <map>
+#include <string>
+
+namespace wx_helpers1 {
+namespace {
+
+// The theme's named colours, read from a window of our own that is never shown: the toolkit's own colour functions
+// keep what they read first.
+class theme_reader_t
+{
+public:
+    theme_reader_t() : m_window(gtk_window_new(GTK_WINDOW_POPUP)) {}
+    ~theme_reader_t() { gtk_widget_destroy(m_window); }
+    theme_reader_t(const theme_reader_t&) = delete;
+    theme_reader_t& operator=(const theme_reader_t&) = delete;
+
+    wxColour colour(const char* name, const wxColour& otherwise) const
+    {
+        GdkRGBA rgba;
+        if (!gtk_style_context_lookup_color(gtk_widget_get_style_context(m_window), name, &rgba) || rgba.alpha < 0.99)
+            return otherwise;
+        return wxColour(rgba);
+    }
+
+    wxFont font() const
+    {
+        PangoFontDescription* description = nullptr;
+        gtk_style_context_get(gtk_widget_get_style_context(m_window), GTK_STATE_FLAG_NORMAL, "font", &description,
+                              nullptr);
+        if (!description)
+            return wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+        char* text = pango_font_description_to_string(description);
+        const wxFont font(wxString::FromUTF8(text));
+        g_free(text);
+        pango_font_description_free(description);
+        return font.IsOk() ? font : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    }
+
+private:
+    GtkWidget* m_window;
+};
+
+const char* const watched_properties[] = {"notify::gtk-theme-name", "notify::gtk-application-prefer-dark-theme",
+                                          "notify::gtk-font-name", "notify::gtk-xft-dpi"};
+
+std::unique_ptr<ui_settings_t>& instance()
+{
+    static std::unique_ptr<ui_settings_t> the_instance;
+    return the_instance;
+}
+
+wxColour mix(const wxColour& a, const wxColour& b, int percent_of_b)
+{
+    const auto channel = [percent_of_b](int x, int y) {
+        return static_cast<unsigned char>(x + (y - x) * percent_of_b / 100);
+    };
+    return wxColour(channel(a.Red(), b.Red()), channel(a.Green(), b.Green()), channel(a.Blue(), b.Blue()));
+}
+
+} // namespace
+
+struct ui_settings_t::impl_t
+{
+    std::map<int, wxFont> fonts;
+    std::map<int, wxColour> colours;
+    bool dark = false;
+    bool animations = true;
+    bool system_dark = false;
+    gen_helpers2::signal_t<> changed;
+    guint pending = 0;
+
+    impl_t()
+    {
+        GtkSettings* settings = gtk_settings_get_default();
+        if (settings) {
+            gboolean prefer_dark = FALSE;
+            g_object_get(settings, "gtk-application-prefer-dark-theme", &prefer_dark, nullptr);
+            system_dark = prefer_dark != FALSE;
+            for (const char* property : watched_properties)
+                g_signal_connect(settings, property, G_CALLBACK(on_notify), this);
+        }
+        read();
+    }
+
+    ~impl_t()
+    {
+        if (pending)
+            g_source_remove(pending);
+        if (GtkSettings* settings = gtk_settings_get_default())
+            g_signal_handlers_disconnect_by_data(settings, this);
+    }
+
+    void read()
+    {
+        const theme_reader_t theme;
+        const wxColour background =
+            theme.colour("theme_bg_color", wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
+        const wxColour text = readable_colour(
+            theme.colour("theme_fg_color", wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT)), background);
+        dark = contrast_ratio(background, wxColour(0, 0, 0)) < contrast_ratio(background, wxColour(255, 255, 255));
+
+        colours[ui_colour::background] = background;
+        colours[ui_colour::text] = text;
+        colours[ui_colour::border] = theme.colour("borders", mix(background, text, 25));
+        colours[ui_colour::secondary_text] = readable_colour(mix(text, background, 35), background);
+        // Red and amber of the theme where it has them, moved until they can be read on its background.
+        colours[ui_colour::error] = readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background);
+        colours[ui_colour::warning] =
+            readable_colour(theme.colour("warning_color", wxColour(245, 121, 0)), background);
+        colours[ui_colour::notice_background] = mix(background, wxColour(245, 194, 17), dark ? 18 : 30);
+        colours[ui_colour::notice_text] = readable_colour(text, colours[ui_colour::notice_background]);
+
+        fonts[ui_font::text] = theme.font();
+        fonts[ui_font::bold] = fonts[ui_font::text].Bold();
+        if (GtkSettings* settings = gtk_settings_get_default()) {
+            gboolean enabled = TRUE;
+            g_object_get(settings, "gtk-enable-animations", &enabled, nullptr);
+            animations = enabled != FALSE;
+        }
+    }
+
+    static void on_notify(GtkSettings*, GParamSpec*, impl_t* self)
+    {
+        // One theme switch changes several properties, and the style is not in force before the loop's next turn.
+        if (!self->pending)
+            self->pending = g_idle_add_full(G_PRIORITY_DEFAULT, settle, self, nullptr);
+    }
+
+    static gboolean settle(gpointer data)
+    {
+        auto* self = static_cast<impl_t*>(data);
+        self->pending = 0;
+        self->read();
+        const auto signal = self->changed; // a slot may shut the settings down
+        signal.emit();
+        return G_SOURCE_REMOVE;
+    }
+};
+
+ui_settings_t::ui_settings_t() : m_impl(new impl_t) {}
+ui_settings_t::~ui_settings_t() = default;
+
+void ui_settings_t::initialize()
+{
+    if (!instance())
+        instance().reset(new ui_settings_t);
+}
+
+void ui_settings_t::shutdown()
+{
+    instance().reset();
+}
+
+ui_settings_t* ui_settings_t::get()
+{
+    return instance().get();
+}
+
+wxFont ui_settings_t::get_font(int number) const
+{
+    const auto found = m_impl->fonts.find(number);
+    return found != m_impl->fonts.end() ? found->second : m_impl->fonts[ui_font::text];
+}
+
+wxColour ui_settings_t::get_colour(int number) const
+{
+    const auto found = m_impl->colours.find(number);
+    return found != m_impl->colours.end() ? found->second : m_impl->colours[ui_colour::text];
+}
+
+int ui_settings_t::get_metric(int number) const
+{
+    return number == ui_metric::window_border ? 5 : 0;
+}
+
+bool ui_settings_t::is_dark() const
+{
+    return m_impl->dark;
+}
+
+bool ui_settings_t::animations_enabled() const
+{
+    return m_impl->animations;
+}
+
+gen_helpers2::signal_t<>& ui_settings_t::changed()
+{
+    return m_impl->changed;
+}
+
+void ui_settings_t::set_theme(theme_t theme)
+{
+    const bool dark = theme == theme_t::system ? m_impl->system_dark : theme == theme_t::dark;
+    if (GtkSettings* settings = gtk_settings_get_default())
+        g_object_set(settings, "gtk-application-prefer-dark-theme", static_cast<gboolean>(dark), nullptr);
+}
+
+} // namespace wx_helpers1

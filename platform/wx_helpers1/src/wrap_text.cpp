@@ -1,0 +1,83 @@
+#include "wx_helpers1/wrap_text.h"
+
+#include "wx_helpers1/text.h"
+
+#include <wx/dcclient.h>
+#include <wx/window.h>
+
+#include <algorithm>
+
+namespace wx_helpers1 {
+namespace {
+
+// One measurement gives every character's right edge in its paragraph, so that breaking stays linear in its length.
+void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& result, int& lines)
+{
+    wxArrayInt edges;
+    if (paragraph.empty() || !dc.GetPartialTextExtents(paragraph, edges) || edges.size() != paragraph.length()) {
+        result += paragraph;
+        return;
+    }
+    const std::wstring text = paragraph.ToStdWstring();
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const int left = start ? edges[start - 1] : 0;
+        std::size_t end = start;
+        while (end < text.size() && edges[end] - left <= width)
+            ++end;
+        std::size_t next = end;
+        if (end < text.size()) {
+            const std::size_t space = text[end] == L' ' ? end : text.rfind(L' ', end);
+            if (space != std::wstring::npos && space > start) {
+                end = space;
+                next = space + 1;
+            } else {
+                end = std::max(end, start + 1);
+                next = end;
+            }
+        }
+        result += wxString(text.data() + start, end - start);
+        start = next;
+        if (start < text.size()) {
+            result += '\n';
+            ++lines;
+        }
+    }
+}
+
+} // namespace
+
+std::string wrap_text(const std::string& text, int width, wxWindow*, int& lines, int margin, wxDC& dc)
+{
+    const wxString whole = to_wx(text);
+    const int room = width - margin;
+    wxString result;
+    std::size_t start = 0;
+    while (true) {
+        const std::size_t end = whole.find('\n', start);
+        const wxString paragraph =
+            whole.substr(start, end == wxString::npos ? wxString::npos : end - start);
+        if (room > 0)
+            wrap_paragraph(paragraph, room, dc, result, lines);
+        else
+            result += paragraph;
+        if (end == wxString::npos)
+            break;
+        result += '\n';
+        ++lines;
+        start = end + 1;
+    }
+    return from_wx(result);
+}
+
+std::string wrap_text(const std::string& text, int width, wxWindow* window)
+{
+    if (!window)
+        return text;
+    wxClientDC dc(window);
+    dc.SetFont(window->GetFont());
+    int lines = 1;
+    return wrap_text(text, width, window, lines, 0, dc);
+}
+
+} // namespace wx_helpers1

@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Checks message catalogs against each other and against the code and layouts that use them.
+
+usage: check_catalogs.py --catalogs DIR [--also DIR...] [--sources DIR...] [--xrc FILE...]
+                         [--functions NAME...] [--unused]
+
+English is the measure: every other language has the same keys, with the same arguments. --also names catalogs in
+which a used key may be found as well; they are not checked themselves. --functions names further functions whose first
+argument is a key. --unused adds notes about English keys that stand in no source; keys that the code puts together
+from parts are among them.
+"""
+import argparse
+import os
+import re
+import sys
+
+from catalog_format import FormatError, argument_names, read_po
+from source_format import Source, files_below, literals_of, read_xrc, report
+
+KEY = re.compile(r"[a-z0-9_]+(\.[a-z0-9_]+)*")
+# Which argument of a function is a key. Of alternatives in one tuple the first that is a literal counts.
+KEY_ARGUMENTS = {
+    "translate_message": [(0,)],
+    "catalog_key": [(0,)],
+    "text_of": [(1, 0)],
+    "get_message": [(1,)],
+    "set_main_message": [(1,)],
+    "set_supplemental_message": [(1,)],
+    "set_details_message": [(1,)],
+    "simple_error_wnd": [(1,), (2,)],
+    "simple_warning_wnd": [(1,), (2,)],
+    "warning_wnd_with_check": [(1,), (2,)],
+}
+TEXT_NODES = ("label", "title", "tooltip", "hint", "help")
+
+
+def read_catalogs(folder, findings):
+    """{language: {key: message}} of the .po files of a folder."""
+    catalogs = {}
+    for path in files_below([folder], ".po"):
+        try:
+            catalogs[os.path.basename(path)[:-3]] = read_po(path)
+        except FormatError as error:
+            findings.append((path, error.line, str(error)))
+    return catalogs
+
+
+def names_in(path, message, findings):
+    try:
+        return argument_names(message.text)
+    except FormatError as error:
+        findings.append((path, message.line, f"broken pattern: {error}"))
+        return None
+
+
+def compare(folder, catalogs, findings):
+    """Findings about the catalogs alone."""
+    english_path = os.path.join(folder, "en.po")
+    english = catalogs.get("en")
+    if english is None:
+        if not findings:
+            findings.append((english_path, 1, "there is no English catalog"))
+        return
+    english_names = {key: names_in(english_path, message, findings) for key, message in english.items()}
+    for language, messages in catalogs.items():
+        path = os.path.join(folder, language + ".po")
+        for key, message in messages.items():
+            if not message.text:
+                findings.append((path, message.line, f'"{key}" has no text in {language}'))
+            if message.fuzzy:
+                findings.append((path, message.line, f'"{key}" is marked as fuzzy and would be left out'))
+        if language == "en":
+            continue
+        for key in english.keys() - messages.keys():
+            findings.append((english_path, english[key].line, f'"{key}" is missing in {language}'))
+        for key, message in messages.items():
+            if key not in english:
+                findings.append((path, message.line, f'"{key}" is in {language}, but not in English'))
+                continue
+            names = names_in(path, message, findings)
+            if None not in (names, english_names[key]) and names != english_names[key]:
+                findings.append((path, message.line, f'"{key}" has the arguments {sorted(names)} in {language}, '
+                                                     f'but {sorted(english_names[key])} in English'))
+
+
+def keys_in_sources(folders, functions):
+    """Yields (path, line, key); functions: which of their arguments are keys."""
+    for path in files_below(folders, (".cpp", ".h")):
+        source = Source(path)
+        for match, arguments in source.calls("|".join(functions)):
+            name = match[0].rstrip("( \n")
+            for positions in functions[name]:
+                candidates = [literals_of(arguments[i]) for i in positions if i < len(arguments)]
+                for key in next(filter(None, candidates), []):
+                    yield path, source.line(match.start()), key
+
+
+def keys_in_xrc(paths, findings):
+    """Yields (path, line, key); a text that is no key is a finding, unless it says translate="0"."""
+    for path in paths:
+        for node in read_xrc(path).below():
+            texts = [child for child in node.children if child.tag in TEXT_NODES and not child.children]
+            if node.tag == "content":
+                texts += [child for child in node.children if child.tag == "item"]
+            for child in texts:
+                text = child.text.strip()
+                if not text or child.attributes.get("translate") == "0":
+                    continue
+                if KEY.fullmatch(text):
+                    yield path, child.line, text
+                else:
+                    findings.append((path, child.line, f'text not from the catalog: "{text}"'))
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--catalogs", required=True)
+    parser.add_argument("--also", nargs="*", default=[])
+    parser.add_argument("--sources", nargs="*", default=[])
+    parser.add_argument("--xrc", nargs="*", default=[])
+    parser.add_argument("--functions", nargs="*", default=[])
+    parser.add_argument("--unused", action="store_true")
+    options = parser.parse_args()
+
+    findings = []
+    catalogs = read_catalogs(options.catalogs, findings)
+    compare(options.catalogs, catalogs, findings)
+    others = [read_catalogs(folder, findings) for folder in options.also]
+    functions = {**{name: [(0,)] for name in options.functions}, **KEY_ARGUMENTS}
+    used = [*keys_in_sources(options.sources, functions), *keys_in_xrc(options.xrc, findings)]
+    for path, line, key in used:
+        missing = [language for language, messages in catalogs.items()
+                   if not any(key in m for m in (messages, *(other.get(language, {}) for other in others)))]
+        if missing:
+            findings.append((path, line, f'"{key}" has no text in {", ".join(missing)}'))
+    code = report(sorted(findings))
+    if options.unused:
+        for key, message in catalogs.get("en", {}).items():
+            if key not in {key for _, _, key in used}:
+                print(f'{options.catalogs}/en.po:{message.line}: note: nobody uses "{key}"')
+    return code
+
+
+if __name__ == "__main__":
+    sys.exit(main())

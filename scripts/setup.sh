@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs from Debian's packages whatever building, testing and looking at the product needs and this machine lacks.
+set -euo pipefail
+
+packages=(
+    # building
+    g++ cmake ninja-build ccache pkg-config python3 gettext
+    libwxgtk3.2-dev libgtk-3-dev libboost-dev libboost-locale-dev libboost-thread-dev libboost-regex-dev
+    liblog4cplus-dev libexpat1-dev libicu-dev nlohmann-json3-dev
+    # tests, benchmarks, fuzzers
+    libgtest-dev libbenchmark-dev clang libclang-rt-14-dev
+    # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
+    xvfb xauth openbox xdotool imagemagick dbus-x11 at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
+    # what windows need to look right, in every language that is shipped
+    adwaita-icon-theme gsettings-desktop-schemas fonts-dejavu-core fonts-noto-core fonts-vlgothic
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$state" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+if [ "$(id -u)" -ne 0 ]; then
+    echo "These packages are missing; run this as root, or install them: ${missing[*]}" >&2
+    exit 1
+fi
+echo "Installing ${#missing[@]} packages: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+apt-get update -q
+apt-get install -q -y --no-install-recommends "${missing[@]}"

@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# Runs a command on a display of its own: Xvfb, a window manager, a session bus, and private folders for whatever it
+# would write to the user's home. Everything that is started here ends with the command.
+#
+# usage: with_display.sh COMMAND [ARGUMENT...]
+set -euo pipefail
+
+home=$(mktemp -d)
+started=()
+cleanup() {
+    for pid in "${started[@]}"; do kill "$pid" 2>/dev/null || true; done
+    rm -rf "$home"
+}
+trap cleanup EXIT
+
+mkdir -p "$home"/{config,data,cache,run}
+chmod 700 "$home/run"
+export HOME="$home" XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
+    XDG_RUNTIME_DIR="$home/run"
+export LANG=C.UTF-8 LC_ALL=C.UTF-8 GTK_OVERLAY_SCROLLING=0 GDK_BACKEND=x11 GSETTINGS_BACKEND=memory
+unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANGUAGE
+
+exec {fd}<> <(:)
+Xvfb -displayfd "$fd" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+started+=($!)
+read -r -t 20 number <&"$fd"
+exec {fd}>&-
+export DISPLAY=":$number"
+
+bus=$(dbus-daemon --session --fork --print-address=1 --print-pid=1)
+export DBUS_SESSION_BUS_ADDRESS="${bus%%$'\n'*}"
+started+=("${bus##*$'\n'}")
+
+openbox >/dev/null 2>&1 &
+started+=($!)
+for _ in $(seq 100); do
+    xdotool get_num_desktops >/dev/null 2>&1 && break
+    sleep 0.05
+done
+
+"$@"

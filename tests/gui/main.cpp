@@ -1,0 +1,56 @@
+#include "support.h"
+
+#include <gen_helpers2/log.h>
+#include <wx_helpers1/tasks.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+
+namespace {
+
+class listener_t : public testing::EmptyTestEventListener
+{
+    void OnTestStart(const testing::TestInfo&) override { test::begin_test(); }
+    void OnTestEnd(const testing::TestInfo&) override { test::end_test(); }
+};
+
+class app_t : public wxApp
+{
+public:
+    bool OnInit() override { return true; }
+    bool OnCmdLineParsed(wxCmdLineParser&) override { return true; }
+    void OnInitCmdLine(wxCmdLineParser&) override {}
+
+    int OnRun() override
+    {
+        wxGUIEventLoop loop;
+        wxEventLoopActivator active(&loop);
+        test::install_handlers();
+        test::use_default_product();
+        wx_helpers1::tasks::Scheduler::Initialize();
+        wx_helpers1::ui_settings_t::initialize();
+        auto* frame = new wxFrame(nullptr, wxID_ANY, "main window", wxPoint(200, 150), wxSize(700, 500));
+        SetTopWindow(frame);
+        frame->Show();
+        test::settle();
+        testing::UnitTest::GetInstance()->listeners().Append(new listener_t);
+        const int result = RUN_ALL_TESTS();
+        frame->Destroy();
+        test::settle();
+        wx_helpers1::tasks::Scheduler::Shutdown();
+        wx_helpers1::ui_settings_t::shutdown();
+        return result;
+    }
+};
+
+} // namespace
+
+wxIMPLEMENT_APP_NO_MAIN(app_t);
+
+int main(int argc, char** argv)
+{
+    const gen_helpers2::log_lifetime_t log;
+    testing::InitGoogleTest(&argc, argv);
+    return wxEntry(argc, argv);
+}

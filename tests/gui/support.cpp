@@ -1,0 +1,191 @@
+#include "support.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/assertion.h>
+#include <wx_helpers1/painted.h>
+
+#include <wx/app.h>
+#include <wx/debug.h>
+#include <wx/evtloop.h>
+#include <wx/timer.h>
+#include <wx/uiaction.h>
+
+#include <gtk/gtk.h>
+
+#include <chrono>
+#include <filesystem>
+#include <mutex>
+#include <unistd.h>
+
+namespace test {
+namespace {
+
+std::mutex mutex; // assertions and warnings come from any thread
+std::vector<std::string> assertions;
+std::vector<std::string> failures;
+
+void fail(const std::string& text)
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    failures.push_back(text);
+}
+
+void on_toolkit_assert(const wxString& file, int line, const wxString&, const wxString& condition, const wxString& text)
+{
+    fail((file + wxString::Format(":%d: ", line) + condition + " " + text).utf8_string());
+}
+
+GLogWriterOutput on_glib_log(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer)
+{
+    if (level & (G_LOG_LEVEL_WARNING | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_ERROR)) {
+        for (gsize i = 0; i < count; ++i)
+            if (std::string(fields[i].key) == "MESSAGE")
+                fail(std::string("toolkit warning: ") + static_cast<const char*>(fields[i].value));
+    }
+    return G_LOG_WRITER_HANDLED;
+}
+
+} // namespace
+
+void install_handlers()
+{
+    wxSetAssertHandler(on_toolkit_assert);
+    g_log_set_writer_func(on_glib_log, nullptr, nullptr);
+    gen_helpers2::set_assertion_handler([](const gen_helpers2::assertion_t& assertion) {
+        std::lock_guard<std::mutex> lock(mutex);
+        assertions.push_back(assertion.condition);
+    });
+}
+
+void begin_test()
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    assertions.clear();
+    failures.clear();
+}
+
+void end_test()
+{
+    settle();
+    std::lock_guard<std::mutex> lock(mutex);
+    for (const std::string& text : failures)
+        ADD_FAILURE() << text;
+    for (const std::string& text : assertions)
+        ADD_FAILURE() << "assertion that the test did not expect: " << text;
+}
+
+std::vector<std::string> take_assertions()
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    return std::move(assertions);
+}
+
+wxFrame* main_window()
+{
+    return static_cast<wxFrame*>(wxTheApp->GetTopWindow());
+}
+
+void settle()
+{
+    auto quiet_since = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - quiet_since < std::chrono::milliseconds(30)) {
+        if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle())
+            quiet_since = std::chrono::steady_clock::now();
+        else
+            usleep(500);
+    }
+}
+
+bool wait_for(const std::function<bool()>& condition, int milliseconds)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        if (!g_main_context_iteration(nullptr, FALSE) && !wxTheApp->ProcessIdle())
+            usleep(500);
+    }
+    return true;
+}
+
+int run_modal(const std::function<int()>& show, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    wxWeakRef<wxTopLevelWindow> opened;
+    wxTimer rescue;
+    rescue.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+        ADD_FAILURE() << (opened ? "the window was left open" : "no window opened");
+        if (auto* dialog = wxDynamicCast(opened.get(), wxDialog))
+            dialog->EndModal(wxID_CANCEL);
+    });
+    rescue.StartOnce(15000);
+    wx_helpers1::when_next_window_is_painted([&](wxTopLevelWindow* window) {
+        opened = window;
+        wait_for([&] { return window->IsActive(); }, 2000);
+        act(window);
+    });
+    const int result = show();
+    rescue.Stop();
+    settle();
+    return result;
+}
+
+void press(int key, int modifiers)
+{
+    wxUIActionSimulator().Char(key, modifiers);
+    settle();
+}
+
+void type(const char* text)
+{
+    wxUIActionSimulator().Text(text);
+    settle();
+}
+
+product_guard_t::product_guard_t(const std::string& resource_dir, const std::string& locale_dir)
+{
+    auto product = std::make_shared<cfgmgr2::product_locations_t>();
+    product->resource_directory = gen_helpers2::path_t(resource_dir);
+    product->locale_directory = gen_helpers2::path_t(locale_dir);
+    product->product_name = "Vorbex Performance Studio";
+    product->product_short_name = "Vorbex";
+    cfgmgr2::IProductLocations::set(product);
+    cfgmgr2::reset_message_catalogs();
+    cfgmgr2::set_language("en");
+}
+
+void use_default_product()
+{
+    static std::unique_ptr<product_guard_t> for_ever;
+    for_ever.release(); // a guard's end calls this function
+    for_ever = std::make_unique<product_guard_t>(RESOURCE_DIR, LOCALE_DIR);
+}
+
+product_guard_t::~product_guard_t()
+{
+    use_default_product();
+}
+
+language_guard_t::language_guard_t(const std::string& language)
+{
+    cfgmgr2::set_language(language);
+}
+
+language_guard_t::~language_guard_t()
+{
+    cfgmgr2::set_language("en");
+}
+
+temp_dir_t::temp_dir_t()
+{
+    std::string pattern = (std::filesystem::temp_directory_path() / "gui-test-XXXXXX").string();
+    m_path = mkdtemp(pattern.data());
+}
+
+temp_dir_t::~temp_dir_t()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+} // namespace test

@@ -1,0 +1,264 @@
+#include "cfgmgr2/message_catalog.h"
+#include "cfgmgr2/product_locations.h"
+#include "cpil/catalog.h"
+#include "cpil/mo_catalog.h"
+#include "gen_helpers2/stdpaths.h"
+#include "test_tools.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+namespace {
+
+using CPIL_2_18::generic::varg_list;
+using CPIL_2_18::i18n::catalog_key;
+using CPIL_2_18::i18n::make_catalog;
+using CPIL_2_18::i18n::read_mo_catalog;
+
+std::string shown(const std::string& pattern, const varg_list& args, const std::string& language = "en")
+{
+    return make_catalog("test", language, {{"key", pattern}})->message("key").as_ustring(args);
+}
+
+TEST(Message, PutsArgumentsIn)
+{
+    const varg_list args{{"a", "x"}, {"b", std::string("{a}")}, {"n", 1234567}, {"r", 0.5}};
+    EXPECT_EQ(shown("{a} and {b}", args), "x and {a}");
+    EXPECT_EQ(shown("{n} {r}", args), "1,234,567 0.5");
+    EXPECT_EQ(shown("{n} {r}", args, "de"), "1.234.567 0,5");
+    EXPECT_EQ(shown("{missing} {a}", args), "{missing} x");
+    EXPECT_EQ(shown("{a}", varg_list()), "{a}");
+    EXPECT_EQ(shown("{ a } {0}", args), "x {0}");
+    // The bytes of a file's name stay, whatever they are.
+    EXPECT_EQ(shown("no {a}", {{"a", "\xFF"}}), "no \xFF");
+}
+
+TEST(Message, ApostropheQuotesBraces)
+{
+    const varg_list args{{"a", "x"}};
+    EXPECT_EQ(shown("don't '{a}' it''s {a}", args), "don't {a} it's x");
+    EXPECT_EQ(shown("'{it''s} {a}", args), "{it's} {a}");
+    EXPECT_EQ(shown("a } b '", args), "a } b '");
+}
+
+TEST(Message, PluralFollowsLanguage)
+{
+    const std::string pattern = "{n, plural, one {# file} other {# files}} in {dir}";
+    EXPECT_EQ(shown(pattern, {{"n", 1}, {"dir", "d"}}), "1 file in d");
+    EXPECT_EQ(shown(pattern, {{"n", 1500}, {"dir", "d"}}), "1,500 files in d");
+    const std::string arabic = "{n, plural, zero {z} one {o} two {t} few {f} many {m} other {x}}";
+    EXPECT_EQ(shown(arabic, {{"n", 3}}, "ar"), "f");
+    EXPECT_EQ(shown(arabic, {{"n", 3}}, "en"), "x");
+}
+
+TEST(Message, WhatCannotBeFormattedIsShownRaw)
+{
+    for (const char* broken : {"{", "{a", "{a b}", "{n, plural, one {x}}", "{n, nonsense}", "{}", "'{' {"})
+        EXPECT_EQ(shown(broken, {{"a", "x"}, {"n", 1}}), broken);
+    std::string deep;
+    for (int i = 0; i < 30000; ++i)
+        deep += "{a,select,other{";
+    EXPECT_EQ(shown(deep + std::string(60000, '}'), {{"a", "x"}}).substr(0, deep.size()), deep);
+    EXPECT_EQ(shown("{n, plural, other {#}}", {{"n", "text"}}), "{n, plural, other {#}}");
+    EXPECT_EQ(shown("{n, plural, other {#}} {a}", {{"a", "x"}}), "{n} x");
+}
+
+TEST(Catalog, MissingKeysAndFallback)
+{
+    static_assert(catalog_key("%Key")[0] == '%', "usable in constant tables");
+    const auto english =
+        make_catalog("test", "en", {{"both", "both"}, {"only", "{n, plural, one {o} other {x}}"}});
+    const auto german = make_catalog("test", "de", {{"both", "beide"}, {"empty", ""}, {"", "header"}});
+    german->set_fallback(english);
+    EXPECT_EQ(german->message("both").raw(), "beide");
+    EXPECT_EQ(german->message("only").as_ustring({{"n", 1}}), "o");
+    EXPECT_TRUE(german->has_message("only"));
+    for (const char* key : {"none", "empty", ""}) {
+        EXPECT_FALSE(german->has_message(key)) << key;
+        EXPECT_EQ(german->message(key).as_ustring(), "") << key;
+    }
+}
+
+TEST(CatalogThreads, MessagesAreReadByMany)
+{
+    const auto catalog =
+        make_catalog("test", "en", {{"p", "{n, plural, one {# x} other {# y}}"}, {"s", "{n}!"}});
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&catalog] {
+            for (int i = 0; i < 200; ++i) {
+                EXPECT_EQ(catalog->message("p").as_ustring({{"n", 2}}), "2 y");
+                EXPECT_EQ(catalog->message("s").as_ustring({{"n", 2}}), "2!");
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+}
+
+TEST(MoCatalog, ReadsBothByteOrdersInAnyLocale)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    for (const char* locale : {"C", "C.UTF-8"}) {
+        std::setlocale(LC_ALL, locale);
+        for (const bool big_endian : {false, true}) {
+            const auto catalog =
+                read_mo_catalog(test_tools::make_mo({{"k", "\xC3\xA4 {a}"}}, big_endian), "d", "de");
+            ASSERT_TRUE(catalog);
+            EXPECT_EQ(catalog->message("k").as_ustring({{"a", "x"}}), "\xC3\xA4 x");
+            EXPECT_FALSE(catalog->has_message("other"));
+            EXPECT_FALSE(catalog->has_message(""));
+        }
+    }
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+TEST(MoCatalog, DamagedFilesDoNoHarm)
+{
+    const std::string good = test_tools::make_mo({{"key", "text"}, {"other", "text {a}"}});
+    for (std::size_t length = 0; length < good.size(); ++length)
+        EXPECT_FALSE(read_mo_catalog(good.substr(0, length), "d", "en")) << length;
+    for (std::size_t at = 0; at < good.size(); ++at) {
+        for (const char byte : {'\0', '\x7F', '\xFF'}) {
+            std::string damaged(good);
+            damaged[at] = byte;
+            const auto catalog = read_mo_catalog(damaged, "d", "en");
+            const std::string text = catalog ? catalog->message("key").as_ustring() : std::string();
+            EXPECT_LE(text.size(), damaged.size());
+        }
+    }
+    // A rule for plurals that nests too deeply for any parser.
+    const std::string rule = "Content-Type: text/plain; charset=UTF-8\nPlural-Forms: nplurals=1; plural=";
+    EXPECT_FALSE(
+        read_mo_catalog(test_tools::make_mo({{"", rule + std::string(100000, '(') + "0"}}), "d", "en"));
+}
+
+class MessageCatalog : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        auto where = std::make_shared<cfgmgr2::product_locations_t>();
+        where->locale_directory = m_dir.path();
+        cfgmgr2::IProductLocations::set(where);
+    }
+    void TearDown() override
+    {
+        cfgmgr2::set_language("en");
+        cfgmgr2::IProductLocations::set(nullptr);
+    }
+    void install(const std::string& language, const std::map<std::string, std::string>& messages)
+    {
+        const auto folder = m_dir.path() / language / "LC_MESSAGES";
+        std::filesystem::create_directories(folder.as_filesystem_path());
+        test_tools::write_text(folder / "dialogs.mo", test_tools::make_mo(messages));
+    }
+    static std::string text(const char* key)
+    {
+        const auto catalog = cfgmgr2::getMessageCatalog("dialogs");
+        return catalog ? catalog->message(key).as_ustring() : "(no catalog)";
+    }
+
+    test_tools::temp_dir_t m_dir;
+};
+
+TEST_F(MessageCatalog, FallsBackToBaseLanguageAndEnglish)
+{
+    install("en", {{"a", "en a"}, {"b", "en b"}});
+    install("pt", {{"a", "pt a"}});
+    cfgmgr2::set_language("pt_BR.UTF-8");
+    EXPECT_EQ(cfgmgr2::get_language(), "pt_BR");
+    EXPECT_EQ(text("a"), "pt a");
+    EXPECT_EQ(text("b"), "en b");
+    EXPECT_EQ(cfgmgr2::getMessageCatalog("dialogs")->language(), "pt");
+    cfgmgr2::set_language("ja");
+    EXPECT_EQ(text("a"), "en a");
+    EXPECT_FALSE(cfgmgr2::getMessageCatalog("../dialogs"));
+    EXPECT_FALSE(cfgmgr2::getMessageCatalog(""));
+}
+
+TEST_F(MessageCatalog, MissingCatalogIsLookedForAgain)
+{
+    EXPECT_EQ(text("a"), "(no catalog)");
+    install("en", {{"a", "first"}});
+    EXPECT_EQ(text("a"), "first");
+    const auto kept = cfgmgr2::getMessageCatalog("dialogs");
+    EXPECT_EQ(cfgmgr2::getMessageCatalog("dialogs"), kept);
+    install("en", {{"a", "second"}});
+    EXPECT_EQ(text("a"), "first");
+    cfgmgr2::reset_message_catalogs();
+    EXPECT_EQ(text("a"), "second");
+    EXPECT_EQ(kept->message("a").as_ustring(), "first");
+}
+
+TEST_F(MessageCatalog, NamesOfLanguages)
+{
+    {
+        test_tools::expected_assertions_t expected;
+        for (const char* wrong : {"", "C", "POSIX", "../etc", "de/", "d", "de_", "DE", "deutsch"})
+            cfgmgr2::set_language(wrong);
+        EXPECT_EQ(expected.take().size(), 9U);
+        EXPECT_EQ(cfgmgr2::get_language(), "en");
+    }
+    ::setenv("LANGUAGE", "", 1);
+    ::setenv("LC_ALL", "C", 1);
+    ::setenv("LC_MESSAGES", "de_DE.UTF-8@euro", 1);
+    EXPECT_EQ(cfgmgr2::language_from_environment(), "de_DE");
+    ::setenv("LANGUAGE", "ja:en", 1);
+    EXPECT_EQ(cfgmgr2::language_from_environment(), "ja");
+    for (const char* variable : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"})
+        ::unsetenv(variable);
+    EXPECT_TRUE(cfgmgr2::language_is_right_to_left("ar"));
+    EXPECT_TRUE(cfgmgr2::language_is_right_to_left("he_IL"));
+    EXPECT_FALSE(cfgmgr2::language_is_right_to_left("ja"));
+    EXPECT_FALSE(cfgmgr2::language_is_right_to_left("../x"));
+}
+
+using MessageCatalogThreads = MessageCatalog;
+
+TEST_F(MessageCatalogThreads, LanguageChangesWhileTextsAreRead)
+{
+    install("en", {{"a", "en"}});
+    install("de", {{"a", "de"}});
+    std::thread reader([] {
+        for (int i = 0; i < 2000; ++i) {
+            const std::string seen = text("a");
+            EXPECT_TRUE(seen == "en" || seen == "de") << seen;
+        }
+    });
+    for (int i = 0; i < 200; ++i) {
+        cfgmgr2::set_language(i % 2 ? "en" : "de");
+        if (i % 20 == 0)
+            cfgmgr2::reset_message_catalogs();
+    }
+    reader.join();
+}
+
+TEST(ProductLocations, InitialOnesStandBesideTheProgram)
+{
+    cfgmgr2::IProductLocations* const initial = cfgmgr2::IProductLocations::get();
+    EXPECT_EQ(initial->get_product_name(), "");
+    EXPECT_EQ(initial->get_resource_directory().file_name(), "commondlg3");
+    EXPECT_EQ(initial->get_resource_directory().parent(), initial->get_locale_directory().parent());
+
+    auto own = std::make_shared<cfgmgr2::product_locations_t>();
+    own->resource_directory = "/somewhere/";
+    const auto config = gen_helpers2::stdpaths::get_user_config_dir();
+    EXPECT_EQ(own->get_config_directory(), config / "commondlg3");
+    for (const char* name : {"product", "../../etc", "..", "/"}) {
+        own->product_short_name = name;
+        EXPECT_EQ(own->get_config_directory().parent(), config) << name;
+    }
+    cfgmgr2::IProductLocations::set(own);
+    EXPECT_EQ(cfgmgr2::IProductLocations::get()->get_resource_directory().as_string(), "/somewhere");
+    cfgmgr2::IProductLocations* const raw = own.get();
+    own.reset();
+    cfgmgr2::IProductLocations::set(nullptr);
+    EXPECT_EQ(cfgmgr2::IProductLocations::get(), initial);
+    EXPECT_EQ(raw->get_product_short_name(), "/");
+}
+
+} // namespace

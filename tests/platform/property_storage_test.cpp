@@ -1,0 +1,218 @@
+#include "cfgmgr2/property_storage.h"
+#include "gen_helpers2/variant_bag_file.h"
+#include "test_tools.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <thread>
+
+namespace {
+
+using namespace gen_helpers2;
+using cfgmgr2::IPropertyStorage;
+using storage_t = sptr_t<IPropertyStorage>;
+using names_t = std::vector<std::string>;
+using test_tools::read_text;
+using test_tools::write_text;
+
+class PropertyStorage : public testing::Test
+{
+protected:
+    storage_t open(const char* expected_error = "")
+    {
+        error_code_t result;
+        storage_t storage = cfgmgr2::open_property_storage(m_file, result);
+        EXPECT_EQ(result.identifier(), expected_error) << result.message();
+        return storage;
+    }
+    static void save(const storage_t& storage)
+    {
+        const error_code_t result = storage->save();
+        EXPECT_TRUE(result.succeeded()) << result.as_string();
+    }
+    static int number(const storage_t& storage, const char* child, const char* name = "n")
+    {
+        return storage->get_child(child)->get_value(name).get<int>();
+    }
+
+    test_tools::temp_dir_t m_dir;
+    path_t m_file = m_dir / "config" / "settings.xml";
+};
+
+TEST_F(PropertyStorage, IsThereAgainNextTime)
+{
+    {
+        const storage_t child = open()->get_child("dialog");
+        child->set_value("width", 640);
+        child->set_value("gone", 1);
+        child->remove_value("gone");
+        child->get_child("column")->set_value("title", "\xFF\r");
+        EXPECT_TRUE(child->has_child("column"));
+        save(child);
+    }
+    const storage_t root = open();
+    EXPECT_EQ(root->child_names(), names_t{"dialog"});
+    EXPECT_EQ(root->get_child("dialog")->value_names(), names_t{"width"});
+    EXPECT_EQ(number(root, "dialog", "width"), 640);
+    EXPECT_EQ(root->get_child("dialog")->get_child("column")->get_value("title").get<std::string>(),
+              "\xFF\r");
+    EXPECT_TRUE(root->get_value("none").is_empty());
+    root->remove_child("dialog");
+    save(root);
+    EXPECT_FALSE(open()->has_child("dialog"));
+}
+
+TEST_F(PropertyStorage, KeepsRepeatedChildrenOfABag)
+{
+    variant_bag_t list;
+    for (int i = 0; i < 3; ++i)
+        list.add_child("entry").put("n", i);
+    const storage_t root = open();
+    const storage_t entry = root->get_child("list")->get_child("entry");
+    root->get_child("list")->from_bag(list);
+    EXPECT_EQ(root->get_child("list")->child_names(), names_t{"entry"});
+    EXPECT_EQ(entry->get_value("n").get<int>(), 0);
+    save(root);
+    EXPECT_EQ(open()->get_child("list")->to_bag(), list);
+}
+
+TEST_F(PropertyStorage, TooDeepIsAnAssertion)
+{
+    test_tools::expected_assertions_t expected;
+    storage_t at = open();
+    for (int i = 0; i < 1001; ++i)
+        at = at->get_child("deeper");
+    EXPECT_EQ(expected.take().size(), 1U);
+    at->set_value("lost", 1);
+    variant_bag_t bag;
+    variant_bag_t* inner = &bag;
+    for (int i = 0; i < 50000; ++i)
+        inner = &inner->add_child("deeper");
+    const storage_t memory = cfgmgr2::make_memory_property_storage();
+    memory->from_bag(bag);
+    EXPECT_EQ(expected.take().size(), 1U);
+    save(memory);
+    save(at);
+    EXPECT_TRUE(open()->has_child("deeper"));
+}
+
+TEST_F(PropertyStorage, DamagedFileIsKeptAside)
+{
+    std::filesystem::create_directories(m_file.parent().as_filesystem_path());
+    write_text(m_file, "<bag");
+    const storage_t root = open("gh2::error::Damaged");
+    EXPECT_TRUE(root->child_names().empty());
+    EXPECT_EQ(read_text(m_file), "<bag");
+    root->set_value("n", 1);
+    {
+        const test_tools::disk_limit_t full(10);
+        EXPECT_TRUE(root->save().failed());
+    }
+    EXPECT_EQ(read_text(m_file), "<bag");
+    save(root);
+    EXPECT_EQ(read_text(m_file.as_string() + ".damaged"), "<bag");
+    EXPECT_EQ(open()->get_value("n").get<int>(), 1);
+}
+
+TEST_F(PropertyStorage, MendedFileIsNotMistakenForDamaged)
+{
+    std::filesystem::create_directories(m_file.parent().as_filesystem_path());
+    write_text(m_file, "<bag");
+    const storage_t root = open("gh2::error::Damaged");
+    root->set_value("mine", 1);
+    variant_bag_t bag;
+    bag.put("theirs", 2);
+    ASSERT_TRUE(gen_helpers2::save(bag, m_file).succeeded());
+    save(root);
+    EXPECT_EQ(open()->value_names(), (names_t{"mine", "theirs"}));
+    EXPECT_FALSE(path_t(m_file.as_string() + ".damaged").exists());
+}
+
+TEST_F(PropertyStorage, FailedSaveKeepsFileAndChanges)
+{
+    const storage_t root = open();
+    root->set_value("n", 1);
+    save(root);
+    const std::string before = read_text(m_file);
+    root->set_value("n", 2);
+    {
+        const test_tools::disk_limit_t full(10);
+        EXPECT_EQ(root->save().identifier(), "gh2::error::Io");
+    }
+    EXPECT_EQ(read_text(m_file), before);
+    save(root);
+    EXPECT_EQ(open()->get_value("n").get<int>(), 2);
+}
+
+TEST_F(PropertyStorage, WhatAnotherProcessWroteIsTakenOver)
+{
+    {
+        const storage_t root = open();
+        for (const char* name : {"mine", "theirs", "both", "removed_here", "removed_there"})
+            root->get_child(name)->set_value("n", 0);
+        save(root);
+    }
+    const storage_t mine = open(), theirs = open();
+    const storage_t held = mine->get_child("removed_there");
+    mine->get_child("mine")->set_value("n", 1);
+    mine->get_child("both")->set_value("n", 1);
+    mine->remove_child("removed_here");
+    mine->get_child("new_here")->set_value("n", 1);
+
+    theirs->get_child("theirs")->set_value("n", 2);
+    theirs->get_child("both")->set_value("n", 2);
+    theirs->get_child("both")->set_value("other", 2);
+    theirs->get_child("removed_here")->set_value("n", 2);
+    theirs->remove_child("removed_there");
+    theirs->get_child("new_there")->set_value("n", 2);
+    save(theirs);
+    save(mine);
+
+    const storage_t now = open();
+    EXPECT_EQ(number(now, "mine"), 1);
+    EXPECT_EQ(number(now, "theirs"), 2);
+    EXPECT_EQ(number(now, "both"), 1);
+    EXPECT_EQ(number(now, "both", "other"), 2);
+    EXPECT_FALSE(now->has_child("removed_here"));
+    EXPECT_FALSE(now->get_child("removed_there")->has_value("n"));
+    EXPECT_EQ(number(now, "new_here"), 1);
+    EXPECT_EQ(number(now, "new_there"), 2);
+    // The objects at hand have taken it over as well, and still have their place.
+    EXPECT_EQ(number(mine, "theirs"), 2);
+    held->set_value("n", 3);
+    save(mine);
+    EXPECT_EQ(number(open(), "removed_there"), 3);
+}
+
+TEST_F(PropertyStorage, UnreadableFileIsNotReplaced)
+{
+    std::filesystem::create_directories(m_file.as_filesystem_path());
+    const storage_t root = open("gh2::error::Io");
+    root->set_value("n", 1);
+    EXPECT_EQ(root->save().identifier(), "gh2::error::Io");
+    EXPECT_TRUE(m_file.is_directory());
+}
+
+using PropertyStorageThreads = PropertyStorage;
+
+TEST_F(PropertyStorageThreads, WritersAndSaversTogether)
+{
+    const storage_t root = open();
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 3; ++t)
+        threads.emplace_back([&root, t] {
+            const storage_t own = root->get_child("thread" + std::to_string(t));
+            for (int i = 0; i < 50; ++i) {
+                own->set_value("n", i);
+                if (i % 25 == 24)
+                    save(own);
+            }
+        });
+    for (auto& thread : threads)
+        thread.join();
+    for (const char* name : {"thread0", "thread1", "thread2"})
+        EXPECT_EQ(number(open(), name), 49);
+}
+
+} // namespace

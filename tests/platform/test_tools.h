@@ -1,0 +1,63 @@
+#pragma once
+
+#include "gen_helpers2/assertion.h"
+#include "gen_helpers2/path.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace test_tools {
+
+/// Announces assertions: those made while it lives are collected here. Any other one fails the test it
+/// happens in.
+class expected_assertions_t
+{
+public:
+    expected_assertions_t();
+    ~expected_assertions_t();
+    expected_assertions_t(const expected_assertions_t&) = delete;
+    expected_assertions_t& operator=(const expected_assertions_t&) = delete;
+
+    std::vector<gen_helpers2::assertion_t> take();
+};
+
+/// A folder of its own, removed with everything in it.
+class temp_dir_t
+{
+public:
+    temp_dir_t();
+    ~temp_dir_t();
+    temp_dir_t(const temp_dir_t&) = delete;
+    temp_dir_t& operator=(const temp_dir_t&) = delete;
+
+    const gen_helpers2::path_t& path() const { return m_path; }
+    gen_helpers2::path_t operator/(const char* name) const { return m_path / name; }
+    /// Names of all entries, sorted.
+    std::vector<std::string> names() const;
+
+private:
+    gen_helpers2::path_t m_path;
+};
+
+/// Lets no file grow beyond so many bytes, as a full disk does.
+class disk_limit_t
+{
+public:
+    explicit disk_limit_t(unsigned long bytes);
+    ~disk_limit_t();
+    disk_limit_t(const disk_limit_t&) = delete;
+    disk_limit_t& operator=(const disk_limit_t&) = delete;
+
+private:
+    unsigned long m_before;
+    void (*m_handler)(int);
+};
+
+std::string read_text(const gen_helpers2::path_t& file);
+void write_text(const gen_helpers2::path_t& file, const std::string& text);
+
+/// The bytes of a compiled message file.
+std::string make_mo(const std::map<std::string, std::string>& messages, bool big_endian = false);
+
+} // namespace test_tools
