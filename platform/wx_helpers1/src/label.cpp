@@ -43,6 +43,11 @@ void set_wrap_width(wxStaticText* label, int width)
     const int characters = width > 0 ? std::max(1, width / std::max(1, label->GetCharWidth())) : -1;
     gtk_label_set_width_chars(widget, characters);
     gtk_label_set_max_width_chars(widget, characters);
+    // A hyphen at the break of a path or a number would be read as part of it.
+    PangoAttrList* attributes = pango_attr_list_new();
+    pango_attr_list_insert(attributes, pango_attr_insert_hyphens_new(FALSE));
+    gtk_label_set_attributes(widget, attributes);
+    pango_attr_list_unref(attributes);
 }
 
 void set_selectable(wxStaticText* label, bool selectable)
