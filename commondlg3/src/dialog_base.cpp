@@ -10,7 +10,7 @@
 namespace commondlg3 {
 
 wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
-    EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
+    EVT_INIT_DIALOG(dialog_base_t::handle_init_dialog)
     EVT_CLOSE(dialog_base_t::handle_close)
     EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
     EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
@@ -35,6 +35,25 @@ bool dialog_base_t::load(wxWindow* parent)
     if (!m_loaded)
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
     return m_loaded;
+}
+
+// The toolkit raises the init-dialog event when the window is on the screen already, where every control that is filled
+// and every change of size costs a pass of layout and a word with the window manager.
+bool dialog_base_t::Show(bool show)
+{
+    if (!show || !m_loaded || IsShown())
+        return dummy::Show(show);
+    InitDialog();
+    m_just_initialized = true;
+    const bool changed = dummy::Show(true);
+    m_just_initialized = false;
+    return changed;
+}
+
+void dialog_base_t::handle_init_dialog(wxInitDialogEvent& event)
+{
+    if (!m_just_initialized)
+        handle_init_dialog_event(event);
 }
 
 int dialog_base_t::show_modal(wxWindow* parent)

@@ -268,14 +268,11 @@ void generic_base_t<Base>::on_update_ui_settings_recursively(wxWindowList& child
     const wx_helpers1::ui_settings_t* settings = ui_settings();
     if (!settings)
         return;
+    const wxFont font = settings->get_font(wx_helpers1::ui_font::text);
     for (wxWindow* child : children) {
         if (!child)
             continue;
-        wxFont font = settings->get_font(wx_helpers1::ui_font::text);
-        const wxFont current = child->GetFont();
-        font.SetStyle(current.GetStyle());
-        font.SetWeight(current.GetWeight());
-        child->SetFont(font);
+        wx_helpers1::apply_font(child, font);
         on_update_ui_settings_recursively(child->GetChildren());
     }
 }

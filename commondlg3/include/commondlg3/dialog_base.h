@@ -30,6 +30,8 @@ public:
     int show_modal(wxWindow* parent);
     /// Shows or hides the dialog without waiting. Returns what Show() does; false when it cannot be loaded.
     bool show_nonmodal(wxWindow* parent, bool show);
+    /// Fills and lays out the dialog before it appears, rather than under the eyes of the user.
+    bool Show(bool show = true) override;
 
     bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file, const std::string& catalog_name,
                                 const std::string& object_name) override;
@@ -39,6 +41,7 @@ public:
     void handle_ok(wxCommandEvent& event) override;
     void help_activated() override;
 
+    void handle_init_dialog(wxInitDialogEvent& event);
     void handle_close(wxCloseEvent& event);
     void handle_dialog_help(wxHelpEvent& event);
 
@@ -61,6 +64,7 @@ protected:
 private:
     bool load(wxWindow* parent);
 
+    bool m_just_initialized = false;
     int m_return_code = 0;
     gen_helpers2::_internal::signal_t<const std::string&> m_help_signal;
     std::string m_help_topic;

@@ -1,7 +1,9 @@
 #include "wx_helpers1/ui_settings.h"
 
 #include <wx/event.h>
+#include <wx/fontutil.h>
 #include <wx/settings.h>
+#include <wx/window.h>
 
 #include <gtk/gtk.h>
 
@@ -200,6 +202,25 @@ void ui_settings_t::set_theme(theme_t theme)
     const bool dark = theme == theme_t::system ? m_impl->system_dark : theme == theme_t::dark;
     if (GtkSettings* settings = gtk_settings_get_default())
         g_object_set(settings, "gtk-application-prefer-dark-theme", static_cast<gboolean>(dark), nullptr);
+}
+
+// Asking the toolkit for the font of a window that was never given one makes it look up every colour of the widget as
+// well, which costs more than all the rest of this.
+void apply_font(wxWindow* window, const wxFont& font)
+{
+    if (!window || !window->GetHandle())
+        return;
+    wxFont own = font;
+    PangoFontDescription* current = nullptr;
+    GtkStyleContext* style = gtk_widget_get_style_context(window->GetHandle());
+    gtk_style_context_get(style, gtk_style_context_get_state(style), "font", &current, nullptr);
+    if (current) {
+        wxNativeFontInfo slant_and_weight;
+        slant_and_weight.description = current; // which it frees
+        own.SetStyle(slant_and_weight.GetStyle());
+        own.SetWeight(slant_and_weight.GetWeight());
+    }
+    window->SetFont(own);
 }
 
 } // namespace wx_helpers1

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class wxWindow;
+
 namespace wx_helpers1 {
 
 /// Numbers of the fonts, colours and metrics that the settings answer for.
@@ -94,6 +96,10 @@ private:
     struct impl_t;
     std::unique_ptr<impl_t> m_impl;
 };
+
+/// Gives the window the face and the size of a font; it keeps its own slant and weight, such as a bold label has from
+/// its layout.
+WX_HELPERS1_EXPORT void apply_font(wxWindow* window, const wxFont& font);
 
 /// The contrast ratio of two opaque colours, from 1 to 21, as accessibility guidelines define it.
 WX_HELPERS1_EXPORT double contrast_ratio(const wxColour& a, const wxColour& b);
