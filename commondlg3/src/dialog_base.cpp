@@ -3,6 +3,8 @@
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/display.h>
+#include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
 #include <algorithm>
@@ -132,6 +134,32 @@ wxSize dialog_base_t::get_proportional_size(float fx, float fy, const wxSize& mi
         return std::max({pixels, least, 0});
     };
     return wxSize(part(fx, size.x, min.x), part(fy, size.y, min.y));
+}
+
+// The toolkit's own ways of sizing and centring ask the window manager for the free part of the screen, a dozen
+// questions to the display each time; what is larger than the screen would be no better for being cut off.
+void dialog_base_t::fit_to_contents()
+{
+    if (!GetSizer())
+        return;
+    const wxSize needed = ClientToWindowSize(GetSizer()->CalcMin());
+    SetMinSize(needed);
+    SetSize(needed);
+}
+
+void dialog_base_t::centre_on_parent()
+{
+    const wxWindow* over = GetParent() ? wxGetTopLevelParent(GetParent()) : nullptr;
+    const int index = over && over->IsShown() ? wxDisplay::GetFromWindow(over) : wxNOT_FOUND;
+    if (index == wxNOT_FOUND) {
+        CentreOnScreen();
+        return;
+    }
+    const wxRect screen = wxDisplay(static_cast<unsigned>(index)).GetGeometry();
+    wxRect place = wxRect(GetSize()).CentreIn(over->GetRect());
+    place.x = std::max(screen.x, std::min(place.x, screen.GetRight() + 1 - place.width));
+    place.y = std::max(screen.y, std::min(place.y, screen.GetBottom() + 1 - place.height));
+    Move(place.GetPosition());
 }
 
 } // namespace commondlg3

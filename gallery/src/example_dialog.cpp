@@ -36,8 +36,8 @@ void example_dialog_t::on_init_dialog()
     m_name->ChangeValue(wx_helpers1::to_wx(m_record.name));
     m_notes->ChangeValue(wx_helpers1::to_wx(m_record.notes));
     m_name->SetFocus();
-    GetSizer()->SetSizeHints(this);
-    CentreOnParent();
+    fit_to_contents();
+    centre_on_parent();
 }
 
 void example_dialog_t::save_settings()

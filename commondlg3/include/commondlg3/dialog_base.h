@@ -60,6 +60,11 @@ public:
 protected:
     /// For on_ok() and on_cancel(): the code that the dialog will end with.
     void set_return_code(int code) { m_return_code = code; }
+    /// For on_init_dialog(): the least size that the sizer needs, now and as the dialog's minimum. A dialog that may need
+    /// more than the screen has must scroll what it shows.
+    void fit_to_contents();
+    /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
+    void centre_on_parent();
 
 private:
     bool load(wxWindow* parent);

@@ -95,7 +95,6 @@ public:
 private:
     void on_end_panel(generic_base_t<wxPanel>* panel, int code);
     void on_key(wxKeyEvent& event);
-    void fit();
 
     message_window_t m_window;
     error_warning_panel_t* m_panel = nullptr;

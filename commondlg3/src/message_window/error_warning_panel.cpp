@@ -13,7 +13,6 @@
 #include <boost/tokenizer.hpp>
 
 #include <wx/button.h>
-#include <wx/dcclient.h>
 #include <wx/display.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
@@ -89,6 +88,29 @@ std::string severity_name(message_window_t::icon_types_t type)
     }
 }
 
+// The room on the screen that a window is on. How much of it panels and docks take is known to the window manager alone,
+// and costs a dozen questions to the display: they are asked only when it matters.
+class screen_t
+{
+public:
+    explicit screen_t(wxWindow* window) : m_display(index_of(window)), m_whole(m_display.GetGeometry().GetSize()) {}
+
+    /// What there is, up to what is wanted: two thirds of a screen are taken to be free.
+    int width_up_to(int wanted) const { return wanted <= m_whole.x * 2 / 3 ? wanted : free_area().x; }
+    int height_up_to(int wanted) const { return wanted <= m_whole.y * 2 / 3 ? wanted : free_area().y; }
+
+private:
+    static unsigned index_of(wxWindow* window)
+    {
+        const int index = wxDisplay::GetFromWindow(window);
+        return index == wxNOT_FOUND ? 0u : static_cast<unsigned>(index);
+    }
+    wxSize free_area() const { return m_display.GetClientArea().GetSize(); }
+
+    wxDisplay m_display;
+    wxSize m_whole;
+};
+
 } // namespace
 
 error_warning_panel_t::error_warning_panel_t(const message_window_t& window)
@@ -140,9 +162,9 @@ void error_warning_panel_t::fill_controls()
     fill_text_controls();
     fill_buttons();
     fill_check_box();
-    Layout();
     if (GetSizer())
         GetSizer()->Fit(this);
+    Layout();
 }
 
 void error_warning_panel_t::fill_buttons()
@@ -201,11 +223,11 @@ void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, con
 
 int error_warning_panel_t::max_string_len_in_label(bool main) const
 {
-    wxClientDC dc(const_cast<error_warning_panel_t*>(this));
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    if (settings)
-        dc.SetFont(settings->get_font(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text));
-    return max_width(main) / std::max(1, static_cast<int>(dc.GetCharWidth()));
+    const int char_width =
+        settings ? settings->get_char_width(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text)
+                 : std::max(1, GetCharWidth());
+    return max_width(main) / char_width;
 }
 
 // The limit counts characters of average width: a line of wide ones may be somewhat wider without being broken again.
@@ -221,24 +243,25 @@ void error_warning_panel_t::fit_texts()
 {
     if (!m_text_area)
         return;
-    const int display_index = wxDisplay::GetFromWindow(this);
-    const wxSize screen =
-        wxDisplay(display_index == wxNOT_FOUND ? 0u : static_cast<unsigned>(display_index)).GetClientArea().GetSize();
-    const int widest = std::max(least_text_width, screen.x - width_beside_texts);
-    int width = std::min(least_text_width, widest);
-    std::vector<int> naturals;
+    const screen_t screen(this);
+    int width = least_text_width;
+    std::vector<wxSize> naturals;
     for (wxStaticText* label : labels()) {
-        const int natural = label->IsShown() ? wx_helpers1::natural_width(label) : 0;
+        const wxSize natural = label->IsShown() ? wx_helpers1::natural_size(label) : wxSize(0, 0);
         naturals.push_back(natural);
-        width = std::max(width, std::min({natural, most_width(label == m_main, natural), widest}));
+        width = std::max(width, std::min(natural.x, most_width(label == m_main, natural.x)));
     }
+    width = std::min(width, std::max(least_text_width,
+                                     screen.width_up_to(width + width_beside_texts) - width_beside_texts));
     std::size_t index = 0;
     for (wxStaticText* label : labels()) {
-        wx_helpers1::set_wrap_width(label, naturals[index++] > width ? width : 0);
-        label->SetMinSize(wxSize(width, wx_helpers1::height_for_width(label, width)));
+        const wxSize natural = naturals[index++];
+        const bool wraps = natural.x > width;
+        wx_helpers1::set_wrap_width(label, wraps ? width : 0);
+        label->SetMinSize(wxSize(width, wraps ? wx_helpers1::height_for_width(label, width) : natural.y));
     }
     const wxSize needed = m_text_area->GetSizer()->CalcMin();
-    const int room = std::max(100, screen.y - height_beside_texts);
+    const int room = std::max(100, screen.height_up_to(needed.y + height_beside_texts) - height_beside_texts);
     const bool scrolls = needed.y > room;
     const int bar = scrolls ? wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_text_area) : 0;
     m_text_area->SetScrollRate(0, std::max(1, m_text_area->GetCharHeight()));

@@ -1,5 +1,7 @@
 #include "wx_helpers1/ui_settings.h"
 
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
 #include <wx/event.h>
 #include <wx/fontutil.h>
 #include <wx/settings.h>
@@ -7,6 +9,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -72,6 +75,7 @@ struct ui_settings_t::impl_t
 {
     std::map<int, wxFont> fonts;
     std::map<int, wxColour> colours;
+    std::map<int, int> char_widths; // measured when first asked for
     bool dark = false;
     bool animations = true;
     bool system_dark = false;
@@ -119,6 +123,7 @@ struct ui_settings_t::impl_t
         colours[ui_colour::notice_background] = mix(background, wxColour(245, 194, 17), dark ? 18 : 30);
         colours[ui_colour::notice_text] = readable_colour(text, colours[ui_colour::notice_background]);
 
+        char_widths.clear();
         fonts[ui_font::text] = theme.font();
         fonts[ui_font::bold] = fonts[ui_font::text].Bold();
         if (GtkSettings* settings = gtk_settings_get_default()) {
@@ -169,6 +174,18 @@ wxFont ui_settings_t::get_font(int number) const
 {
     const auto found = m_impl->fonts.find(number);
     return found != m_impl->fonts.end() ? found->second : m_impl->fonts[ui_font::text];
+}
+
+int ui_settings_t::get_char_width(int number) const
+{
+    int& width = m_impl->char_widths[number];
+    if (width == 0) {
+        wxBitmap bitmap(1, 1);
+        wxMemoryDC dc(bitmap);
+        dc.SetFont(get_font(number));
+        width = std::max(1, static_cast<int>(dc.GetCharWidth()));
+    }
+    return width;
 }
 
 wxColour ui_settings_t::get_colour(int number) const

@@ -78,6 +78,8 @@ public:
     ui_settings_t& operator=(const ui_settings_t&) = delete;
 
     wxFont get_font(int number) const;
+    /// The average width of the font's characters, in pixels; at least 1.
+    int get_char_width(int number) const;
     wxColour get_colour(int number) const;
     /// In pixels.
     int get_metric(int number) const;
