@@ -144,6 +144,8 @@ void generic_base_t<Base>::handle_init_dialog_event(wxInitDialogEvent&)
         // To a sizer a minimum of 0 would mean that the window may vanish; no minimum is what it stands for.
         this->SetMinSize(wxSize(m_min_size.x > 0 ? m_min_size.x : wxDefaultCoord,
                                 m_min_size.y > 0 ? m_min_size.y : wxDefaultCoord));
+        // Nothing here paints its background itself, and offering it to each window costs a device context a paint.
+        this->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
         m_btn_ok = from_xrc<wxButton>(this, "m_btn_ok");
         m_btn_cancel = from_xrc<wxButton>(this, "m_btn_cancel");
         m_btn_help = from_xrc<wxButton>(this, "m_btn_help");

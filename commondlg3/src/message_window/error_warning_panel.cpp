@@ -59,6 +59,7 @@ void show_button(wxButton* button, const char* label_key)
     if (!button)
         return;
     button->Show(label_key != nullptr);
+    button->SetMinSize(wxDefaultSize);
     if (label_key)
         button->SetLabel(wx_helpers1::to_label(translate_message(label_key)));
 }
@@ -127,6 +128,8 @@ void error_warning_panel_t::on_init_dialog()
     m_text_area = from_xrc<wxScrolledWindow>(this, "m_text_area");
     m_icon = from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_icon");
     m_check_box = from_xrc<wxCheckBox>(this, "m_checkBox5");
+    if (m_text_area)
+        m_text_area->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
     for (wxStaticText* label : labels())
         wx_helpers1::set_selectable(label, true);
     load_images();
@@ -184,6 +187,7 @@ void error_warning_panel_t::fill_check_box()
     if (!m_check_box)
         return;
     m_check_box->Show(m_window.check_box != nullptr);
+    m_check_box->SetMinSize(wxDefaultSize);
     if (m_window.check_box) {
         m_check_box->SetLabel(wx_helpers1::to_plain_label(m_window.check_box->get_label()));
         m_check_box->SetValue(m_window.check_box->is_checked());

@@ -5,6 +5,7 @@
 #include <wx/event.h>
 #include <wx/fontutil.h>
 #include <wx/settings.h>
+#include <wx/stattext.h>
 #include <wx/window.h>
 
 #include <gtk/gtk.h>
@@ -237,6 +238,9 @@ void apply_font(wxWindow* window, const wxFont& font)
         own.SetStyle(slant_and_weight.GetStyle());
         own.SetWeight(slant_and_weight.GetWeight());
     }
+    // The label's own way compares with its old font, so it is given one first.
+    if (wxDynamicCast(window, wxStaticText))
+        window->wxWindow::SetFont(own);
     window->SetFont(own);
 }
 
