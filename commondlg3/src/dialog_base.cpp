@@ -1,6 +1,7 @@
 #include "commondlg3/dialog_base.h"
 
 #include <wx_helpers1/resource_loader.h>
+#include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/display.h>
@@ -150,12 +151,11 @@ void dialog_base_t::fit_to_contents()
 void dialog_base_t::centre_on_parent()
 {
     const wxWindow* over = GetParent() ? wxGetTopLevelParent(GetParent()) : nullptr;
-    const int index = over && over->IsShown() ? wxDisplay::GetFromWindow(over) : wxNOT_FOUND;
-    if (index == wxNOT_FOUND) {
+    if (!over || !over->IsShown()) {
         CentreOnScreen();
         return;
     }
-    const wxRect screen = wxDisplay(static_cast<unsigned>(index)).GetGeometry();
+    const wxRect screen = wxDisplay(wx_helpers1::display_near(over)).GetGeometry();
     wxRect place = wxRect(GetSize()).CentreIn(over->GetRect());
     place.x = std::max(screen.x, std::min(place.x, screen.GetRight() + 1 - place.width));
     place.y = std::max(screen.y, std::min(place.y, screen.GetBottom() + 1 - place.height));

@@ -62,10 +62,10 @@ void error_warning_dialog_t::on_init_dialog()
     m_panel->get_end_signal().connect(this, [this](generic_base_t<wxPanel>* panel, int code) {
         on_end_panel(panel, code);
     });
-    m_panel->create(this);
     if (!GetSizer())
         SetSizer(new wxBoxSizer(wxVERTICAL));
     GetSizer()->Add(m_panel, 1, wxEXPAND);
+    m_panel->create(this);
     wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
     fit_to_contents();
     centre_on_parent();

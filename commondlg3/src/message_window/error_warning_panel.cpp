@@ -7,6 +7,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/clipboard.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -94,18 +95,16 @@ std::string severity_name(message_window_t::icon_types_t type)
 class screen_t
 {
 public:
-    explicit screen_t(wxWindow* window) : m_display(index_of(window)), m_whole(m_display.GetGeometry().GetSize()) {}
+    explicit screen_t(wxWindow* window)
+        : m_display(wx_helpers1::display_near(window)), m_whole(m_display.GetGeometry().GetSize())
+    {
+    }
 
     /// What there is, up to what is wanted: two thirds of a screen are taken to be free.
     int width_up_to(int wanted) const { return wanted <= m_whole.x * 2 / 3 ? wanted : free_area().x; }
     int height_up_to(int wanted) const { return wanted <= m_whole.y * 2 / 3 ? wanted : free_area().y; }
 
 private:
-    static unsigned index_of(wxWindow* window)
-    {
-        const int index = wxDisplay::GetFromWindow(window);
-        return index == wxNOT_FOUND ? 0u : static_cast<unsigned>(index);
-    }
     wxSize free_area() const { return m_display.GetClientArea().GetSize(); }
 
     wxDisplay m_display;
@@ -165,9 +164,12 @@ void error_warning_panel_t::fill_controls()
     fill_text_controls();
     fill_buttons();
     fill_check_box();
-    if (GetSizer())
+    // A sizer around the panel lays it out with the rest of its window.
+    InvalidateBestSize();
+    if (GetSizer() && !GetContainingSizer()) {
         GetSizer()->Fit(this);
-    Layout();
+        Layout();
+    }
 }
 
 void error_warning_panel_t::fill_buttons()
@@ -197,11 +199,11 @@ void error_warning_panel_t::fill_check_box()
 void error_warning_panel_t::fill_text_controls()
 {
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    const wxFont text_font = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
-    const wxFont main_font = settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold();
-    fill_static_text(m_main, true, m_window.main_message, main_font);
-    fill_static_text(m_supplemental, false, m_window.supplemental_message, text_font);
-    fill_static_text(m_details, false, m_window.details_message, text_font);
+    if (m_main)
+        wx_helpers1::set_font(m_main, settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold());
+    fill_static_text(m_main, true, m_window.main_message);
+    fill_static_text(m_supplemental, false, m_window.supplemental_message);
+    fill_static_text(m_details, false, m_window.details_message);
     if (m_main)
         m_main->Show(!m_window.main_message.empty());
     if (m_supplemental)
@@ -214,14 +216,12 @@ void error_warning_panel_t::fill_text_controls()
     fit_texts();
 }
 
-void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text,
-                                             const wxFont& font)
+void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text)
 {
     if (text.empty() || !label)
         return;
     const auto max_len = static_cast<std::size_t>(std::max(0, max_string_len_in_label(main)));
     const auto lines = create_multi_line(std::max(max_len, longest_word(text)), text);
-    label->SetFont(font);
     wx_helpers1::set_label_text(label, content_for_label(lines));
 }
 
@@ -268,7 +268,7 @@ void error_warning_panel_t::fit_texts()
     const int room = std::max(100, screen.height_up_to(needed.y + height_beside_texts) - height_beside_texts);
     const bool scrolls = needed.y > room;
     const int bar = scrolls ? wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_text_area) : 0;
-    m_text_area->SetScrollRate(0, std::max(1, m_text_area->GetCharHeight()));
+    m_text_area->SetScrollRate(0, scrolls ? std::max(1, m_text_area->GetCharHeight()) : 1);
     m_text_area->ShowScrollbars(wxSHOW_SB_NEVER, scrolls ? wxSHOW_SB_ALWAYS : wxSHOW_SB_NEVER);
     m_text_area->SetMinSize(wxSize(width + bar, std::min(needed.y, room)));
     m_text_area->SetVirtualSize(width, needed.y);

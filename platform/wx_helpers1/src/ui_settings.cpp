@@ -222,26 +222,38 @@ void ui_settings_t::set_theme(theme_t theme)
         g_object_set(settings, "gtk-application-prefer-dark-theme", static_cast<gboolean>(dark), nullptr);
 }
 
-// Asking the toolkit for the font of a window that was never given one makes it look up every colour of the widget as
-// well, which costs more than all the rest of this.
+void set_font(wxWindow* window, const wxFont& font)
+{
+    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well: so it is given
+    // one first, and only its size is left to it.
+    const auto* label = wxDynamicCast(window, wxStaticText);
+    if (label)
+        window->wxWindow::SetFont(font);
+    if (!label || !label->HasFlag(wxST_NO_AUTORESIZE))
+        window->SetFont(font);
+}
+
 void apply_font(wxWindow* window, const wxFont& font)
 {
     if (!window || !window->GetHandle())
         return;
-    wxFont own = font;
-    PangoFontDescription* current = nullptr;
+    wxNativeFontInfo shown; // frees its description
     GtkStyleContext* style = gtk_widget_get_style_context(window->GetHandle());
-    gtk_style_context_get(style, gtk_style_context_get_state(style), "font", &current, nullptr);
-    if (current) {
-        wxNativeFontInfo slant_and_weight;
-        slant_and_weight.description = current; // which it frees
-        own.SetStyle(slant_and_weight.GetStyle());
-        own.SetWeight(slant_and_weight.GetWeight());
+    gtk_style_context_get(style, gtk_style_context_get_state(style), "font", &shown.description, nullptr);
+    if (!shown.description) {
+        set_font(window, font);
+        return;
     }
-    // The label's own way compares with its old font, so it is given one first.
-    if (wxDynamicCast(window, wxStaticText))
-        window->wxWindow::SetFont(own);
-    window->SetFont(own);
+    const PangoFontDescription* wanted = font.GetNativeFontInfo()->description;
+    if (g_strcmp0(pango_font_description_get_family(wanted), pango_font_description_get_family(shown.description)) == 0 &&
+        pango_font_description_get_size(wanted) == pango_font_description_get_size(shown.description) &&
+        pango_font_description_get_size_is_absolute(wanted) ==
+            pango_font_description_get_size_is_absolute(shown.description))
+        return;
+    wxFont own = font;
+    own.SetStyle(shown.GetStyle());
+    own.SetWeight(shown.GetWeight());
+    set_font(window, own);
 }
 
 } // namespace wx_helpers1

@@ -103,6 +103,9 @@ private:
 /// its layout.
 WX_HELPERS1_EXPORT void apply_font(wxWindow* window, const wxFont& font);
 
+/// The window's SetFont(), without what that costs on a label that never had a font of its own.
+WX_HELPERS1_EXPORT void set_font(wxWindow* window, const wxFont& font);
+
 /// The contrast ratio of two opaque colours, from 1 to 21, as accessibility guidelines define it.
 WX_HELPERS1_EXPORT double contrast_ratio(const wxColour& a, const wxColour& b);
 
