@@ -55,8 +55,8 @@ public:
         wx_helpers1::tasks::Scheduler::Initialize();
         wx_helpers1::ui_settings_t::initialize();
         if (!options.theme.empty())
-            wx_helpers1::ui_settings_t::get()->set_theme(options.theme == "dark" ? wx_helpers1::theme_t::dark
-                                                                                 : wx_helpers1::theme_t::light);
+            wx_helpers1::ui_settings_t::get()->set_theme(
+                options.theme == "dark" ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
         wxImage::AddHandler(new wxPNGHandler);
         SetExitOnFrameDelete(options.show.empty());
         CallAfter([this] { start(); });
@@ -67,7 +67,8 @@ public:
     void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
                          const wxChar* message) override
     {
-        const wxString where = wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
+        const wxString where =
+            wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
         gen_helpers2::log_error("toolkit", where.utf8_string());
     }
 

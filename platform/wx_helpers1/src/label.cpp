@@ -39,7 +39,8 @@ void set_wrap_width(wxStaticText* label, int width)
         return;
     gtk_label_set_line_wrap(widget, width > 0);
     gtk_label_set_line_wrap_mode(widget, PANGO_WRAP_WORD_CHAR);
-    // Without a width of its own the label lays its text out one character wide to learn how narrow it can be.
+    // Without a width of its own the label lays its text out one character wide to learn how narrow it can
+    // be.
     const int characters = width > 0 ? std::max(1, width / std::max(1, label->GetCharWidth())) : -1;
     gtk_label_set_width_chars(widget, characters);
     gtk_label_set_max_width_chars(widget, characters);
