@@ -63,6 +63,13 @@ public:
         return true;
     }
 
+    // The toolkit gives each window this direction as it is made.
+    wxLayoutDirection GetLayoutDirection() const override
+    {
+        return cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()) ? wxLayout_RightToLeft
+                                                                           : wxLayout_LeftToRight;
+    }
+
     // A dialog about a mistake in the program would ask the user what to do about it.
     void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
                          const wxChar* message) override

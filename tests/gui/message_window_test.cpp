@@ -252,6 +252,34 @@ TEST(MessageWindow, TextThatIsNotUtf8StillShows)
     });
 }
 
+// The cut takes a byte off a text that begins with its longest word: texts without spaces between words are
+// written so that they do not.
+TEST(MessageWindow, ShippedTextsKeepEveryCharacter)
+{
+    for (const std::string language : {"en", "de", "ja", "ar"}) {
+        const test::language_guard_t guard(language);
+        for (const std::string kind : {"error", "warning", "success", "information", "progress"}) {
+            message_window_t window;
+            window.set_main_message("gallery", "sample.main." + kind, {});
+            window.set_supplemental_message("gallery", "sample.supplemental." + kind, {});
+            window.set_details_message("commondlg", "max_len_details",
+                                       {{"product_name", "Vorbex"}, {"field_name", "Name"}, {"max_len", 20}});
+            run(window, [&](wxTopLevelWindow* shown) {
+                const auto shown_text = [&](const char* name) {
+                    wxString text = find<wxStaticText>(shown, name)->GetLabel();
+                    text.Replace("\n", " ");
+                    return text;
+                };
+                EXPECT_EQ(wx_helpers1::to_label(window.main_message), shown_text("m_main_instructions"));
+                EXPECT_EQ(wx_helpers1::to_label(window.supplemental_message),
+                          shown_text("m_supplemental_instructions"));
+                EXPECT_EQ(wx_helpers1::to_label(window.details_message), shown_text("m_details"));
+                shown->Close();
+            });
+        }
+    }
+}
+
 TEST(MessageWindow, FollowsAChangeOfThemeWhileItIsOpen)
 {
     wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();

@@ -28,8 +28,13 @@ PangoLayout* layout_of(wxStaticText* label)
 
 void set_label_text(wxStaticText* label, const std::string& text)
 {
-    if (widget_of(label))
-        label->SetLabelText(to_label(text));
+    GtkLabel* widget = widget_of(label);
+    if (!widget)
+        return;
+    label->SetLabelText(to_label(text));
+    // The widget turns both around for scripts from right to left, and the toolkit had done so before it.
+    gtk_label_set_justify(widget, GTK_JUSTIFY_LEFT);
+    gtk_label_set_xalign(widget, 0);
 }
 
 void set_wrap_width(wxStaticText* label, int width)
