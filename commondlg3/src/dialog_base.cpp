@@ -12,6 +12,7 @@
 
 namespace commondlg3 {
 
+// clang-format off
 wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
     EVT_INIT_DIALOG(dialog_base_t::handle_init_dialog)
     EVT_CLOSE(dialog_base_t::handle_close)
@@ -21,8 +22,9 @@ wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
     EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
     EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event)
 wxEND_EVENT_TABLE()
+    // clang-format on
 
-dialog_base_t::dialog_base_t() = default;
+    dialog_base_t::dialog_base_t() = default;
 dialog_base_t::~dialog_base_t() = default;
 
 bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -40,8 +42,8 @@ bool dialog_base_t::load(wxWindow* parent)
     return m_loaded;
 }
 
-// The toolkit raises the init-dialog event when the window is on the screen already, where every control that is filled
-// and every change of size costs a pass of layout and a word with the window manager.
+// The toolkit raises the init-dialog event when the window is on the screen already, where every control that
+// is filled and every change of size costs a pass of layout and a word with the window manager.
 bool dialog_base_t::Show(bool show)
 {
     if (!show || !m_loaded || IsShown())
@@ -137,8 +139,9 @@ wxSize dialog_base_t::get_proportional_size(float fx, float fy, const wxSize& mi
     return wxSize(part(fx, size.x, min.x), part(fy, size.y, min.y));
 }
 
-// The toolkit's own ways of sizing and centring ask the window manager for the free part of the screen, a dozen
-// questions to the display each time; what is larger than the screen would be no better for being cut off.
+// The toolkit's own ways of sizing and centring ask the window manager for the free part of the screen, a
+// dozen questions to the display each time; what is larger than the screen would be no better for being cut
+// off.
 void dialog_base_t::fit_to_contents()
 {
     if (!GetSizer())

@@ -6,6 +6,7 @@
 
 namespace commondlg3 {
 
+// clang-format off
 wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel)
     EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
     EVT_CLOSE(generic_base_t<wxPanel>::handle_close)
@@ -14,6 +15,7 @@ wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel)
     EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
     EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event)
 wxEND_EVENT_TABLE()
+// clang-format on
 
 wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
 
@@ -30,7 +32,8 @@ void pref_base_t::create(wxWindow* parent)
 {
     if (!m_loaded) {
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
-        // The first-time steps of an earlier, failed creation ran on an empty page: they are due on the real one.
+        // The first-time steps of an earlier, failed creation ran on an empty page: they are due on the real
+        // one.
         if (m_loaded)
             m_initialized = false;
     }

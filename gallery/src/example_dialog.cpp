@@ -66,7 +66,8 @@ int open_example_dialog(const nlohmann::json& data, wxWindow* parent)
     dialog.get_help_signal().connect(&dialog, [&dialog](const std::string& topic) {
         show_help(example_dialog_t::object_name, topic, &dialog);
     });
-    wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(example_dialog_t::object_name); });
+    wx_helpers1::when_next_window_is_painted(
+        [](wxTopLevelWindow*) { report_opened(example_dialog_t::object_name); });
     const int result = dialog.show_modal(parent);
     report_result(object, result, {{"name", dialog.get_data().name}, {"notes", dialog.get_data().notes}});
     return result;

@@ -37,9 +37,9 @@ bool check_resource(const std::string& file, const std::string& object, wxWindow
 {
     if (is_there(file, object))
         return true;
-    const auto window = commondlg3::message_window_t::simple_error_wnd(
-        catalog_name, "error.missing_resource", "error.missing_resource_details", {},
-        {{"object", object}, {"file", file}});
+    const auto window = commondlg3::message_window_t::simple_error_wnd(catalog_name, "error.missing_resource",
+                                                                       "error.missing_resource_details", {},
+                                                                       {{"object", object}, {"file", file}});
     report_error(object, window.supplemental_message);
     const std::string library_file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
     if (is_there(library_file, "dlg.error_warning_dialog") && is_there(library_file, "panel.error_warning"))

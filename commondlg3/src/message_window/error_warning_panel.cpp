@@ -90,8 +90,8 @@ std::string severity_name(message_window_t::icon_types_t type)
     }
 }
 
-// The room on the screen that a window is on. How much of it panels and docks take is known to the window manager alone,
-// and costs a dozen questions to the display: they are asked only when it matters.
+// The room on the screen that a window is on. How much of it panels and docks take is known to the window
+// manager alone, and costs a dozen questions to the display: they are asked only when it matters.
 class screen_t
 {
 public:
@@ -181,6 +181,8 @@ void error_warning_panel_t::fill_buttons()
     if (first_shown) {
         first_shown->SetDefault();
         first_shown->SetFocus();
+    } else {
+        SetFocusIgnoringChildren(); // without the focus in it the window would not hear Escape
     }
 }
 
@@ -200,7 +202,8 @@ void error_warning_panel_t::fill_text_controls()
 {
     const auto* settings = wx_helpers1::ui_settings_t::get();
     if (m_main)
-        wx_helpers1::set_font(m_main, settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold());
+        wx_helpers1::set_font(m_main,
+                              settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold());
     fill_static_text(m_main, true, m_window.main_message);
     fill_static_text(m_supplemental, false, m_window.supplemental_message);
     fill_static_text(m_details, false, m_window.details_message);
@@ -234,15 +237,16 @@ int error_warning_panel_t::max_string_len_in_label(bool main) const
     return max_width(main) / char_width;
 }
 
-// The limit counts characters of average width: a line of wide ones may be somewhat wider without being broken again.
+// The limit counts characters of average width: a line of wide ones may be somewhat wider without being
+// broken again.
 int error_warning_panel_t::most_width(bool main, int natural) const
 {
     const int limit = max_width(main);
     return limit < 0 || natural <= limit + limit / 4 ? natural : limit;
 }
 
-// The labels get the width that their lines need, within the limits; the toolkit breaks what is wider than that inside
-// its words. What is higher than the screen has room for scrolls.
+// The labels get the width that their lines need, within the limits; the toolkit breaks what is wider than
+// that inside its words. What is higher than the screen has room for scrolls.
 void error_warning_panel_t::fit_texts()
 {
     if (!m_text_area)

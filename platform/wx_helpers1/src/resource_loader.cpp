@@ -50,7 +50,8 @@ public:
     }
 };
 
-// The stock handler lets the toolkit choose a first size, for which it asks the window manager about the screen.
+// The stock handler lets the toolkit choose a first size, for which it asks the window manager about the
+// screen.
 class dialog_handler_t : public wxXmlResourceHandler
 {
 public:
