@@ -17,9 +17,8 @@ void page_host_t::on_init_dialog()
         this, [this](commondlg3::generic_base_t<wxPanel>*, int code) { end_dialog(code); });
     m_page->create(this);
     GetSizer()->Add(m_page, 1, wxEXPAND);
-    GetSizer()->SetSizeHints(this);
-    GetSizer()->Fit(this);
-    CentreOnParent();
+    fit_to_contents();
+    centre_on_parent();
 }
 
 void page_host_t::on_cancel()
