@@ -146,7 +146,13 @@ void dialog_base_t::fit_to_contents()
 {
     if (!GetSizer())
         return;
-    const wxSize needed = ClientToWindowSize(GetSizer()->CalcMin());
+    const wxSize contents = GetSizer()->CalcMin();
+    const wxSize needed = ClientToWindowSize(contents);
+    // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it does.
+    if (needed == contents) {
+        GetSizer()->SetSizeHints(this);
+        return;
+    }
     SetMinSize(needed);
     SetSize(needed);
 }

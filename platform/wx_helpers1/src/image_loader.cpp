@@ -100,7 +100,8 @@ struct image_loader_t::impl_t
         std::string& svg = members[file];
         if (svg.empty())
             read_resource(resource.archive + member_separator + file, svg);
-        const wxStaticPicture picture = svg.empty() ? wxStaticPicture() : wxStaticPicture::from_svg(svg, size);
+        const wxStaticPicture picture =
+            svg.empty() ? wxStaticPicture() : wxStaticPicture::from_svg(svg, size);
         if (picture.is_empty())
             gen_helpers2::log_error(logger, "cannot read the picture " + file + " in " + resource.archive);
         return picture;

@@ -1,7 +1,5 @@
 #include "wx_helpers1/ui_settings.h"
 
-#include <wx/bitmap.h>
-#include <wx/dcmemory.h>
 #include <wx/event.h>
 #include <wx/fontutil.h>
 #include <wx/settings.h>
@@ -48,6 +46,17 @@ public:
         g_free(text);
         pango_font_description_free(description);
         return font.IsOk() ? font : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    }
+
+    // As a label lays it out: a device context of the toolkit loads the font a second time.
+    int text_width(const char* text, const wxFont& font) const
+    {
+        PangoLayout* layout = gtk_widget_create_pango_layout(m_window, text);
+        pango_layout_set_font_description(layout, font.GetNativeFontInfo()->description);
+        int width = 0;
+        pango_layout_get_pixel_size(layout, &width, nullptr);
+        g_object_unref(layout);
+        return width;
     }
 
 private:
@@ -185,12 +194,8 @@ wxFont ui_settings_t::get_font(int number) const
 int ui_settings_t::get_char_width(int number) const
 {
     int& width = m_impl->char_widths[number];
-    if (width == 0) {
-        wxBitmap bitmap(1, 1);
-        wxMemoryDC dc(bitmap);
-        dc.SetFont(get_font(number));
-        width = std::max(1, static_cast<int>(dc.GetCharWidth()));
-    }
+    if (width == 0)
+        width = std::max(1, theme_reader_t().text_width("g", get_font(number)));
     return width;
 }
 
