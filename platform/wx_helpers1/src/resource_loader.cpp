@@ -51,6 +51,46 @@ public:
     }
 };
 
+// The stock handler lets the toolkit choose a first size, for which it asks the window manager about the
+// screen.
+class dialog_handler_t : public wxXmlResourceHandler
+{
+public:
+    dialog_handler_t()
+    {
+        XRC_ADD_STYLE(wxCAPTION);
+        XRC_ADD_STYLE(wxDEFAULT_DIALOG_STYLE);
+        XRC_ADD_STYLE(wxSYSTEM_MENU);
+        XRC_ADD_STYLE(wxRESIZE_BORDER);
+        XRC_ADD_STYLE(wxCLOSE_BOX);
+        XRC_ADD_STYLE(wxMAXIMIZE_BOX);
+        XRC_ADD_STYLE(wxMINIMIZE_BOX);
+        XRC_ADD_STYLE(wxSTAY_ON_TOP);
+        XRC_ADD_STYLE(wxDIALOG_NO_PARENT);
+        XRC_ADD_STYLE(wxTAB_TRAVERSAL);
+        AddWindowStyles();
+    }
+
+    bool CanHandle(wxXmlNode* node) override { return IsOfClass(node, "wxDialog"); }
+
+    wxObject* DoCreateResource() override
+    {
+        XRC_MAKE_INSTANCE(dialog, wxDialog)
+        if (!dialog->Create(m_parentAsWindow, GetID(), GetText("title"), GetPosition(), wxSize(400, 300),
+                            GetStyle("style", wxDEFAULT_DIALOG_STYLE), GetName()))
+            return nullptr;
+        if (HasParam("size"))
+            dialog->SetClientSize(GetSize("size", dialog));
+        if (HasParam("icon"))
+            dialog->SetIcons(GetIconBundle("icon", wxART_FRAME_ICON));
+        SetupWindow(dialog);
+        CreateChildren(dialog);
+        if (GetBool("centered"))
+            dialog->Centre();
+        return dialog;
+    }
+};
+
 class picture_handler_t : public wxXmlResourceHandler
 {
 public:
@@ -102,6 +142,7 @@ std::unique_ptr<wxXmlResource> parse(const std::string& file, const std::string&
         translate(document->GetRoot(), *catalog, cfgmgr2::product_arguments());
     auto resource = std::make_unique<wxXmlResource>(wxXRC_NO_RELOADING);
     resource->InitAllHandlers();
+    resource->InsertHandler(new dialog_handler_t);
     resource->InsertHandler(new panel_handler_t);
     resource->InsertHandler(new picture_handler_t);
     if (!resource->LoadDocument(document.release(), to_wx(file)))
