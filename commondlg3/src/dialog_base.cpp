@@ -11,10 +11,21 @@
 #include <algorithm>
 
 namespace commondlg3 {
+namespace {
+
+void forget_measurements(wxWindow* window)
+{
+    window->InvalidateBestSize();
+    for (wxWindow* child : window->GetChildren())
+        if (!child->IsTopLevel())
+            forget_measurements(child);
+}
+
+} // namespace
 
 // clang-format off
 wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
-    EVT_INIT_DIALOG(dialog_base_t::handle_init_dialog)
+    EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
     EVT_CLOSE(dialog_base_t::handle_close)
     EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
     EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
@@ -22,9 +33,9 @@ wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
     EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
     EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event)
 wxEND_EVENT_TABLE()
-    // clang-format on
+// clang-format on
 
-    dialog_base_t::dialog_base_t() = default;
+dialog_base_t::dialog_base_t() = default;
 dialog_base_t::~dialog_base_t() = default;
 
 bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -53,12 +64,6 @@ bool dialog_base_t::Show(bool show)
     const bool changed = dummy::Show(true);
     m_just_initialized = false;
     return changed;
-}
-
-void dialog_base_t::handle_init_dialog(wxInitDialogEvent& event)
-{
-    if (!m_just_initialized)
-        handle_init_dialog_event(event);
 }
 
 int dialog_base_t::show_modal(wxWindow* parent)
@@ -146,6 +151,7 @@ void dialog_base_t::fit_to_contents()
 {
     if (!GetSizer())
         return;
+    forget_measurements(this);
     const wxSize contents = GetSizer()->CalcMin();
     const wxSize needed = ClientToWindowSize(contents);
     // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it does.

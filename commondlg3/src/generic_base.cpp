@@ -135,6 +135,8 @@ void generic_base_t<Base>::handle_timer_event(wxTimerEvent&)
 template <class Base>
 void generic_base_t<Base>::handle_init_dialog_event(wxInitDialogEvent&)
 {
+    if (m_just_initialized)
+        return;
     const bool first = !m_initialized;
     if (first) {
         const wxSize size = this->GetSize();

@@ -42,7 +42,6 @@ public:
     void handle_ok(wxCommandEvent& event) override;
     void help_activated() override;
 
-    void handle_init_dialog(wxInitDialogEvent& event);
     void handle_close(wxCloseEvent& event);
     void handle_dialog_help(wxHelpEvent& event);
 
@@ -71,7 +70,6 @@ protected:
 private:
     bool load(wxWindow* parent);
 
-    bool m_just_initialized = false;
     int m_return_code = 0;
     gen_helpers2::_internal::signal_t<const std::string&> m_help_signal;
     std::string m_help_topic;
