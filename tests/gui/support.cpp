@@ -119,7 +119,7 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
         if (auto* dialog = wxDynamicCast(opened.get(), wxDialog))
             dialog->EndModal(wxID_CANCEL);
     });
-    rescue.StartOnce(15000);
+    rescue.StartOnce(60000);
     wx_helpers1::when_next_window_is_painted([&](wxTopLevelWindow* window) {
         opened = window;
         wait_for([&] { return window->IsActive(); }, 2000);
