@@ -1,5 +1,6 @@
 #include "commondlg3/dialog_base.h"
 
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
@@ -33,9 +34,9 @@ wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
     EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
     EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event)
 wxEND_EVENT_TABLE()
-// clang-format on
+    // clang-format on
 
-dialog_base_t::dialog_base_t() = default;
+    dialog_base_t::dialog_base_t() = default;
 dialog_base_t::~dialog_base_t() = default;
 
 bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -48,8 +49,11 @@ bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& 
 
 bool dialog_base_t::load(wxWindow* parent)
 {
-    if (!m_loaded)
+    if (!m_loaded) {
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
+        if (m_loaded)
+            wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::dialog);
+    }
     return m_loaded;
 }
 
@@ -154,7 +158,8 @@ void dialog_base_t::fit_to_contents()
     forget_measurements(this);
     const wxSize contents = GetSizer()->CalcMin();
     const wxSize needed = ClientToWindowSize(contents);
-    // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it does.
+    // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it
+    // does.
     if (needed == contents) {
         GetSizer()->SetSizeHints(this);
         return;

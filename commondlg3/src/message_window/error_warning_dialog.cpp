@@ -66,6 +66,7 @@ void error_warning_dialog_t::on_init_dialog()
         SetSizer(new wxBoxSizer(wxVERTICAL));
     GetSizer()->Add(m_panel, 1, wxEXPAND);
     m_panel->create(this);
+    wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
     wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
     fit_to_contents();
     centre_on_parent();

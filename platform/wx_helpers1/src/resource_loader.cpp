@@ -1,5 +1,6 @@
 #include "wx_helpers1/resource_loader.h"
 
+#include "wx_helpers1/accessibility.h"
 #include "wx_helpers1/resource_file.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
@@ -11,10 +12,14 @@
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 
+#include <wx/anybutton.h>
+#include <wx/checkbox.h>
 #include <wx/dialog.h>
 #include <wx/log.h>
 #include <wx/mstream.h>
 #include <wx/panel.h>
+#include <wx/radiobut.h>
+#include <wx/stattext.h>
 #include <wx/xml/xml.h>
 #include <wx/xrc/xmlres.h>
 
@@ -175,14 +180,28 @@ wxXmlResource* find_object(const std::string& file, const std::string& catalog, 
     return nullptr;
 }
 
-// The toolkit shows a tool tip of a hundred words in one line.
-void wrap_tooltips(wxWindow* window)
+// Whether a control says what it is for only by the label before it.
+bool needs_label(wxWindow* window)
+{
+    const bool has_own = dynamic_cast<wxAnyButton*>(window) || dynamic_cast<wxCheckBox*>(window) ||
+                         dynamic_cast<wxRadioButton*>(window);
+    return dynamic_cast<wxControl*>(window) && !has_own && window->AcceptsFocus() &&
+           get_accessible_name(window).empty();
+}
+
+// What the toolkit's own building leaves out: a label names the field that follows it, and long tool tips are
+// wrapped.
+void finish(wxWindow* window)
 {
     constexpr int characters_in_line = 60;
+    wxStaticText* label = nullptr;
     for (wxWindow* child : window->GetChildren()) {
+        if (label && needs_label(child))
+            set_label_for(label, child);
+        label = wxDynamicCast(child, wxStaticText);
         if (child->GetToolTip())
             SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());
-        wrap_tooltips(child);
+        finish(child);
     }
 }
 
@@ -198,7 +217,7 @@ bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const st
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
     if (!resource || !resource->LoadDialog(dialog, parent, to_wx(object_name)))
         return false;
-    wrap_tooltips(dialog);
+    finish(dialog);
     return true;
 }
 
@@ -209,7 +228,7 @@ bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
     if (!resource || !resource->LoadPanel(panel, parent, to_wx(object_name)))
         return false;
-    wrap_tooltips(panel);
+    finish(panel);
     return true;
 }
 
