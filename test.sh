@@ -16,7 +16,7 @@ build() {
 }
 
 # A short stack: further down every stack passes through the event loop, and its suppressions would match ours too.
-export ASAN_OPTIONS=detect_leaks=1:malloc_context_size=8
+export ASAN_OPTIONS=detect_leaks=1:malloc_context_size=3
 export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
 export UBSAN_OPTIONS=print_stacktrace=1
 export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1"
