@@ -9,17 +9,14 @@
 
 namespace commondlg3 {
 
-wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
-    EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
-    EVT_CLOSE(dialog_base_t::handle_close)
-    EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
-    EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
-    EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
-    EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
-    EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event)
-wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(dialog_base_t, dummy) EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
+    EVT_CLOSE(dialog_base_t::handle_close) EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
+        EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
+            EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
+                EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
+                    EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event) wxEND_EVENT_TABLE()
 
-dialog_base_t::dialog_base_t() = default;
+                        dialog_base_t::dialog_base_t() = default;
 dialog_base_t::~dialog_base_t() = default;
 
 bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,

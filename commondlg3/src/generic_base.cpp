@@ -56,7 +56,8 @@ wx_helpers1::ui_settings_t* ui_settings()
 
 template <class Base>
 generic_base_t<Base>::generic_base_t()
-    : m_resource_file(create_resource_filename("commondlg3.dat", "commondlg.xrc")), m_catalog_name(library_catalog),
+    : m_resource_file(create_resource_filename("commondlg3.dat", "commondlg.xrc")),
+      m_catalog_name(library_catalog),
       m_path_messages(std::size(path_message_keys))
 {
 }
@@ -245,8 +246,8 @@ void generic_base_t<Base>::on_max_len(wxCommandEvent& event)
     if (m_telling_limit)
         return;
     m_telling_limit = true;
-    const std::string field =
-        set_1st_letter_uppercase(options.field_name.empty() ? text_of(m_catalog_name, "text", {}) : options.field_name);
+    const std::string field = set_1st_letter_uppercase(
+        options.field_name.empty() ? text_of(m_catalog_name, "text", {}) : options.field_name);
     const std::string headline = text_of(m_catalog_name, "max_len", varg_list{{"field_name", field}});
     const varg_list arguments{{"product_name", cfgmgr2::IProductLocations::get()->get_product_name()},
                               {"field_name", field},
@@ -280,7 +281,8 @@ void generic_base_t<Base>::on_update_ui_settings_recursively(wxWindowList& child
     }
 }
 
-// The text gets the width that the dialog has without it, but at least some forty words' and at most half the screen.
+// The text gets the width that the dialog has without it, but at least some forty words' and at most half the
+// screen.
 template <class Base>
 void generic_base_t<Base>::set_multiline_text(wxStaticText* label, const std::string& text, wxFont font)
 {

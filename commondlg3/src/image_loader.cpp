@@ -10,7 +10,8 @@ image_loader_t& image_loader_t::get()
     return the_loader;
 }
 
-image_loader_t::image_loader_t() : m_loader(create_resource_filename("commondlg3.dat", "commondlg_images.xrc"))
+image_loader_t::image_loader_t()
+    : m_loader(create_resource_filename("commondlg3.dat", "commondlg_images.xrc"))
 {
     create_image_names_map();
     create_animation_names_map();
@@ -85,7 +86,8 @@ wx_helpers1::wxStaticPicture image_loader_t::load_image(image_type_t type)
 wx_helpers1::wxAnimation image_loader_t::load_animation(animation_type_t type)
 {
     const auto name = m_animation_names.find(type);
-    return name != m_animation_names.end() ? m_loader.load_animation(name->second) : wx_helpers1::wxAnimation();
+    return name != m_animation_names.end() ? m_loader.load_animation(name->second)
+                                           : wx_helpers1::wxAnimation();
 }
 
 } // namespace commondlg3

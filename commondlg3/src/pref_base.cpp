@@ -6,16 +6,13 @@
 
 namespace commondlg3 {
 
-wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel)
-    EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
-    EVT_CLOSE(generic_base_t<wxPanel>::handle_close)
-    EVT_BUTTON(XRCID("m_btn_ok"), pref_base_t::handle_ok)
-    EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
-    EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
-    EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event)
-wxEND_EVENT_TABLE()
+wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel) EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
+    EVT_CLOSE(generic_base_t<wxPanel>::handle_close) EVT_BUTTON(XRCID("m_btn_ok"), pref_base_t::handle_ok)
+        EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
+            EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
+                EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event) wxEND_EVENT_TABLE()
 
-wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
+                    wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
 
 pref_base_t::pref_base_t() = default;
 pref_base_t::~pref_base_t() = default;
@@ -30,7 +27,8 @@ void pref_base_t::create(wxWindow* parent)
 {
     if (!m_loaded) {
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
-        // The first-time steps of an earlier, failed creation ran on an empty page: they are due on the real one.
+        // The first-time steps of an earlier, failed creation ran on an empty page: they are due on the real
+        // one.
         if (m_loaded)
             m_initialized = false;
     }

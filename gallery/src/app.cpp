@@ -55,19 +55,27 @@ public:
         wx_helpers1::tasks::Scheduler::Initialize();
         wx_helpers1::ui_settings_t::initialize();
         if (!options.theme.empty())
-            wx_helpers1::ui_settings_t::get()->set_theme(options.theme == "dark" ? wx_helpers1::theme_t::dark
-                                                                                 : wx_helpers1::theme_t::light);
+            wx_helpers1::ui_settings_t::get()->set_theme(
+                options.theme == "dark" ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
         wxImage::AddHandler(new wxPNGHandler);
         SetExitOnFrameDelete(options.show.empty());
         CallAfter([this] { start(); });
         return true;
     }
 
+    // The toolkit gives each window this direction as it is made.
+    wxLayoutDirection GetLayoutDirection() const override
+    {
+        return cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()) ? wxLayout_RightToLeft
+                                                                           : wxLayout_LeftToRight;
+    }
+
     // A dialog about a mistake in the program would ask the user what to do about it.
     void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
                          const wxChar* message) override
     {
-        const wxString where = wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
+        const wxString where =
+            wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
         gen_helpers2::log_error("toolkit", where.utf8_string());
     }
 

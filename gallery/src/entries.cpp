@@ -9,8 +9,8 @@
 namespace gallery {
 namespace {
 
-using nlohmann::json;
 using CPIL_2_18::i18n::catalog_key;
+using nlohmann::json;
 
 entry_t message(const std::string& id, json data)
 {

@@ -6,6 +6,7 @@
 #include <commondlg3/message_window.h>
 #include <commondlg3/resources.h>
 #include <cpil/catalog.h>
+#include <wx_helpers1/fit.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
@@ -36,7 +37,7 @@ void example_dialog_t::on_init_dialog()
     m_name->ChangeValue(wx_helpers1::to_wx(m_record.name));
     m_notes->ChangeValue(wx_helpers1::to_wx(m_record.notes));
     m_name->SetFocus();
-    GetSizer()->SetSizeHints(this);
+    wx_helpers1::fit_to_contents(this);
     CentreOnParent();
 }
 
@@ -66,7 +67,8 @@ int open_example_dialog(const nlohmann::json& data, wxWindow* parent)
     dialog.get_help_signal().connect(&dialog, [&dialog](const std::string& topic) {
         show_help(example_dialog_t::object_name, topic, &dialog);
     });
-    wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(example_dialog_t::object_name); });
+    wx_helpers1::when_next_window_is_painted(
+        [](wxTopLevelWindow*) { report_opened(example_dialog_t::object_name); });
     const int result = dialog.show_modal(parent);
     report_result(object, result, {{"name", dialog.get_data().name}, {"notes", dialog.get_data().notes}});
     return result;

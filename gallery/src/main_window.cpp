@@ -74,8 +74,8 @@ void main_panel_t::fill_list()
     m_found.clear();
     m_list->Clear();
     for (const entry_t& entry : entries()) {
-        const wxString words =
-            to_label(entry_text(entry, "name") + "\n" + entry_text(entry, "description") + "\n" + entry.object);
+        const wxString words = to_label(entry_text(entry, "name") + "\n" + entry_text(entry, "description") +
+                                        "\n" + entry.object);
         if (!words.Lower().Contains(wanted))
             continue;
         m_found.push_back(&entry);
@@ -109,12 +109,13 @@ void main_panel_t::open_selected()
     if (!entry)
         return;
     const int result = entry->open(wxGetTopLevelParent(this));
-    const auto said = commondlg3::message_window_t::get_message("gallery", "status.result",
-                                                                {{"object", entry->object}, {"result", result}});
+    const auto said = commondlg3::message_window_t::get_message(
+        "gallery", "status.result", {{"object", entry->object}, {"result", result}});
     m_status->SetLabelText(to_label(said));
 }
 
-main_window_t::main_window_t() : wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxSize(760, 560))
+main_window_t::main_window_t()
+    : wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxSize(760, 560))
 {
     SetMinSize(wxSize(560, 420));
     fill();
@@ -168,7 +169,8 @@ void main_window_t::make_menus()
     wxMenuBar* old = GetMenuBar();
     SetMenuBar(bar);
     delete old;
-    Bind(wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+    Bind(
+        wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
 }
 
 void main_window_t::change_language(const std::string& language)

@@ -11,8 +11,8 @@
 namespace gallery {
 namespace {
 
-using nlohmann::json;
 using CPIL_2_18::i18n::catalog_key;
+using nlohmann::json;
 
 struct sample_keys_t
 {
@@ -66,7 +66,8 @@ json data_of(const commondlg3::message_window_t& window)
                  {"button_type", static_cast<int>(window.button_type)},
                  {"icon_type", static_cast<int>(window.icon_type)}};
     if (window.check_box)
-        data["check_box"] = {{"label", window.check_box->get_label()}, {"checked", window.check_box->is_checked()}};
+        data["check_box"] = {{"label", window.check_box->get_label()},
+                             {"checked", window.check_box->is_checked()}};
     return data;
 }
 
@@ -79,7 +80,8 @@ int report_message(const commondlg3::message_window_t& window, wxWindow* parent,
     int result = commondlg3::message_window_t::result_none;
     if (silenced || check_resource(file, message_object, parent)) {
         if (!silenced)
-            wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(message_object); });
+            wx_helpers1::when_next_window_is_painted(
+                [](wxTopLevelWindow*) { report_opened(message_object); });
         result = show();
     }
     report_result(message_object, result, data_of(window));
@@ -149,7 +151,8 @@ int open_message_box(const json& data, wxWindow* parent)
 {
     const auto window = message_from(data);
     return report_message(window, parent, [&] {
-        return commondlg3::show_msg_box(window.main_message, window.supplemental_message, window.icon_type, parent);
+        return commondlg3::show_msg_box(window.main_message, window.supplemental_message, window.icon_type,
+                                        parent);
     });
 }
 

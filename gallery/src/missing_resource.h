@@ -12,8 +12,9 @@ std::string resource_file();
 /// The text of a key in the host's own catalog.
 std::string text(const std::string& key);
 
-/// True when the object can be loaded. Otherwise tells the user, in a message window, what is missing and where it
-/// was looked for, and a script, in a JSON line. Where the message window itself is missing, the toolkit's tells it.
+/// True when the object can be loaded. Otherwise tells the user, in a message window, what is missing and
+/// where it was looked for, and a script, in a JSON line. Where the message window itself is missing, the
+/// toolkit's tells it.
 bool check_resource(const std::string& resource_file, const std::string& object, wxWindow* parent);
 
 } // namespace gallery

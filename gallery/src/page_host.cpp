@@ -2,6 +2,8 @@
 
 #include "missing_resource.h"
 
+#include <wx_helpers1/fit.h>
+
 namespace gallery {
 
 page_host_t::page_host_t(commondlg3::pref_base_t* page) : m_page(page)
@@ -17,8 +19,7 @@ void page_host_t::on_init_dialog()
         this, [this](commondlg3::generic_base_t<wxPanel>*, int code) { end_dialog(code); });
     m_page->create(this);
     GetSizer()->Add(m_page, 1, wxEXPAND);
-    GetSizer()->SetSizeHints(this);
-    GetSizer()->Fit(this);
+    wx_helpers1::fit_to_contents(this);
     CentreOnParent();
 }
 

@@ -16,13 +16,15 @@
 namespace gallery {
 namespace {
 
-// What a window does right after its first painting: focus rings, default buttons, the window manager's frame.
+// What a window does right after its first painting: focus rings, default buttons, the window manager's
+// frame.
 constexpr int settle_milliseconds = 250;
 
 class taker_t : public wxEvtHandler
 {
 public:
-    taker_t(const std::string& folder, std::function<void(int)> done) : m_folder(folder), m_done(std::move(done))
+    taker_t(const std::string& folder, std::function<void(int)> done)
+        : m_folder(folder), m_done(std::move(done))
     {
         Bind(wxEVT_TIMER, [this](wxTimerEvent&) { take(); });
         m_timer.SetOwner(this);

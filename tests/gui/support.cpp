@@ -31,7 +31,8 @@ void fail(const std::string& text)
     failures.push_back(text);
 }
 
-void on_toolkit_assert(const wxString& file, int line, const wxString&, const wxString& condition, const wxString& text)
+void on_toolkit_assert(const wxString& file, int line, const wxString&, const wxString& condition,
+                       const wxString& text)
 {
     fail((file + wxString::Format(":%d: ", line) + condition + " " + text).utf8_string());
 }

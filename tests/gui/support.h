@@ -23,8 +23,8 @@ bool wait_for(const std::function<bool()>& condition, int milliseconds = 5000);
 /// Lets the event loop turn until nothing is left to do.
 void settle();
 
-/// Runs `show`, which blocks in a modal loop, and `act` with the window that it opened once that is painted. When
-/// `act` leaves the window open it is closed after a while and the test fails.
+/// Runs `show`, which blocks in a modal loop, and `act` with the window that it opened once that is painted.
+/// When `act` leaves the window open it is closed after a while and the test fails.
 int run_modal(const std::function<int()>& show, const std::function<void(wxTopLevelWindow*)>& act);
 
 /// A real key press, through the display.
@@ -32,8 +32,8 @@ void press(int key, int modifiers = wxMOD_NONE);
 /// Real typing of ASCII text.
 void type(const char* text);
 
-/// Assertions of ours that were raised since the test began, by their condition's text. Reading them accepts them;
-/// one that is left unread fails the test.
+/// Assertions of ours that were raised since the test began, by their condition's text. Reading them accepts
+/// them; one that is left unread fails the test.
 std::vector<std::string> take_assertions();
 
 /// Points the product at other folders for as long as it lives.

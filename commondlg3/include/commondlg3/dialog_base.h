@@ -6,8 +6,8 @@ namespace commondlg3 {
 
 /// The base of top-level dialogs, modal or not, whose layout comes from the resource file.
 ///
-/// Use it for a window that asks and ends; for something that lives inside another window use pref_base_t; to tell
-/// the user something use show_modal(message_window_t).
+/// Use it for a window that asks and ends; for something that lives inside another window use pref_base_t; to
+/// tell the user something use show_modal(message_window_t).
 ///
 ///     class ask_t : public dialog_base_t
 ///     {
@@ -17,9 +17,10 @@ namespace commondlg3 {
 ///     ask_t ask;
 ///     if (ask.show_modal(parent) == wxID_OK) ...
 ///
-/// The layout is loaded at the first show; a failed load shows nothing, answers 0, and is tried again at the next.
-/// OK ends with 5100, Cancel and Escape with 5101, the close box with the return code, which on_cancel() may change;
-/// on_ok() may change that of OK. A dialog on the stack of its caller ends with it. GUI thread.
+/// The layout is loaded at the first show; a failed load shows nothing, answers 0, and is tried again at the
+/// next. OK ends with 5100, Cancel and Escape with 5101, the close box with the return code, which
+/// on_cancel() may change; on_ok() may change that of OK. A dialog on the stack of its caller ends with it.
+/// GUI thread.
 class COMMONDLG3_EXPORT dialog_base_t : public generic_base_t<dummy>
 {
 public:
@@ -31,8 +32,8 @@ public:
     /// Shows or hides the dialog without waiting. Returns what Show() does; false when it cannot be loaded.
     bool show_nonmodal(wxWindow* parent, bool show);
 
-    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file, const std::string& catalog_name,
-                                const std::string& object_name) override;
+    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                                const std::string& catalog_name, const std::string& object_name) override;
     void end_dialog(int code) override;
     /// Raises the help signal with the topic; without a topic nothing happens.
     void on_help() override;
@@ -45,7 +46,8 @@ public:
     void set_help_topic(const std::string& topic) { m_help_topic = topic; }
     gen_helpers2::_internal::signal_t<const std::string&>& get_help_signal() { return m_help_signal; }
 
-    /// The title, in the encoding of the current locale (UTF-8 as a rule); any bytes come back as they were set.
+    /// The title, in the encoding of the current locale (UTF-8 as a rule); any bytes come back as they were
+    /// set.
     void set_title(const std::string& title);
     std::string get_title() const;
 

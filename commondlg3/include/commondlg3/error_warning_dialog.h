@@ -14,16 +14,17 @@
 
 namespace commondlg3 {
 
-/// Breaks a text into lines of at most `max_len` bytes, at spaces; a line feed always ends a line. A line without a
-/// space that reaches the limit gives an empty line and loses its first byte: never pass a limit that is not longer
-/// than the longest word. Linear in the length of the text. Any thread.
+/// Breaks a text into lines of at most `max_len` bytes, at spaces; a line feed always ends a line. A line
+/// without a space that reaches the limit gives an empty line and loses its first byte: never pass a limit
+/// that is not longer than the longest word. Linear in the length of the text. Any thread.
 COMMONDLG3_EXPORT std::vector<std::string> create_multi_line(std::size_t max_len, const std::string& text);
 
 /// The lines joined by "\n".
 COMMONDLG3_EXPORT std::string content_for_label(const std::vector<std::string>& lines);
 
-/// What a message window shows: icon, texts, check box, buttons. It ends by its end signal, with wxID_OK for the
-/// first button and wxID_CANCEL for the second. Use it alone only to embed a message in a window of your own.
+/// What a message window shows: icon, texts, check box, buttons. It ends by its end signal, with wxID_OK for
+/// the first button and wxID_CANCEL for the second. Use it alone only to embed a message in a window of your
+/// own.
 ///
 /// The texts scroll when they are taller than the screen has room for, and can be selected. GUI thread.
 class COMMONDLG3_EXPORT error_warning_panel_t : public pref_base_t
@@ -36,8 +37,8 @@ public:
     void on_cancel() override;
     void on_update_ui_settings() override;
 
-    /// The widest line of the headline or of the explanation, in pixels; -1 breaks at every space. Smaller values are
-    /// ignored.
+    /// The widest line of the headline or of the explanation, in pixels; -1 breaks at every space. Smaller
+    /// values are ignored.
     void set_max_main_msg_width(int width);
     void set_max_supp_msg_width(int width);
     /// Shows an animation in place of the still icon.
@@ -50,7 +51,8 @@ public:
     std::string get_text_for_clipboard(const std::string& title) const;
     /// Copies what is selected, or everything when nothing is.
     void copy(const std::string& title) const;
-    /// Scrolls the texts for Page Up, Page Down, Home and End; false for any other key or when nothing scrolls.
+    /// Scrolls the texts for Page Up, Page Down, Home and End; false for any other key or when nothing
+    /// scrolls.
     bool scroll_by_key(int key_code);
 
 private:
@@ -86,8 +88,8 @@ public:
     /// Null until the dialog is loaded.
     error_warning_panel_t* get_panel() const { return m_panel; }
 
-    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file, const std::string& catalog_name,
-                                const std::string& object_name) override;
+    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                                const std::string& catalog_name, const std::string& object_name) override;
     void on_init_dialog() override;
     void on_cancel() override;
     void on_update_ui_settings() override;

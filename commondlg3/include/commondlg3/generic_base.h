@@ -23,22 +23,22 @@ class COMMONDLG3_EXPORT dummy : public wx_helpers1::modal_flavor<wxDialog>
 {
 };
 
-/// The common base of every dialog, panel and preference page: one lifecycle, one way of applying the fonts, a length
-/// limit with a message for every text control.
+/// The common base of every dialog, panel and preference page: one lifecycle, one way of applying the fonts,
+/// a length limit with a message for every text control.
 ///
-/// Do not derive from it directly: derive from dialog_base_t (top-level dialogs) or pref_base_t (pages and panels),
-/// which bind its handlers and load the layout.
+/// Do not derive from it directly: derive from dialog_base_t (top-level dialogs) or pref_base_t (pages and
+/// panels), which bind its handlers and load the layout.
 ///
 ///     my_page_t::my_page_t() { set_resource_object("pref.mine"); }
 ///     void my_page_t::on_init_dialog() { m_name = from_xrc<wxTextCtrl>(this, "m_name"); ... }
 ///     void my_page_t::save_settings()  { m_data.name = wx_helpers1::from_wx(m_name->GetValue()); }
 ///
-/// Lifecycle: constructed, hidden -> first init-dialog event (size, buttons, fonts, limits, path messages, then
-/// on_init_dialog()) -> shown -> OK, Cancel or closing -> end_dialog(code). Later init-dialog events, and every change
-/// of the user-interface settings, apply the fonts again and nothing else.
+/// Lifecycle: constructed, hidden -> first init-dialog event (size, buttons, fonts, limits, path messages,
+/// then on_init_dialog()) -> shown -> OK, Cancel or closing -> end_dialog(code). Later init-dialog events,
+/// and every change of the user-interface settings, apply the fonts again and nothing else.
 ///
-/// Ownership: windows belong to their parents in the toolkit's way; subscriptions and the timer end with the object.
-/// Everything runs on the GUI thread. Missing standard buttons are no error: their members stay null.
+/// Ownership: windows belong to their parents in the toolkit's way; subscriptions and the timer end with the
+/// object. Everything runs on the GUI thread. Missing standard buttons are no error: their members stay null.
 template <class Base>
 class COMMONDLG3_EXPORT generic_base_t : public Base, public gen_helpers2::_internal::subscriber_base_t
 {
@@ -48,7 +48,8 @@ public:
     generic_base_t();
     ~generic_base_t() override;
 
-    /// Raised by the default end_dialog() with (this, code); the owner of an embedded panel decides what it means.
+    /// Raised by the default end_dialog() with (this, code); the owner of an embedded panel decides what it
+    /// means.
     end_signal_t& get_end_signal() { return m_end_signal; }
 
     // What a derived class overrides, in the order of a window's life.
@@ -70,8 +71,9 @@ public:
     virtual void on_update_ui_settings();
     virtual void handle_ok(wxCommandEvent& event);
     virtual void load_auxiliary_strings();
-    /// Puts the limits on the direct child text controls. Register limits with set_max_len_options() before it runs:
-    /// in the constructor, or in an override that calls this one last. Deeper controls are the derived class's own.
+    /// Puts the limits on the direct child text controls. Register limits with set_max_len_options() before
+    /// it runs: in the constructor, or in an override that calls this one last. Deeper controls are the
+    /// derived class's own.
     virtual void set_max_text_limit();
     virtual void handle_timer_event(wxTimerEvent& event);
 

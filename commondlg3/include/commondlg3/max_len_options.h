@@ -21,7 +21,10 @@ struct max_len_options_t
     }
 
     /// The limit in force, in characters.
-    long effective_max_length() const { return max_length == no_limit_given ? default_max_length : max_length; }
+    long effective_max_length() const
+    {
+        return max_length == no_limit_given ? default_max_length : max_length;
+    }
 
     long max_length;
     std::string field_name;

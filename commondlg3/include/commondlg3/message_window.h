@@ -12,8 +12,8 @@ class wxWindow;
 
 namespace commondlg3 {
 
-/// The check box by which a user silences a message. The caller implements it, over whatever keeps the answer; the
-/// message window reads it before showing and stores the new state when it ends.
+/// The check box by which a user silences a message. The caller implements it, over whatever keeps the
+/// answer; the message window reads it before showing and stores the new state when it ends.
 class i_check_box_definition
 {
 public:
@@ -39,14 +39,17 @@ protected:
     virtual ~i_check_box_definition() = default;
 };
 
-/// A modal error or warning window, as a value: fill it, hand it to show_modal(), read the code of the button.
+/// A modal error or warning window, as a value: fill it, hand it to show_modal(), read the code of the
+/// button.
 ///
-///     auto window = message_window_t::simple_warning_wnd("commondlg", "collect.overwrite", "collect.overwrite_details",
+///     auto window = message_window_t::simple_warning_wnd("commondlg", "collect.overwrite",
+///     "collect.overwrite_details",
 ///                                                        message_window_t::button_type_t::yes_no, {}, {});
 ///     if (show_modal(window, this) == message_window_t::result_yes) ...
 ///
-/// Use it when the user must answer before going on. For problems of a page use its heading block, for the course of
-/// a long job its log: windows that pop up stop the user. Texts are UTF-8, already translated; GUI thread.
+/// Use it when the user must answer before going on. For problems of a page use its heading block, for the
+/// course of a long job its log: windows that pop up stop the user. Texts are UTF-8, already translated; GUI
+/// thread.
 class COMMONDLG3_EXPORT message_window_t
 {
 public:
@@ -105,7 +108,8 @@ public:
                                                const CPIL_2_18::generic::varg_list& main_args,
                                                const CPIL_2_18::generic::varg_list& supplemental_args);
     static message_window_t warning_wnd_with_check(const std::string& catalog, const std::string& main_key,
-                                                   const std::string& supplemental_key, button_type_t button_type,
+                                                   const std::string& supplemental_key,
+                                                   button_type_t button_type,
                                                    gen_helpers2::sptr_t<i_check_box_definition> check_box,
                                                    const CPIL_2_18::generic::varg_list& main_args,
                                                    const CPIL_2_18::generic::varg_list& supplemental_args);
@@ -125,8 +129,8 @@ public:
     wx_helpers1::picture_t picture; ///< instead of the icon's own, when not empty
 };
 
-/// Shows the window over `parent` (null: over the main window) and waits for the answer. A window that the user has
-/// silenced, or that cannot be loaded, answers result_none at once.
+/// Shows the window over `parent` (null: over the main window) and waits for the answer. A window that the
+/// user has silenced, or that cannot be loaded, answers result_none at once.
 COMMONDLG3_EXPORT int show_modal(const message_window_t& window, wxWindow* parent);
 
 } // namespace commondlg3

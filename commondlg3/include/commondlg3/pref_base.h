@@ -11,11 +11,13 @@ namespace commondlg3 {
 ///     page->create(parent);
 ///     sizer->Add(page, 1, wxEXPAND);
 ///
-/// The host's OK and Cancel reach the page as on_ok() and on_cancel(); the page's own buttons, where it has any, do
-/// the same. Ending hides the page and raises the end signal: the host decides what ending means. GUI thread.
+/// The host's OK and Cancel reach the page as on_ok() and on_cancel(); the page's own buttons, where it has
+/// any, do the same. Ending hides the page and raises the end signal: the host decides what ending means. GUI
+/// thread.
 ///
-/// When the layout cannot be loaded the page is there, empty: its controls are null, and so every override must
-/// expect. A later create() tries again and, once it succeeds, runs the first-time steps on the real layout.
+/// When the layout cannot be loaded the page is there, empty: its controls are null, and so every override
+/// must expect. A later create() tries again and, once it succeeds, runs the first-time steps on the real
+/// layout.
 class COMMONDLG3_EXPORT pref_base_t : public generic_base_t<wxPanel>
 {
 public:
@@ -25,8 +27,8 @@ public:
     /// Loads the layout below `parent`, shows the page and runs its init-dialog steps.
     void create(wxWindow* parent);
 
-    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file, const std::string& catalog_name,
-                                const std::string& object_name) override;
+    bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
+                                const std::string& catalog_name, const std::string& object_name) override;
     void end_dialog(int code) override;
 
 private:

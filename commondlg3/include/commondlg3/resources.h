@@ -17,13 +17,14 @@ COMMONDLG3_EXPORT std::string create_resource_filename(const std::string& archiv
 ///
 ///     m_name = from_xrc<wxTextCtrl>(this, "m_name");
 ///
-/// @return null when there is none: check it. A control of another class fails the toolkit's checked cast. The
-/// control stays its parent's. GUI thread.
+/// @return null when there is none: check it. A control of another class fails the toolkit's checked cast.
+/// The control stays its parent's. GUI thread.
 template <class T>
 T* from_xrc(wxWindow* parent, const std::string& name)
 {
     wxWindow* found =
-        parent ? parent->FindWindow(wxXmlResource::GetXRCID(wxString::FromUTF8(name.data(), name.size()))) : nullptr;
+        parent ? parent->FindWindow(wxXmlResource::GetXRCID(wxString::FromUTF8(name.data(), name.size())))
+               : nullptr;
     return found ? wxStaticCast(found, T) : nullptr;
 }
 

@@ -39,7 +39,8 @@ error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window) :
 }
 
 bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
-                                                    const std::string& catalog_name, const std::string& object_name)
+                                                    const std::string& catalog_name,
+                                                    const std::string& object_name)
 {
     using wx_helpers1::resource_loader_t;
     auto* panel = new error_warning_panel_t(m_window);
@@ -59,9 +60,8 @@ void error_warning_dialog_t::on_init_dialog()
     set_title(translate_message(title_key(m_window.icon_type)));
     if (!m_panel)
         return;
-    m_panel->get_end_signal().connect(this, [this](generic_base_t<wxPanel>* panel, int code) {
-        on_end_panel(panel, code);
-    });
+    m_panel->get_end_signal().connect(
+        this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
     m_panel->create(this);
     if (GetSizer())
         GetSizer()->Add(m_panel, 1, wxEXPAND);

@@ -154,6 +154,8 @@ void error_warning_panel_t::fill_buttons()
     if (first_shown) {
         first_shown->SetDefault();
         first_shown->SetFocus();
+    } else {
+        SetFocusIgnoringChildren(); // without the focus in it the window would not hear Escape
     }
 }
 
@@ -208,22 +210,24 @@ int error_warning_panel_t::max_string_len_in_label(bool main) const
     return max_width(main) / std::max(1, static_cast<int>(dc.GetCharWidth()));
 }
 
-// The limit counts characters of average width: a line of wide ones may be somewhat wider without being broken again.
+// The limit counts characters of average width: a line of wide ones may be somewhat wider without being
+// broken again.
 int error_warning_panel_t::most_width(bool main, int natural) const
 {
     const int limit = max_width(main);
     return limit < 0 || natural <= limit + limit / 4 ? natural : limit;
 }
 
-// The labels get the width that their lines need, within the limits; the toolkit breaks what is wider than that inside
-// its words. What is higher than the screen has room for scrolls.
+// The labels get the width that their lines need, within the limits; the toolkit breaks what is wider than
+// that inside its words. What is higher than the screen has room for scrolls.
 void error_warning_panel_t::fit_texts()
 {
     if (!m_text_area)
         return;
     const int display_index = wxDisplay::GetFromWindow(this);
-    const wxSize screen =
-        wxDisplay(display_index == wxNOT_FOUND ? 0u : static_cast<unsigned>(display_index)).GetClientArea().GetSize();
+    const wxSize screen = wxDisplay(display_index == wxNOT_FOUND ? 0u : static_cast<unsigned>(display_index))
+                              .GetClientArea()
+                              .GetSize();
     const int widest = std::max(least_text_width, screen.x - width_beside_texts);
     int width = std::min(least_text_width, widest);
     std::vector<int> naturals;

@@ -22,9 +22,9 @@ using CPIL_2_18::generic::varg_list;
 constexpr int results_of_first_button[] = {message_window_t::result_yes, message_window_t::result_none,
                                            message_window_t::result_ok, message_window_t::result_none,
                                            message_window_t::result_retry};
-constexpr int results_of_second_button[] = {message_window_t::result_close,  message_window_t::result_no,
-                                            message_window_t::result_none,   message_window_t::result_cancel,
-                                            message_window_t::result_none,   message_window_t::result_cancel};
+constexpr int results_of_second_button[] = {message_window_t::result_close, message_window_t::result_no,
+                                            message_window_t::result_none,  message_window_t::result_cancel,
+                                            message_window_t::result_none,  message_window_t::result_cancel};
 
 int result_of(int id, message_window_t::button_type_t button_type)
 {
@@ -49,7 +49,8 @@ std::string message_window_t::get_message(const std::string& catalog_name, const
     return catalog->message(key).as_ustring(args.empty() ? cfgmgr2::product_arguments() : args);
 }
 
-void message_window_t::set_main_message(const std::string& catalog, const std::string& key, const varg_list& args)
+void message_window_t::set_main_message(const std::string& catalog, const std::string& key,
+                                        const varg_list& args)
 {
     main_message = get_message(catalog, key, args);
 }
@@ -60,13 +61,15 @@ void message_window_t::set_supplemental_message(const std::string& catalog, cons
     supplemental_message = get_message(catalog, key, args);
 }
 
-void message_window_t::set_details_message(const std::string& catalog, const std::string& key, const varg_list& args)
+void message_window_t::set_details_message(const std::string& catalog, const std::string& key,
+                                           const varg_list& args)
 {
     details_message = get_message(catalog, key, args);
 }
 
 message_window_t message_window_t::simple_error_wnd(const std::string& catalog, const std::string& main_key,
-                                                    const std::string& supplemental_key, const varg_list& main_args,
+                                                    const std::string& supplemental_key,
+                                                    const varg_list& main_args,
                                                     const varg_list& supplemental_args)
 {
     message_window_t window;
@@ -76,21 +79,22 @@ message_window_t message_window_t::simple_error_wnd(const std::string& catalog, 
 }
 
 message_window_t message_window_t::simple_warning_wnd(const std::string& catalog, const std::string& main_key,
-                                                      const std::string& supplemental_key, button_type_t button_type,
-                                                      const varg_list& main_args, const varg_list& supplemental_args)
+                                                      const std::string& supplemental_key,
+                                                      button_type_t button_type, const varg_list& main_args,
+                                                      const varg_list& supplemental_args)
 {
-    message_window_t window = simple_error_wnd(catalog, main_key, supplemental_key, main_args, supplemental_args);
+    message_window_t window =
+        simple_error_wnd(catalog, main_key, supplemental_key, main_args, supplemental_args);
     window.button_type = button_type;
     window.icon_type = icon_types_t::warning;
     return window;
 }
 
-message_window_t message_window_t::warning_wnd_with_check(const std::string& catalog, const std::string& main_key,
-                                                          const std::string& supplemental_key,
-                                                          button_type_t button_type,
-                                                          gen_helpers2::sptr_t<i_check_box_definition> check_box,
-                                                          const varg_list& main_args,
-                                                          const varg_list& supplemental_args)
+message_window_t
+message_window_t::warning_wnd_with_check(const std::string& catalog, const std::string& main_key,
+                                         const std::string& supplemental_key, button_type_t button_type,
+                                         gen_helpers2::sptr_t<i_check_box_definition> check_box,
+                                         const varg_list& main_args, const varg_list& supplemental_args)
 {
     message_window_t window =
         simple_warning_wnd(catalog, main_key, supplemental_key, button_type, main_args, supplemental_args);

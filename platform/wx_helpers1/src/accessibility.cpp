@@ -11,7 +11,8 @@ namespace {
 
 AtkObject* accessible(wxWindow* window)
 {
-    return window && window->GetHandle() ? gtk_widget_get_accessible(GTK_WIDGET(window->GetHandle())) : nullptr;
+    return window && window->GetHandle() ? gtk_widget_get_accessible(GTK_WIDGET(window->GetHandle()))
+                                         : nullptr;
 }
 
 } // namespace

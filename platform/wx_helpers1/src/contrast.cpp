@@ -19,7 +19,9 @@ double luminance(const wxColour& colour)
 
 wxColour mixed(const wxColour& from, const wxColour& to, double share)
 {
-    const auto mix = [share](int a, int b) { return static_cast<unsigned char>(std::lround(a + (b - a) * share)); };
+    const auto mix = [share](int a, int b) {
+        return static_cast<unsigned char>(std::lround(a + (b - a) * share));
+    };
     return wxColour(mix(from.Red(), to.Red()), mix(from.Green(), to.Green()), mix(from.Blue(), to.Blue()));
 }
 

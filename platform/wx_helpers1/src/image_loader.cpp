@@ -76,8 +76,8 @@ struct image_loader_t::impl_t
             }
         }
         if (!loaded)
-            gen_helpers2::log_error(logger, "cannot read the image resource " + resource.archive + ", member " +
-                                                resource.member);
+            gen_helpers2::log_error(logger, "cannot read the image resource " + resource.archive +
+                                                ", member " + resource.member);
         return loaded;
     }
 

@@ -28,8 +28,13 @@ PangoLayout* layout_of(wxStaticText* label)
 
 void set_label_text(wxStaticText* label, const std::string& text)
 {
-    if (widget_of(label))
-        label->SetLabelText(to_label(text));
+    GtkLabel* widget = widget_of(label);
+    if (!widget)
+        return;
+    label->SetLabelText(to_label(text));
+    // The widget turns both around for scripts from right to left, and the toolkit had done so before it.
+    gtk_label_set_justify(widget, GTK_JUSTIFY_LEFT);
+    gtk_label_set_xalign(widget, 0);
 }
 
 void set_wrap_width(wxStaticText* label, int width)
@@ -39,7 +44,8 @@ void set_wrap_width(wxStaticText* label, int width)
         return;
     gtk_label_set_line_wrap(widget, width > 0);
     gtk_label_set_line_wrap_mode(widget, PANGO_WRAP_WORD_CHAR);
-    // Without a width of its own the label lays its text out one character wide to learn how narrow it can be.
+    // Without a width of its own the label lays its text out one character wide to learn how narrow it can
+    // be.
     const int characters = width > 0 ? std::max(1, width / std::max(1, label->GetCharWidth())) : -1;
     gtk_label_set_width_chars(widget, characters);
     gtk_label_set_max_width_chars(widget, characters);

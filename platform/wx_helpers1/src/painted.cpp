@@ -90,14 +90,16 @@ void when_next_window_is_painted(std::function<void(wxTopLevelWindow*)> callback
     g_type_class_unref(g_type_class_ref(GTK_TYPE_WIDGET));
     auto waiting = std::make_unique<waiting_t>();
     waiting->callback = std::move(callback);
-    g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_map, waiting.release(), nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_map, waiting.release(),
+                               nullptr);
 }
 
 bool save_picture(const wxTopLevelWindow& window, const std::string& file)
 {
     GdkWindow* root = gdk_screen_get_root_window(gtk_widget_get_screen(window.GetHandle()));
     const wxRect rect = window.GetScreenRect();
-    // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has changed.
+    // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has
+    // changed.
     cairo_surface_t* screen = gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR, 1, 1);
     cairo_surface_destroy(screen);
     GdkPixbuf* pixels = gdk_pixbuf_get_from_window(root, rect.x, rect.y, rect.width, rect.height);

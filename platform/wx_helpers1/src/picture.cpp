@@ -17,15 +17,16 @@ std::string inked(const std::string& svg, const wxColour& ink)
     std::string result;
     result.reserve(svg.size());
     std::size_t from = 0;
-    for (std::size_t at; (at = svg.find(ink_name, from)) != std::string::npos; from = at + sizeof(ink_name) - 1) {
+    for (std::size_t at; (at = svg.find(ink_name, from)) != std::string::npos;
+         from = at + sizeof(ink_name) - 1) {
         result.append(svg, from, at - from);
         result += colour;
     }
     return result.append(svg, from, std::string::npos);
 }
 
-// The toolkit's line that Debian 12 ships multiplies the colours of a rendered drawing by their alpha, which its own
-// bitmaps do not expect: half-transparent white comes out grey. Found out once, by drawing just that.
+// The toolkit's line that Debian 12 ships multiplies the colours of a rendered drawing by their alpha, which
+// its own bitmaps do not expect: half-transparent white comes out grey. Found out once, by drawing just that.
 bool toolkit_premultiplies()
 {
     static const bool premultiplies = [] {
@@ -80,8 +81,10 @@ private:
 
 wxBitmapBundle draw(const std::string& svg, const wxSize& size)
 {
-    const auto bundle = wxBitmapBundle::FromSVG(reinterpret_cast<const wxByte*>(svg.data()), svg.size(), size);
-    return bundle.IsOk() && toolkit_premultiplies() ? wxBitmapBundle::FromImpl(new drawing_t(bundle)) : bundle;
+    const auto bundle =
+        wxBitmapBundle::FromSVG(reinterpret_cast<const wxByte*>(svg.data()), svg.size(), size);
+    return bundle.IsOk() && toolkit_premultiplies() ? wxBitmapBundle::FromImpl(new drawing_t(bundle))
+                                                    : bundle;
 }
 
 wxColour default_ink()

@@ -60,7 +60,8 @@ bool read_resource(const std::string& file, std::string& bytes)
     bytes.clear();
     const resource_name_t name(file);
     if (name.member.empty())
-        return gen_helpers2::read_whole_file(gen_helpers2::path_t(file), bytes, max_resource_bytes).succeeded();
+        return gen_helpers2::read_whole_file(gen_helpers2::path_t(file), bytes, max_resource_bytes)
+            .succeeded();
     bool found = false;
     const bool whole = walk(
         name.archive, [&](const std::string& member) { return !found && member == name.member; },

@@ -3,6 +3,7 @@
 #include "wx_helpers1/resource_file.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
+#include "wx_helpers1/tooltip.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_arguments.h>
@@ -133,6 +134,17 @@ wxXmlResource* find_object(const std::string& file, const std::string& catalog, 
     return nullptr;
 }
 
+// The toolkit shows a tool tip of a hundred words in one line.
+void wrap_tooltips(wxWindow* window)
+{
+    constexpr int characters_in_line = 60;
+    for (wxWindow* child : window->GetChildren()) {
+        if (child->GetToolTip())
+            SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());
+        wrap_tooltips(child);
+    }
+}
+
 } // namespace
 
 resource_loader_t::resource_loader_t(const std::string& resource_file, const std::string& catalog_name)
@@ -143,7 +155,10 @@ resource_loader_t::resource_loader_t(const std::string& resource_file, const std
 bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const std::string& object_name) const
 {
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
-    return resource && resource->LoadDialog(dialog, parent, to_wx(object_name));
+    if (!resource || !resource->LoadDialog(dialog, parent, to_wx(object_name)))
+        return false;
+    wrap_tooltips(dialog);
+    return true;
 }
 
 bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::string& object_name) const
@@ -151,7 +166,10 @@ bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::
     if (!parent)
         return false;
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
-    return resource && resource->LoadPanel(panel, parent, to_wx(object_name));
+    if (!resource || !resource->LoadPanel(panel, parent, to_wx(object_name)))
+        return false;
+    wrap_tooltips(panel);
+    return true;
 }
 
 resource_loader_t::state_t resource_loader_t::examine(const std::string& object_name) const

@@ -49,7 +49,8 @@ void static_picture_ctrl_t::set_description(const std::string& text)
 void static_picture_ctrl_t::show_frame()
 {
     const bool moving = m_picture.is_animation() && !m_picture.is_empty();
-    SetBitmap(moving ? m_picture.get_animation().get_frame(m_frame).get_bundle() : m_picture.get_still().get_bundle());
+    SetBitmap(moving ? m_picture.get_animation().get_frame(m_frame).get_bundle()
+                     : m_picture.get_still().get_bundle());
 }
 
 void static_picture_ctrl_t::start_or_stop()

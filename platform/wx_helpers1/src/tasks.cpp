@@ -81,7 +81,8 @@ void Scheduler::Post(std::function<void()> task)
         }
     }
     GH2_ASSERT_TEXT(Scheduler::IsInitialized(),
-                    "Attempt to schedule a task in uninitialized Scheduler. Task will not complete.", "tasks");
+                    "Attempt to schedule a task in uninitialized Scheduler. Task will not complete.",
+                    "tasks");
 }
 
 } // namespace wx_helpers1::tasks

@@ -44,8 +44,8 @@ gboolean on_query(GtkWidget* widget, gint, gint, gboolean, GtkTooltip*, gpointer
     const gint64 until = stored(widget, until_key);
     if (until == 0) {
         store(widget, until_key, now + delay);
-        g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay / 1000 + 1), ask_again, g_object_ref(widget),
-                           g_object_unref);
+        g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay / 1000 + 1), ask_again,
+                           g_object_ref(widget), g_object_unref);
         return FALSE;
     }
     if (now < until)
@@ -82,8 +82,8 @@ void wxCustomTooltip::SetHideDelay(wxWindow* window, int milliseconds)
         return;
     store(widget, delay_key, milliseconds > 0 ? milliseconds : 0);
     store(widget, until_key, 0);
-    if (!g_signal_handler_find(widget, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, reinterpret_cast<gpointer>(on_query),
-                               nullptr)) {
+    if (!g_signal_handler_find(widget, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr,
+                               reinterpret_cast<gpointer>(on_query), nullptr)) {
         g_signal_connect(widget, "query-tooltip", G_CALLBACK(on_query), nullptr);
         g_signal_connect(widget, "leave-notify-event", G_CALLBACK(on_leave), nullptr);
     }

@@ -11,8 +11,8 @@
 namespace wx_helpers1 {
 namespace {
 
-// The theme's named colours, read from a window of our own that is never shown: the toolkit's own colour functions
-// keep what they read first.
+// The theme's named colours, read from a window of our own that is never shown: the toolkit's own colour
+// functions keep what they read first.
 class theme_reader_t
 {
 public:
@@ -24,7 +24,8 @@ public:
     wxColour colour(const char* name, const wxColour& otherwise) const
     {
         GdkRGBA rgba;
-        if (!gtk_style_context_lookup_color(gtk_widget_get_style_context(m_window), name, &rgba) || rgba.alpha < 0.99)
+        if (!gtk_style_context_lookup_color(gtk_widget_get_style_context(m_window), name, &rgba) ||
+            rgba.alpha < 0.99)
             return otherwise;
         return wxColour(rgba);
     }
@@ -32,8 +33,8 @@ public:
     wxFont font() const
     {
         PangoFontDescription* description = nullptr;
-        gtk_style_context_get(gtk_widget_get_style_context(m_window), GTK_STATE_FLAG_NORMAL, "font", &description,
-                              nullptr);
+        gtk_style_context_get(gtk_widget_get_style_context(m_window), GTK_STATE_FLAG_NORMAL, "font",
+                              &description, nullptr);
         if (!description)
             return wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
         char* text = pango_font_description_to_string(description);
@@ -47,7 +48,8 @@ private:
     GtkWidget* m_window;
 };
 
-const char* const watched_properties[] = {"notify::gtk-theme-name", "notify::gtk-application-prefer-dark-theme",
+const char* const watched_properties[] = {"notify::gtk-theme-name",
+                                          "notify::gtk-application-prefer-dark-theme",
                                           "notify::gtk-font-name", "notify::gtk-xft-dpi"};
 
 std::unique_ptr<ui_settings_t>& instance()
@@ -104,14 +106,16 @@ struct ui_settings_t::impl_t
             theme.colour("theme_bg_color", wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
         const wxColour text = readable_colour(
             theme.colour("theme_fg_color", wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT)), background);
-        dark = contrast_ratio(background, wxColour(0, 0, 0)) < contrast_ratio(background, wxColour(255, 255, 255));
+        dark = contrast_ratio(background, wxColour(0, 0, 0)) <
+               contrast_ratio(background, wxColour(255, 255, 255));
 
         colours[ui_colour::background] = background;
         colours[ui_colour::text] = text;
         colours[ui_colour::border] = theme.colour("borders", mix(background, text, 25));
         colours[ui_colour::secondary_text] = readable_colour(mix(text, background, 35), background);
         // Red and amber of the theme where it has them, moved until they can be read on its background.
-        colours[ui_colour::error] = readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background);
+        colours[ui_colour::error] =
+            readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background);
         colours[ui_colour::warning] =
             readable_colour(theme.colour("warning_color", wxColour(245, 121, 0)), background);
         colours[ui_colour::notice_background] = mix(background, wxColour(245, 194, 17), dark ? 18 : 30);
@@ -128,7 +132,8 @@ struct ui_settings_t::impl_t
 
     static void on_notify(GtkSettings*, GParamSpec*, impl_t* self)
     {
-        // One theme switch changes several properties, and the style is not in force before the loop's next turn.
+        // One theme switch changes several properties, and the style is not in force before the loop's next
+        // turn.
         if (!self->pending)
             self->pending = g_idle_add_full(G_PRIORITY_DEFAULT, settle, self, nullptr);
     }

@@ -10,11 +10,13 @@
 namespace wx_helpers1 {
 namespace {
 
-// One measurement gives every character's right edge in its paragraph, so that breaking stays linear in its length.
+// One measurement gives every character's right edge in its paragraph, so that breaking stays linear in its
+// length.
 void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& result, int& lines)
 {
     wxArrayInt edges;
-    if (paragraph.empty() || !dc.GetPartialTextExtents(paragraph, edges) || edges.size() != paragraph.length()) {
+    if (paragraph.empty() || !dc.GetPartialTextExtents(paragraph, edges) ||
+        edges.size() != paragraph.length()) {
         result += paragraph;
         return;
     }
@@ -55,8 +57,7 @@ std::string wrap_text(const std::string& text, int width, wxWindow*, int& lines,
     std::size_t start = 0;
     while (true) {
         const std::size_t end = whole.find('\n', start);
-        const wxString paragraph =
-            whole.substr(start, end == wxString::npos ? wxString::npos : end - start);
+        const wxString paragraph = whole.substr(start, end == wxString::npos ? wxString::npos : end - start);
         if (room > 0)
             wrap_paragraph(paragraph, room, dc, result, lines);
         else

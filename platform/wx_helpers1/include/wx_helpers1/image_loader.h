@@ -8,15 +8,16 @@
 
 namespace wx_helpers1 {
 
-/// Reads pictures and animations by name from an image resource: an XML file of `wxBitmap` and `wxAnimation` objects
-/// whose content names SVG members of the same archive.
+/// Reads pictures and animations by name from an image resource: an XML file of `wxBitmap` and `wxAnimation`
+/// objects whose content names SVG members of the same archive.
 ///
 ///     <object class="wxBitmap" name="error24" size="24,24">pictures/error24.svg</object>
 ///     <object class="wxAnimation" name="progress" size="24,24" delay="80">
 ///       <frame>pictures/progress_00.svg</frame> ...
 ///     </object>
 ///
-/// The archive is read once, at the first picture asked for; if that fails it is tried again at the next. GUI thread.
+/// The archive is read once, at the first picture asked for; if that fails it is tried again at the next. GUI
+/// thread.
 class WX_HELPERS1_EXPORT image_loader_t
 {
 public:

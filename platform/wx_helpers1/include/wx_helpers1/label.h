@@ -14,8 +14,9 @@ namespace wx_helpers1 {
 /// Sets the text as it stands: '&' shows as itself, bytes that are not UTF-8 as U+FFFD.
 WX_HELPERS1_EXPORT void set_label_text(wxStaticText* label, const std::string& text);
 
-/// Lets the toolkit break lines wider than `width` pixels, inside words where it must; 0 breaks none. Breaking is slow
-/// (0.5 s for 60 KB where none costs 50 ms): leave it off for texts whose lines are short enough.
+/// Lets the toolkit break lines wider than `width` pixels, inside words where it must; 0 breaks none.
+/// Breaking is slow (0.5 s for 60 KB where none costs 50 ms): leave it off for texts whose lines are short
+/// enough.
 WX_HELPERS1_EXPORT void set_wrap_width(wxStaticText* label, int width);
 
 /// Lets the user select the label's text with mouse and keyboard.

@@ -18,8 +18,8 @@ public:
     /// How many modal loops of ours are running.
     static int depth();
 
-    /// One running modal loop; lives for the length of ShowModal(). Gives the focus back, at its end, to the window
-    /// that had it, if that window is still there.
+    /// One running modal loop; lives for the length of ShowModal(). Gives the focus back, at its end, to the
+    /// window that had it, if that window is still there.
     class WX_HELPERS1_EXPORT entry_t
     {
     public:
@@ -33,10 +33,11 @@ public:
     };
 };
 
-/// A dialog base whose modal runs go through the platform: the help key calls help_activated(), the focus comes
-/// back to where it was, and ending a dialog that is not modal is harmless.
+/// A dialog base whose modal runs go through the platform: the help key calls help_activated(), the focus
+/// comes back to where it was, and ending a dialog that is not modal is harmless.
 ///
-///     class my_dialog_t : public wx_helpers1::modal_flavor<wxDialog> { void help_activated() override; ... };
+///     class my_dialog_t : public wx_helpers1::modal_flavor<wxDialog> { void help_activated() override; ...
+///     };
 ///
 /// Derive from this only for top-level dialogs; panels need none of it.
 template <class Base>

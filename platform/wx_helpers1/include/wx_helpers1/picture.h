@@ -14,13 +14,14 @@
 
 namespace wx_helpers1 {
 
-/// A still picture: a vector drawing, or an image of pixels. Copies share the data. An empty one draws nothing.
+/// A still picture: a vector drawing, or an image of pixels. Copies share the data. An empty one draws
+/// nothing.
 ///
 ///     const wxStaticPicture picture = wxStaticPicture::from_svg(bytes, wxSize(24, 24));
 ///     control->SetBitmap(picture.get_bundle());
 ///
-/// In a drawing the colour `currentColor` stands for the ink, by default the theme's text colour: ask for the bundle
-/// again after ui_settings_t::changed(). GUI thread.
+/// In a drawing the colour `currentColor` stands for the ink, by default the theme's text colour: ask for the
+/// bundle again after ui_settings_t::changed(). GUI thread.
 class WX_HELPERS1_EXPORT wxStaticPicture
 {
 public:
@@ -34,7 +35,8 @@ public:
     wxSize get_size() const;
     /// The picture for a control, at every scale; an invalid `ink` is the theme's text colour.
     wxBitmapBundle get_bundle(const wxColour& ink = wxColour()) const;
-    /// The pixels at scale 1; with false, laid on the theme's background instead of keeping their transparency.
+    /// The pixels at scale 1; with false, laid on the theme's background instead of keeping their
+    /// transparency.
     wxImage getImage(bool keep_alpha) const;
     /// True when both are the same picture, not merely alike.
     bool is_same(const wxStaticPicture& other) const { return m_data == other.m_data; }
@@ -50,7 +52,9 @@ class WX_HELPERS1_EXPORT wxAnimation
 public:
     wxAnimation() = default;
     /// @param delay of each frame, in milliseconds
-    wxAnimation(std::vector<wxStaticPicture> frames, int delay) : m_frames(std::move(frames)), m_delay(delay) {}
+    wxAnimation(std::vector<wxStaticPicture> frames, int delay) : m_frames(std::move(frames)), m_delay(delay)
+    {
+    }
 
     bool is_empty() const { return m_frames.empty(); }
     std::size_t get_frame_count() const { return m_frames.size(); }

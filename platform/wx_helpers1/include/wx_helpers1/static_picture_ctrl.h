@@ -14,9 +14,9 @@ namespace wx_helpers1 {
 
 /// A control that shows a picture_t: a still picture, or an animation, which it runs while it is shown.
 ///
-/// In a resource it is `<object class="static_picture_ctrl_t" name="m_icon"/>`. It follows the theme's ink, and stands
-/// still when the desktop wants no animations. Give it a description: a picture alone says nothing to a screen reader.
-/// GUI thread.
+/// In a resource it is `<object class="static_picture_ctrl_t" name="m_icon"/>`. It follows the theme's ink,
+/// and stands still when the desktop wants no animations. Give it a description: a picture alone says nothing
+/// to a screen reader. GUI thread.
 class WX_HELPERS1_EXPORT static_picture_ctrl_t : public wxStaticBitmap, public gen_helpers2::subscriber_base_t
 {
 public:

@@ -1,11 +1,13 @@
 /// Work for the GUI thread, posted from any thread.
 ///
 ///     wx_helpers1::tasks::Scheduler::Initialize();                 // the host, once, on the GUI thread
-///     wx_helpers1::tasks::PostSignal(m_progressed, 5);             // a worker: emitted later on the GUI thread
+///     wx_helpers1::tasks::PostSignal(m_progressed, 5);             // a worker: emitted later on the GUI
+///     thread
 ///
-/// Tasks run in the order in which they were posted, at the event loop's ordinary priority, so that they do not wait
-/// for idle time; each turn runs what was queued when it began, so that tasks that post tasks let input and painting
-/// in. A task holds a copy of the signal: its slots may be gone by then, which is normal and does nothing.
+/// Tasks run in the order in which they were posted, at the event loop's ordinary priority, so that they do
+/// not wait for idle time; each turn runs what was queued when it began, so that tasks that post tasks let
+/// input and painting in. A task holds a copy of the signal: its slots may be gone by then, which is normal
+/// and does nothing.
 #pragma once
 
 #include "wx_helpers1/export.h"

@@ -17,8 +17,8 @@
 
 namespace wx_helpers1 {
 
-/// Text for a control whose text comes back: bytes that are not UTF-8 are carried in private-use characters and
-/// from_wx() gives the same bytes again.
+/// Text for a control whose text comes back: bytes that are not UTF-8 are carried in private-use characters
+/// and from_wx() gives the same bytes again.
 WX_HELPERS1_EXPORT wxString to_wx(const std::string& utf8);
 
 /// The bytes of a text that came from the toolkit; the inverse of to_wx().

@@ -51,11 +51,12 @@ enum class theme_t
     dark
 };
 
-/// The look of the product's windows, taken from the running theme: fonts, colours, metrics, and a signal when any of
-/// them changes while windows are open.
+/// The look of the product's windows, taken from the running theme: fonts, colours, metrics, and a signal
+/// when any of them changes while windows are open.
 ///
-/// Use it for everything that a window draws or colours itself; leave alone what the toolkit's own controls draw. Text
-/// colours keep a contrast of at least 4.5:1 on their background in every theme, light, dark or high-contrast.
+/// Use it for everything that a window draws or colours itself; leave alone what the toolkit's own controls
+/// draw. Text colours keep a contrast of at least 4.5:1 on their background in every theme, light, dark or
+/// high-contrast.
 ///
 ///     wx_helpers1::ui_settings_t::initialize();                        // the host, once the toolkit runs
 ///     label->SetFont(ui_settings_t::get()->get_font(ui_font::bold));
@@ -99,6 +100,7 @@ private:
 WX_HELPERS1_EXPORT double contrast_ratio(const wxColour& a, const wxColour& b);
 
 /// The colour nearest to `wanted` that reaches the ratio on `background`, by mixing in black or white.
-WX_HELPERS1_EXPORT wxColour readable_colour(const wxColour& wanted, const wxColour& background, double ratio = 4.5);
+WX_HELPERS1_EXPORT wxColour readable_colour(const wxColour& wanted, const wxColour& background,
+                                            double ratio = 4.5);
 
 } // namespace wx_helpers1

@@ -1,0 +1,119 @@
+"""Drives the gallery from outside, by its JSON lines and real key presses, on the display that is there."""
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+GALLERY = sys.argv.pop(1)
+MESSAGE = "dlg.error_warning_dialog"
+
+
+class Gallery:
+    """One run of the gallery; what it prints on standard output must be JSON, a line an event."""
+
+    def __init__(self, *arguments, binary=GALLERY):
+        self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+    def expect(self, event):
+        """The next line, which must be of this event."""
+        line = self.process.stdout.readline()
+        if not line:
+            raise AssertionError(f"no line of event '{event}': {self.process.communicate()[1].decode()}")
+        message = json.loads(line)
+        assert message["event"] == event, message
+        return message
+
+    def press(self, *keys):
+        subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
+
+    def type(self, text):
+        subprocess.run(["xdotool", "type", "--clearmodifiers", text], check=True)
+
+    def end(self):
+        self.process.stdout.close()
+        self.process.stderr.close()
+        return self.process.wait(20)
+
+
+def answer(keys, **data):
+    """The result line of a message window that these keys end."""
+    gallery = Gallery("--show", MESSAGE, "--language", "en", "--data", json.dumps(data))
+    assert gallery.expect("opened")["object"] == MESSAGE
+    gallery.press(*keys)
+    lines = []
+    while not lines or lines[-1]["event"] != "result":
+        lines.append(json.loads(gallery.process.stdout.readline()))
+    assert gallery.end() == 0
+    return lines
+
+
+class MessageWindows(unittest.TestCase):
+    def test_keyboard_alone_answers(self):
+        self.assertEqual(1, answer(["Return"], button_type=1, main_message="m")[-1]["result"])
+        self.assertEqual(2, answer(["Escape"], button_type=1, main_message="m")[-1]["result"])
+        self.assertEqual(2, answer(["Tab", "Return"], button_type=1, main_message="m")[-1]["result"])
+        self.assertEqual(2, answer(["alt+n"], button_type=1, main_message="m")[-1]["result"], "mnemonic")
+        self.assertEqual(5, answer(["alt+r"], button_type=5, main_message="m")[-1]["result"])
+
+    def test_record_comes_back_with_what_the_user_did(self):
+        box = {"label": "Never again", "checked": False}
+        lines = answer(["shift+Tab", "space", "Tab", "Return"], button_type=3, main_message="Größe", check_box=box)
+        self.assertEqual({"object": MESSAGE, "event": "signal", "name": "check_box.commit", "value": True}, lines[0])
+        self.assertEqual(3, lines[1]["result"])
+        self.assertEqual("Größe", lines[1]["data"]["main_message"])
+        self.assertTrue(lines[1]["data"]["check_box"]["checked"])
+
+    def test_silenced_one_never_opens(self):
+        gallery = Gallery("--show", MESSAGE, "--data", '{"check_box": {"label": "x", "checked": true}}')
+        self.assertEqual(7, gallery.expect("result")["result"])
+        self.assertEqual(0, gallery.end())
+
+
+class ExampleWindows(unittest.TestCase):
+    def test_what_is_typed_comes_back_on_ok_and_not_on_cancel(self):
+        for window in ("dlg.example", "pref.example"):
+            for key, name, code in (("Return", "ab", 5100), ("Escape", "", 5101)):
+                with self.subTest(window=window, key=key):
+                    gallery = Gallery("--show", window)
+                    gallery.expect("opened")
+                    gallery.type("ab")
+                    gallery.press(key)
+                    if window == "pref.example":
+                        self.assertEqual(code, gallery.expect("signal")["value"])
+                    result = gallery.expect("result")
+                    self.assertEqual((code, name), (result["result"], result["data"]["name"]))
+                    self.assertEqual(0, gallery.end())
+
+
+class BadInput(unittest.TestCase):
+    def test_what_cannot_be_shown_is_said(self):
+        gallery = Gallery("--show", "dlg.nothing")
+        self.assertEqual("dlg.nothing", gallery.expect("error")["object"])
+        self.assertEqual(2, gallery.end())
+        for arguments in (["--data", "{"], ["--data", "[]"], ["--theme", "pink"], ["--nonsense"], ["--show"]):
+            with self.subTest(arguments=arguments):
+                gallery = Gallery(*arguments)
+                self.assertIn(b"usage:", gallery.process.stderr.read())
+                self.assertEqual(2, gallery.end())
+
+    def test_missing_archive_is_told_with_the_place_it_was_looked_for(self):
+        with tempfile.TemporaryDirectory() as folder:
+            # The program finds its data beside itself.
+            os.makedirs(folder + "/bin")
+            shutil.copy(GALLERY, folder + "/bin/gallery")
+            share = os.path.join(os.path.dirname(GALLERY), "..", "share")
+            shutil.copytree(share, folder + "/share")
+            os.unlink(folder + "/share/commondlg3/gallery.dat")
+            gallery = Gallery("--show", "dlg.example", binary=folder + "/bin/gallery")
+            self.assertIn(folder + "/share/commondlg3/gallery.dat", gallery.expect("error")["message"])
+            self.assertEqual(MESSAGE, gallery.expect("opened")["object"])
+            gallery.press("Escape")
+            self.assertEqual(0, gallery.expect("result")["result"])
+            self.assertEqual(0, gallery.end())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,173 @@
+#include "probe.h"
+#include "support.h"
+
+#include <wx_helpers1/text.h>
+
+#include <wx/toplevel.h>
+
+namespace {
+
+using test::click;
+using test::probe_dialog_t;
+using test::run_modal;
+
+int run(probe_dialog_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    return run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
+}
+
+TEST(Dialog, FirstInitDialogEventPreparesEverythingOnceAndLaterOnesOnlyTheFonts)
+{
+    probe_dialog_t dialog("dlg.example");
+    dialog.on_init = [&] {
+        // What the derived class may count on when it fills its controls.
+        EXPECT_TRUE(dialog.m_btn_ok && dialog.m_btn_cancel && dialog.m_btn_help);
+        EXPECT_EQ(1, dialog.calls["fonts"]);
+        EXPECT_EQ(1, dialog.calls["limits"]);
+        ASSERT_EQ(6u, dialog.m_path_messages.size());
+        for (const std::string& text : dialog.m_path_messages)
+            EXPECT_NE(std::string::npos, text.find(' ')) << text << " is no sentence";
+        EXPECT_FALSE(dialog.m_unknown_text.empty());
+        EXPECT_FALSE(dialog.is_initialized());
+    };
+    run(dialog, [&](wxTopLevelWindow*) {
+        dialog.send_init_event();
+        dialog.end_dialog(wxID_CANCEL);
+    });
+    for (const char* once : {"init", "limits", "strings"})
+        EXPECT_EQ(1, dialog.calls[once]) << once;
+    EXPECT_EQ(2, dialog.calls["fonts"]);
+    // A second run of the same dialog loads nothing again.
+    EXPECT_EQ(7, run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(7); }));
+    EXPECT_EQ(1, dialog.calls["init"]);
+}
+
+// Each way of ending, with and without a code that the handler sets: the Cancel button and Escape end with
+// 5101 whatever on_cancel() did, the close box and OK with the code that it left.
+TEST(Dialog, EveryWayOfEndingGivesItsCodeOnce)
+{
+    struct way_t
+    {
+        const char* name;
+        std::function<void(probe_dialog_t&)> end;
+        int plain_code;
+        int changed_code;
+        const char* handler;
+    };
+    const way_t ways[] = {
+        {"OK", [](probe_dialog_t& d) { click(&d, "m_btn_ok"); }, 5100, 42, "ok"},
+        {"Enter", [](probe_dialog_t&) { test::press(WXK_RETURN); }, 5100, 42, "ok"},
+        {"Cancel", [](probe_dialog_t& d) { click(&d, "m_btn_cancel"); }, 5101, 5101, "cancel"},
+        {"Escape", [](probe_dialog_t&) { test::press(WXK_ESCAPE); }, 5101, 5101, "cancel"},
+        {"close box", [](probe_dialog_t& d) { d.Close(); }, 5101, 43, "cancel"},
+    };
+    for (const way_t& way : ways) {
+        for (const bool changed : {false, true}) {
+            SCOPED_TRACE(std::string(way.name) + (changed ? ", code changed" : ""));
+            probe_dialog_t dialog("dlg.example");
+            dialog.code_of_ok = changed ? 42 : 0;
+            dialog.code_of_cancel = changed ? 43 : 0;
+            EXPECT_EQ(changed ? way.changed_code : way.plain_code,
+                      run(dialog, [&](wxTopLevelWindow*) { way.end(dialog); }));
+            EXPECT_EQ(1, dialog.calls[way.handler]);
+            EXPECT_EQ(1, dialog.calls["ok"] + dialog.calls["cancel"]);
+            EXPECT_EQ(dialog.calls["ok"], dialog.calls["save"]);
+        }
+    }
+}
+
+TEST(Dialog, ModelessOneIsHiddenAndKeepsItsCode)
+{
+    probe_dialog_t dialog("dlg.example");
+    EXPECT_TRUE(dialog.show_nonmodal(test::main_window(), true));
+    EXPECT_TRUE(dialog.IsShown());
+    test::settle();
+    click(&dialog, "m_btn_ok");
+    EXPECT_FALSE(dialog.IsShown());
+    EXPECT_EQ(wxID_OK, dialog.get_return_code());
+    dialog.EndModal(3); // harmless where nothing is modal
+}
+
+TEST(Dialog, HelpComesFromTheButtonAndTheHelpKeyAndOnlyWithATopic)
+{
+    probe_dialog_t dialog("dlg.example");
+    std::vector<std::string> topics;
+    dialog.get_help_signal().connect(&dialog, [&](const std::string& topic) { topics.push_back(topic); });
+    dialog.set_help_id(5);
+    run(dialog, [&](wxTopLevelWindow*) {
+        EXPECT_TRUE(dialog.m_btn_help->IsEnabled());
+        click(&dialog, "m_btn_help");
+        test::press(WXK_F1);
+        EXPECT_TRUE(topics.empty());
+        dialog.set_help_topic("collecting");
+        click(&dialog, "m_btn_help");
+        test::press(WXK_F1);
+        dialog.end_dialog(wxID_CANCEL);
+    });
+    EXPECT_EQ(std::vector<std::string>({"collecting", "collecting"}), topics);
+
+    probe_dialog_t without("dlg.example");
+    run(without, [&](wxTopLevelWindow*) {
+        EXPECT_FALSE(without.m_btn_help->IsEnabled());
+        without.end_dialog(wxID_CANCEL);
+    });
+}
+
+TEST(Dialog, IsRaisedToItsMinimumSizeInEachDirectionOnItsOwn)
+{
+    probe_dialog_t dialog("dlg.example");
+    dialog.show_nonmodal(test::main_window(), false);
+    ASSERT_TRUE(dialog.is_loaded());
+    dialog.SetSize(900, 200); // wide enough, not high enough
+    dialog.m_min_size = wxSize(600, 500);
+    dialog.send_init_event();
+    EXPECT_EQ(wxSize(900, 500), dialog.GetSize());
+
+    probe_dialog_t narrow("dlg.example");
+    narrow.show_nonmodal(test::main_window(), false);
+    ASSERT_TRUE(narrow.is_loaded());
+    narrow.SetSize(300, 700);
+    narrow.m_min_size = wxSize(600, 500);
+    narrow.send_init_event();
+    EXPECT_EQ(wxSize(600, 700), narrow.GetSize());
+}
+
+TEST(Dialog, ProportionalSizeTruncatesAndNeverFallsBelowTheMinimumOrZero)
+{
+    auto* parent = new wxFrame(test::main_window(), wxID_ANY, "parent", wxDefaultPosition, wxSize(400, 1000));
+    {
+        probe_dialog_t dialog("dlg.example");
+        EXPECT_EQ(wxSize(300, 200), dialog.get_proportional_size(0.5f, 0.5f, wxSize(300, 200)));
+        dialog.show_nonmodal(parent, false);
+        ASSERT_TRUE(dialog.is_loaded());
+        const wxSize whole = parent->GetSize();
+        EXPECT_EQ(wxSize(300, whole.y / 2), dialog.get_proportional_size(0.5f, 0.5f, wxSize(300, 200)));
+        EXPECT_EQ(wxSize(0, 0), dialog.get_proportional_size(-1.0f, std::nanf(""), wxSize(-5, -5)));
+    }
+    parent->Destroy();
+}
+
+TEST(Dialog, FocusComesBackToWhereItWas)
+{
+    auto* field = new wxTextCtrl(test::main_window(), wxID_ANY);
+    test::main_window()->Raise();
+    field->SetFocus();
+    ASSERT_TRUE(test::wait_for([&] { return field->HasFocus(); }));
+    probe_dialog_t dialog("dlg.example");
+    run(dialog, [&](wxTopLevelWindow*) { test::press(WXK_ESCAPE); });
+    EXPECT_TRUE(test::wait_for([&] { return field->HasFocus(); }));
+    field->Destroy();
+}
+
+TEST(Dialog, TitleKeepsAnyBytes)
+{
+    probe_dialog_t dialog("dlg.example");
+    dialog.show_nonmodal(test::main_window(), false);
+    ASSERT_TRUE(dialog.is_loaded());
+    for (const std::string title : {"Größe – 日本", "caf\xe9 \xff.txt", ""}) {
+        dialog.set_title(title);
+        EXPECT_EQ(title, dialog.get_title());
+    }
+}
+
+} // namespace

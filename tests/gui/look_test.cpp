@@ -1,0 +1,110 @@
+#include "support.h"
+
+#include <commondlg3/text_utils.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/tooltip.h>
+#include <wx_helpers1/ui_settings.h>
+#include <wx_helpers1/wrap_text.h>
+
+#include <wx/dcclient.h>
+#include <wx/stattext.h>
+
+namespace {
+
+using wx_helpers1::contrast_ratio;
+using wx_helpers1::theme_t;
+using wx_helpers1::ui_colour;
+using wx_helpers1::ui_settings_t;
+
+TEST(Look, TextsCanBeReadInEveryTheme)
+{
+    ui_settings_t* settings = ui_settings_t::get();
+    int changes = 0;
+    auto connection = settings->changed().connect([&] { ++changes; });
+    for (const theme_t theme : {theme_t::dark, theme_t::light}) {
+        const bool dark = theme == theme_t::dark;
+        const int before = changes;
+        settings->set_theme(theme);
+        ASSERT_TRUE(test::wait_for([&] { return settings->is_dark() == dark; }));
+        EXPECT_EQ(before + 1, changes) << "one signal for a change";
+        const wxColour background = settings->get_colour(ui_colour::background);
+        for (const int number :
+             {ui_colour::text, ui_colour::secondary_text, ui_colour::error, ui_colour::warning})
+            EXPECT_GE(contrast_ratio(settings->get_colour(number), background), 4.5) << number;
+        EXPECT_GE(contrast_ratio(settings->get_colour(ui_colour::notice_text),
+                                 settings->get_colour(ui_colour::notice_background)),
+                  4.5);
+    }
+    connection.disconnect();
+    // Grey on grey is moved until it can be read, whichever way there is room.
+    for (const unsigned char grey : {0, 90, 128, 160, 255}) {
+        const wxColour back(grey, grey, grey);
+        EXPECT_GE(contrast_ratio(wx_helpers1::readable_colour(back, back), back), 4.5) << int(grey);
+    }
+}
+
+TEST(Look, TooltipIsLeftAloneUnlessItsTextChanges)
+{
+    auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");
+    wx_helpers1::SetTooltip(label, "why");
+    const wxToolTip* first = label->GetToolTip();
+    wx_helpers1::SetTooltip(label, "why");
+    EXPECT_EQ(first, label->GetToolTip()) << "setting it again would restart the toolkit's hover timer";
+    wx_helpers1::SetTooltip(label, "bad \xff byte");
+    EXPECT_FALSE(label->GetToolTipText().empty());
+    wx_helpers1::SetTooltip(label, "");
+    EXPECT_TRUE(label->GetToolTipText().empty());
+
+    commondlg3::set_tooltip(std::string(400, 'x') + " end", label);
+    EXPECT_NE(wxNOT_FOUND, label->GetToolTipText().Find('\n')) << "long texts are wrapped";
+    EXPECT_GE(wx_helpers1::wxCustomTooltip::GetHideDelay(label), 20000) << "and stay long enough to be read";
+    label->Destroy();
+}
+
+TEST(Look, WrappedLinesFitAndKeepEveryCharacter)
+{
+    auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");
+    wxClientDC dc(label);
+    dc.SetFont(label->GetFont());
+    for (const std::string text :
+         {"The quick brown fox jumps over the lazy dog", "日本語のとても長い文章です。改行はありません",
+          "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa", "one\n\ntwo \xff three four five six"}) {
+        int lines = 1;
+        const std::string wrapped = wx_helpers1::wrap_text(text, 120, label, lines, 5, dc);
+        const wxString shown = wx_helpers1::to_wx(wrapped);
+        EXPECT_EQ(lines, 1 + shown.Freq('\n'));
+        EXPECT_GT(lines, 1);
+        for (const wxString& line : wxSplit(shown, '\n', '\0'))
+            EXPECT_LE(dc.GetTextExtent(line).x, 115) << line;
+        const auto without_breaks = [](std::string s) {
+            s.erase(std::remove_if(s.begin(), s.end(), [](char c) { return c == '\n' || c == ' '; }),
+                    s.end());
+            return s;
+        };
+        EXPECT_EQ(without_breaks(text), without_breaks(wrapped));
+    }
+    int lines = 1;
+    EXPECT_EQ("abc", wx_helpers1::wrap_text("abc", 1, label, lines, 0, dc).substr(0, 1) + "bc")
+        << "room for none";
+    EXPECT_EQ("a b", wx_helpers1::wrap_text("a b", -7, label, lines, 5, dc));
+    label->Destroy();
+}
+
+TEST(Look, WindowsMoveBackOntoTheScreenFromTheRightAndBelowOnly)
+{
+    const wxSize screen = wxGetDisplaySize();
+    auto* popup = new wxFrame(test::main_window(), wxID_ANY, "moved", wxPoint(10, 10), wxSize(200, 100),
+                              wxFRAME_FLOAT_ON_PARENT);
+    commondlg3::move_to_visible_area(popup);
+    EXPECT_EQ(wxPoint(10, 10), popup->GetScreenPosition());
+    popup->Move(screen.x - 150, screen.y - 40);
+    commondlg3::move_to_visible_area(popup);
+    EXPECT_EQ(wxPoint(screen.x - 200, screen.y - 100 - 10), popup->GetScreenPosition());
+    popup->Move(-50, -20);
+    commondlg3::move_to_visible_area(popup);
+    EXPECT_EQ(wxPoint(-50, -20), popup->GetScreenPosition());
+    popup->Destroy();
+    commondlg3::move_to_visible_area(nullptr);
+}
+
+} // namespace

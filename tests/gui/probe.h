@@ -1,0 +1,108 @@
+/// Windows that count what is done to them, on the layouts of the host's example windows.
+#pragma once
+
+#include <commondlg3/dialog_base.h>
+#include <commondlg3/pref_base.h>
+#include <commondlg3/resources.h>
+
+#include <wx/button.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace test {
+
+template <class Base>
+class probe_t : public Base
+{
+public:
+    explicit probe_t(const std::string& object)
+    {
+        this->set_resource_file(commondlg3::create_resource_filename("gallery.dat", "gallery.xrc"));
+        this->set_resource_object(object);
+    }
+
+    void on_init_dialog() override
+    {
+        ++calls["init"];
+        if (on_init)
+            on_init();
+    }
+    void on_ok() override
+    {
+        ++calls["ok"];
+        Base::on_ok();
+        if (code_of_ok)
+            set_code(code_of_ok);
+    }
+    void on_cancel() override
+    {
+        ++calls["cancel"];
+        if (code_of_cancel)
+            set_code(code_of_cancel);
+    }
+    void save_settings() override { ++calls["save"]; }
+    void on_update_ui_settings() override
+    {
+        ++calls["fonts"];
+        Base::on_update_ui_settings();
+    }
+    void load_auxiliary_strings() override
+    {
+        ++calls["strings"];
+        Base::load_auxiliary_strings();
+    }
+    void set_max_text_limit() override
+    {
+        ++calls["limits"];
+        if (register_limits)
+            register_limits();
+        Base::set_max_text_limit();
+    }
+
+    using Base::m_btn_cancel;
+    using Base::m_btn_help;
+    using Base::m_btn_ok;
+    using Base::m_min_size;
+    using Base::m_path_messages;
+    using Base::m_unknown_text;
+    using Base::set_max_len_options;
+    using Base::set_resource_file;
+    using Base::set_resource_object;
+
+    void send_init_event()
+    {
+        wxInitDialogEvent event(this->GetId());
+        event.SetEventObject(this);
+        this->handle_init_dialog_event(event);
+    }
+
+    std::map<std::string, int> calls;
+    std::function<void()> on_init;
+    std::function<void()> register_limits;
+    int code_of_ok = 0;
+    int code_of_cancel = 0;
+
+private:
+    void set_code(int code)
+    {
+        if constexpr (std::is_base_of_v<commondlg3::dialog_base_t, Base>)
+            this->set_return_code(code);
+    }
+};
+
+using probe_dialog_t = probe_t<commondlg3::dialog_base_t>;
+using probe_page_t = probe_t<commondlg3::pref_base_t>;
+
+/// Presses a button as the mouse would.
+inline void click(wxWindow* parent, const char* name)
+{
+    auto* button = commondlg3::from_xrc<wxButton>(parent, name);
+    ASSERT_TRUE(button) << name;
+    wxCommandEvent event(wxEVT_BUTTON, button->GetId());
+    event.SetEventObject(button);
+    button->ProcessWindowEvent(event);
+}
+
+} // namespace test
