@@ -1,10 +1,12 @@
-// How fast the in-place message control is, beside the toolkit's virtual list, which neither wraps nor draws icons.
+// How fast the in-place message control is, beside the toolkit's virtual list, which neither wraps nor draws
+// icons.
 //
 // usage: log_bench [LINES]
 //
-// Lines of 80 characters come from one worker, every fifth has 300; then 200 scrolls with a painted frame each; then a
-// resize by 100 pixels. The window is 800 by 600. Times are those inside the event loop's dispatches where they are
-// frames, and wall time otherwise; "late" is how much a timer of 5 ms came late meanwhile.
+// Lines of 80 characters come from one worker, every fifth has 300; then 200 scrolls with a painted frame
+// each; then a resize by 100 pixels. The window is 800 by 600. Times are those inside the event loop's
+// dispatches where they are frames, and wall time otherwise; "late" is how much a timer of 5 ms came late
+// meanwhile.
 #include <commondlg3/inplace_ctrl.h>
 
 #include <cfgmgr2/message_catalog.h>
@@ -61,12 +63,14 @@ double quantile(std::vector<double> values, double q)
     if (values.empty())
         return 0;
     std::sort(values.begin(), values.end());
-    return values[std::min(values.size() - 1, static_cast<std::size_t>(q * static_cast<double>(values.size())))];
+    return values[std::min(values.size() - 1,
+                           static_cast<std::size_t>(q * static_cast<double>(values.size())))];
 }
 
 std::string make_line(int i)
 {
-    static const char* const words[] = {"reading", "block", "of", "sample", "device", "channel", "value", "limits"};
+    static const char* const words[] = {"reading", "block",   "of",    "sample",
+                                        "device",  "channel", "value", "limits"};
     char head[64];
     std::snprintf(head, sizeof head, "%09d 12:34:56.%03d ", i, i % 1000);
     std::string line = head;
@@ -89,7 +93,8 @@ class list_t : public wxListCtrl
 {
 public:
     explicit list_t(wxWindow* parent)
-        : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER)
+        : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                     wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER)
     {
         SetFont(wx_helpers1::ui_settings_t::get()->get_font(wx_helpers1::ui_font::text));
         InsertColumn(0, "", wxLIST_FORMAT_LEFT, 780);
@@ -112,10 +117,7 @@ public:
     {
         g_signal_connect_after(m_frame->GetHandle(), "draw", G_CALLBACK(on_draw), this);
     }
-    ~stage_t()
-    {
-        delete m_frame;
-    }
+    ~stage_t() { delete m_frame; }
 
     wxFrame* frame() { return m_frame; }
     void show(wxWindow* widget)
@@ -300,7 +302,8 @@ void run_log(int count, double list_seconds)
     print("event loop late, most", quantile(late, 1) * 1e3, "ms");
     print("longest dispatch", stage.longest * 1e3, "ms");
     malloc_trim(0);
-    print("resident bytes a line beyond its text", (resident_bytes() - resident - text_bytes) / count, "bytes");
+    print("resident bytes a line beyond its text", (resident_bytes() - resident - text_bytes) / count,
+          "bytes");
 
     std::vector<double> page;
     const double height = static_cast<double>(log.GetState().height);
@@ -328,7 +331,8 @@ void run_log(int count, double list_seconds)
     }
 
     // The same number of lines again costs what it cost at first.
-    const auto time_of_10000 = [&](inplace_ctrl_t& where, std::size_t entry, inplace_ctrl_t::tag_t entry_tag) {
+    const auto time_of_10000 = [&](inplace_ctrl_t& where, std::size_t entry,
+                                   inplace_ctrl_t::tag_t entry_tag) {
         msngr2::IMessenger* to = where.get_messenger(entry_tag);
         const auto& shown = where.get_log().GetElements()[entry]->GetLines();
         const std::size_t wanted = shown.size() + 10000;
@@ -361,8 +365,9 @@ void run_entries(int count)
     commondlg3::standard_message_t::ptr_t message(new commondlg3::standard_message_t);
     message->picture = message->get_icon_by_type(commondlg3::standard_message_t::icon_types_t::warning);
     message->caption = "Some samples were lost";
-    message->message = "The disk could not keep up, and <b>about 2%</b> of the samples were not written. To keep all "
-                       "samples, choose a <u>longer</u> interval.";
+    message->message =
+        "The disk could not keep up, and <b>about 2%</b> of the samples were not written. To keep all "
+        "samples, choose a <u>longer</u> interval.";
     message->set_buttons(commondlg3::standard_message_t::standard_buttons_t::yes_no);
     std::printf("-- %d entries with HTML body, icon and buttons\n", count);
     double begin = now();

@@ -68,9 +68,11 @@ proxies_t& inplace_ctrl_impl_t::get_proxies()
 
 void inplace_ctrl_impl_t::hide_buttons()
 {
-    for (const auto& [tag, entry] : m_entries)
-        if (GH2_ASSERT_TEXT(entry != nullptr, "entry != NULL", unit))
-            entry->hide_buttons();
+    // Those before it were hidden when it came.
+    for (auto entry = m_entries.lower_bound(m_newest); entry != m_entries.end(); ++entry)
+        if (GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", unit))
+            entry->second->hide_buttons();
+    m_newest = m_next_tag;
 }
 
 template <class Record>

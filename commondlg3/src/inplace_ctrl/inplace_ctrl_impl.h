@@ -52,6 +52,7 @@ private:
     search_bar_t* m_search_bar = nullptr; // a child of the owner
     std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
     tag_t m_next_tag = 0;
+    tag_t m_newest = 0;                   // the only entry that may offer buttons
     std::unique_ptr<proxies_t> m_proxies; // made when first asked for
 };
 

@@ -127,10 +127,10 @@ void CEventLog::AddWork(const void* owner, std::function<bool()> work)
             return;
     m_work.push_back({owner, std::move(work)});
     // The first piece is done at once, unless others wait already or a slice has only just ended.
-    if (m_work.size() == 1 && !m_working && !m_timer->IsRunning())
+    if (m_work.size() == 1 && !m_working && (!m_timer->IsRunning() || m_timer->GetInterval() > 1))
         DoWork();
     else
-        WorkLater();
+        WorkLater(1);
 }
 
 void CEventLog::CancelWork(const void* owner)
@@ -140,10 +140,10 @@ void CEventLog::CancelWork(const void* owner)
                  m_work.end());
 }
 
-void CEventLog::WorkLater()
+void CEventLog::WorkLater(int milliseconds)
 {
-    if (!m_timer->IsRunning())
-        m_timer->StartOnce(1);
+    if (!m_timer->IsRunning() || m_timer->GetInterval() > milliseconds)
+        m_timer->StartOnce(milliseconds);
 }
 
 void CEventLog::DoWork()
@@ -166,12 +166,12 @@ void CEventLog::DoWork()
         if (more)
             m_work.push_back(std::move(next));
     } while (!enough());
-    bool more = !m_work.empty();
-    if (m_view)
-        more = m_view->turn() || more;
+    const int wait = m_view ? m_view->turn() : 0;
     m_working = false;
-    if (more)
-        WorkLater();
+    if (!m_work.empty())
+        WorkLater(1);
+    else if (wait)
+        WorkLater(wait);
 }
 
 void CEventLog::ScrollToEnd()

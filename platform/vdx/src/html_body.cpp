@@ -11,12 +11,6 @@
 namespace vdxcfrw7 {
 namespace {
 
-class parser_t : public wxHtmlWinParser
-{
-public:
-    wxFSFile* OpenURL(wxHtmlURLType, const wxString&) const override { return nullptr; }
-};
-
 std::string hex(const wxColour& colour)
 {
     return colour.GetAsString(wxC2S_HTML_SYNTAX).utf8_string();
@@ -24,15 +18,32 @@ std::string hex(const wxColour& colour)
 
 } // namespace
 
-html_body_t::html_body_t(const std::string& html, const wxFont& font, const wxColour& ink,
-                         const wxColour& link, wxDC& dc)
+class html_reader_t::parser_t : public wxHtmlWinParser
 {
-    parser_t parser;
-    parser.SetDC(&dc, 1.0);
-    parser.SetStandardFonts(font.GetPointSize(), font.GetFaceName());
-    const std::string page =
-        "<body text=\"" + hex(ink) + "\" link=\"" + hex(link) + "\">" + safe_markup(html) + "</body>";
-    m_cell.reset(static_cast<wxHtmlContainerCell*>(parser.Parse(wx_helpers1::to_label(page))));
+public:
+    wxFSFile* OpenURL(wxHtmlURLType, const wxString&) const override { return nullptr; }
+};
+
+html_reader_t::html_reader_t() : m_parser(std::make_unique<parser_t>()) {}
+
+html_reader_t::~html_reader_t() = default;
+
+void html_reader_t::set_look(const wxFont& font, const wxColour& ink, const wxColour& link, wxDC& dc)
+{
+    m_parser->SetDC(&dc, 1.0);
+    m_parser->SetStandardFonts(font.GetPointSize(), font.GetFaceName());
+    m_body_tag = "<body text=\"" + hex(ink) + "\" link=\"" + hex(link) + "\">";
+}
+
+std::unique_ptr<wxHtmlContainerCell> html_reader_t::read(const std::string& html)
+{
+    const std::string page = m_body_tag + safe_markup(html) + "</body>";
+    return std::unique_ptr<wxHtmlContainerCell>(
+        static_cast<wxHtmlContainerCell*>(m_parser->Parse(wx_helpers1::to_label(page))));
+}
+
+html_body_t::html_body_t(const std::string& html, html_reader_t& reader) : m_cell(reader.read(html))
+{
     if (m_cell)
         m_cell->SetIndent(0, wxHTML_INDENT_ALL, wxHTML_UNITS_PIXELS);
 }

@@ -10,6 +10,23 @@
 
 namespace vdxcfrw7 {
 
+/// Reads bodies in the look of a theme. Making one costs more than many bodies do: keep it.
+class html_reader_t
+{
+public:
+    html_reader_t();
+    ~html_reader_t();
+
+    /// The device context must live as long as it is read with.
+    void set_look(const wxFont& font, const wxColour& ink, const wxColour& link, wxDC& dc);
+    std::unique_ptr<wxHtmlContainerCell> read(const std::string& html);
+
+private:
+    class parser_t;
+    std::unique_ptr<parser_t> m_parser;
+    std::string m_body_tag;
+};
+
 /// A message body laid out by the toolkit's HTML, which is given nothing to open: neither files nor the
 /// network.
 class html_body_t
@@ -18,8 +35,7 @@ public:
     /// Bodies longer than this, in bytes, are shown as plain text: laying them out would stop the program.
     static constexpr std::size_t longest = 64 * 1024;
 
-    html_body_t(const std::string& html, const wxFont& font, const wxColour& ink, const wxColour& link,
-                wxDC& dc);
+    html_body_t(const std::string& html, html_reader_t& reader);
 
     /// Lays it out for a width and returns its height, both in pixels.
     int set_width(int width);

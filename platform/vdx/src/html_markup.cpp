@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 namespace vdxcfrw7 {
@@ -37,6 +39,27 @@ struct tag_t
     std::size_t length = 0; ///< in bytes, angle brackets included; 0: no tag
 };
 
+// Where the attribute that begins here ends; npos when it is none: "if a <b and c> d" holds no tag.
+std::size_t behind_attribute(std::string_view text, std::size_t at)
+{
+    const std::size_t begin = at;
+    while (at < text.size() && (std::isalnum(static_cast<unsigned char>(text[at])) || text[at] == '-'))
+        ++at;
+    const std::string_view name = text.substr(begin, at - begin);
+    if (name.empty())
+        return std::string_view::npos;
+    if (at >= text.size() || text[at] != '=')
+        return name == "nowrap" || name == "noshade" || name == "compact" ? at : std::string_view::npos;
+    if (++at >= text.size())
+        return std::string_view::npos;
+    if (text[at] == '"' || text[at] == '\'') {
+        const std::size_t end = text.find(text[at], at + 1);
+        return end == std::string_view::npos ? end : end + 1;
+    }
+    const std::size_t end = text.find_first_of(" \t\r\n<>", at);
+    return end == std::string_view::npos || text[end] == '<' ? std::string_view::npos : end;
+}
+
 // The tag that begins with this '<', if it is a known one.
 tag_t tag_at(std::string_view text)
 {
@@ -52,20 +75,15 @@ tag_t tag_at(std::string_view text)
         return tag;
     if (text[at] != '>' && text[at] != '/' && !std::isspace(static_cast<unsigned char>(text[at])))
         return tag;
-    char quote = 0;
-    for (const std::size_t end = std::min(text.size(), longest_tag); at < end; ++at) {
-        const char c = text[at];
-        if (quote) {
-            if (c == quote)
-                quote = 0;
-        } else if (c == '"' || c == '\'')
-            quote = c;
-        else if (c == '<')
-            break;
-        else if (c == '>') {
+    const std::string_view rest = text.substr(0, longest_tag);
+    while (at < rest.size()) {
+        while (at < rest.size() && (std::isspace(static_cast<unsigned char>(rest[at])) || rest[at] == '/'))
+            ++at;
+        if (at < rest.size() && rest[at] == '>') {
             tag.length = at + 1;
             break;
         }
+        at = behind_attribute(rest, at);
     }
     return tag;
 }
@@ -86,12 +104,20 @@ entity_t entity_at(std::string_view text)
     if (!std::all_of(name.begin() + (name[0] == '#'), name.end(),
                      [](unsigned char c) { return std::isalnum(c) != 0; }))
         return entity;
-    const wxChar character = wxHtmlEntitiesParser().GetEntityChar(wxString::FromAscii(name.c_str()));
-    if (character == 0)
+    std::uint32_t code = 0;
+    if (name[0] == '#') {
+        const bool hex = name.size() > 1 && (name[1] == 'x' || name[1] == 'X');
+        char* behind = nullptr;
+        code = static_cast<std::uint32_t>(std::strtoul(name.c_str() + (hex ? 2 : 1), &behind, hex ? 16 : 10));
+        if (*behind != '\0')
+            return entity;
+    } else
+        code = static_cast<std::uint32_t>(
+            wxHtmlEntitiesParser().GetEntityChar(wxString::FromAscii(name.c_str())));
+    // The toolkit would make a character of any number.
+    if (code < ' ' || (code >= 0xd800 && code < 0xe000) || code > 0x10ffff)
         return entity;
-    entity.text = wxString(wxUniChar(character)).utf8_string();
-    if (entity.text.empty() || entity.text[0] < ' ')
-        return entity_t();
+    entity.text = wxString(wxUniChar(code)).utf8_string();
     entity.length = end + 1;
     return entity;
 }

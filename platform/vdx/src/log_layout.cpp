@@ -20,12 +20,13 @@ log_layout_t::log_layout_t(CEventLog& log) : m_log(log)
 void log_layout_t::set_look(const wxFont& text, const wxFont& bold, const wxColour& ink, const wxColour& link,
                             double scale)
 {
-    m_ink = ink;
-    m_link = link;
     m_scale = scale;
     m_text.set(text, m_dc);
     m_bold.set(bold, m_dc);
     m_italic.set(text.Italic(), m_dc);
+    auto words = std::make_unique<word_dc_t>(m_dc);
+    m_html.set_look(text, ink, link, *words);
+    m_words = std::move(words); // the one before went with its fonts
     // The widths of lines in one row are those of the old font.
     for (const auto& element : m_log.GetElements())
         for (auto& block : element->m_lines.get_blocks())
@@ -51,8 +52,8 @@ void log_layout_t::invalidate()
     m_bodies.clear();
     m_body_of.clear();
     m_rows.clear();
-    m_refined_everything = false;
     m_refining = 0;
+    m_refining_head = 0;
     for (const auto& element : m_log.GetElements()) {
         measure_tail(*element);
         update_height(*element);
@@ -65,8 +66,7 @@ void log_layout_t::element_added(CMessageElement& element)
     estimate_head(element);
     measure_tail(element);
     update_height(element);
-    m_refined_everything = false;
-    m_refining = std::min(m_refining, element.m_index);
+    m_refining_head = std::min(m_refining_head, element.m_index);
 }
 
 void log_layout_t::element_removing(CMessageElement& element)
@@ -92,6 +92,8 @@ void log_layout_t::element_removing(CMessageElement& element)
     m_rows.clear();
     if (m_refining > element.m_index)
         --m_refining;
+    if (m_refining_head > element.m_index)
+        --m_refining_head;
     m_heights.erase(element.m_index);
 }
 
@@ -104,8 +106,7 @@ void log_layout_t::head_changed(CMessageElement& element)
     element.m_head_layout = 0;
     estimate_head(element);
     update_height(element);
-    m_refined_everything = false;
-    m_refining = std::min(m_refining, element.m_index);
+    m_refining_head = std::min(m_refining_head, element.m_index);
 }
 
 void log_layout_t::tail_changed(CMessageElement& element)
@@ -156,7 +157,6 @@ void log_layout_t::line_added(CMessageElement& element)
         block.refined = 0;
     }
     if (block.lines.back().has(line_t::inexact)) {
-        m_refined_everything = false;
         m_refining = std::min(m_refining, element.m_index);
     } else if (block.refined + 1 == block.lines.size())
         ++block.refined;
@@ -267,8 +267,7 @@ html_body_t* log_layout_t::body_of(const CMessageElement& element)
         m_bodies.splice(m_bodies.begin(), m_bodies, found->second);
         return m_bodies.front().html.get();
     }
-    m_bodies.push_front({&element, std::make_unique<html_body_t>(element.m_head.body, m_text.get_font(),
-                                                                 m_ink, m_link, m_dc)});
+    m_bodies.push_front({&element, std::make_unique<html_body_t>(element.m_head.body, m_html)});
     m_body_of[&element] = m_bodies.begin();
     if (m_bodies.size() > kept_bodies) {
         m_body_of.erase(m_bodies.back().element);

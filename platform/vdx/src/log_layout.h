@@ -5,6 +5,7 @@
 #include "font_metrics.h"
 #include "height_index.h"
 #include "html_body.h"
+#include "word_dc.h"
 
 #include <wx/dcmemory.h>
 
@@ -50,9 +51,18 @@ public:
 
     /// Measures what can be seen exactly; call it before asking where something is or drawing it.
     void settle();
-    /// Measures some of what is not seen, until enough() says so; true when more is left.
-    bool refine();
-    bool is_exact() const { return m_refined_everything; }
+    enum class left_t
+    {
+        nothing,
+        lines,
+        bodies
+    };
+    /// Measures some of what is not seen, until the log's slice is over; says what is left.
+    left_t refine(bool bodies_too);
+    bool is_exact() const
+    {
+        return m_refining >= m_log.GetElements().size() && m_refining_head >= m_log.GetElements().size();
+    }
 
     enum class part_t
     {
@@ -143,8 +153,8 @@ private:
     font_metrics_t m_text;
     font_metrics_t m_bold;
     font_metrics_t m_italic;
-    wxColour m_ink;
-    wxColour m_link;
+    std::unique_ptr<word_dc_t> m_words; // of the fonts of bodies
+    html_reader_t m_html;
     double m_scale = 1;
     wxSize m_size;
     int m_button_height = 30;
@@ -152,8 +162,8 @@ private:
     height_index_t m_heights;
     anchor_t m_anchor;
     bool m_follow = true;
-    bool m_refined_everything = true;
-    std::size_t m_refining = 0; // the element that is next
+    std::size_t m_refining = 0;      // the element whose lines are next
+    std::size_t m_refining_head = 0; // and the one whose head is
 
     // Bodies laid out, the one used last in front.
     struct body_t

@@ -203,29 +203,33 @@ bool log_layout_t::refine_lines(CMessageElement& element)
     return true;
 }
 
-bool log_layout_t::refine()
+log_layout_t::left_t log_layout_t::refine(bool bodies_too)
 {
-    if (m_refined_everything)
-        return false;
     const auto& elements = m_log.GetElements();
     for (; m_refining < elements.size(); ++m_refining) {
         CMessageElement& element = *elements[m_refining];
-        if (element.m_head_layout != m_layout) {
-            const bool kept = m_body_of.count(&element) != 0;
-            measure_head(element);
-            const auto made = m_body_of.find(&element);
-            if (!kept && made != m_body_of.end()) { // those that are seen are worth more
-                m_bodies.erase(made->second);
-                m_body_of.erase(made);
-            }
-        }
         const bool done = refine_lines(element);
         update_height(element);
         if (!done || m_log.enough())
-            return true;
+            return left_t::lines;
     }
-    m_refined_everything = true;
-    return false;
+    // Bodies take long, and few of them are ever seen: they come last.
+    for (; bodies_too && m_refining_head < elements.size(); ++m_refining_head) {
+        CMessageElement& element = *elements[m_refining_head];
+        if (element.m_head_layout == m_layout)
+            continue;
+        const bool kept = m_body_of.count(&element) != 0;
+        measure_head(element);
+        update_height(element);
+        const auto made = m_body_of.find(&element);
+        if (!kept && made != m_body_of.end()) { // those that are seen are worth more
+            m_bodies.erase(made->second);
+            m_body_of.erase(made);
+        }
+        if (m_log.enough())
+            return left_t::bodies;
+    }
+    return m_refining_head < elements.size() ? left_t::bodies : left_t::nothing;
 }
 
 } // namespace vdxcfrw7

@@ -19,6 +19,16 @@ using wx_helpers1::ui_settings_t;
 // A scroll bar counts in ints; beyond this a unit of it is more than a pixel.
 constexpr std::int64_t longest_scrollbar = 1000 * 1000 * 1000;
 constexpr int lines_per_wheel_step = 3;
+// Measuring bodies waits while somebody scrolls, and leaves most of the time to others.
+constexpr std::chrono::milliseconds pause_after_scrolling(300);
+constexpr int between_bodies = 15; // milliseconds
+
+bool is_blank(const wxImage& image)
+{
+    const unsigned char* alpha = image.GetAlpha();
+    return alpha && std::all_of(alpha, alpha + image.GetWidth() * image.GetHeight(),
+                                [](unsigned char a) { return a == 0; });
+}
 
 } // namespace
 
@@ -50,7 +60,6 @@ log_view_t::log_view_t(CEventLog& log, wxWindow* parent) : m_log(&log), m_layout
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { m_selecting = false; });
     Bind(wxEVT_CONTEXT_MENU, &log_view_t::on_context_menu, this);
     Bind(wxEVT_KEY_DOWN, &log_view_t::on_key, this);
-    Bind(wxEVT_NAVIGATION_KEY, &log_view_t::on_navigation, this);
     Bind(wxEVT_SET_FOCUS, &log_view_t::on_focus, this);
     Bind(wxEVT_KILL_FOCUS, &log_view_t::on_focus, this);
     m_animation.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
@@ -112,14 +121,17 @@ wxBitmap log_view_t::get_image(int index)
     if (found != m_images.end())
         return found->second;
     const wxBitmapBundle bundle = m_log->GetImageList()->Get(index).get_bundle(m_colours.ink);
-    return m_images[index] = bundle.IsOk() ? bundle.GetBitmapFor(this) : wxBitmap();
+    wxBitmap bitmap = bundle.IsOk() ? bundle.GetBitmapFor(this) : wxBitmap();
+    if (bitmap.IsOk() && is_blank(bitmap.ConvertToImage()))
+        bitmap = wxBitmap(); // the picture of most lines: drawing nothing takes as long as drawing something
+    return m_images[index] = bitmap;
 }
 
 void log_view_t::catch_up_soon()
 {
     m_stale = true;
     if (m_log && !m_log->m_working)
-        m_log->WorkLater();
+        m_log->WorkLater(1);
 }
 
 void log_view_t::catch_up()
@@ -132,14 +144,23 @@ void log_view_t::catch_up()
     Refresh(false);
 }
 
-bool log_view_t::turn()
+int log_view_t::turn()
 {
-    const bool more = m_layout.refine();
+    const bool reading = std::chrono::steady_clock::now() - m_scrolled < pause_after_scrolling;
+    const auto left = m_layout.refine(!reading);
     if (m_stale)
         catch_up();
-    else if (more || m_layout.is_exact())
+    else
         update_scrollbar(); // heights that nobody sees change the bar only
-    return more;
+    switch (left) {
+    case log_layout_t::left_t::lines:
+        return 1;
+    case log_layout_t::left_t::bodies:
+        return between_bodies;
+    case log_layout_t::left_t::nothing:
+        break;
+    }
+    return 0;
 }
 
 void log_view_t::update_scrollbar()
@@ -182,6 +203,7 @@ void log_view_t::place_buttons()
                         }
                 });
                 button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
+                button->Bind(wxEVT_KEY_DOWN, &log_view_t::on_button_key, this);
                 if (place.button->IsDefault()) {
                     const auto font = button->GetFont();
                     button->SetFont(font.Bold());
@@ -290,6 +312,7 @@ void log_view_t::words_changed()
 
 void log_view_t::scroll_to(std::int64_t top)
 {
+    m_scrolled = std::chrono::steady_clock::now();
     m_layout.scroll_to(top);
     catch_up();
 }
@@ -321,7 +344,7 @@ void log_view_t::on_size(wxSizeEvent& event)
         return;
     m_layout.set_size(GetClientSize());
     catch_up();
-    m_log->WorkLater();
+    m_log->WorkLater(1);
 }
 
 void log_view_t::on_scroll(wxScrollWinEvent& event)
@@ -391,23 +414,22 @@ bool log_view_t::tab_to_button(bool forward)
 
 bool log_view_t::leave(bool forward)
 {
-    return NavigateIn(forward ? wxNavigationKeyEvent::IsForward : wxNavigationKeyEvent::IsBackward);
+    return Navigate(forward ? wxNavigationKeyEvent::IsForward : wxNavigationKeyEvent::IsBackward);
 }
 
-void log_view_t::on_navigation(wxNavigationKeyEvent& event)
+void log_view_t::on_button_key(wxKeyEvent& event)
 {
-    // A Tab that was pressed in one of the buttons.
-    if (!m_log || !event.IsFromTab()) {
+    if (!m_log || event.GetKeyCode() != WXK_TAB || event.ControlDown()) {
         event.Skip();
         return;
     }
-    if (tab_to_button(event.GetDirection()))
+    const bool forward = !event.ShiftDown();
+    if (tab_to_button(forward))
         return;
-    if (!event.GetDirection()) {
+    if (forward)
+        leave(true);
+    else
         SetFocus();
-        return;
-    }
-    event.Skip();
 }
 
 } // namespace vdxcfrw7

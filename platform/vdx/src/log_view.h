@@ -73,8 +73,9 @@ public:
     void look_changed();
     void words_changed();
 
-    /// Catches up, and measures while there is time; true when more is left to measure.
-    bool turn();
+    /// Catches up, and measures while there is time. In how many milliseconds it wants to go on; 0: all is
+    /// done.
+    int turn();
 
     void scroll_to(std::int64_t top);
     void scroll_to_end();
@@ -104,7 +105,7 @@ private:
     void on_left_up(wxMouseEvent& event);
     void on_context_menu(wxContextMenuEvent& event);
     void on_key(wxKeyEvent& event);
-    void on_navigation(wxNavigationKeyEvent& event);
+    void on_button_key(wxKeyEvent& event);
     void on_focus(wxFocusEvent& event);
 
     void read_look();
@@ -139,6 +140,7 @@ private:
     std::int64_t m_scroll_unit = 1;
     std::int64_t m_shown_top = -1;
     int m_wheel = 0;
+    std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
 
     text_place_t m_selection_begin; // where it was begun, which may be behind its end
     text_place_t m_caret;

@@ -123,7 +123,7 @@ private:
     };
 
     /// Calls the next slice soon.
-    void WorkLater();
+    void WorkLater(int milliseconds);
     void DoWork();
 
     std::unique_ptr<images_t> m_images;
