@@ -19,7 +19,9 @@ LAYERS = [
     Layer("gen_helpers2", "platform/gen_helpers2", None, TOOLKIT),
     Layer("cpil", "platform/cpil", None, TOOLKIT),
     Layer("cfgmgr2", "platform/cfgmgr2", None, TOOLKIT),
+    Layer("msngr2", "platform/msngr2", None, TOOLKIT),
     Layer("wx_helpers1", "platform/wx_helpers1", None, set()),
+    Layer("vdx", "platform/vdx", None, set()),
     Layer("commondlg3", "commondlg3", {"wx", "boost", "log4cplus"}, set()),
     Layer("gallery", "gallery", {"wx", "nlohmann"}, set()),
 ]

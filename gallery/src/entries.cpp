@@ -2,6 +2,7 @@
 
 #include "example_dialog.h"
 #include "example_page.h"
+#include "log_page.h"
 #include "message_entries.h"
 
 #include <cpil/catalog.h>
@@ -49,6 +50,10 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_example_dialog(json(), parent); }},
         {"page_example", catalog_key("gallery.category.pages"), example_page_t::object_name,
          [](wxWindow* parent) { return open_example_page(json(), parent); }},
+        {"log", catalog_key("gallery.category.pages"), log_object,
+         [](wxWindow* parent) { return open_log(json(), parent); }},
+        {"log_walk", catalog_key("gallery.category.pages"), log_object, open_walk_page},
+        {"log_flood", catalog_key("gallery.category.pages"), log_object, open_flood_page},
     };
     return all;
 }
@@ -63,6 +68,8 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_example_dialog(data, nullptr);
     else if (object == example_page_t::object_name)
         open_example_page(data, nullptr);
+    else if (object == log_object)
+        open_log(data, nullptr);
     else
         return false;
     return true;

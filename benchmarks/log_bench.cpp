@@ -1,0 +1,457 @@
+// How fast the in-place message control is, beside the toolkit's virtual list, which neither wraps nor draws
+// icons.
+//
+// usage: log_bench [LINES]
+//
+// Lines of 80 characters come from one worker, every fifth has 300; then 200 scrolls with a painted frame
+// each; then a resize by 100 pixels. The window is 800 by 600. Times are those inside the event loop's
+// dispatches where they are frames, and wall time otherwise; "late" is how much a timer of 5 ms came late
+// meanwhile.
+#include <commondlg3/inplace_ctrl.h>
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/variant_bag_file.h>
+#include <vdx/event_log.h>
+#include <wx_helpers1/tasks.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/frame.h>
+#include <wx/listctrl.h>
+#include <wx/sizer.h>
+#include <wx/timer.h>
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <malloc.h>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using commondlg3::inplace_ctrl_t;
+
+double now()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+double resident_bytes()
+{
+    long total = 0, resident = 0;
+    if (FILE* file = std::fopen("/proc/self/statm", "r")) {
+        if (std::fscanf(file, "%ld %ld", &total, &resident) != 2)
+            resident = 0;
+        std::fclose(file);
+    }
+    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
+double quantile(std::vector<double> values, double q)
+{
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    return values[std::min(values.size() - 1,
+                           static_cast<std::size_t>(q * static_cast<double>(values.size())))];
+}
+
+std::string make_line(int i)
+{
+    static const char* const words[] = {"reading", "block",   "of",    "sample",
+                                        "device",  "channel", "value", "limits"};
+    char head[64];
+    std::snprintf(head, sizeof head, "%09d 12:34:56.%03d ", i, i % 1000);
+    std::string line = head;
+    const std::size_t length = i % 5 == 4 ? 300 : 80;
+    for (int word = i * 7; line.size() < length; ++word) {
+        line += words[word % 8];
+        line += ' ';
+    }
+    line.resize(length);
+    return line;
+}
+
+msngr2::ESeverity severity_of(int i)
+{
+    return i % 97 == 0 ? msngr2::sev_error : i % 13 == 0 ? msngr2::sev_warning : msngr2::sev_none;
+}
+
+// The toolkit's list of the same lines, as its users build one: they are drawn from where they are kept.
+class list_t : public wxListCtrl
+{
+public:
+    explicit list_t(wxWindow* parent)
+        : wxListCtrl(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                     wxLC_REPORT | wxLC_VIRTUAL | wxLC_NO_HEADER)
+    {
+        SetFont(wx_helpers1::ui_settings_t::get()->get_font(wx_helpers1::ui_font::text));
+        InsertColumn(0, "", wxLIST_FORMAT_LEFT, 780);
+    }
+    std::vector<std::string> lines;
+
+private:
+    wxString OnGetItemText(long item, long) const override
+    {
+        const std::string& line = lines[static_cast<std::size_t>(item)];
+        return wxString::FromUTF8(line.data(), line.size());
+    }
+};
+
+// One window with one widget in it, and the event loop.
+class stage_t
+{
+public:
+    stage_t() : m_frame(new wxFrame(nullptr, wxID_ANY, "log", wxPoint(20, 20)))
+    {
+        g_signal_connect_after(m_frame->GetHandle(), "draw", G_CALLBACK(on_draw), this);
+    }
+    ~stage_t() { delete m_frame; }
+
+    wxFrame* frame() { return m_frame; }
+    void show(wxWindow* widget)
+    {
+        auto* sizer = new wxBoxSizer(wxVERTICAL);
+        sizer->Add(widget, 1, wxEXPAND);
+        m_frame->SetSizer(sizer);
+        m_frame->SetClientSize(800, 600);
+        m_frame->Show();
+        settle(0.2);
+    }
+
+    // Turns the loop until the condition holds; keeps the longest dispatch.
+    void run_until(const std::function<bool()>& condition)
+    {
+        while (!condition())
+            iterate();
+    }
+    void settle(double quiet)
+    {
+        for (double last = now(); now() - last < quiet;)
+            if (iterate() > 2e-4)
+                last = now();
+    }
+    double iterate()
+    {
+        const double begin = now();
+        if (!g_main_context_iteration(nullptr, FALSE)) {
+            usleep(100);
+            return 0;
+        }
+        const double took = now() - begin;
+        longest = std::max(longest, took);
+        return took;
+    }
+    // The time inside the loop until everything that `act` leads to is painted.
+    double frame_of(const std::function<void()>& act)
+    {
+        const long before = frames;
+        double begin = now();
+        act();
+        double busy = now() - begin;
+        const double give_up = now() + 0.5;
+        while (frames == before && now() < give_up)
+            busy += iterate();
+        for (double last = now(); now() - last < 0.02;) {
+            const double took = iterate();
+            busy += took;
+            if (took > 2e-4)
+                last = now();
+        }
+        gdk_display_sync(gdk_display_get_default());
+        return busy;
+    }
+
+    long frames = 0;
+    double longest = 0;
+
+private:
+    static gboolean on_draw(GtkWidget*, cairo_t*, stage_t* self)
+    {
+        ++self->frames;
+        return FALSE;
+    }
+
+    wxFrame* m_frame;
+};
+
+commondlg3::message_t::ptr_t make_message(const std::string& caption)
+{
+    commondlg3::message_t::ptr_t message(new commondlg3::message_t);
+    message->caption = caption;
+    return message;
+}
+
+std::size_t log_size(inplace_ctrl_t& control)
+{
+    std::size_t size = 0;
+    for (const auto& element : control.get_log().GetElements())
+        size += element->GetLines().size();
+    return size;
+}
+
+void print(const char* name, double value, const char* unit)
+{
+    std::printf("%-44s %10.3f %s\n", name, value, unit);
+    std::fflush(stdout);
+}
+
+double run_list(int count)
+{
+    stage_t stage;
+    auto* list = new list_t(stage.frame());
+    stage.show(list);
+    std::vector<std::string> pending;
+    std::mutex mutex;
+    bool posted = false;
+    const double begin = now();
+    std::thread worker([&] {
+        for (int i = 0; i < count; ++i) {
+            std::string line = make_line(i);
+            bool first;
+            {
+                std::lock_guard<std::mutex> lock(mutex);
+                pending.push_back(std::move(line));
+                first = !posted;
+                posted = true;
+            }
+            if (first)
+                wx_helpers1::tasks::Scheduler::Post([&] {
+                    std::vector<std::string> taken;
+                    {
+                        std::lock_guard<std::mutex> guard(mutex);
+                        taken.swap(pending);
+                        posted = false;
+                    }
+                    list->lines.insert(list->lines.end(), std::make_move_iterator(taken.begin()),
+                                       std::make_move_iterator(taken.end()));
+                    list->SetItemCount(static_cast<long>(list->lines.size()));
+                    list->EnsureVisible(static_cast<long>(list->lines.size()) - 1);
+                });
+        }
+    });
+    stage.run_until([&] { return list->lines.size() == static_cast<std::size_t>(count); });
+    const long frames = stage.frames;
+    list->Refresh();
+    stage.run_until([&] { return stage.frames > frames; });
+    const double took = now() - begin;
+    worker.join();
+    return took;
+}
+
+void run_log(int count, double list_seconds)
+{
+    stage_t stage;
+    auto* control = new inplace_ctrl_t(stage.frame(), false);
+    stage.show(control);
+    vdxcfrw7::CEventLog& log = control->get_log();
+    const auto tag = control->add_message(make_message("Reading"), {});
+    msngr2::IMessenger* messenger = control->get_messenger(tag);
+    const auto& lines = log.GetElements()[0]->GetLines();
+    stage.settle(0.1);
+
+    malloc_trim(0);
+    const double resident = resident_bytes();
+    std::vector<double> late;
+    wxTimer beat;
+    double last_beat = now();
+    beat.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+        const double t = now();
+        late.push_back(std::max(0.0, t - last_beat - 0.005));
+        last_beat = t;
+    });
+    beat.Start(5);
+    stage.longest = 0;
+    double text_bytes = 0;
+    const double begin = now();
+    std::thread worker([&] {
+        for (int i = 0; i < count; ++i) {
+            const std::string line = make_line(i);
+            text_bytes += static_cast<double>(line.size());
+            messenger->say(severity_of(i), line.c_str());
+        }
+    });
+    stage.run_until([&] { return lines.size() == static_cast<std::size_t>(count); });
+    const double in = now() - begin;
+    const long frames = stage.frames;
+    control->get_log().GetWindow()->Refresh();
+    stage.run_until([&] { return stage.frames > frames && !log.HasWork(); });
+    const double painted = now() - begin;
+    worker.join();
+    stage.run_until([&] { return log.GetState().exact; });
+    const double settled = now() - begin;
+    beat.Stop();
+    std::printf("-- %d lines\n", count);
+    print("all lines in", in, "s");
+    print("last one painted", painted, "s");
+    print("all heights exact", settled, "s");
+    if (list_seconds > 0)
+        print("  times the toolkit's virtual list", settled / list_seconds, "");
+    print("event loop late, p99", quantile(late, 0.99) * 1e3, "ms");
+    print("event loop late, most", quantile(late, 1) * 1e3, "ms");
+    print("longest dispatch", stage.longest * 1e3, "ms");
+    malloc_trim(0);
+    print("resident bytes a line beyond its text", (resident_bytes() - resident - text_bytes) / count,
+          "bytes");
+
+    std::vector<double> page;
+    const double height = static_cast<double>(log.GetState().height);
+    for (int i = 1; i <= 200; ++i)
+        page.push_back(stage.frame_of([&] { log.ScrollTo(static_cast<std::int64_t>(height * i / 201)); }));
+    print("page scroll to its frame, p50", quantile(page, 0.5) * 1e3, "ms");
+    print("page scroll to its frame, p99", quantile(page, 0.99) * 1e3, "ms");
+
+    for (int step : {100, -100}) {
+        const wxSize size = stage.frame()->GetClientSize();
+        const std::int64_t width = log.GetWindow()->GetClientSize().x;
+        const double start = now();
+        stage.longest = 0;
+        stage.frame()->SetClientSize(size.x + step, size.y);
+        double busy = now() - start;
+        while (log.GetWindow()->GetClientSize().x == width)
+            busy += stage.iterate();
+        const long seen = stage.frames;
+        while (stage.frames == seen)
+            busy += stage.iterate();
+        print("resize, work until the first right frame", busy * 1e3, "ms");
+        stage.run_until([&] { return log.GetState().exact; });
+        print("resize, all heights exact", (now() - start) * 1e3, "ms");
+        print("resize, longest dispatch", stage.longest * 1e3, "ms");
+    }
+
+    // The same number of lines again costs what it cost at first.
+    const auto time_of_10000 = [&](inplace_ctrl_t& where, std::size_t entry,
+                                   inplace_ctrl_t::tag_t entry_tag) {
+        msngr2::IMessenger* to = where.get_messenger(entry_tag);
+        const auto& shown = where.get_log().GetElements()[entry]->GetLines();
+        const std::size_t wanted = shown.size() + 10000;
+        const double start = now();
+        for (int i = 0; i < 10000; ++i)
+            to->say(severity_of(i), make_line(i).c_str());
+        stage.run_until([&] { return shown.size() == wanted; });
+        return now() - start;
+    };
+    std::vector<double> last, first;
+    for (int i = 0; i < 7; ++i) {
+        last.push_back(time_of_10000(*control, 0, tag));
+        stage_t other;
+        auto* empty = new inplace_ctrl_t(other.frame(), false);
+        other.show(empty);
+        first.push_back(time_of_10000(*empty, 0, empty->add_message(make_message("x"), {})));
+    }
+    print("last 10,000 lines / first 10,000", quantile(last, 0.5) / quantile(first, 0.5), "");
+    double filter = now();
+    log.SetFilter(msngr2::sev_error, "channel");
+    stage.run_until([&] { return !log.HasWork(); });
+    print("filter by severity and text", (now() - filter) * 1e3, "ms");
+}
+
+void run_entries(int count)
+{
+    stage_t stage;
+    auto* control = new inplace_ctrl_t(stage.frame(), false);
+    stage.show(control);
+    commondlg3::standard_message_t::ptr_t message(new commondlg3::standard_message_t);
+    message->picture = message->get_icon_by_type(commondlg3::standard_message_t::icon_types_t::warning);
+    message->caption = "Some samples were lost";
+    message->message =
+        "The disk could not keep up, and <b>about 2%</b> of the samples were not written. To keep all "
+        "samples, choose a <u>longer</u> interval.";
+    message->set_buttons(commondlg3::standard_message_t::standard_buttons_t::yes_no);
+    std::printf("-- %d entries with HTML body, icon and buttons\n", count);
+    double begin = now();
+    for (int i = 0; i < count; ++i)
+        control->add_message(message, {});
+    print("added", now() - begin, "s");
+    stage.settle(0.1);
+    std::vector<double> page;
+    vdxcfrw7::CEventLog& log = control->get_log();
+    const double height = static_cast<double>(log.GetState().height);
+    for (int i = 1; i <= 200; ++i)
+        page.push_back(stage.frame_of([&] { log.ScrollTo(static_cast<std::int64_t>(height * i / 201)); }));
+    print("page scroll to its frame, p50", quantile(page, 0.5) * 1e3, "ms");
+    print("page scroll to its frame, p99", quantile(page, 0.99) * 1e3, "ms");
+    begin = now();
+    control->clear();
+    print("cleared", now() - begin, "s");
+}
+
+void run_file(int count)
+{
+    stage_t stage;
+    auto* control = new inplace_ctrl_t(stage.frame(), false);
+    stage.show(control);
+    const auto tag = control->add_message(make_message("Reading"), {});
+    msngr2::IMessenger* messenger = control->get_messenger(tag);
+    double text_bytes = 0;
+    for (int i = 0; i < count; ++i) {
+        const std::string line = make_line(i);
+        text_bytes += static_cast<double>(line.size());
+        messenger->say(severity_of(i), line.c_str());
+    }
+    stage.settle(0.2);
+    std::printf("-- saving and loading %d lines\n", count);
+    malloc_trim(0);
+    double resident = resident_bytes();
+    double begin = now();
+    gen_helpers2::variant_bag_t bag;
+    control->save(bag);
+    std::string file;
+    save_to_string(bag, file);
+    print("saved as text of a file", now() - begin, "s");
+    print("  memory, times the text", (resident_bytes() - resident) / text_bytes, "");
+    control->clear();
+    bag.clear();
+    malloc_trim(0);
+    begin = now();
+    gen_helpers2::variant_bag_t read;
+    load_from_string(file, read);
+    control->load(read);
+    stage.run_until([&] { return log_size(*control) == static_cast<std::size_t>(count); });
+    print("loaded and shown", now() - begin, "s");
+}
+
+class app_t : public wxApp
+{
+public:
+    bool OnInit() override { return true; }
+    bool OnCmdLineParsed(wxCmdLineParser&) override { return true; }
+    void OnInitCmdLine(wxCmdLineParser&) override {}
+
+    int OnRun() override
+    {
+        wxGUIEventLoop loop;
+        wxEventLoopActivator active(&loop);
+        auto product = std::make_shared<cfgmgr2::product_locations_t>();
+        product->resource_directory = gen_helpers2::path_t(RESOURCE_DIR);
+        product->locale_directory = gen_helpers2::path_t(LOCALE_DIR);
+        cfgmgr2::IProductLocations::set(product);
+        cfgmgr2::set_language("en");
+        wx_helpers1::tasks::Scheduler::Initialize();
+        wx_helpers1::ui_settings_t::initialize();
+        const int count = argc > 1 ? std::atoi(wxString(argv[1]).utf8_str()) : 100000;
+        const double list = run_list(count);
+        print("the toolkit's virtual list, last one painted", list, "s");
+        run_log(count, list);
+        run_entries(10000);
+        run_file(100000);
+        wx_helpers1::tasks::Scheduler::Shutdown();
+        wx_helpers1::ui_settings_t::shutdown();
+        return 0;
+    }
+};
+
+} // namespace
+
+wxIMPLEMENT_APP(app_t);

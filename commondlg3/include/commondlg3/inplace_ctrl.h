@@ -1,0 +1,99 @@
+#pragma once
+
+#include "commondlg3/export.h"
+#include "commondlg3/inplace_message.h"
+
+#include <gen_helpers2/error_code.h>
+#include <gen_helpers2/signal.h>
+#include <gen_helpers2/variant_bag.h>
+#include <msngr2/messenger.h>
+#include <msngr2/progress.h>
+
+#include <wx/panel.h>
+
+#include <cstdint>
+#include <memory>
+
+namespace vdxcfrw7 {
+class CEventLog;
+}
+
+namespace commondlg3 {
+
+class inplace_ctrl_impl_t;
+
+/// A log of messages inside a dialog or page, in place of message boxes that pop up.
+///
+/// Each entry is a message (icon, caption, text, buttons) or a progress entry (with a gauge and Cancel); both
+/// take further lines, from any thread and of any number. Use it where long work reports, or where messages
+/// must not stop the user. When the user must answer before going on, use show_modal(const message_window_t&,
+/// wxWindow*).
+///
+///     auto* log = new inplace_ctrl_t(this, false);
+///     sizer->Add(log, 1, wxEXPAND);
+///     const auto tag = log->add_progress(message, callback);
+///     msngr2::IProgress* progress = log->get_progress(tag);
+///     msngr2::IMessenger* messenger = log->get_messenger(tag);
+///     start_worker([=] { progress->start("Reading", 10); messenger->say(msngr2::sev_warning, "a.txt is
+///     empty"); });
+///
+/// The view follows the end while it shows the end; otherwise what the reader sees stays where it is. Text
+/// can be selected and copied; Ctrl+F opens a bar to find and to filter.
+///
+/// Ownership: a window, destroyed by its parent. Thread: GUI, except the messenger and the progress that it
+/// hands out. Both are one each for the whole control: asking for another entry's points the same object at
+/// that one. They may be called from any thread and stay valid until the process ends: after the entry's, or
+/// the control's, end they do nothing. Do not ask for another entry's while a worker reports through them.
+/// Errors: an unknown tag is an error code, or null, or false.
+class COMMONDLG3_EXPORT inplace_ctrl_t : public wxPanel
+{
+public:
+    /// Names an entry; counted from 0 and never used again.
+    using tag_t = std::uint32_t;
+    /// Carries the id of the button that was pressed.
+    using callback_t = gen_helpers2::signal_t<int>;
+
+    /// @param show_debug whether lines with msngr2::sev_debug are shown; otherwise they are dropped
+    inplace_ctrl_t(wxWindow* parent, bool show_debug);
+    ~inplace_ctrl_t() override;
+
+    /// Adds an entry at the end. Entries before it offer no buttons any more. The record must not be null.
+    tag_t add_message(const message_t::ptr_t& msg, const callback_t& callback);
+    tag_t add_progress(const progress_message_t::ptr_t& msg, const callback_t& callback);
+    /// Not there yet: an assertion, and 0.
+    tag_t add_custom(const custom_message_t::ptr_t& msg);
+
+    /// Replaces an entry's head, text, buttons and callback; its lines stay.
+    gen_helpers2::error_code_t update_message(tag_t tag, const message_t::ptr_t& new_msg,
+                                              const callback_t& callback);
+    gen_helpers2::error_code_t erase(tag_t tag);
+    gen_helpers2::error_code_t clear();
+
+    msngr2::IMessenger* get_messenger(tag_t tag);
+    /// Shows the entry's gauge and takes its buttons away.
+    msngr2::IProgress* get_progress(tag_t tag);
+
+    /// Whether a line with one of these bits was said to the entry. Status lines do not count.
+    bool has_severity(tag_t tag, msngr2::ESeverity severity);
+    /// Whether something was added or removed since the control was made, saved or loaded.
+    bool has_changes();
+
+    /// Writes all entries and their lines; buttons and animations are not kept.
+    gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
+    /// Adds the entries of a bag at the end, as messages; an entry that is damaged keeps what could be read
+    /// of it.
+    gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
+
+    /// Copies the whole log as text.
+    void handle_copy(wxCommandEvent& event);
+    /// Shows the context menu; the point is in pixels of this window.
+    void pupup_menu(wxPoint point);
+
+    /// The log as the framework sees it; for tests and for hosts that add to its window.
+    vdxcfrw7::CEventLog& get_log();
+
+private:
+    std::unique_ptr<inplace_ctrl_impl_t> m_impl;
+};
+
+} // namespace commondlg3

@@ -1,0 +1,94 @@
+#include "event_entry.h"
+
+#include <gen_helpers2/assertion.h>
+
+namespace commondlg3 {
+namespace {
+
+constexpr char message_key[] = "msg";
+constexpr char severity_key[] = "severity";
+constexpr char line_name[] = "message";
+
+} // namespace
+
+event_entry_t::event_entry_t(event_log_t& log, tag_t tag)
+    : m_log(&log), m_element(&log.AddElement()), m_tag(tag), m_show_debug(log.get_show_debug())
+{
+}
+
+event_entry_t::~event_entry_t() = default;
+
+void event_entry_t::hide()
+{
+    if (!m_element)
+        return;
+    vdxcfrw7::CMessageElement* element = m_element;
+    m_element = nullptr;
+    m_status = nullptr;
+    m_status_caption.reset();
+    m_log->Remove(*element);
+}
+
+gen_helpers2::error_code_t event_entry_t::save(gen_helpers2::variant_bag_t& bag)
+{
+    for_each_line([&bag](const messenger_entry_t& line) {
+        gen_helpers2::variant_bag_t& child = bag.add_child(line_name);
+        child.put(message_key, line.text);
+        child.put(severity_key, static_cast<int>(line.severity));
+        child.shrink_to_fit();
+    });
+    return {};
+}
+
+gen_helpers2::error_code_t event_entry_t::load(const gen_helpers2::variant_bag_t& bag,
+                                               msngr2::IMessenger* msngr)
+{
+    using gen_helpers2::error_code_t;
+    if (!msngr)
+        return error_code_t::invalid_parameter("msngr");
+    error_code_t result;
+    for (const auto& item : bag) {
+        const gen_helpers2::variant_bag_t* entry = item.child();
+        if (!entry || item.name() != line_name)
+            continue;
+        const gen_helpers2::variant_t* text = entry->find_value(message_key);
+        if (!text)
+            return error_code_t::invalid_value("entry.has<gh2::variant_t>(MSG_NAME)");
+        if (!text->can_get<const unsigned char*>())
+            return error_code_t::invalid_value("value.can_get<const cpil2::uchar_t*>()");
+        const gen_helpers2::variant_t* severity = entry->find_value(severity_key);
+        if (!severity)
+            return error_code_t::invalid_value("entry.has<gh2::variant_t>(SEVERITY_NAME)");
+        if (!severity->can_get<int>())
+            return error_code_t::invalid_value("value.can_get<int>()");
+        msngr->say(static_cast<msngr2::ESeverity>(severity->get<int>()), text->get<const char*>());
+    }
+    return result;
+}
+
+void event_entry_t::say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaption** status,
+                             msngr2::ESeverity severity, const char* text)
+{
+    if ((severity & msngr2::sev_debug) && !m_show_debug)
+        return;
+    m_log->set_changed(true);
+    const bool is_status = (severity & msngr2::sev_status) != 0;
+    const int image = m_log->image_of(severity);
+    if (is_status && *status) {
+        (*status)->SetText(text);
+        (*status)->SetImage(image);
+        return;
+    }
+    if (!is_status)
+        m_severities |= severity;
+    auto* element = static_cast<vdxcfrw7::CMessageElement*>(parent);
+    // Lines size themselves; the height of a remembered one follows its text, a status line keeps to one row.
+    const vdxcfrw7::CCaption caption =
+        element->AddCaption(severity, text, image, is_status, m_copy_texts || is_status);
+    if (is_status) {
+        m_status_caption = std::make_unique<vdxcfrw7::CCaption>(caption);
+        *status = m_status_caption.get();
+    }
+}
+
+} // namespace commondlg3

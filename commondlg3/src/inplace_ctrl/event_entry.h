@@ -1,0 +1,104 @@
+#pragma once
+
+#include "commondlg3/inplace_ctrl.h"
+
+#include "event_log.h"
+
+#include <gen_helpers2/intrusive_pointer.h>
+#include <wx_helpers1/progress_impl.h>
+
+#include <boost/thread/lock_guard.hpp>
+#include <boost/thread/mutex.hpp>
+
+#include <atomic>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace commondlg3 {
+
+/// One remembered line; the text is the one that its caption shows.
+struct messenger_entry_t
+{
+    msngr2::ESeverity severity;
+    std::string_view text;
+};
+
+/// An entry of the log: takes lines, and remembers them with its element in the log. GUI thread, except
+/// say().
+class event_entry_t : public msngr2::IMessenger, public gen_helpers2::subscriber_base_t
+{
+public:
+    using ptr_t = gen_helpers2::intrusive_pointer_t<event_entry_t>;
+    using tag_t = inplace_ctrl_t::tag_t;
+    using callback_t = inplace_ctrl_t::callback_t;
+
+    event_entry_t(event_log_t& log, tag_t tag);
+    virtual ~event_entry_t();
+
+    /// Takes its element out of the log; what is said to it afterwards goes nowhere.
+    virtual void hide();
+    virtual gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
+    virtual gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
+                                                      const callback_t* callback) = 0;
+    virtual std::string get_type() const = 0;
+    virtual msngr2::IProgress* get_progress() = 0;
+    virtual void hide_buttons() = 0;
+    /// Shows one line at the end of `parent`. @param status the status line's caption, made when there is
+    /// none
+    virtual void say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaption** status,
+                          msngr2::ESeverity severity, const char* text);
+
+    /// Says the lines of a saved entry again.
+    static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag, msngr2::IMessenger* msngr);
+
+    tag_t get_tag() const { return m_tag; }
+    bool has_severity(int severity) const { return (m_severities & severity) != 0; }
+
+    /// Calls fn(const messenger_entry_t&) for each remembered line in the order said.
+    template <class F>
+    void for_each_line(F&& fn) const
+    {
+        if (!m_element)
+            return;
+        for (const auto& block : m_element->GetLines().get_blocks())
+            for (const vdxcfrw7::line_t& line : block.lines)
+                if (!line.has(vdxcfrw7::line_t::status))
+                    fn(messenger_entry_t{static_cast<msngr2::ESeverity>(line.severity), line.get_text()});
+    }
+
+    void add_ref() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
+    void release() const noexcept
+    {
+        if (m_count.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            delete this;
+    }
+
+protected:
+    event_log_t* m_log;
+    vdxcfrw7::CMessageElement* m_element = nullptr; // the log's; null after hide()
+    vdxcfrw7::CCaption* m_status = nullptr;         // points to m_status_caption once there is one
+    bool m_copy_texts = true; // false while the arena that a line's text lives in is to be the element's
+
+    gen_helpers2::signal_t<int> m_button_signal;
+
+private:
+    std::unique_ptr<vdxcfrw7::CCaption> m_status_caption;
+    tag_t m_tag;
+    bool m_show_debug;
+    int m_severities = 0;
+    mutable std::atomic<long> m_count{0};
+};
+
+inline void intrusive_ptr_add_ref(const event_entry_t* entry) noexcept
+{
+    entry->add_ref();
+}
+inline void intrusive_ptr_release(const event_entry_t* entry) noexcept
+{
+    entry->release();
+}
+
+} // namespace commondlg3

@@ -1,0 +1,33 @@
+#include "event_log.h"
+
+#include "commondlg3/text_utils.h"
+
+#include <msngr2/messenger.h>
+
+namespace commondlg3 {
+
+event_log_t::event_log_t(wxWindow* parent, bool show_debug)
+    : CEventLog(parent),
+      m_show_debug(show_debug),
+      m_error_image(add_image(GetImageList(), image_loader_t::image_type_t::error12)),
+      m_warning_image(add_image(GetImageList(), image_loader_t::image_type_t::warning12)),
+      m_info_image(add_image(GetImageList(), image_loader_t::image_type_t::info12)),
+      m_empty_image(add_image(GetImageList(), image_loader_t::image_type_t::empty12))
+{
+    SetWords({translate_message("severity.error"), translate_message("severity.warning"),
+              translate_message("inplace_ctrl.name")});
+}
+
+int event_log_t::add_image(vdxc7::IImageList* list, image_loader_t::image_type_t type)
+{
+    return list->Add(image_loader_t::get().load_image(type));
+}
+
+int event_log_t::image_of(int severity) const
+{
+    if (severity & (msngr2::sev_error | msngr2::sev_critical))
+        return m_error_image;
+    return severity & msngr2::sev_warning ? m_warning_image : m_empty_image;
+}
+
+} // namespace commondlg3

@@ -1,0 +1,304 @@
+#include "inplace_ctrl_impl.h"
+
+#include "commondlg3/text_utils.h"
+
+#include "search_bar.h"
+
+#include <gen_helpers2/assertion.h>
+#include <gen_helpers2/log.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/menu.h>
+#include <wx/sizer.h>
+
+namespace commondlg3 {
+namespace {
+
+using gen_helpers2::error_code_t;
+
+constexpr char unit[] = "inplace_ctrl";
+
+error_code_t failed_condition(const char* condition)
+{
+    gen_helpers2::log_error("error_handling", condition);
+    return error_code_t::invalid_parameter(condition);
+}
+
+} // namespace
+
+inplace_ctrl_impl_t::inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug)
+    : m_owner(owner), m_log(std::make_unique<event_log_t>(owner, show_debug))
+{
+    m_search_bar = new search_bar_t(owner, *m_log);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(m_log->GetWindow(), 1, wxEXPAND);
+    sizer->Add(m_search_bar, 0, wxEXPAND | wxTOP, 4);
+    m_search_bar->Hide();
+    owner->SetSizer(sizer);
+    m_log->context_menu().connect(this, &inplace_ctrl_impl_t::on_context_menu);
+    m_log->search_requested().connect(this, &inplace_ctrl_impl_t::on_search);
+}
+
+inplace_ctrl_impl_t::~inplace_ctrl_impl_t()
+{
+    disconnect_all();
+    if (m_proxies) {
+        m_proxies->messenger.set_target(nullptr);
+        m_proxies->progress.set_target(nullptr, nullptr);
+        retire(std::move(m_proxies));
+    }
+    for (auto entry = m_entries.rbegin(); entry != m_entries.rend(); ++entry)
+        entry->second->hide();
+}
+
+message_entry_t::ptr_t inplace_ctrl_impl_t::find(tag_t tag) const
+{
+    const auto found = m_entries.find(tag);
+    return found != m_entries.end()
+               ? message_entry_t::ptr_t(static_cast<message_entry_t*>(found->second.get()))
+               : message_entry_t::ptr_t();
+}
+
+proxies_t& inplace_ctrl_impl_t::get_proxies()
+{
+    if (!m_proxies)
+        m_proxies = std::make_unique<proxies_t>();
+    return *m_proxies;
+}
+
+void inplace_ctrl_impl_t::hide_buttons()
+{
+    // Those before it were hidden when it came.
+    for (auto entry = m_entries.lower_bound(m_newest); entry != m_entries.end(); ++entry)
+        if (GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", unit))
+            entry->second->hide_buttons();
+    m_newest = m_next_tag;
+}
+
+template <class Record>
+inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const gen_helpers2::intrusive_pointer_t<Record>& msg,
+                                               const callback_t& callback)
+{
+    GH2_ASSERT_TEXT(msg != nullptr, "msg", unit);
+    const auto record = msg ? msg : gen_helpers2::intrusive_pointer_t<Record>(new Record);
+    hide_buttons();
+    m_log->set_changed(true);
+    const tag_t tag = m_next_tag++;
+    const message_entry_t::ptr_t entry(new message_entry_t(*m_log, tag, record));
+    m_entries[tag] = entry;
+    entry->connect(callback);
+    return tag;
+}
+
+template inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const message_t::ptr_t&, const callback_t&);
+template inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const progress_message_t::ptr_t&, const callback_t&);
+
+inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add_custom(const custom_message_t::ptr_t&)
+{
+    GH2_ASSERT_TEXT(false, "add_custom not impl", unit);
+    return 0;
+}
+
+error_code_t inplace_ctrl_impl_t::update_message(tag_t tag, const message_t::ptr_t& new_msg,
+                                                 const callback_t& callback)
+{
+    const auto found = m_entries.find(tag);
+    if (found == m_entries.end())
+        return failed_condition("m_entries.find(tag) != m_entries.end()");
+    m_log->set_changed(true);
+    if (!found->second->update_message(new_msg, &callback).succeeded())
+        return failed_condition("m_entries[tag]->update_message(new_msg, &callback).succeeded()");
+    return {};
+}
+
+error_code_t inplace_ctrl_impl_t::erase(tag_t tag)
+{
+    const auto found = m_entries.find(tag);
+    if (found == m_entries.end())
+        return failed_condition("m_entries.find(tag) != m_entries.end()");
+    const auto entry = found->second;
+    m_entries.erase(found);
+    if (m_proxies) {
+        m_proxies->messenger.drop(entry.get());
+        m_proxies->progress.drop(entry.get());
+    }
+    entry->hide();
+    return {};
+}
+
+error_code_t inplace_ctrl_impl_t::clear()
+{
+    if (m_entries.empty())
+        return {};
+    if (m_proxies) {
+        m_proxies->messenger.set_target(nullptr);
+        m_proxies->progress.set_target(nullptr, nullptr);
+    }
+    const auto entries = std::move(m_entries);
+    m_entries.clear();
+    // From the end: removing one moves those after it.
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+        entry->second->hide();
+    m_log->set_changed(true);
+    return {};
+}
+
+msngr2::IMessenger* inplace_ctrl_impl_t::get_messenger(tag_t tag)
+{
+    const message_entry_t::ptr_t entry = find(tag);
+    if (entry || m_proxies)
+        get_proxies().messenger.set_target(entry);
+    return entry ? &m_proxies->messenger : nullptr;
+}
+
+msngr2::IProgress* inplace_ctrl_impl_t::get_progress(tag_t tag)
+{
+    const message_entry_t::ptr_t entry = find(tag);
+    if (entry || m_proxies)
+        get_proxies().progress.set_target(entry, entry ? entry->get_progress() : nullptr);
+    return entry ? &m_proxies->progress : nullptr;
+}
+
+bool inplace_ctrl_impl_t::has_severity(tag_t tag, msngr2::ESeverity severity) const
+{
+    const auto found = m_entries.find(tag);
+    return found != m_entries.end() && found->second->has_severity(severity);
+}
+
+error_code_t inplace_ctrl_impl_t::save(gen_helpers2::variant_bag_t& bag)
+{
+    for (const auto& [tag, entry] : m_entries) {
+        if (entry->get_type() != message_entry_t::type_name)
+            continue;
+        const error_code_t saved = entry->save(bag.add_child(message_entry_t::type_name));
+        GH2_ASSERT_TEXT(saved.succeeded(), "err", unit);
+    }
+    m_log->set_changed(false);
+    return {};
+}
+
+error_code_t inplace_ctrl_impl_t::load(const gen_helpers2::variant_bag_t& bag)
+{
+    bag.for_each_child(message_entry_t::type_name, [this](const gen_helpers2::variant_bag_t& value) {
+        const message_t::ptr_t message(new message_t);
+        message->load(value);
+        const tag_t tag = add(message, callback_t());
+        const error_code_t loaded = event_entry_t::load(value, m_entries[tag].get());
+        if (loaded.failed())
+            gen_helpers2::log_error(unit,
+                                    "event_entry_t::load(value, msngr).succeeded(): " + loaded.as_string());
+    });
+    m_log->set_changed(false);
+    return {};
+}
+
+void inplace_ctrl_impl_t::copy()
+{
+    vdxcfrw7::CopyToClipboard(*m_log);
+}
+
+void inplace_ctrl_impl_t::popup_menu(const wxPoint& point)
+{
+    wxMenu menu;
+    const wxMenuItem* item =
+        menu.Append(wxID_ANY, wx_helpers1::to_plain_label(translate_message("inplace_ctrl.copy")));
+    menu.Bind(wxEVT_MENU, &inplace_ctrl_t::handle_copy, m_owner, item->GetId());
+    m_owner->PopupMenu(&menu, point);
+}
+
+void inplace_ctrl_impl_t::on_context_menu(vdxcfrw7::CVisualElement*, int x, int y)
+{
+    if (const wxWindow* window = m_log->GetWindow())
+        popup_menu(m_owner->ScreenToClient(window->ClientToScreen(wxPoint(x, y))));
+}
+
+void inplace_ctrl_impl_t::on_search(vdxcfrw7::CEventLog::search_t what)
+{
+    m_search_bar->search(what);
+}
+
+inplace_ctrl_t::inplace_ctrl_t(wxWindow* parent, bool show_debug)
+    : wxPanel(parent), m_impl(std::make_unique<inplace_ctrl_impl_t>(this, show_debug))
+{
+}
+
+inplace_ctrl_t::~inplace_ctrl_t() = default;
+
+inplace_ctrl_t::tag_t inplace_ctrl_t::add_message(const message_t::ptr_t& msg, const callback_t& callback)
+{
+    return m_impl->add(msg, callback);
+}
+
+inplace_ctrl_t::tag_t inplace_ctrl_t::add_progress(const progress_message_t::ptr_t& msg,
+                                                   const callback_t& callback)
+{
+    return m_impl->add(msg, callback);
+}
+
+inplace_ctrl_t::tag_t inplace_ctrl_t::add_custom(const custom_message_t::ptr_t& msg)
+{
+    return m_impl->add_custom(msg);
+}
+
+error_code_t inplace_ctrl_t::update_message(tag_t tag, const message_t::ptr_t& new_msg,
+                                            const callback_t& callback)
+{
+    return m_impl->update_message(tag, new_msg, callback);
+}
+
+error_code_t inplace_ctrl_t::erase(tag_t tag)
+{
+    return m_impl->erase(tag);
+}
+
+error_code_t inplace_ctrl_t::clear()
+{
+    return m_impl->clear();
+}
+
+msngr2::IMessenger* inplace_ctrl_t::get_messenger(tag_t tag)
+{
+    return m_impl->get_messenger(tag);
+}
+
+msngr2::IProgress* inplace_ctrl_t::get_progress(tag_t tag)
+{
+    return m_impl->get_progress(tag);
+}
+
+bool inplace_ctrl_t::has_severity(tag_t tag, msngr2::ESeverity severity)
+{
+    return m_impl->has_severity(tag, severity);
+}
+
+bool inplace_ctrl_t::has_changes()
+{
+    return m_impl->has_changes();
+}
+
+error_code_t inplace_ctrl_t::save(gen_helpers2::variant_bag_t& bag)
+{
+    return m_impl->save(bag);
+}
+
+error_code_t inplace_ctrl_t::load(const gen_helpers2::variant_bag_t& bag)
+{
+    return m_impl->load(bag);
+}
+
+void inplace_ctrl_t::handle_copy(wxCommandEvent&)
+{
+    m_impl->copy();
+}
+
+void inplace_ctrl_t::pupup_menu(wxPoint point)
+{
+    m_impl->popup_menu(point);
+}
+
+vdxcfrw7::CEventLog& inplace_ctrl_t::get_log()
+{
+    return m_impl->get_log();
+}
+
+} // namespace commondlg3

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "commondlg3/inplace_ctrl.h"
+
+#include "event_log.h"
+#include "message_entry.h"
+#include "proxies.h"
+
+#include <map>
+#include <memory>
+
+namespace commondlg3 {
+
+class search_bar_t;
+
+/// What an inplace_ctrl_t does.
+class inplace_ctrl_impl_t : public gen_helpers2::subscriber_base_t
+{
+public:
+    using tag_t = inplace_ctrl_t::tag_t;
+    using callback_t = inplace_ctrl_t::callback_t;
+
+    inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug);
+    ~inplace_ctrl_impl_t() override;
+
+    template <class Record>
+    tag_t add(const gen_helpers2::intrusive_pointer_t<Record>& msg, const callback_t& callback);
+    tag_t add_custom(const custom_message_t::ptr_t& msg);
+    gen_helpers2::error_code_t update_message(tag_t tag, const message_t::ptr_t& new_msg,
+                                              const callback_t& callback);
+    gen_helpers2::error_code_t erase(tag_t tag);
+    gen_helpers2::error_code_t clear();
+    msngr2::IMessenger* get_messenger(tag_t tag);
+    msngr2::IProgress* get_progress(tag_t tag);
+    bool has_severity(tag_t tag, msngr2::ESeverity severity) const;
+    bool has_changes() const { return m_log->is_changed(); }
+    gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
+    gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
+    void copy();
+    void popup_menu(const wxPoint& point);
+    event_log_t& get_log() { return *m_log; }
+
+private:
+    void hide_buttons();
+    void on_context_menu(vdxcfrw7::CVisualElement* element, int x, int y);
+    void on_search(vdxcfrw7::CEventLog::search_t what);
+    message_entry_t::ptr_t find(tag_t tag) const;
+    proxies_t& get_proxies();
+
+    inplace_ctrl_t* m_owner;
+    std::unique_ptr<event_log_t> m_log;
+    search_bar_t* m_search_bar = nullptr; // a child of the owner
+    std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
+    tag_t m_next_tag = 0;
+    tag_t m_newest = 0;                   // the only entry that may offer buttons
+    std::unique_ptr<proxies_t> m_proxies; // made when first asked for
+};
+
+} // namespace commondlg3

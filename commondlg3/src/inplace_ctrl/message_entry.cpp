@@ -1,0 +1,260 @@
+#include "message_entry.h"
+
+#include "commondlg3/text_utils.h"
+
+#include <gen_helpers2/assertion.h>
+#include <wx_helpers1/tasks.h>
+
+#include <cstring>
+
+namespace commondlg3 {
+namespace {
+
+constexpr char unit[] = "inplace_ctrl";
+constexpr int gauge_steps = 800;
+// The text of batches from this size on is taken over, that of smaller ones copied: an arena has room to
+// spare.
+constexpr std::size_t worth_adopting = 128 * 1024;
+constexpr std::size_t lines_between_looks_at_the_clock = 32;
+
+} // namespace
+
+message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const message_t::ptr_t& msg)
+    : message_entry_t(log, tag, msg, false)
+{
+}
+
+message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const progress_message_t::ptr_t& msg)
+    : message_entry_t(log, tag, message_t::ptr_t(msg), true)
+{
+}
+
+message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const message_t::ptr_t& msg, bool is_progress)
+    : event_entry_t(log, tag), m_msg(msg), m_is_progress(is_progress), m_progress(gauge_steps)
+{
+    m_element->SetMoreText([this] { return more_text(); });
+    m_element->GetGauge().SetRange(gauge_steps);
+    update_header(m_element);
+    update_text();
+    if (m_is_progress) {
+        m_element->GetGauge().Show(true);
+        add_cancel_button();
+    } else
+        update_buttons();
+    m_say_signal.connect(this, &message_entry_t::say_signal_handler);
+}
+
+void message_entry_t::update_header(vdxcfrw7::CMessageElement* header)
+{
+    if (!GH2_ASSERT_TEXT(header != nullptr, "header", unit))
+        return;
+    vdxcfrw7::CCaption caption = header->GetHeader();
+    caption.SetText(m_msg->caption);
+    caption.SetImage(m_msg->picture);
+}
+
+void message_entry_t::update_text()
+{
+    vdxcfrw7::CCaption body = m_element->GetBody();
+    body.UseHTML(true);
+    body.SetText("<i>" + m_msg->message + " </i> ");
+}
+
+void message_entry_t::update_buttons()
+{
+    m_element->ClearButtons();
+    for (const message_button_t& button : m_msg->buttons) {
+        vdxcfrw7::CButton& made = m_element->AddButton(button.id, button.text, button.flag);
+        made.pressed().connect(this,
+                               [this](vdxcfrw7::CButton* pressed) { on_button_pressed(pressed->GetId()); });
+    }
+}
+
+void message_entry_t::add_cancel_button()
+{
+    vdxcfrw7::CButton& button =
+        m_element->AddButton(standard_message_t::button_cancel, translate_message("btn.cancel"), false);
+    button.pressed().connect(this, [this](vdxcfrw7::CButton* pressed) { cancel_button_pressed(pressed); });
+}
+
+void message_entry_t::on_button_pressed(int id)
+{
+    const ptr_t keep(this); // the callback may erase this entry
+    hide_buttons();
+    const auto signal = m_button_signal;
+    signal.emit(id);
+}
+
+void message_entry_t::cancel_button_pressed(vdxcfrw7::CButton* button)
+{
+    button->Enable(false);
+    m_progress.cancel();
+}
+
+void message_entry_t::hide_buttons()
+{
+    if (m_element)
+        m_element->ShowButtons(false);
+}
+
+void message_entry_t::connect(const callback_t& callback)
+{
+    m_button_signal = gen_helpers2::signal_t<int>();
+    m_button_signal.connect(callback);
+}
+
+void message_entry_t::hide()
+{
+    {
+        boost::lock_guard<boost::mutex> lock(m_mutex);
+        m_closed = true;
+        m_pending.reset();
+    }
+    // Posted emissions find nobody from here on, wherever this entry's last reference goes.
+    m_say_signal.disconnect_all();
+    m_progress.start_signal().disconnect_all();
+    m_progress.progressed_signal().disconnect_all();
+    m_progress.message_signal().disconnect_all();
+    m_progress.cancel_signal().disconnect_all();
+    m_log->CancelWork(this);
+    m_showing.clear();
+    event_entry_t::hide();
+}
+
+gen_helpers2::error_code_t message_entry_t::save(gen_helpers2::variant_bag_t& bag)
+{
+    m_msg->save(bag);
+    return event_entry_t::save(bag);
+}
+
+gen_helpers2::error_code_t message_entry_t::update_message(const message_t::ptr_t& new_msg,
+                                                           const callback_t* callback)
+{
+    if (!new_msg)
+        return gen_helpers2::error_code_t::invalid_parameter("new_msg");
+    m_msg = new_msg;
+    update_header(m_element);
+    update_text();
+    update_buttons();
+    // Only the newest entry offers buttons.
+    m_element->ShowButtons(m_element->GetIndex() + 1 == m_log->GetElements().size());
+    if (callback)
+        connect(*callback);
+    return {};
+}
+
+msngr2::IProgress* message_entry_t::get_progress()
+{
+    if (!m_progress_connected) {
+        m_progress_connected = true;
+        if (!m_is_progress) {
+            hide_buttons();
+            m_element->ClearButtons();
+        }
+        m_element->GetGauge().Show(true);
+        m_progress.start_signal().connect(this, &message_entry_t::start);
+        m_progress.progressed_signal().connect(this, &message_entry_t::increase);
+        m_progress.message_signal().connect(this, &message_entry_t::message);
+        m_progress.cancel_signal().connect(this, &message_entry_t::cancel);
+    }
+    return &m_progress;
+}
+
+void message_entry_t::start(const std::string& text)
+{
+    m_element->GetGauge().SetValue(0);
+    if (m_is_progress)
+        m_element->GetGauge().SetCaption(text);
+}
+
+void message_entry_t::increase(int steps)
+{
+    vdxcfrw7::CGauge& gauge = m_element->GetGauge();
+    gauge.SetValue(gauge.GetValue() + steps);
+}
+
+void message_entry_t::message(const std::string& text)
+{
+    if (m_is_progress)
+        say_impl(m_element, &m_status, msngr2::sev_status, text.c_str());
+}
+
+void message_entry_t::cancel()
+{
+    const ptr_t keep(this);
+    const auto signal = m_button_signal;
+    signal.emit(standard_message_t::button_cancel);
+}
+
+std::string message_entry_t::more_text() const
+{
+    std::string text;
+    for_each_line([&text](const messenger_entry_t& line) {
+        text += '\n';
+        text += line.text;
+    });
+    if (m_is_progress)
+        text += "\n" + translate_message("inplace_ctrl.progressed",
+                                         {{"cur_progress", 100 * m_progress.get_reported() / gauge_steps}});
+    return text;
+}
+
+void message_entry_t::say(msngr2::ESeverity severity, const char* text)
+{
+    if (!text)
+        return;
+    const std::size_t length = std::strlen(text);
+    boost::lock_guard<boost::mutex> lock(m_mutex);
+    if (m_closed)
+        return;
+    if (!m_pending)
+        m_pending = std::make_unique<batch_t>();
+    m_pending->lines.push_back({m_pending->texts.add(std::string_view(text, length)), severity});
+    m_pending->bytes += length;
+    if (severity & (msngr2::sev_status | msngr2::sev_debug))
+        m_pending->passing_bytes += length;
+    if (!m_posted) {
+        m_posted = true;
+        wx_helpers1::tasks::PostSignal(m_say_signal);
+    }
+}
+
+void message_entry_t::say_signal_handler()
+{
+    std::unique_ptr<batch_t> taken;
+    {
+        boost::lock_guard<boost::mutex> lock(m_mutex);
+        taken = std::move(m_pending);
+        m_posted = false;
+    }
+    if (!taken || !m_element)
+        return;
+    m_showing.push_back(std::move(taken));
+    m_log->AddWork(this, [this] { return show_some(); });
+}
+
+bool message_entry_t::show_some()
+{
+    while (!m_showing.empty()) {
+        batch_t& batch = *m_showing.front();
+        const bool adopt = batch.bytes >= worth_adopting && batch.passing_bytes * 4 < batch.bytes;
+        if (adopt && batch.shown == 0)
+            m_element->Adopt(std::move(batch.texts));
+        m_copy_texts = !adopt;
+        while (batch.shown < batch.lines.size()) {
+            const pending_line_t& line = batch.lines[batch.shown++];
+            say_impl(m_element, &m_status, line.severity, line.text);
+            if (batch.shown % lines_between_looks_at_the_clock == 0 && m_log->enough())
+                break;
+        }
+        m_copy_texts = true;
+        if (batch.shown < batch.lines.size())
+            return true;
+        m_showing.pop_front();
+        if (m_log->enough())
+            return !m_showing.empty();
+    }
+    return false;
+}
+
+} // namespace commondlg3

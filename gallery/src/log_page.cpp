@@ -1,0 +1,224 @@
+#include "log_page.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <cpil/catalog.h>
+#include <gen_helpers2/log.h>
+#include <gen_helpers2/variant_bag_file.h>
+#include <vdx/event_log.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/button.h>
+#include <wx/sizer.h>
+
+#include <filesystem>
+
+namespace gallery {
+namespace {
+
+using commondlg3::standard_message_t;
+using wx_helpers1::to_label;
+
+std::string file_in_config(const std::string& file)
+{
+    return cfgmgr2::IProductLocations::get()->get_config_directory().as_string() + "/" + file;
+}
+
+commondlg3::message_t::ptr_t message_from(const nlohmann::json& data)
+{
+    standard_message_t::ptr_t message(new standard_message_t);
+    message->caption = get_string(data, "caption", "");
+    message->message = get_string(data, "message", "");
+    const int icon = get_int(data, "icon_type", -1);
+    if (icon >= 0)
+        message->picture =
+            standard_message_t::get_icon_by_type(static_cast<standard_message_t::icon_types_t>(icon));
+    const int buttons = get_int(data, "buttons", -1);
+    if (buttons >= 0)
+        message->set_buttons(static_cast<standard_message_t::standard_buttons_t>(buttons));
+    return message;
+}
+
+nlohmann::json sample_entries()
+{
+    return nlohmann::json::array({
+        {{"caption", text("sample.main.success")},
+         {"message", text("sample.supplemental.success")},
+         {"icon_type", 2},
+         {"lines", {{{"severity", 0}, {"text", text("log.sample.opened")}}}}},
+        {{"caption", text("sample.main.progress")},
+         {"message", text("sample.supplemental.progress")},
+         {"icon_type", 4},
+         {"progress", 0.6},
+         {"status", text("log.sample.status")},
+         {"lines",
+          {{{"severity", 0}, {"text", text("log.sample.opened")}},
+           {{"severity", 2}, {"text", text("log.sample.slow")}},
+           {{"severity", 4}, {"text", text("log.sample.unreadable")}}}}},
+        {{"caption", text("sample.main.warning")},
+         {"message", "<b>2%</b> &lt; 5%: " + text("sample.supplemental.warning")},
+         {"icon_type", 1},
+         {"buttons", 2}},
+    });
+}
+
+class shown_log_t : public log_page_t
+{
+public:
+    shown_log_t(wxWindow* parent, const nlohmann::json& entries)
+        : log_page_t(parent, CPIL_2_18::i18n::catalog_key("log.title"), std::string())
+    {
+        finish_layout();
+        for (const auto& entry : entries)
+            if (entry.is_object())
+                add(entry);
+    }
+
+private:
+    void add(const nlohmann::json& entry)
+    {
+        commondlg3::inplace_ctrl_t& log = get_log();
+        commondlg3::inplace_ctrl_t::tag_t tag;
+        const auto message = message_from(entry);
+        if (entry.contains("progress")) {
+            commondlg3::progress_message_t::ptr_t record(new commondlg3::progress_message_t);
+            record->caption = message->caption;
+            record->message = message->message;
+            record->picture = message->picture;
+            tag = log.add_progress(record, make_callback());
+            msngr2::IProgress* progress = log.get_progress(tag);
+            const auto& done = entry["progress"];
+            progress->start(get_string(entry, "status", "").c_str(), 1);
+            progress->internalProgressed(done.is_number() ? done.get<double>() : 0.0);
+        } else
+            tag = log.add_message(message, make_callback());
+        if (!entry.contains("lines") || !entry["lines"].is_array())
+            return;
+        msngr2::IMessenger* messenger = log.get_messenger(tag);
+        for (const auto& line : entry["lines"])
+            messenger->say(static_cast<msngr2::ESeverity>(get_int(line, "severity", 0)),
+                           get_string(line, "text", "").c_str());
+    }
+};
+
+nlohmann::json state_of(commondlg3::inplace_ctrl_t& log)
+{
+    gen_helpers2::variant_bag_t bag;
+    const bool changed = log.has_changes();
+    log.save(bag);
+    nlohmann::json entries = nlohmann::json::array();
+    bag.for_each_child("message_entry_t", [&entries](const gen_helpers2::variant_bag_t& saved) {
+        using gen_helpers2::variant_t;
+        nlohmann::json lines = nlohmann::json::array();
+        saved.for_each_child("message", [&lines](const gen_helpers2::variant_bag_t& line) {
+            lines.push_back({{"severity", line.get<variant_t>("severity").get<int>()},
+                             {"text", line.get<variant_t>("msg").get<std::string>()}});
+        });
+        entries.push_back({{"caption", saved.get<variant_t>("cap").get<std::string>()},
+                           {"message", saved.get<variant_t>("msg").get<std::string>()},
+                           {"lines", lines}});
+    });
+    return {{"entries", entries}, {"has_changes", changed}};
+}
+
+int run(log_page_t& page)
+{
+    wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(log_object); });
+    const int result = page.ShowModal();
+    report_result(log_object, result, state_of(page.get_log()));
+    return result;
+}
+
+} // namespace
+
+log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std::string& file)
+    : wxDialog(parent, wxID_ANY, wx_helpers1::to_wx_locale(text(title_key)), wxDefaultPosition, wxDefaultSize,
+               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      m_file(file.empty() ? file : file_in_config(file)),
+      m_controls(new wxBoxSizer(wxHORIZONTAL)),
+      m_log(new commondlg3::inplace_ctrl_t(this, true))
+{
+    auto* clear = new wxButton(this, wxID_ANY, to_label(text("log.clear")));
+    auto* close = new wxButton(this, wxID_CANCEL, to_label(text("log.close")));
+    clear->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_log->clear(); });
+    auto* below = new wxBoxSizer(wxHORIZONTAL);
+    below->Add(clear);
+    below->AddStretchSpacer();
+    below->Add(close);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(m_controls, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 12);
+    sizer->Add(m_log, 1, wxEXPAND | wxALL, 12);
+    sizer->Add(below, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, 12);
+    SetSizer(sizer);
+    load();
+}
+
+log_page_t::~log_page_t()
+{
+    save();
+}
+
+void log_page_t::finish_layout()
+{
+    SetClientSize(760, 560);
+    SetMinSize(wxSize(520, 360));
+    CentreOnParent();
+    m_log->get_log().GetWindow()->SetFocus();
+}
+
+commondlg3::inplace_ctrl_t::callback_t log_page_t::make_callback()
+{
+    commondlg3::inplace_ctrl_t::callback_t callback;
+    callback.connect([object = std::string(log_object)](int id) { report_signal(object, "button", id); });
+    return callback;
+}
+
+void log_page_t::load()
+{
+    std::error_code ignored;
+    if (m_file.empty() || !std::filesystem::exists(m_file, ignored))
+        return;
+    gen_helpers2::variant_bag_t bag;
+    const auto loaded = gen_helpers2::load(gen_helpers2::path_t(m_file), bag);
+    if (loaded.failed())
+        gen_helpers2::log_warning("gallery", "the log was not read: " + loaded.as_string());
+    else
+        m_log->load(bag);
+}
+
+void log_page_t::save()
+{
+    if (m_file.empty() || !m_log->has_changes())
+        return;
+    std::error_code ignored;
+    std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
+    gen_helpers2::variant_bag_t bag;
+    m_log->save(bag);
+    const auto saved = gen_helpers2::save(bag, gen_helpers2::path_t(m_file));
+    if (saved.failed())
+        gen_helpers2::log_warning("gallery", "the log was not kept: " + saved.as_string());
+}
+
+int open_log(const nlohmann::json& data, wxWindow* parent)
+{
+    const bool given = data.is_object() && data.contains("entries") && data["entries"].is_array();
+    shown_log_t page(parent, given ? data["entries"] : sample_entries());
+    return run(page);
+}
+
+int open_walk_page(wxWindow* parent)
+{
+    walk_page_t page(parent);
+    return run(page);
+}
+
+int open_flood_page(wxWindow* parent)
+{
+    flood_page_t page(parent);
+    return run(page);
+}
+
+} // namespace gallery

@@ -1,0 +1,142 @@
+#pragma once
+
+#include "vdx/image_list.h"
+#include "vdx/message_element.h"
+
+#include <wx/gdicmn.h>
+#include <wx/weakref.h>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class wxTimer;
+class wxWindow;
+
+namespace vdxcfrw7 {
+
+class log_layout_t;
+class log_view_t;
+
+/// Words that only the product's catalog knows, by the bits of a line's severity; for screen readers.
+struct log_words_t
+{
+    std::string error;
+    std::string warning;
+    std::string name; ///< of the log itself
+};
+
+/// An event log: entries one below the other, each with its lines, and the window that shows them.
+///
+///     auto* log = new vdxcfrw7::CEventLog(parent);
+///     auto& entry = log->AddElement();
+///     entry.GetHeader().SetText("Collecting samples");
+///
+/// Use it for the course of long work, of any length: a line costs its text and about 30 bytes, and nothing
+/// is laid out that nobody sees. The window follows the end as long as it shows the end; otherwise what the
+/// reader sees stays where it is. It takes its fonts and colours from ui_settings_t and follows their
+/// changes.
+///
+/// The window is a child of `parent`, which destroys it; the log may outlive it and is then a model without a
+/// view. GUI thread.
+class VDX_EXPORT CEventLog : public CVisualElement
+{
+public:
+    explicit CEventLog(wxWindow* parent);
+    ~CEventLog() override;
+
+    /// Null after the window's end.
+    wxWindow* GetWindow() const;
+    vdxc7::IImageList* GetImageList();
+
+    CMessageElement& AddElement();
+    void Remove(CMessageElement& element);
+    const std::vector<std::unique_ptr<CMessageElement>>& GetElements() const { return m_elements; }
+
+    /// All texts, entry by entry.
+    std::string GetText() const override;
+    void SetWords(const log_words_t& words);
+    const log_words_t& GetWords() const { return m_words; }
+
+    /// Has `work` called in slices, now or at later turns of the event loop that let input and painting in.
+    /// It does a piece and returns whether more is left; `enough()` tells it when its time is over. `owner`
+    /// names it for CancelWork(), and work of an owner that is queued already is not queued again.
+    void AddWork(const void* owner, std::function<bool()> work);
+    void CancelWork(const void* owner);
+    bool HasWork() const { return !m_work.empty(); }
+    /// Whether the running slice has used its time.
+    bool enough() const { return std::chrono::steady_clock::now() >= m_slice_end; }
+
+    // What the reader does; all of it does nothing without a window.
+    void ScrollToEnd();
+    bool IsAtEnd() const;
+    /// Selects and shows the next place of a text, or the one before, starting from the selection and going
+    /// round. Letters of either case are the same. False when there is none.
+    bool Find(const std::string& text, bool forward);
+    /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text (empty:
+    /// all).
+    void SetFilter(int severities, const std::string& text);
+    /// How many lines the filter hides.
+    std::size_t GetHiddenCount() const;
+    void SelectAll();
+    std::string GetSelectedText() const;
+    std::string GetSelectedHTML() const;
+    /// The user wants to search: Ctrl+F, or F3 (next) and Shift+F3 (previous).
+    enum class search_t
+    {
+        open,
+        next,
+        previous,
+        close
+    };
+    gen_helpers2::signal_t<search_t>& search_requested() { return m_search_requested; }
+    /// The number of hidden lines may be another.
+    gen_helpers2::signal_t<>& hidden_changed() { return m_hidden_changed; }
+
+    /// Where things stand, for tests and measurements; all of it up to date.
+    struct state_t
+    {
+        std::int64_t top;    ///< of what is seen, in pixels from the first entry's top
+        std::int64_t height; ///< of everything
+        bool exact;          ///< whether all heights are measured
+        bool at_end;
+    };
+    state_t GetState();
+    void ScrollTo(std::int64_t top);
+    /// Top and height of a line in the window, in pixels.
+    wxRect GetLineRect(const CMessageElement& element, std::size_t line);
+
+private:
+    friend class CMessageElement;
+    friend class CCaption;
+    friend class log_view_t;
+
+    class images_t;
+
+    struct work_t
+    {
+        const void* owner;
+        std::function<bool()> work;
+    };
+
+    /// Calls the next slice soon.
+    void WorkLater(int milliseconds);
+    void DoWork();
+
+    std::unique_ptr<images_t> m_images;
+    std::vector<std::unique_ptr<CMessageElement>> m_elements;
+    log_words_t m_words;
+    std::deque<work_t> m_work;
+    std::unique_ptr<wxTimer> m_timer;
+    std::chrono::steady_clock::time_point m_slice_end;
+    bool m_working = false;
+    wxWeakRef<wxWindow> m_window;
+    log_view_t* m_view = nullptr; // the same, while it lives
+    gen_helpers2::signal_t<search_t> m_search_requested;
+    gen_helpers2::signal_t<> m_hidden_changed;
+};
+
+} // namespace vdxcfrw7

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "vdx/caption.h"
+#include "vdx/controls.h"
+#include "vdx/line_store.h"
+#include "vdx/visual_element.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vdxcfrw7 {
+
+class CEventLog;
+
+/// One entry of an event log in its message-box flavour: a header with a picture, a body, lines, a gauge and
+/// a row of buttons, from top to bottom. Made by CEventLog::AddElement(). GUI thread.
+class VDX_EXPORT CMessageElement : public CVisualElement
+{
+public:
+    ~CMessageElement() override;
+
+    CCaption GetHeader() { return CCaption(*this, CCaption::kind_t::header); }
+    CCaption GetBody() { return CCaption(*this, CCaption::kind_t::body); }
+
+    /// Adds a line at the end. @param copy false: the text lives in an arena that Adopt() gets.
+    CCaption AddCaption(int severity, std::string_view text, int image, bool status, bool copy = true);
+    void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
+    const line_store_t& GetLines() const { return m_lines; }
+
+    CGauge& GetGauge() { return *m_gauge; }
+    const CGauge& GetGauge() const { return *m_gauge; }
+
+    CButton& AddButton(int id, const std::string& label, bool is_default);
+    void ClearButtons();
+    const std::vector<std::unique_ptr<CButton>>& GetButtons() const { return m_buttons; }
+    /// Shows or hides all its buttons.
+    void ShowButtons(bool show);
+    bool ButtonsShown() const { return m_buttons_shown && !m_buttons.empty(); }
+
+    /// Header, body and status line.
+    std::string GetText() const override;
+    /// Text that the clipboard gets after its own, for what only its owner knows.
+    void SetMoreText(std::function<std::string()> more) { m_more_text = std::move(more); }
+
+    CEventLog& GetLog() const { return m_log; }
+
+    // For captions and the view.
+    struct head_t
+    {
+        std::string header;
+        std::string body;
+        bool html = false;
+        wx_helpers1::picture_t picture;
+    };
+    const head_t& GetHead() const { return m_head; }
+    std::string GetBodyText() const;
+    std::size_t GetIndex() const { return m_index; }
+
+private:
+    friend class CCaption;
+    friend class CEventLog;
+    friend class log_layout_t;
+    friend class log_view_t;
+
+    explicit CMessageElement(CEventLog& log);
+    void Changed() override;
+    void HeadChanged();
+    void TailChanged();
+    void SetLineText(std::size_t line, std::string_view text);
+
+    CEventLog& m_log;
+    head_t m_head;
+    line_store_t m_lines;
+    std::unique_ptr<CGauge> m_gauge;
+    std::vector<std::unique_ptr<CButton>> m_buttons;
+    std::function<std::string()> m_more_text;
+    std::size_t m_status_line = static_cast<std::size_t>(-1);
+    std::string m_status_text; // the line store points to it
+    std::size_t m_index = 0;
+    bool m_buttons_shown = true;
+
+    // What the view measured.
+    int m_head_height = 0;
+    int m_tail_height = 0;
+    unsigned int m_head_layout = 0; // the layout in which the head was measured exactly
+};
+
+} // namespace vdxcfrw7

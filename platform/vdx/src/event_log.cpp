@@ -1,0 +1,249 @@
+#include "vdx/event_log.h"
+
+#include "html_markup.h"
+#include "log_layout.h"
+#include "log_view.h"
+
+#include <wx/timer.h>
+
+#include <algorithm>
+
+namespace vdxcfrw7 {
+namespace {
+
+// Long enough to be worth a turn, short enough that typing and painting never wait for it.
+constexpr std::chrono::milliseconds slice(3);
+
+class work_timer_t : public wxTimer
+{
+public:
+    explicit work_timer_t(std::function<void()> work) : m_work(std::move(work)) {}
+    void Notify() override { m_work(); }
+
+private:
+    std::function<void()> m_work;
+};
+
+} // namespace
+
+class CEventLog::images_t : public vdxc7::IImageList
+{
+public:
+    virtual ~images_t() = default;
+    int Add(const wx_helpers1::wxStaticPicture& picture) override
+    {
+        m_pictures.push_back(picture);
+        return GetCount() - 1;
+    }
+    int GetCount() const override { return static_cast<int>(m_pictures.size()); }
+    wx_helpers1::wxStaticPicture Get(int index) const override
+    {
+        return index >= 0 && index < GetCount() ? m_pictures[static_cast<std::size_t>(index)]
+                                                : wx_helpers1::wxStaticPicture();
+    }
+
+private:
+    std::vector<wx_helpers1::wxStaticPicture> m_pictures;
+};
+
+CEventLog::CEventLog(wxWindow* parent)
+    : m_images(std::make_unique<images_t>()), m_timer(std::make_unique<work_timer_t>([this] { DoWork(); }))
+{
+    m_view = new log_view_t(*this, parent);
+    m_window = m_view;
+}
+
+CEventLog::~CEventLog()
+{
+    m_work.clear();
+    m_timer->Stop();
+    if (log_view_t* view = m_view) {
+        m_view = nullptr;
+        view->forget_log();
+        view->Destroy();
+    }
+}
+
+wxWindow* CEventLog::GetWindow() const
+{
+    return m_window.get();
+}
+
+vdxc7::IImageList* CEventLog::GetImageList()
+{
+    return m_images.get();
+}
+
+CMessageElement& CEventLog::AddElement()
+{
+    std::unique_ptr<CMessageElement> element(new CMessageElement(*this));
+    element->m_index = m_elements.size();
+    m_elements.push_back(std::move(element));
+    if (m_view)
+        m_view->element_added(*m_elements.back());
+    return *m_elements.back();
+}
+
+void CEventLog::Remove(CMessageElement& element)
+{
+    const std::size_t index = element.m_index;
+    if (index >= m_elements.size() || m_elements[index].get() != &element)
+        return;
+    const std::size_t hidden = element.m_lines.get_hidden_count();
+    if (m_view)
+        m_view->element_removing(element);
+    const std::unique_ptr<CMessageElement> going = std::move(m_elements[index]);
+    m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(index));
+    for (std::size_t i = index; i < m_elements.size(); ++i)
+        m_elements[i]->m_index = i;
+    if (hidden)
+        m_hidden_changed.emit();
+}
+
+std::string CEventLog::GetText() const
+{
+    std::string text;
+    for (const auto& element : m_elements) {
+        if (!text.empty())
+            text += '\n';
+        text += element->GetText();
+        if (element->m_more_text)
+            text += element->m_more_text();
+    }
+    return text;
+}
+
+void CEventLog::SetWords(const log_words_t& words)
+{
+    m_words = words;
+    if (m_view)
+        m_view->words_changed();
+}
+
+void CEventLog::AddWork(const void* owner, std::function<bool()> work)
+{
+    for (const work_t& queued : m_work)
+        if (queued.owner == owner)
+            return;
+    m_work.push_back({owner, std::move(work)});
+    // The first piece is done at once, unless others wait already or a slice has only just ended.
+    if (m_work.size() == 1 && !m_working && (!m_timer->IsRunning() || m_timer->GetInterval() > 1))
+        DoWork();
+    else
+        WorkLater(1);
+}
+
+void CEventLog::CancelWork(const void* owner)
+{
+    m_work.erase(std::remove_if(m_work.begin(), m_work.end(),
+                                [owner](const work_t& queued) { return queued.owner == owner; }),
+                 m_work.end());
+}
+
+void CEventLog::WorkLater(int milliseconds)
+{
+    if (!m_timer->IsRunning() || m_timer->GetInterval() > milliseconds)
+        m_timer->StartOnce(milliseconds);
+}
+
+void CEventLog::DoWork()
+{
+    if (m_working)
+        return;
+    m_working = true;
+    m_slice_end = std::chrono::steady_clock::now() + slice;
+    const wxWeakRef<wxWindow> window(m_window); // work may end the window, and with it this log
+    const bool had_window = window != nullptr;
+    do {
+        if (m_work.empty())
+            break;
+        // Work may cancel itself or queue more: it is taken out while it runs.
+        work_t next = std::move(m_work.front());
+        m_work.pop_front();
+        const bool more = next.work();
+        if (had_window && !window)
+            return;
+        if (more)
+            m_work.push_back(std::move(next));
+    } while (!enough());
+    const int wait = m_view ? m_view->turn() : 0;
+    m_working = false;
+    if (!m_work.empty())
+        WorkLater(1);
+    else if (wait)
+        WorkLater(wait);
+}
+
+void CEventLog::ScrollToEnd()
+{
+    if (m_view)
+        m_view->scroll_to_end();
+}
+
+bool CEventLog::IsAtEnd() const
+{
+    return !m_view || m_view->get_layout().follows_end();
+}
+
+bool CEventLog::Find(const std::string& text, bool forward)
+{
+    return m_view && m_view->find(text, forward);
+}
+
+void CEventLog::SetFilter(int severities, const std::string& text)
+{
+    if (m_view)
+        m_view->set_filter(severities, text);
+}
+
+std::size_t CEventLog::GetHiddenCount() const
+{
+    std::size_t count = 0;
+    for (const auto& element : m_elements)
+        count += element->m_lines.get_hidden_count();
+    return count;
+}
+
+void CEventLog::SelectAll()
+{
+    if (m_view)
+        m_view->select_all();
+}
+
+std::string CEventLog::GetSelectedText() const
+{
+    return m_view ? m_view->get_selected_text(false) : std::string();
+}
+
+std::string CEventLog::GetSelectedHTML() const
+{
+    return m_view ? m_view->get_selected_text(true) : std::string();
+}
+
+CEventLog::state_t CEventLog::GetState()
+{
+    if (!m_view)
+        return {0, 0, true, true};
+    log_layout_t& layout = m_view->get_layout();
+    layout.settle();
+    return {layout.top(), layout.total(), layout.is_exact(), layout.follows_end()};
+}
+
+void CEventLog::ScrollTo(std::int64_t top)
+{
+    if (m_view)
+        m_view->scroll_to(top);
+}
+
+wxRect CEventLog::GetLineRect(const CMessageElement& element, std::size_t line)
+{
+    if (!m_view || line >= element.GetLines().size())
+        return wxRect();
+    log_layout_t& layout = m_view->get_layout();
+    layout.settle();
+    const line_t& kept = element.GetLines().at(line);
+    return wxRect(layout.line_left(), static_cast<int>(layout.top_of_line(element, line) - layout.top()),
+                  layout.line_width(), kept.has(line_t::hidden) ? 0 : static_cast<int>(kept.height));
+}
+
+} // namespace vdxcfrw7

@@ -1,0 +1,19 @@
+/// Message bodies are HTML in which people write freely: what is no known markup is text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vdxcfrw7 {
+
+/// The body with everything escaped that is no known tag or entity. Tags that would fetch something are
+/// dropped (a picture leaves its alternative text), and so are those nested deeper than any text needs.
+std::string safe_markup(std::string_view body);
+
+/// What a reader sees of it: tags gone, entities as their characters, blanks as one.
+std::string markup_to_text(std::string_view body);
+
+/// A plain text as HTML that shows the same.
+std::string text_to_markup(std::string_view text);
+
+} // namespace vdxcfrw7

@@ -1,0 +1,327 @@
+#include "log_layout.h"
+
+#include "html_markup.h"
+
+#include <algorithm>
+
+namespace vdxcfrw7 {
+namespace {
+
+constexpr std::size_t kept_bodies = 96;
+constexpr std::size_t kept_rows = 512;
+
+} // namespace
+
+log_layout_t::log_layout_t(CEventLog& log) : m_log(log)
+{
+    m_dc.SelectObject(m_pixel);
+}
+
+void log_layout_t::set_look(const wxFont& text, const wxFont& bold, const wxColour& ink, const wxColour& link,
+                            double scale)
+{
+    m_scale = scale;
+    m_text.set(text, m_dc);
+    m_bold.set(bold, m_dc);
+    m_italic.set(text.Italic(), m_dc);
+    auto words = std::make_unique<word_dc_t>(m_dc);
+    m_html.set_look(text, ink, link, *words);
+    m_words = std::move(words); // the one before went with its fonts
+    // The widths of lines in one row are those of the old font.
+    for (const auto& element : m_log.GetElements())
+        for (auto& block : element->m_lines.get_blocks())
+            for (line_t& line : block.lines)
+                line.width = line_t::no_width;
+    invalidate();
+}
+
+void log_layout_t::set_size(const wxSize& size)
+{
+    const bool wider = size.x != m_size.x;
+    // The anchor is the row that is read, not the line: other rows of it come and go.
+    if (!m_follow)
+        pick_anchor(top());
+    m_size = size;
+    if (wider)
+        invalidate();
+}
+
+void log_layout_t::invalidate()
+{
+    ++m_layout;
+    m_bodies.clear();
+    m_body_of.clear();
+    m_rows.clear();
+    m_refining = 0;
+    m_refining_head = 0;
+    for (const auto& element : m_log.GetElements()) {
+        measure_tail(*element);
+        update_height(*element);
+    }
+}
+
+void log_layout_t::element_added(CMessageElement& element)
+{
+    m_heights.append(0);
+    estimate_head(element);
+    measure_tail(element);
+    update_height(element);
+    m_refining_head = std::min(m_refining_head, element.m_index);
+}
+
+void log_layout_t::element_removing(CMessageElement& element)
+{
+    if (m_anchor.element == &element) {
+        // What stands below it stays where it is, or what stands above when it is the last.
+        const std::int64_t y = top_of(element) - top();
+        const auto& all = m_log.GetElements();
+        m_anchor = {};
+        if (element.m_index + 1 < all.size()) {
+            m_anchor.element = all[element.m_index + 1].get();
+            m_anchor.y = std::max<std::int64_t>(0, y + m_heights.get(element.m_index));
+        } else if (element.m_index > 0) {
+            m_anchor.element = all[element.m_index - 1].get();
+            m_anchor.part = part_t::tail;
+            m_anchor.y = y - m_anchor.element->m_tail_height;
+        }
+    }
+    if (const auto found = m_body_of.find(&element); found != m_body_of.end()) {
+        m_bodies.erase(found->second);
+        m_body_of.erase(found);
+    }
+    m_rows.clear();
+    if (m_refining > element.m_index)
+        --m_refining;
+    if (m_refining_head > element.m_index)
+        --m_refining_head;
+    m_heights.erase(element.m_index);
+}
+
+void log_layout_t::head_changed(CMessageElement& element)
+{
+    if (const auto found = m_body_of.find(&element); found != m_body_of.end()) {
+        m_bodies.erase(found->second);
+        m_body_of.erase(found);
+    }
+    element.m_head_layout = 0;
+    estimate_head(element);
+    update_height(element);
+    m_refining_head = std::min(m_refining_head, element.m_index);
+}
+
+void log_layout_t::tail_changed(CMessageElement& element)
+{
+    measure_tail(element);
+    update_height(element);
+}
+
+void log_layout_t::update_height(CMessageElement& element)
+{
+    m_heights.set(element.m_index,
+                  element.m_head_height + element.m_lines.get_height() + element.m_tail_height);
+}
+
+std::uint32_t log_layout_t::height_of_line(line_t& line, bool shape)
+{
+    if (!line.has(line_t::adjusted)) {
+        line.set(line_t::inexact, false);
+        return height_of_rows(1);
+    }
+    const int width = line_width();
+    bool complex = false;
+    if (line.width == line_t::no_width) {
+        const font_metrics_t::extent_t extent = m_text.measure(line.get_text());
+        line.width = extent.width;
+        complex = extent.complex && line.length <= font_metrics_t::longest_shaped;
+    }
+    if (line.width != line_t::no_width && line.width <= width) {
+        line.set(line_t::inexact, false);
+        return height_of_rows(1);
+    }
+    line.set(line_t::inexact, complex && !shape);
+    return height_of_rows(m_text.break_rows(line.get_text(), width, nullptr, shape));
+}
+
+void log_layout_t::measure_new(line_t& line)
+{
+    line.height = height_of_line(line, false);
+}
+
+void log_layout_t::line_added(CMessageElement& element)
+{
+    line_store_t& lines = element.m_lines;
+    line_store_t::block_t& block = lines.get_blocks().back();
+    // The first line of a block begins it in the layout of the day; a block from before a resize stays stale.
+    if (block.lines.size() == 1) {
+        block.layout = m_layout;
+        block.refined = 0;
+    }
+    if (block.lines.back().has(line_t::inexact)) {
+        m_refining = std::min(m_refining, element.m_index);
+    } else if (block.refined + 1 == block.lines.size())
+        ++block.refined;
+    m_heights.set(element.m_index, element.m_head_height + lines.get_height() + element.m_tail_height);
+}
+
+void log_layout_t::line_changed(CMessageElement& element, std::size_t index)
+{
+    line_t& line = element.m_lines.at(index);
+    line.width = line_t::no_width;
+    m_rows.erase(line.text);
+    element.m_lines.set_height(index, height_of_line(line, true));
+    update_height(element);
+}
+
+void log_layout_t::estimate_head(CMessageElement& element)
+{
+    const auto& head = element.m_head;
+    int height = header_top();
+    const int picture = head.picture.is_empty() ? 0 : scaled(head.picture.get_still().get_size().y);
+    const int header = head.header.empty()
+                           ? 0
+                           : static_cast<int>(m_bold.break_rows(head.header, text_width(), nullptr, false)) *
+                                 m_bold.get_line_height();
+    height += std::max(picture, header);
+    if (!head.body.empty())
+        height +=
+            line_gap() + static_cast<int>(m_italic.break_rows(head.body, text_width(), nullptr, false)) *
+                             m_italic.get_line_height();
+    element.m_head_height = height + scaled(4);
+}
+
+int log_layout_t::body_top(const CMessageElement& element)
+{
+    const auto& head = element.m_head;
+    const int rows = head.header.empty() ? 0 : static_cast<int>(header_rows(element).size());
+    return header_top() + rows * m_bold.get_line_height() + line_gap();
+}
+
+bool log_layout_t::measure_head(CMessageElement& element)
+{
+    if (element.m_head_layout == m_layout)
+        return false;
+    element.m_head_layout = m_layout;
+    const auto& head = element.m_head;
+    const int picture = head.picture.is_empty() ? 0 : scaled(head.picture.get_still().get_size().y);
+    int height = header_top() + picture;
+    int text = body_top(element) - line_gap();
+    if (html_body_t* body = body_of(element))
+        text += line_gap() + body->get_height();
+    else if (body_is_plain(element))
+        text += line_gap() + static_cast<int>(body_rows(element).size()) * m_italic.get_line_height();
+    height = std::max(height, text) + scaled(4);
+    const bool changed = height != element.m_head_height;
+    element.m_head_height = height;
+    return changed;
+}
+
+int log_layout_t::gauge_height(const CMessageElement& element) const
+{
+    if (!element.GetGauge().IsShown())
+        return 0;
+    const int caption = element.GetGauge().GetCaption().empty() ? 0 : m_text.get_line_height() + scaled(3);
+    return scaled(4) + caption + bar_height() + scaled(4);
+}
+
+std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMessageElement& element)
+{
+    std::vector<button_place_t> places;
+    if (!element.ButtonsShown())
+        return places;
+    const int gap = scaled(8);
+    int x = text_left(), y = gauge_height(element) + scaled(6);
+    for (const auto& button : element.GetButtons()) {
+        if (!button->IsShown())
+            continue;
+        const int width = std::min(std::max(scaled(85), m_text.shaped_width(button->GetLabel()) + scaled(34)),
+                                   std::max(scaled(20), text_width()));
+        if (x > text_left() && x + width > m_size.x - margin()) {
+            x = text_left();
+            y += m_button_height + gap;
+        }
+        places.push_back({button.get(), wxRect(x, y, width, m_button_height)});
+        x += width + gap;
+    }
+    return places;
+}
+
+void log_layout_t::measure_tail(CMessageElement& element)
+{
+    const auto buttons = button_places(element);
+    element.m_tail_height =
+        (buttons.empty() ? gauge_height(element) : buttons.back().rect.GetBottom() + 1) + scaled(9);
+}
+
+bool log_layout_t::body_is_plain(const CMessageElement& element) const
+{
+    const auto& head = element.m_head;
+    return !head.body.empty() && (!head.html || head.body.size() > html_body_t::longest);
+}
+
+html_body_t* log_layout_t::body_of(const CMessageElement& element)
+{
+    if (element.m_head.body.empty() || body_is_plain(element))
+        return nullptr;
+    const auto found = m_body_of.find(&element);
+    if (found != m_body_of.end()) {
+        m_bodies.splice(m_bodies.begin(), m_bodies, found->second);
+        return m_bodies.front().html.get();
+    }
+    m_bodies.push_front({&element, std::make_unique<html_body_t>(element.m_head.body, m_html)});
+    m_body_of[&element] = m_bodies.begin();
+    if (m_bodies.size() > kept_bodies) {
+        m_body_of.erase(m_bodies.back().element);
+        m_bodies.pop_back();
+    }
+    m_bodies.front().html->set_width(text_width());
+    return m_bodies.front().html.get();
+}
+
+std::vector<std::uint32_t> log_layout_t::header_rows(const CMessageElement& element)
+{
+    std::vector<std::uint32_t> rows;
+    m_bold.break_rows(element.m_head.header, text_width(), &rows);
+    return rows;
+}
+
+std::vector<std::uint32_t> log_layout_t::body_rows(const CMessageElement& element)
+{
+    std::vector<std::uint32_t> rows;
+    m_italic.break_rows(element.m_head.body, text_width(), &rows);
+    return rows;
+}
+
+const std::vector<std::uint32_t>& log_layout_t::rows_of(const line_t& line)
+{
+    static const std::vector<std::uint32_t> one(1, 0);
+    if (!line.has(line_t::adjusted) || (line.width != line_t::no_width && line.width <= line_width()))
+        return one;
+    const auto found = m_rows.find(line.text);
+    if (found != m_rows.end())
+        return found->second;
+    if (m_rows.size() >= kept_rows)
+        m_rows.clear();
+    auto& rows = m_rows[line.text];
+    m_text.break_rows(line.get_text(), line_width(), &rows);
+    return rows;
+}
+
+bool log_layout_t::measure_block(line_store_t& lines, line_store_t::block_t& block)
+{
+    if (block.layout == m_layout)
+        return false;
+    block.layout = m_layout;
+    block.refined = 0;
+    bool exact = true;
+    for (line_t& line : block.lines) {
+        line.height = height_of_line(line, false);
+        exact = exact && !line.has(line_t::inexact);
+    }
+    if (exact)
+        block.refined = block.lines.size();
+    const std::int64_t before = block.height;
+    lines.sum_up(block);
+    return block.height != before;
+}
+
+} // namespace vdxcfrw7

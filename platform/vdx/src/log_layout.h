@@ -1,0 +1,179 @@
+#pragma once
+
+#include "vdx/event_log.h"
+
+#include "font_metrics.h"
+#include "height_index.h"
+#include "html_body.h"
+#include "word_dc.h"
+
+#include <wx/dcmemory.h>
+
+#include <list>
+#include <unordered_map>
+
+namespace vdxcfrw7 {
+
+/// Where everything in a log stands. Heights are measured when they are seen, or in spare time, and estimated
+/// before; what the reader sees hangs on an anchor, so that nothing that happens elsewhere moves it.
+class log_layout_t
+{
+public:
+    explicit log_layout_t(CEventLog& log);
+
+    /// Measures everything anew. `scale` is for pictures and distances.
+    void set_look(const wxFont& text, const wxFont& bold, const wxColour& ink, const wxColour& link,
+                  double scale);
+    void set_size(const wxSize& size);
+    const wxSize& get_size() const { return m_size; }
+    void set_button_height(int height) { m_button_height = height; }
+
+    // What happened in the model.
+    void element_added(CMessageElement& element);
+    void element_removing(CMessageElement& element);
+    void head_changed(CMessageElement& element);
+    void tail_changed(CMessageElement& element);
+    /// Measures a line that is to be added.
+    void measure_new(line_t& line);
+    void line_added(CMessageElement& element);
+    void line_changed(CMessageElement& element, std::size_t line);
+    /// Lines were hidden or shown.
+    void lines_filtered(CMessageElement& element) { update_height(element); }
+
+    std::int64_t total() const { return m_heights.total(); }
+    /// What stands at the top of the window.
+    std::int64_t top() const;
+    std::int64_t max_top() const;
+    bool follows_end() const { return m_follow; }
+    /// The reader goes there.
+    void scroll_to(std::int64_t top);
+    void scroll_to_end();
+
+    /// Measures what can be seen exactly; call it before asking where something is or drawing it.
+    void settle();
+    enum class left_t
+    {
+        nothing,
+        lines,
+        bodies
+    };
+    /// Measures some of what is not seen, until the log's slice is over; says what is left.
+    left_t refine(bool bodies_too);
+    bool is_exact() const
+    {
+        return m_refining >= m_log.GetElements().size() && m_refining_head >= m_log.GetElements().size();
+    }
+
+    enum class part_t
+    {
+        head,
+        line,
+        tail
+    };
+    struct item_t
+    {
+        CMessageElement* element;
+        part_t part;
+        std::size_t line;
+        std::int64_t y; ///< in the window
+        int height;
+    };
+    /// The items that can be seen, from top to bottom.
+    std::vector<item_t> visible_items() const;
+    std::int64_t top_of(const CMessageElement& element) const { return m_heights.top_of(element.m_index); }
+    std::int64_t top_of_line(const CMessageElement& element, std::size_t line) const;
+    std::int64_t top_of_tail(const CMessageElement& element) const;
+
+    /// Where the rows of a line begin, in bytes. Valid until the next call.
+    const std::vector<std::uint32_t>& rows_of(const line_t& line);
+    std::vector<std::uint32_t> header_rows(const CMessageElement& element);
+    /// Null when there is no body, or one that is shown as plain text.
+    html_body_t* body_of(const CMessageElement& element);
+    /// Whether the body is shown as plain text, and its rows.
+    bool body_is_plain(const CMessageElement& element) const;
+    std::vector<std::uint32_t> body_rows(const CMessageElement& element);
+
+    struct button_place_t
+    {
+        CButton* button;
+        wxRect rect; ///< from the top of the tail
+    };
+    std::vector<button_place_t> button_places(const CMessageElement& element);
+    /// The gauge's caption and bar, from the top of the tail.
+    int gauge_height(const CMessageElement& element) const;
+
+    font_metrics_t& text_font() { return m_text; }
+    font_metrics_t& bold_font() { return m_bold; }
+    font_metrics_t& italic_font() { return m_italic; }
+    wxDC& measuring_dc() { return m_dc; }
+
+    // Distances in pixels.
+    int scaled(int pixels) const { return static_cast<int>(pixels * m_scale + 0.5); }
+    int margin() const { return scaled(10); }
+    int text_left() const { return margin() + scaled(24 + 10); }
+    int line_left() const { return text_left() + scaled(12 + 7); }
+    int text_width() const { return std::max(1, m_size.x - text_left() - margin()); }
+    int line_width() const { return std::max(1, m_size.x - line_left() - margin()); }
+    int header_top() const { return scaled(9); }
+    /// From the head's top to the body's.
+    int body_top(const CMessageElement& element);
+    int line_gap() const { return scaled(2); }
+    int bar_height() const { return scaled(10); }
+
+private:
+    struct anchor_t
+    {
+        CMessageElement* element = nullptr;
+        part_t part = part_t::head;
+        std::size_t line = 0;
+        std::uint32_t byte = 0; ///< of the line's text, when the anchor is one of its rows
+        std::int64_t y = 0;     ///< in the window
+    };
+
+    void invalidate();
+    void pick_anchor(std::int64_t top);
+    std::int64_t anchor_top() const;
+    void update_height(CMessageElement& element);
+    std::uint32_t height_of_rows(std::uint32_t rows) const
+    {
+        return rows * static_cast<std::uint32_t>(m_text.get_line_height()) +
+               static_cast<std::uint32_t>(line_gap());
+    }
+    std::uint32_t height_of_line(line_t& line, bool shape);
+    void estimate_head(CMessageElement& element);
+    bool measure_head(CMessageElement& element);
+    void measure_tail(CMessageElement& element);
+    bool measure_block(line_store_t& lines, line_store_t::block_t& block);
+    bool refine_lines(CMessageElement& element);
+    bool settle_once();
+
+    CEventLog& m_log;
+    wxBitmap m_pixel{1, 1};
+    wxMemoryDC m_dc;
+    font_metrics_t m_text;
+    font_metrics_t m_bold;
+    font_metrics_t m_italic;
+    std::unique_ptr<word_dc_t> m_words; // of the fonts of bodies
+    html_reader_t m_html;
+    double m_scale = 1;
+    wxSize m_size;
+    int m_button_height = 30;
+    unsigned int m_layout = 1;
+    height_index_t m_heights;
+    anchor_t m_anchor;
+    bool m_follow = true;
+    std::size_t m_refining = 0;      // the element whose lines are next
+    std::size_t m_refining_head = 0; // and the one whose head is
+
+    // Bodies laid out, the one used last in front.
+    struct body_t
+    {
+        const CMessageElement* element;
+        std::unique_ptr<html_body_t> html;
+    };
+    std::list<body_t> m_bodies;
+    std::unordered_map<const CMessageElement*, std::list<body_t>::iterator> m_body_of;
+    std::unordered_map<const char*, std::vector<std::uint32_t>> m_rows;
+};
+
+} // namespace vdxcfrw7

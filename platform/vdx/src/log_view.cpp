@@ -1,0 +1,435 @@
+#include "log_view.h"
+
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/button.h>
+#include <wx/dcclient.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace vdxcfrw7 {
+namespace {
+
+using wx_helpers1::ui_settings_t;
+
+// A scroll bar counts in ints; beyond this a unit of it is more than a pixel.
+constexpr std::int64_t longest_scrollbar = 1000 * 1000 * 1000;
+constexpr int lines_per_wheel_step = 3;
+// Measuring bodies waits while somebody scrolls, and leaves most of the time to others.
+constexpr std::chrono::milliseconds pause_after_scrolling(300);
+constexpr int between_bodies = 15; // milliseconds
+
+bool is_blank(const wxImage& image)
+{
+    const unsigned char* alpha = image.GetAlpha();
+    return alpha && std::all_of(alpha, alpha + image.GetWidth() * image.GetHeight(),
+                                [](unsigned char a) { return a == 0; });
+}
+
+} // namespace
+
+log_view_t::log_view_t(CEventLog& log, wxWindow* parent) : m_log(&log), m_layout(log), m_accessible(*this)
+{
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+           wxVSCROLL | wxALWAYS_SHOW_SB | wxWANTS_CHARS | wxBORDER_THEME | wxCLIP_CHILDREN);
+    SetInitialSize(wxSize(300, 160));
+    m_accessible.attach();
+    read_look();
+    if (ui_settings_t* settings = ui_settings_t::get())
+        settings->changed().connect(static_cast<gen_helpers2::subscriber_base_t*>(this), [this] {
+            read_look();
+            catch_up_soon();
+        });
+
+    Bind(wxEVT_PAINT, &log_view_t::on_paint, this);
+    Bind(wxEVT_SIZE, &log_view_t::on_size, this);
+    for (const auto& type : {wxEVT_SCROLLWIN_TOP, wxEVT_SCROLLWIN_BOTTOM, wxEVT_SCROLLWIN_LINEUP,
+                             wxEVT_SCROLLWIN_LINEDOWN, wxEVT_SCROLLWIN_PAGEUP, wxEVT_SCROLLWIN_PAGEDOWN,
+                             wxEVT_SCROLLWIN_THUMBTRACK, wxEVT_SCROLLWIN_THUMBRELEASE})
+        Bind(type, &log_view_t::on_scroll, this);
+    Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
+    Bind(wxEVT_LEFT_DOWN, &log_view_t::on_left_down, this);
+    Bind(wxEVT_LEFT_DCLICK, &log_view_t::on_double_click, this);
+    Bind(wxEVT_MOTION, &log_view_t::on_motion, this);
+    Bind(wxEVT_LEFT_UP, &log_view_t::on_left_up, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { m_selecting = false; });
+    Bind(wxEVT_CONTEXT_MENU, &log_view_t::on_context_menu, this);
+    Bind(wxEVT_KEY_DOWN, &log_view_t::on_key, this);
+    Bind(wxEVT_SET_FOCUS, &log_view_t::on_focus, this);
+    Bind(wxEVT_KILL_FOCUS, &log_view_t::on_focus, this);
+    m_animation.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+        ++m_frame;
+        for (const auto& item : m_layout.visible_items())
+            if (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation())
+                RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y), m_layout.text_left(),
+                                   m_layout.scaled(40)));
+    });
+}
+
+log_view_t::~log_view_t()
+{
+    if (m_log) {
+        m_log->m_view = nullptr;
+        m_log->m_work.clear();
+        m_log->m_timer->Stop();
+    }
+}
+
+void log_view_t::forget_log()
+{
+    // Between here and its destruction the window shows nothing and asks nobody.
+    m_animation.Stop();
+    for (const auto& [model, button] : m_buttons)
+        button->Destroy();
+    m_buttons.clear();
+    m_log = nullptr;
+}
+
+void log_view_t::read_look()
+{
+    const ui_settings_t* settings = ui_settings_t::get();
+    const auto system = [](wxSystemColour colour) { return wxSystemSettings::GetColour(colour); };
+    using colour = wx_helpers1::ui_colour;
+    m_colours.background = settings ? settings->get_colour(colour::background) : system(wxSYS_COLOUR_WINDOW);
+    m_colours.ink = settings ? settings->get_colour(colour::text) : system(wxSYS_COLOUR_WINDOWTEXT);
+    m_colours.secondary = settings ? settings->get_colour(colour::secondary_text) : m_colours.ink;
+    m_colours.border = settings ? settings->get_colour(colour::border) : m_colours.ink;
+    m_colours.selection = system(wxSYS_COLOUR_HIGHLIGHT);
+    m_colours.selected_ink =
+        wx_helpers1::readable_colour(system(wxSYS_COLOUR_HIGHLIGHTTEXT), m_colours.selection);
+    const wxFont text = settings ? settings->get_font(wx_helpers1::ui_font::text)
+                                 : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    // Given explicitly: a window without its own asks the theme again for each device context.
+    SetFont(text);
+    SetForegroundColour(m_colours.ink);
+    SetBackgroundColour(m_colours.background);
+    m_images.clear();
+    m_layout.set_button_height(std::max(wxButton::GetDefaultSize(this).y, 24));
+    const wxColour link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
+    m_layout.set_look(text, text.Bold(), m_colours.ink, link, 1.0);
+    m_stale = true;
+}
+
+wxBitmap log_view_t::get_image(int index)
+{
+    const auto found = m_images.find(index);
+    if (found != m_images.end())
+        return found->second;
+    const wxBitmapBundle bundle = m_log->GetImageList()->Get(index).get_bundle(m_colours.ink);
+    wxBitmap bitmap = bundle.IsOk() ? bundle.GetBitmapFor(this) : wxBitmap();
+    if (bitmap.IsOk() && is_blank(bitmap.ConvertToImage()))
+        bitmap = wxBitmap(); // the picture of most lines: drawing nothing takes as long as drawing something
+    return m_images[index] = bitmap;
+}
+
+void log_view_t::catch_up_soon()
+{
+    m_stale = true;
+    if (m_log && !m_log->m_working)
+        m_log->WorkLater(1);
+}
+
+void log_view_t::catch_up()
+{
+    m_stale = false;
+    m_layout.settle();
+    update_scrollbar();
+    place_buttons();
+    m_accessible.changed();
+    Refresh(false);
+}
+
+int log_view_t::turn()
+{
+    const bool reading = std::chrono::steady_clock::now() - m_scrolled < pause_after_scrolling;
+    const auto left = m_layout.refine(!reading);
+    if (m_stale)
+        catch_up();
+    else
+        update_scrollbar(); // heights that nobody sees change the bar only
+    switch (left) {
+    case log_layout_t::left_t::lines:
+        return 1;
+    case log_layout_t::left_t::bodies:
+        return between_bodies;
+    case log_layout_t::left_t::nothing:
+        break;
+    }
+    return 0;
+}
+
+void log_view_t::update_scrollbar()
+{
+    const std::int64_t total = m_layout.total(), page = m_layout.get_size().y;
+    m_scroll_unit = total / longest_scrollbar + 1;
+    const int range = static_cast<int>(std::max(total, page) / m_scroll_unit);
+    const int thumb = std::max(1, static_cast<int>(page / m_scroll_unit));
+    const int position = static_cast<int>(m_layout.top() / m_scroll_unit);
+    if (range != GetScrollRange(wxVERTICAL) || thumb != GetScrollThumb(wxVERTICAL))
+        SetScrollbar(wxVERTICAL, position, thumb, range);
+    else if (position != GetScrollPos(wxVERTICAL))
+        SetScrollPos(wxVERTICAL, position);
+}
+
+void log_view_t::place_buttons()
+{
+    std::vector<std::pair<CButton*, wxButton*>> left;
+    left.swap(m_buttons);
+    for (const auto& item : m_layout.visible_items()) {
+        if (item.part != log_layout_t::part_t::tail)
+            continue;
+        for (const auto& place : m_layout.button_places(*item.element)) {
+            wxRect rect = place.rect;
+            rect.y += static_cast<int>(item.y);
+            auto found = std::find_if(left.begin(), left.end(),
+                                      [&](const auto& made) { return made.first == place.button; });
+            wxButton* button = nullptr;
+            if (found != left.end()) {
+                button = found->second;
+                left.erase(found);
+            } else {
+                button = new wxButton(this, wxID_ANY, wx_helpers1::to_label(place.button->GetLabel()),
+                                      rect.GetPosition(), rect.GetSize());
+                button->Bind(wxEVT_BUTTON, [this, model = place.button](wxCommandEvent&) {
+                    for (const auto& made : m_buttons)
+                        if (made.first == model) {
+                            model->Press();
+                            return;
+                        }
+                });
+                button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
+                button->Bind(wxEVT_KEY_DOWN, &log_view_t::on_button_key, this);
+                if (place.button->IsDefault()) {
+                    const auto font = button->GetFont();
+                    button->SetFont(font.Bold());
+                }
+            }
+            if (button->GetRect() != rect)
+                button->SetSize(rect);
+            if (button->IsEnabled() != place.button->IsEnabled())
+                button->Enable(place.button->IsEnabled());
+            m_buttons.emplace_back(place.button, button);
+        }
+    }
+    for (const auto& gone : left) {
+        if (gone.second->HasFocus())
+            SetFocus();
+        // It may be the one whose press is being handled.
+        gone.second->Hide();
+        wxTheApp->ScheduleForDestruction(gone.second);
+    }
+}
+
+void log_view_t::run_animation(bool needed)
+{
+    const ui_settings_t* settings = ui_settings_t::get();
+    needed = needed && (!settings || settings->animations_enabled());
+    if (needed && !m_animation.IsRunning())
+        m_animation.Start(80);
+    else if (!needed && m_animation.IsRunning())
+        m_animation.Stop();
+}
+
+void log_view_t::element_added(CMessageElement& element)
+{
+    m_layout.element_added(element);
+    catch_up_soon();
+}
+
+void log_view_t::element_removing(CMessageElement& element)
+{
+    buttons_going(element);
+    if (m_selection_begin.element == &element || m_caret.element == &element)
+        m_selection_begin = m_caret = {};
+    m_layout.element_removing(element);
+    m_filter_element = 0;
+    m_filter_line = 0;
+    catch_up_soon();
+}
+
+void log_view_t::head_changed(CMessageElement& element)
+{
+    m_layout.head_changed(element);
+    catch_up_soon();
+}
+
+void log_view_t::tail_changed(CMessageElement& element)
+{
+    m_layout.tail_changed(element);
+    catch_up_soon();
+}
+
+void log_view_t::buttons_going(CMessageElement& element)
+{
+    for (const auto& model : element.GetButtons()) {
+        const auto found = std::find_if(m_buttons.begin(), m_buttons.end(),
+                                        [&](const auto& made) { return made.first == model.get(); });
+        if (found == m_buttons.end())
+            continue;
+        wxButton* button = found->second;
+        m_buttons.erase(found);
+        if (button->HasFocus())
+            SetFocus();
+        button->Hide();
+        wxTheApp->ScheduleForDestruction(button);
+    }
+}
+
+void log_view_t::adding_line(line_t& line)
+{
+    m_layout.measure_new(line);
+    if ((m_filter_severities || !m_filter_text.empty()) && !passes_filter(line))
+        line.set(line_t::hidden, true);
+}
+
+void log_view_t::line_added(CMessageElement& element)
+{
+    m_layout.line_added(element);
+    if (!m_stale)
+        catch_up_soon();
+}
+
+void log_view_t::line_changed(CMessageElement& element, std::size_t line)
+{
+    m_layout.line_changed(element, line);
+    catch_up_soon();
+}
+
+void log_view_t::look_changed()
+{
+    catch_up_soon();
+}
+
+void log_view_t::words_changed()
+{
+    m_accessible.set_name(m_log->GetWords().name);
+}
+
+void log_view_t::scroll_to(std::int64_t top)
+{
+    m_scrolled = std::chrono::steady_clock::now();
+    m_layout.scroll_to(top);
+    catch_up();
+}
+
+void log_view_t::scroll_to_end()
+{
+    m_layout.scroll_to_end();
+    catch_up();
+}
+
+void log_view_t::on_paint(wxPaintEvent&)
+{
+    wxPaintDC dc(this);
+    if (!m_log)
+        return;
+    m_layout.settle();
+    draw_log(dc, *this);
+    bool moving = false;
+    for (const auto& item : m_layout.visible_items())
+        moving = moving ||
+                 (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation());
+    run_animation(moving);
+}
+
+void log_view_t::on_size(wxSizeEvent& event)
+{
+    event.Skip();
+    if (!m_log)
+        return;
+    m_layout.set_size(GetClientSize());
+    catch_up();
+    m_log->WorkLater(1);
+}
+
+void log_view_t::on_scroll(wxScrollWinEvent& event)
+{
+    if (!m_log || event.GetOrientation() != wxVERTICAL)
+        return;
+    const std::int64_t position = event.GetPosition();
+    const bool end = position + GetScrollThumb(wxVERTICAL) >= GetScrollRange(wxVERTICAL);
+    scroll_to(end ? std::numeric_limits<std::int64_t>::max() : position * m_scroll_unit);
+}
+
+void log_view_t::on_wheel(wxMouseEvent& event)
+{
+    if (!m_log || event.GetWheelAxis() != wxMOUSE_WHEEL_VERTICAL || event.GetWheelDelta() == 0)
+        return;
+    m_wheel += event.GetWheelRotation() * lines_per_wheel_step * m_layout.text_font().get_line_height();
+    const int pixels = m_wheel / event.GetWheelDelta();
+    m_wheel %= event.GetWheelDelta();
+    scroll_to(m_layout.top() - pixels);
+}
+
+void log_view_t::on_focus(wxFocusEvent& event)
+{
+    event.Skip();
+    Refresh(false);
+}
+
+void log_view_t::on_context_menu(wxContextMenuEvent& event)
+{
+    if (!m_log)
+        return;
+    // By keyboard it has no place: the middle of the top is as good as any.
+    const wxPoint at = event.GetPosition() == wxDefaultPosition ? wxPoint(GetClientSize().x / 2, 10)
+                                                                : ScreenToClient(event.GetPosition());
+    CVisualElement* element = m_log;
+    const auto signal = m_log->context_menu();
+    signal.emit(element, at.x, at.y);
+}
+
+bool log_view_t::tab_to_button(bool forward)
+{
+    // The buttons of the newest entry, which are the only ones, may be out of sight.
+    const auto& elements = m_log->GetElements();
+    for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
+        if (!(*element)->ButtonsShown())
+            continue;
+        const std::int64_t bottom = m_layout.top_of(**element) + m_layout.top_of_tail(**element) -
+                                    m_layout.top_of(**element) + (*element)->m_tail_height;
+        if (bottom > m_layout.top() + m_layout.get_size().y || bottom < m_layout.top())
+            scroll_to(bottom - m_layout.get_size().y);
+        else if (m_stale)
+            catch_up();
+        break;
+    }
+    if (m_buttons.empty())
+        return false;
+    std::size_t index = forward ? 0 : m_buttons.size() - 1;
+    for (std::size_t i = 0; i < m_buttons.size(); ++i)
+        if (m_buttons[i].second->HasFocus()) {
+            if (forward ? i + 1 >= m_buttons.size() : i == 0)
+                return false;
+            index = forward ? i + 1 : i - 1;
+        }
+    m_buttons[index].second->SetFocus();
+    return true;
+}
+
+bool log_view_t::leave(bool forward)
+{
+    return Navigate(forward ? wxNavigationKeyEvent::IsForward : wxNavigationKeyEvent::IsBackward);
+}
+
+void log_view_t::on_button_key(wxKeyEvent& event)
+{
+    if (!m_log || event.GetKeyCode() != WXK_TAB || event.ControlDown()) {
+        event.Skip();
+        return;
+    }
+    const bool forward = !event.ShiftDown();
+    if (tab_to_button(forward))
+        return;
+    if (forward)
+        leave(true);
+    else
+        SetFocus();
+}
+
+} // namespace vdxcfrw7

@@ -1,0 +1,167 @@
+#pragma once
+
+#include "vdx/event_log.h"
+
+#include "log_layout.h"
+#include "view_accessible.h"
+
+#include <wx/timer.h>
+#include <wx/window.h>
+
+#include <map>
+
+class wxButton;
+
+namespace vdxcfrw7 {
+
+/// Which text of an entry: its header, its body, or a line, which count from `first_line`.
+struct text_item_t
+{
+    static constexpr std::size_t header = 0;
+    static constexpr std::size_t body = 1;
+    static constexpr std::size_t first_line = 2;
+};
+
+/// A place in the texts of a log. Bodies in HTML are one whole: their places are before and behind.
+struct text_place_t
+{
+    const CMessageElement* element = nullptr;
+    std::size_t item = 0;
+    std::size_t byte = 0;
+
+    bool is_set() const { return element != nullptr; }
+};
+
+bool operator<(const text_place_t& a, const text_place_t& b);
+inline bool operator==(const text_place_t& a, const text_place_t& b)
+{
+    return a.element == b.element && a.item == b.item && a.byte == b.byte;
+}
+
+/// The colours of a log, from the theme.
+struct log_colours_t
+{
+    wxColour background;
+    wxColour ink;
+    wxColour secondary;
+    wxColour border;
+    wxColour selection;
+    wxColour selected_ink;
+};
+
+/// The window of an event log: draws it, scrolls it, takes keyboard and mouse.
+class log_view_t : public wxWindow, public gen_helpers2::subscriber_base_t
+{
+public:
+    log_view_t(CEventLog& log, wxWindow* parent);
+    ~log_view_t() override;
+
+    log_layout_t& get_layout() { return m_layout; }
+    CEventLog* get_log() const { return m_log; }
+    const log_colours_t& get_colours() const { return m_colours; }
+    void forget_log();
+
+    // What happened in the model. The window catches up at the end of the slice, or soon.
+    void element_added(CMessageElement& element);
+    void element_removing(CMessageElement& element);
+    void head_changed(CMessageElement& element);
+    void tail_changed(CMessageElement& element);
+    void buttons_going(CMessageElement& element);
+    void adding_line(line_t& line);
+    void line_added(CMessageElement& element);
+    void line_changed(CMessageElement& element, std::size_t line);
+    void look_changed();
+    void words_changed();
+
+    /// Catches up, and measures while there is time. In how many milliseconds it wants to go on; 0: all is
+    /// done.
+    int turn();
+
+    void scroll_to(std::int64_t top);
+    void scroll_to_end();
+
+    bool find(const std::string& text, bool forward);
+    void set_filter(int severities, const std::string& text);
+
+    void select_all();
+    std::string get_selected_text(bool html);
+    /// The selected bytes of a text of that length; false when nothing of it is selected.
+    bool get_selected_part(const CMessageElement& element, std::size_t item, std::size_t length,
+                           std::size_t& from, std::size_t& to) const;
+    wxBitmap get_image(int index);
+    /// The frame that an entry's animation shows now.
+    std::size_t get_frame() const { return m_frame; }
+
+    bool AcceptsFocus() const override { return true; }
+
+private:
+    void on_paint(wxPaintEvent& event);
+    void on_size(wxSizeEvent& event);
+    void on_scroll(wxScrollWinEvent& event);
+    void on_wheel(wxMouseEvent& event);
+    void on_left_down(wxMouseEvent& event);
+    void on_double_click(wxMouseEvent& event);
+    void on_motion(wxMouseEvent& event);
+    void on_left_up(wxMouseEvent& event);
+    void on_context_menu(wxContextMenuEvent& event);
+    void on_key(wxKeyEvent& event);
+    void on_button_key(wxKeyEvent& event);
+    void on_focus(wxFocusEvent& event);
+
+    void read_look();
+    void catch_up_soon();
+    void catch_up();
+    void update_scrollbar();
+    void place_buttons();
+    void run_animation(bool needed);
+    bool tab_to_button(bool forward);
+    bool leave(bool forward);
+
+    text_place_t place_at(const wxPoint& point);
+    std::size_t byte_at(font_metrics_t& font, std::string_view text, const std::vector<std::uint32_t>& rows,
+                        int x, int y);
+    text_place_t end_of(const CMessageElement& element, std::size_t item) const;
+    text_place_t next_item(const text_place_t& place) const;
+    text_place_t previous_item(const text_place_t& place) const;
+    void move_caret(const text_place_t& place, bool extend);
+    bool select_by_key(int key, bool control);
+    void select(const text_place_t& from, const text_place_t& to);
+    void show_place(const text_place_t& place);
+    void copy();
+
+    bool filter_some();
+    bool passes_filter(const line_t& line) const;
+
+    CEventLog* m_log;
+    log_layout_t m_layout;
+    log_colours_t m_colours;
+    std::map<int, wxBitmap> m_images;
+    bool m_stale = false; // something changed since the window caught up
+    std::int64_t m_scroll_unit = 1;
+    std::int64_t m_shown_top = -1;
+    int m_wheel = 0;
+    std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
+
+    text_place_t m_selection_begin; // where it was begun, which may be behind its end
+    text_place_t m_caret;
+    bool m_selecting = false;
+
+    int m_filter_severities = 0;
+    std::string m_filter_text;
+    std::size_t m_filter_element = 0;
+    std::size_t m_filter_line = 0;
+
+    std::vector<std::pair<CButton*, wxButton*>> m_buttons; // those that can be seen
+    wxTimer m_animation;
+    std::size_t m_frame = 0;
+    view_accessible_t m_accessible;
+};
+
+/// The text of an item, as it is searched, selected and copied.
+std::string_view text_of(const CMessageElement& element, std::size_t item, std::string& storage);
+std::size_t number_of_items(const CMessageElement& element);
+
+/// Draws what can be seen; the layout must have settled.
+void draw_log(wxDC& dc, log_view_t& view);
+
+} // namespace vdxcfrw7

@@ -1,0 +1,159 @@
+#include "shown_text.h"
+
+#include <gen_helpers2/strings.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace vdxcfrw7 {
+namespace {
+
+struct range_t
+{
+    char32_t first;
+    char32_t last;
+};
+
+// Marks that join the letter before them, scripts whose letters join, and characters that nobody sees.
+constexpr range_t shaped[] = {
+    {0x0300, 0x036f}, {0x0483, 0x0489}, {0x0590, 0x109f}, {0x1100, 0x11ff},
+    {0x1700, 0x18af}, {0x1900, 0x1cff}, {0x1dc0, 0x1dff}, {0x200b, 0x200f},
+    {0x2028, 0x202e}, {0x2060, 0x206f}, {0x20d0, 0x20ff}, {0x3099, 0x309a},
+    {0xa800, 0xabff}, {0xfb00, 0xfdff}, {0xfe00, 0xfe2f}, {0xfe70, 0xfeff},
+};
+
+char lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+bool same_folded(const char* text, std::string_view needle)
+{
+    for (std::size_t i = 0; i < needle.size(); ++i)
+        if (lower(text[i]) != needle[i])
+            return false;
+    return true;
+}
+
+} // namespace
+
+char32_t decode_beyond_ascii(const char*& at, const char* end)
+{
+    const std::size_t length =
+        gen_helpers2::utf8_sequence_length(std::string_view(at, std::min<std::size_t>(4, end - at)));
+    const auto* bytes = reinterpret_cast<const unsigned char*>(at);
+    at += length ? length : 1;
+    switch (length) {
+    case 2: {
+        const char32_t code = (bytes[0] & 0x1fu) << 6 | (bytes[1] & 0x3fu);
+        return code < 0xa0 ? replacement_character : code;
+    }
+    case 3:
+        return (bytes[0] & 0xfu) << 12 | (bytes[1] & 0x3fu) << 6 | (bytes[2] & 0x3fu);
+    case 4:
+        return (bytes[0] & 7u) << 18 | (bytes[1] & 0x3fu) << 12 | (bytes[2] & 0x3fu) << 6 |
+               (bytes[3] & 0x3fu);
+    default:
+        return replacement_character;
+    }
+}
+
+const char* previous(const char* begin, const char* at)
+{
+    const char* earliest = at - begin > 4 ? at - 4 : begin;
+    for (const char* start = at - 1; start >= earliest; --start) {
+        if ((static_cast<unsigned char>(*start) & 0xc0) == 0x80)
+            continue;
+        const char* behind = start;
+        decode(behind, at);
+        return behind == at ? start : at - 1;
+    }
+    return at > begin ? at - 1 : begin;
+}
+
+bool needs_shaping(char32_t character)
+{
+    if (character < 0x300)
+        return false;
+    if (character >= 0x10000)
+        return character < 0x20000 || character >= 0x40000;
+    const auto found = std::upper_bound(std::begin(shaped), std::end(shaped), character,
+                                        [](char32_t c, const range_t& range) { return c < range.first; });
+    return found != std::begin(shaped) && character <= std::prev(found)->last;
+}
+
+bool breaks_after(char32_t character)
+{
+    return (character >= 0x2e80 && character < 0xa4d0) || (character >= 0xac00 && character < 0xd7b0) ||
+           (character >= 0xff00 && character < 0xfff0) || (character >= 0x20000 && character < 0x40000);
+}
+
+wxString to_shown(std::string_view text)
+{
+    wxString shown;
+    shown.reserve(text.size());
+    const char* end = text.data() + text.size();
+    for (const char* at = text.data(); at < end;) {
+        const char32_t character = decode(at, end);
+        if (character == '\t')
+            shown.append("    ");
+        else if (character != '\n')
+            shown.append(static_cast<wchar_t>(character));
+    }
+    return shown;
+}
+
+std::string fold(std::string_view text)
+{
+    std::string folded(text);
+    std::transform(folded.begin(), folded.end(), folded.begin(), lower);
+    return folded;
+}
+
+std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from)
+{
+    if (needle.empty() || text.size() < needle.size())
+        return std::string_view::npos;
+    const char* const begin = text.data();
+    const char* const last = begin + (text.size() - needle.size());
+    const char small = needle[0];
+    const char large = small >= 'a' && small <= 'z' ? static_cast<char>(small - ('a' - 'A')) : small;
+    // The library's search for one character is many times faster than a loop; each case is searched once.
+    const auto next = [&](const char* at, char c) {
+        const void* found =
+            at <= last ? std::memchr(at, c, static_cast<std::size_t>(last - at) + 1) : nullptr;
+        return found ? static_cast<const char*>(found) : last + 1;
+    };
+    if (from > text.size())
+        return std::string_view::npos;
+    const char* at = begin + from;
+    const char* as_small = next(at, small);
+    const char* as_large = large == small ? last + 1 : next(at, large);
+    while (at <= last) {
+        at = std::min(as_small, as_large);
+        if (at > last)
+            break;
+        if (same_folded(at, needle))
+            return static_cast<std::size_t>(at - begin);
+        if (at == as_small)
+            as_small = next(at + 1, small);
+        else
+            as_large = next(at + 1, large);
+        ++at;
+    }
+    return std::string_view::npos;
+}
+
+std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end)
+{
+    if (needle.empty() || text.size() < needle.size())
+        return std::string_view::npos;
+    end = std::min(end, text.size());
+    for (std::size_t at = end < needle.size() ? 0 : end - needle.size() + 1; at-- > 0;)
+        if (same_folded(text.data() + at, needle))
+            return at;
+    return std::string_view::npos;
+}
+
+} // namespace vdxcfrw7

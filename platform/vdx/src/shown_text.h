@@ -1,0 +1,46 @@
+/// What a line's bytes look like on the screen. The same rules serve measuring and drawing, so that both
+/// agree.
+#pragma once
+
+#include <wx/string.h>
+
+#include <string>
+#include <string_view>
+
+namespace vdxcfrw7 {
+
+constexpr char32_t replacement_character = 0xfffd;
+
+char32_t decode_beyond_ascii(const char*& at, const char* end);
+
+/// The character at `at`, which is moved behind it. A byte that is no UTF-8, and a control character other
+/// than tab and line feed, is U+FFFD.
+inline char32_t decode(const char*& at, const char* end)
+{
+    const auto byte = static_cast<unsigned char>(*at);
+    if (byte >= 0x80)
+        return decode_beyond_ascii(at, end);
+    ++at;
+    return byte >= 0x20 ? (byte == 0x7f ? replacement_character : byte)
+                        : (byte == '\n' || byte == '\t' ? byte : replacement_character);
+}
+
+/// The byte before `at` at which its character begins.
+const char* previous(const char* begin, const char* at);
+
+/// Whether a character's width depends on its neighbours, or its place on the direction of the text.
+bool needs_shaping(char32_t character);
+/// Whether a line may end behind it without a space.
+bool breaks_after(char32_t character);
+
+/// For drawing; line feeds are left out, a tab is four spaces.
+wxString to_shown(std::string_view text);
+
+/// The first place of `needle`, which must be lower case, at or after `from`; upper and lower ASCII letters
+/// are the same, all other bytes themselves. npos when there is none.
+std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0);
+/// The last place that ends at or before `end`.
+std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end);
+std::string fold(std::string_view text);
+
+} // namespace vdxcfrw7

@@ -1,0 +1,106 @@
+#include "log_tools.h"
+
+#include <gen_helpers2/variant_bag_file.h>
+
+#include <chrono>
+
+using namespace commondlg3;
+using namespace msngr2;
+using gen_helpers2::variant_bag_t;
+
+namespace {
+
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr std::size_t huge = 1000 * 1000;
+#else
+constexpr std::size_t huge = 10 * 1000 * 1000;
+#endif
+
+} // namespace
+
+TEST(InplaceDamaged, lines_that_no_one_should_say)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry", "a\x01\xff & <"), {});
+    IMessenger* messenger = window->get_messenger(tag);
+    std::string words, binary, bytes;
+    while (words.size() < huge)
+        words += "some words ";
+    for (std::size_t i = 0; i < 100000; ++i)
+        binary += static_cast<char>(1 + (i * 7919) % 255);
+    for (int c = 1; c < 256; ++c)
+        bytes += static_cast<char>(c);
+    for (const std::string& text :
+         {words, std::string(huge, 'x'), binary, bytes, std::string("\xed\xa0\x80\xf8\xc0\xaf"),
+          std::string("a\nb\r\n\tc"), std::string()})
+        messenger->say(sev_warning, text.c_str());
+    messenger->say(sev_none, "last");
+    test::settle();
+    ASSERT_EQ(test::lines_of(window.control(), 0).size(), 8u);
+    EXPECT_EQ(test::lines_of(window.control(), 0)[2], binary);
+    EXPECT_EQ(test::lines_of(window.control(), 0)[0].size(), words.size());
+    // Drawn, from end to end; found, selected and copied.
+    const auto state = window.log().GetState();
+    for (int i = 0; i <= 10; ++i) {
+        window.log().ScrollTo(state.height * i / 10);
+        test::settle();
+    }
+    EXPECT_TRUE(window.log().Find("last", true));
+    window.log().SelectAll();
+    EXPECT_GT(window.log().GetSelectedText().size(), 2 * huge);
+    window.frame()->SetClientSize(120, 300);
+    test::settle();
+    window.frame()->SetClientSize(60, 60);
+    test::settle();
+    EXPECT_TRUE(test::wait_for([&] { return window.log().GetState().exact; }));
+}
+
+TEST(InplaceDamaged, bodies_that_no_one_should_write)
+{
+    test::log_window_t window;
+    std::string deep, angles, entities;
+    for (int i = 0; i < 3000; ++i) {
+        deep += "<ul><li><table><tr><td>";
+        angles += "<";
+        entities += "&#" + std::to_string(i * 991) + ";";
+    }
+    for (const std::string& body : {deep, angles, entities, std::string(60000, 'x'), std::string(huge, '<'),
+                                    std::string("<font size=+99>big</font>"),
+                                    std::string("<table width=1000000><tr><td width=-5>x</table>"),
+                                    std::string("<img src=\"file:///dev/zero\">")})
+        window->add_message(test::make_message("Caption", body), {});
+    test::settle();
+    for (int i = 0; i <= 10; ++i) {
+        window.log().ScrollTo(window.log().GetState().height * i / 10);
+        test::settle();
+    }
+    EXPECT_EQ(window.log().GetElements().size(), 8u);
+    EXPECT_GT(window.log().GetText().size(), huge) << "what is given is kept, whatever it is";
+}
+
+TEST(InplaceDamaged, bags_that_are_not_ours)
+{
+    test::log_window_t window;
+    variant_bag_t bag;
+    bag.put("message_entry_t", "a value where a child should be");
+    bag.add_child("something_else").put("msg", "x");
+    variant_bag_t& wrong = bag.add_child("message_entry_t");
+    wrong.put("message", 5);
+    wrong.put("img", "/* XPM */ static char* x[] = {\"100000 100000 2 1\",\". c #000000\"};");
+    variant_bag_t& nested = bag.add_child("message_entry_t");
+    nested.put("cap", "nested");
+    variant_bag_t* deeper = &nested.add_child("message");
+    deeper->put("msg", "line");
+    deeper->put("severity", 4);
+    for (int i = 0; i < 10000; ++i)
+        deeper = &deeper->add_child("message");
+    for (int i = 0; i < 2000; ++i)
+        bag.add_child("message_entry_t");
+    EXPECT_TRUE(window->load(bag).succeeded());
+    test::settle();
+    EXPECT_EQ(window.log().GetElements().size(), 2002u);
+    EXPECT_EQ(test::lines_of(window.control(), 1), std::vector<std::string>{"line"});
+    variant_bag_t saved;
+    EXPECT_TRUE(window->save(saved).succeeded());
+    EXPECT_EQ(saved.size(), 2002u);
+}

@@ -1,0 +1,51 @@
+/// What the tests of the in-place message control share.
+#pragma once
+
+#include "support.h"
+
+#include <commondlg3/inplace_ctrl.h>
+#include <vdx/event_log.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace test {
+
+using commondlg3::inplace_ctrl_t;
+
+/// A control in a window of its own, 800 by 600 pixels inside, shown and painted.
+class log_window_t
+{
+public:
+    explicit log_window_t(bool show_debug = false);
+    ~log_window_t();
+
+    inplace_ctrl_t& control() { return *m_control; }
+    inplace_ctrl_t* operator->() { return m_control; }
+    vdxcfrw7::CEventLog& log() { return m_control->get_log(); }
+    wxFrame* frame() { return m_frame; }
+    /// Destroys the window at once, with everything in it.
+    void destroy();
+
+private:
+    wxFrame* m_frame;
+    inplace_ctrl_t* m_control;
+};
+
+commondlg3::message_t::ptr_t make_message(const std::string& caption, const std::string& message = "");
+commondlg3::progress_message_t::ptr_t make_progress(const std::string& caption);
+
+/// The remembered lines of the n-th entry, as they are shown.
+std::vector<std::string> lines_of(inplace_ctrl_t& control, std::size_t entry);
+/// The captions of the entries.
+std::vector<std::string> captions_of(inplace_ctrl_t& control);
+/// The text of the button with that id in the n-th entry, when it is offered; empty when it is not.
+vdxcfrw7::CButton* offered_button(inplace_ctrl_t& control, std::size_t entry, int id);
+
+/// Line `i` of a flood: 80 characters, every fifth 300.
+std::string flood_line(int i);
+/// Says so many lines and waits until they are shown.
+void say_lines(log_window_t& window, inplace_ctrl_t::tag_t tag, int count);
+
+} // namespace test

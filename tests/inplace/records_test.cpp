@@ -1,0 +1,153 @@
+#include "log_tools.h"
+
+#include <gen_helpers2/variant_bag_file.h>
+#include <wx_helpers1/picture.h>
+
+#include <wx/image.h>
+
+using namespace commondlg3;
+using gen_helpers2::variant_bag_t;
+using standard = standard_message_t;
+
+TEST(InplaceRecords, buttons_and_their_default)
+{
+    interactive_message_t::ptr_t message(new interactive_message_t);
+    EXPECT_EQ(message->get_default_button(), -1);
+    EXPECT_FALSE(message->set_default_button(7)); // no button yet: and nothing may be touched at index -1
+    message->add_button(7, "First");
+    message->add_button(8, "Second");
+    message->add_button(8, "Third");
+    EXPECT_EQ(message->get_default_button(), 7);
+    EXPECT_TRUE(message->buttons[0].flag);
+    EXPECT_FALSE(message->buttons[1].flag);
+
+    EXPECT_TRUE(message->set_default_button(8));
+    EXPECT_EQ(message->default_button, 1) << "the first of those with the id";
+    EXPECT_FALSE(message->buttons[0].flag);
+    EXPECT_FALSE(message->set_default_button(9));
+    EXPECT_EQ(message->get_default_button(), 8);
+
+    message->set_button_name(8, "Both");
+    EXPECT_EQ(message->buttons[1].text + message->buttons[2].text, "BothBoth");
+    EXPECT_EQ(message->get_button(0).text, "First");
+    EXPECT_EQ(&message->get_button(3), &message->get_button(4000000000u))
+        << "one shared button for all that are not";
+    EXPECT_EQ(message->get_button(3).id, 0);
+
+    message->clear_buttons();
+    EXPECT_EQ(message->get_default_button(), -1);
+}
+
+TEST(InplaceRecords, sets_store_their_number_as_the_default)
+{
+    struct expected_t
+    {
+        int kind;
+        std::vector<int> ids;
+        int default_id;
+    };
+    const expected_t sets[] = {{0, {1}, 1},        {1, {2, 3}, 3},  {2, {2, 3, 7}, 7}, {3, {4, 5}, -1},
+                               {4, {4, 5, 7}, -1}, {5, {1, 7}, -1}, {99, {1}, -1}};
+    for (const expected_t& set : sets) {
+        standard::ptr_t message(new standard);
+        message->add_button(42, "Own");
+        message->set_buttons(static_cast<standard::standard_buttons_t>(set.kind));
+        std::vector<int> ids;
+        for (const auto& button : message->buttons) {
+            ids.push_back(button.id);
+            EXPECT_FALSE(button.flag);
+            EXPECT_NE(button.text.find('&'), std::string::npos)
+                << "translated, with its letter: " << button.text;
+        }
+        EXPECT_EQ(ids, set.ids) << set.kind;
+        EXPECT_EQ(message->default_button, set.kind);
+        EXPECT_EQ(message->get_default_button(), set.default_id) << set.kind;
+    }
+}
+
+TEST(InplaceRecords, icons)
+{
+    for (int type = 0; type < 4; ++type) {
+        const auto picture = standard::get_icon_by_type(static_cast<standard::icon_types_t>(type));
+        EXPECT_TRUE(picture.is_still() && !picture.is_empty()) << type;
+    }
+    EXPECT_TRUE(standard::get_icon_by_type(standard::icon_types_t::progress).is_animation());
+    const auto unknown = standard::get_icon_by_type(static_cast<standard::icon_types_t>(77));
+    EXPECT_TRUE(
+        unknown.get_still().is_same(standard::get_icon_by_type(standard::icon_types_t::error).get_still()));
+    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"unsupported picture type"});
+}
+
+TEST(InplaceRecords, saving_and_loading)
+{
+    message_t::ptr_t message(new message_t);
+    message->message = "a <b>bold</b> & \x01 \xff text";
+    message->caption = "Überschrift";
+    message->picture = standard::get_icon_by_type(standard::icon_types_t::warning);
+    variant_bag_t bag;
+    message->save(bag);
+    // Through the file form, as the log is kept.
+    std::string text;
+    ASSERT_TRUE(save_to_string(bag, text).succeeded());
+    variant_bag_t read;
+    ASSERT_TRUE(load_from_string(text, read).succeeded());
+
+    message_t::ptr_t loaded(new message_t);
+    loaded->buttons.emplace_back(1, "kept", false);
+    loaded->load(read);
+    EXPECT_EQ(loaded->message, message->message);
+    EXPECT_EQ(loaded->caption, message->caption);
+    EXPECT_EQ(loaded->buttons.size(), 1u);
+    ASSERT_TRUE(loaded->picture.is_still() && !loaded->picture.is_empty());
+    const wxImage image = loaded->picture.get_still().getImage(true);
+    EXPECT_EQ(image.GetSize(), wxSize(24, 24));
+    EXPECT_TRUE(image.HasMask() || image.HasAlpha()) << "the corners must stay transparent";
+    EXPECT_FALSE(image.IsTransparent(12, 12));
+
+    // Empty texts are written, an animation is not; what a bag lacks stays as it was.
+    message->message.clear();
+    message->picture = standard::get_icon_by_type(standard::icon_types_t::progress);
+    variant_bag_t animated;
+    message->save(animated);
+    EXPECT_TRUE(animated.has<gen_helpers2::variant_t>("msg"));
+    EXPECT_FALSE(animated.has<gen_helpers2::variant_t>("img"));
+    loaded->load(animated);
+    EXPECT_FALSE(loaded->picture.is_empty());
+    variant_bag_t only_caption;
+    only_caption.put("cap", "new");
+    loaded->message = "old";
+    loaded->load(only_caption);
+    EXPECT_EQ(loaded->caption + loaded->message, "newold");
+}
+
+TEST(InplaceRecords, damaged_bags)
+{
+    const auto load_image = [](const std::string& xpm) {
+        message_t::ptr_t message(new message_t);
+        message->picture = standard::get_icon_by_type(standard::icon_types_t::error);
+        variant_bag_t bag;
+        bag.put("img", xpm);
+        message->load(bag);
+        return message->picture;
+    };
+    // What the toolkit's reader would allocate, index or read past when it believed these.
+    for (const char* xpm :
+         {"", "no picture", "/* XPM */ static char* a[] = {\"100000 100000 2 1\",\"a c #fff\",\"b c #000\"};",
+          "/* XPM */ static char* a[] = {\"4 4 2 1\",\"a c #ffffff\"};",
+          "/* XPM */ static char* a[] = {\"-1 4 2 1\"};",
+          "/* XPM */ static char* a[] = {\"2 2 1 1\",\"a c #ffffff\",\"aa\",\"zz\"};",
+          "/* XPM */ static char* a[] = {\"1 1 99999999 9\",\"a\"};"}) {
+        const auto picture = load_image(xpm);
+        EXPECT_TRUE(picture.is_still()) << xpm;
+        EXPECT_LE(picture.get_still().get_size().x, 4) << xpm;
+    }
+
+    message_t::ptr_t message(new message_t);
+    message->message = "kept";
+    variant_bag_t wrong;
+    wrong.put("msg", 5);
+    wrong.put("cap", "read");
+    message->load(wrong);
+    EXPECT_EQ(message->message + message->caption, "keptread");
+    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"can_get<const char*>()"});
+}

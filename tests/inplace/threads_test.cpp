@@ -1,0 +1,150 @@
+#include "log_tools.h"
+
+#include <wx_helpers1/tasks.h>
+
+#include <atomic>
+#include <map>
+#include <thread>
+
+using namespace commondlg3;
+using namespace msngr2;
+
+namespace {
+
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr int lines_of_each = 5000;
+#else
+constexpr int lines_of_each = 50000;
+#endif
+constexpr int number_of_threads = 8;
+
+struct workers_t
+{
+    ~workers_t() { join(); }
+    void join()
+    {
+        for (auto& thread : threads)
+            thread.join();
+        threads.clear();
+    }
+    std::vector<std::thread> threads;
+};
+
+} // namespace
+
+TEST(InplaceThreads, a_flood_keeps_each_threads_order_and_loses_nothing)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("flood"), {});
+    IMessenger* messenger = window->get_messenger(tag);
+    workers_t workers;
+    for (int thread = 0; thread < number_of_threads; ++thread)
+        workers.threads.emplace_back([=] {
+            for (int i = 0; i < lines_of_each; ++i)
+                messenger->say(sev_none, (std::to_string(thread) + " " + std::to_string(i)).c_str());
+        });
+    const auto& lines = window.log().GetElements()[0]->GetLines();
+    ASSERT_TRUE(test::wait_for(
+        [&] { return lines.size() == static_cast<std::size_t>(number_of_threads * lines_of_each); }, 120000));
+    workers.join();
+    std::map<int, int> next;
+    for (const std::string& line : test::lines_of(window.control(), 0)) {
+        const int thread = std::atoi(line.c_str());
+        ASSERT_EQ(std::atoi(line.c_str() + line.find(' ')), next[thread]++);
+    }
+    EXPECT_EQ(next.size(), static_cast<std::size_t>(number_of_threads));
+}
+
+TEST(InplaceThreads, lines_said_between_two_turns_cost_one_task)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    IMessenger* messenger = window->get_messenger(tag);
+    const auto say = [messenger](int from) {
+        std::thread([=] {
+            for (int i = from; i < from + 1000; ++i)
+                messenger->say(sev_none, std::to_string(i).c_str());
+        }).join();
+    };
+    say(0);
+    EXPECT_TRUE(window.log().GetElements()[0]->GetLines().empty())
+        << "nothing is shown on the worker's thread";
+    ASSERT_TRUE(test::wait_for([&] { return test::lines_of(window.control(), 0).size() == 1000; }));
+    const auto shown = test::lines_of(window.control(), 0);
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(shown[static_cast<std::size_t>(i)], std::to_string(i));
+    // A scheduler that takes no tasks says so once for each task that it is given.
+    wx_helpers1::tasks::Scheduler::Shutdown();
+    say(1000);
+    wx_helpers1::tasks::Scheduler::Initialize();
+    EXPECT_EQ(test::take_assertions().size(), 1u);
+}
+
+TEST(InplaceThreads, the_entry_the_log_and_the_window_go_in_mid_flood)
+{
+    for (int what = 0; what < 3; ++what) {
+        test::log_window_t window;
+        const auto tag = window->add_progress(test::make_progress("flood"), {});
+        IMessenger* messenger = window->get_messenger(tag);
+        IProgress* progress = window->get_progress(tag);
+        std::atomic<bool> stop{false};
+        std::atomic<int> said{0};
+        workers_t workers;
+        for (int thread = 0; thread < 4; ++thread)
+            workers.threads.emplace_back([&, thread] {
+                if (thread == 0)
+                    progress->start("flood", 1e6);
+                while (!stop) {
+                    messenger->say(thread % 2 ? sev_none : sev_status, "a line of the flood");
+                    if (thread == 0) {
+                        progress->internalProgressed(1);
+                        progress->message("still flooding");
+                        progress->isCanceled();
+                    }
+                    ++said;
+                }
+            });
+        const auto& elements = window.log().GetElements();
+        EXPECT_TRUE(test::wait_for([&] { return elements[0]->GetLines().size() > 2000; }, 60000));
+        if (what == 0)
+            window->erase(tag);
+        else if (what == 1)
+            window->clear();
+        else
+            window.destroy();
+        const int before = said;
+        EXPECT_TRUE(test::wait_for([&] { return said > before + 2000; }, 60000))
+            << "the workers go on unharmed";
+        stop = true;
+        workers.join();
+        test::settle();
+        if (what < 2) {
+            EXPECT_TRUE(window.log().GetElements().empty());
+        }
+    }
+}
+
+TEST(InplaceThreads, the_loop_stays_free_in_a_flood)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("flood"), {});
+    IMessenger* messenger = window->get_messenger(tag);
+    // All at once: far more than one turn may show.
+    for (int i = 0; i < 4 * lines_of_each; ++i)
+        messenger->say(sev_none, test::flood_line(i).c_str());
+    const auto& lines = window.log().GetElements()[0]->GetLines();
+    int turns = 0;
+    bool finished = false;
+    std::function<void()> count = [&] {
+        if (finished)
+            return;
+        turns += lines.size() < static_cast<std::size_t>(4 * lines_of_each) ? 1 : 0;
+        wx_helpers1::tasks::Scheduler::Post(count);
+    };
+    wx_helpers1::tasks::Scheduler::Post(count);
+    ASSERT_TRUE(
+        test::wait_for([&] { return lines.size() == static_cast<std::size_t>(4 * lines_of_each); }, 120000));
+    finished = true;
+    test::settle();
+    EXPECT_GT(turns, 3) << "others had their turn while the lines were shown";
+}

@@ -1,0 +1,334 @@
+#include "log_tools.h"
+
+#include "html_markup.h"
+
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/clipbrd.h>
+#include <wx/image.h>
+#include <wx/uiaction.h>
+
+#include <cstdlib>
+
+using namespace commondlg3;
+using namespace msngr2;
+
+namespace {
+
+// The line that is seen at the top, and where.
+struct seen_t
+{
+    std::size_t line;
+    int y;
+};
+
+seen_t first_seen(test::log_window_t& window, std::size_t entry)
+{
+    const auto& element = *window.log().GetElements().at(entry);
+    for (std::size_t line = 0; line < element.GetLines().size(); ++line) {
+        const wxRect rect = window.log().GetLineRect(element, line);
+        if (rect.y >= 0)
+            return {line, rect.y};
+    }
+    return {0, -1};
+}
+
+int y_of(test::log_window_t& window, std::size_t entry, std::size_t line)
+{
+    return window.log().GetLineRect(*window.log().GetElements().at(entry), line).y;
+}
+
+wxImage picture_of(test::log_window_t& window)
+{
+    const test::temp_dir_t folder;
+    const std::string file = folder.path() + "/window.png";
+    test::settle();
+    EXPECT_TRUE(wx_helpers1::save_picture(*window.frame(), file));
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+    return wxImage(file, wxBITMAP_TYPE_PNG);
+}
+
+int different_pixels(const wxImage& image)
+{
+    int different = 0;
+    const unsigned char* rgb = image.GetData();
+    for (int i = 1; i < image.GetWidth() * image.GetHeight(); ++i)
+        different += rgb[3 * i] != rgb[0] || rgb[3 * i + 1] != rgb[1] || rgb[3 * i + 2] != rgb[2];
+    return different;
+}
+
+} // namespace
+
+TEST(InplaceView, follows_the_end_only_from_the_end)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    test::say_lines(window, tag, 500);
+    EXPECT_TRUE(window.log().GetState().at_end);
+    const auto end = window.log().GetState();
+    EXPECT_EQ(end.top, end.height - window.log().GetWindow()->GetClientSize().y);
+
+    window.log().ScrollTo(end.height / 2);
+    const seen_t before = first_seen(window, 0);
+    test::say_lines(window, tag, 2000);
+    EXPECT_FALSE(window.log().GetState().at_end);
+    EXPECT_EQ(y_of(window, 0, before.line), before.y) << "the reader's place must not move";
+
+    window.log().ScrollTo(window.log().GetState().height);
+    test::say_lines(window, tag, 100);
+    const auto again = window.log().GetState();
+    EXPECT_TRUE(again.at_end);
+    EXPECT_EQ(again.top, again.height - window.log().GetWindow()->GetClientSize().y);
+}
+
+TEST(InplaceView, what_is_read_stays_when_things_change_above)
+{
+    test::log_window_t window;
+    for (int i = 0; i < 30; ++i)
+        window->add_message(test::make_message("Entry " + std::to_string(i), "A body of <b>some</b> words"),
+                            {});
+    test::say_lines(window, 20, 300);
+    window.log().ScrollTo(window.log().GetState().height / 2);
+    const seen_t read = first_seen(window, 20);
+    ASSERT_GE(read.y, 0);
+
+    window->erase(3);
+    test::settle();
+    EXPECT_NEAR(y_of(window, 19, read.line), read.y, 1) << "erased above";
+    window->erase(25);
+    test::settle();
+    EXPECT_NEAR(y_of(window, 19, read.line), read.y, 1) << "erased below";
+    std::string long_text;
+    for (int i = 0; i < 200; ++i)
+        long_text += "word ";
+    window->update_message(0, test::make_message("longer", long_text), {});
+    test::settle();
+    EXPECT_NEAR(y_of(window, 19, read.line), read.y, 1) << "grown above";
+    // A body above that has not been seen yet is measured only when it is; that moves nothing either.
+    ASSERT_TRUE(test::wait_for([&] { return window.log().GetState().exact; }));
+    EXPECT_NEAR(y_of(window, 19, read.line), read.y, 1);
+}
+
+TEST(InplaceView, a_resize_keeps_the_place_and_ends_exact)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    test::say_lines(window, tag, 5000);
+    const std::int64_t wide = window.log().GetState().height;
+    window.log().ScrollTo(wide / 3);
+    const seen_t read = first_seen(window, 0);
+    for (int width : {500, 800}) {
+        window.frame()->SetClientSize(width, 600);
+        test::settle();
+        ASSERT_TRUE(test::wait_for([&] { return window.log().GetState().exact; }));
+        EXPECT_NEAR(y_of(window, 0, read.line), read.y, 1) << width;
+    }
+    EXPECT_EQ(window.log().GetState().height, wide) << "there and back again is the same";
+
+    // What was measured line by line as it came is what one measuring of everything gives.
+    test::log_window_t other;
+    const auto other_tag = other->add_message(test::make_message("entry"), {});
+    other.frame()->SetClientSize(500, 600);
+    test::settle();
+    test::say_lines(other, other_tag, 5000);
+    window.frame()->SetClientSize(500, 600);
+    test::settle();
+    ASSERT_TRUE(
+        test::wait_for([&] { return window.log().GetState().exact && other.log().GetState().exact; }));
+    EXPECT_EQ(window.log().GetState().height, other.log().GetState().height);
+}
+
+TEST(InplaceView, shaped_scripts_are_measured_when_they_are_seen)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    msngr2::IMessenger* messenger = window->get_messenger(tag);
+    std::string arabic;
+    for (int i = 0; i < 60; ++i)
+        arabic += "تعذر فتح الملف ";
+    for (int i = 0; i < 300; ++i)
+        messenger->say(sev_none, arabic.c_str());
+    test::settle();
+    ASSERT_TRUE(test::wait_for([&] { return window.log().GetState().exact; }));
+    const std::int64_t height = window.log().GetState().height;
+    const wxRect first = window.log().GetLineRect(*window.log().GetElements()[0], 0);
+    EXPECT_EQ(first.height, window.log().GetLineRect(*window.log().GetElements()[0], 299).height);
+    window.log().ScrollTo(0);
+    EXPECT_EQ(window.log().GetState().height, height) << "seeing it changes nothing any more";
+    EXPECT_GT(first.height, 40) << "it does wrap";
+}
+
+TEST(InplaceView, finding)
+{
+    test::log_window_t window;
+    const auto tag =
+        window->add_message(test::make_message("Caption needle", "A <b>needle</b> in the body"), {});
+    test::say_lines(window, tag, 300);
+    window->get_messenger(tag)->say(sev_none, "The NEEDLE and a needle");
+    test::settle();
+    test::say_lines(window, tag, 300);
+    window.log().ScrollTo(0);
+    vdxcfrw7::CEventLog& log = window.log();
+    EXPECT_TRUE(log.Find("needle", true));
+    EXPECT_EQ(log.GetSelectedText(), "needle");
+    EXPECT_TRUE(log.Find("needle", true));
+    EXPECT_EQ(log.GetSelectedText(), "A needle in the body") << "a body in HTML is found whole";
+    EXPECT_TRUE(log.Find("needle", true));
+    EXPECT_EQ(log.GetSelectedText(), "NEEDLE");
+    const int y = y_of(window, 0, 300);
+    EXPECT_TRUE(y >= 0 && y < 600) << "shown: " << y;
+    EXPECT_TRUE(log.Find("needle", true));
+    EXPECT_EQ(log.GetSelectedText(), "needle");
+    EXPECT_TRUE(log.Find("needle", false));
+    EXPECT_EQ(log.GetSelectedText(), "NEEDLE");
+    EXPECT_TRUE(log.Find("needle", false));
+    EXPECT_TRUE(log.Find("needle", false));
+    EXPECT_EQ(log.GetSelectedText(), "needle") << "the caption";
+    EXPECT_TRUE(log.Find("needle", false)) << "round to the end";
+    EXPECT_FALSE(log.Find("no such text", true));
+    EXPECT_FALSE(log.Find("", true));
+}
+
+TEST(InplaceView, filtering)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    for (int i = 0; i < 1000; ++i)
+        window->get_messenger(tag)->say(i % 10 ? sev_none : sev_error, (i % 2 ? "Odd line" : "Even line"));
+    test::settle();
+    const std::int64_t height = window.log().GetState().height;
+    std::size_t told = 0;
+    window.log().hidden_changed().connect([&] { told = window.log().GetHiddenCount(); });
+    window.log().SetFilter(sev_error | sev_critical, "");
+    test::settle();
+    EXPECT_EQ(window.log().GetHiddenCount(), 900u);
+    window.log().SetFilter(0, "ODD");
+    test::settle();
+    EXPECT_EQ(told, 500u);
+    window->get_messenger(tag)->say(sev_none, "even as it comes");
+    window->get_messenger(tag)->say(sev_status, "status is always shown");
+    test::settle();
+    EXPECT_EQ(window.log().GetHiddenCount(), 501u);
+    window.log().SetFilter(0, "");
+    test::settle();
+    EXPECT_EQ(window.log().GetHiddenCount(), 0u);
+    EXPECT_GT(window.log().GetState().height, height);
+    EXPECT_EQ(test::lines_of(window.control(), 0).size(), 1001u)
+        << "hidden lines are remembered all the same";
+}
+
+TEST(InplaceView, selecting_and_copying)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("Caption", "1 < 2"), {});
+    for (const char* line : {"first", "second <b>", "third"})
+        window->get_messenger(tag)->say(sev_none, line);
+    test::settle();
+    window.frame()->Raise();
+    window.log().GetWindow()->SetFocus();
+    ASSERT_TRUE(test::wait_for([&] { return window.log().GetWindow()->HasFocus(); }));
+    // With the mouse, from within the first line to within the third.
+    const wxRect first = window.log().GetLineRect(*window.log().GetElements()[0], 0);
+    const wxRect third = window.log().GetLineRect(*window.log().GetElements()[0], 2);
+    const auto at = [&](const wxRect& rect) {
+        return window.log().GetWindow()->ClientToScreen(wxPoint(rect.x, rect.y + rect.height / 2));
+    };
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(at(first) - wxPoint(2, 0));
+    test::settle();
+    mouse.MouseDown();
+    test::settle();
+    mouse.MouseMove(at(third) + wxPoint(600, 0));
+    test::settle();
+    mouse.MouseUp();
+    test::settle();
+    EXPECT_EQ(window.log().GetSelectedText(), "first\nsecond <b>\nthird");
+    EXPECT_EQ(window.log().GetSelectedHTML(), "<p>first</p>\n<p>second &lt;b&gt;</p>\n<p>third</p>\n");
+
+    test::press('A', wxMOD_CONTROL);
+    EXPECT_EQ(window.log().GetSelectedText(), "Caption\n1 < 2\nfirst\nsecond <b>\nthird");
+    test::press('C', wxMOD_CONTROL);
+    {
+        wxTextDataObject data;
+        wxClipboardLocker lock;
+        ASSERT_TRUE(wxTheClipboard->GetData(data));
+        EXPECT_EQ(data.GetText(), "Caption\n1 < 2\nfirst\nsecond <b>\nthird");
+    }
+    test::press(WXK_END, wxMOD_CONTROL | wxMOD_SHIFT); // from the place where everything was begun
+    test::press(WXK_LEFT, wxMOD_SHIFT);
+    EXPECT_EQ(window.log().GetSelectedText(), "Caption\n1 < 2\nfirst\nsecond <b>\nthir");
+    window->clear();
+    EXPECT_EQ(window.log().GetSelectedText(), "");
+}
+
+TEST(InplaceView, keyboard)
+{
+    test::log_window_t window;
+    standard_message_t::ptr_t message(new standard_message_t);
+    message->caption = "Question";
+    message->set_buttons(standard_message_t::standard_buttons_t::yes_no);
+    const auto first = window->add_message(test::make_message("entry"), {});
+    test::say_lines(window, first, 200);
+    int pressed = 0;
+    inplace_ctrl_t::callback_t callback;
+    callback.connect([&pressed](int id) { pressed = id; });
+    window->add_message(message, callback);
+    test::settle();
+    window.frame()->Raise();
+    window.log().GetWindow()->SetFocus();
+    ASSERT_TRUE(test::wait_for([&] { return window.log().GetWindow()->HasFocus(); }));
+    test::press(WXK_HOME);
+    EXPECT_EQ(window.log().GetState().top, 0);
+    test::press(WXK_PAGEDOWN);
+    const std::int64_t page = window.log().GetState().top;
+    EXPECT_GT(page, 400);
+    test::press(WXK_PAGEUP);
+    EXPECT_EQ(window.log().GetState().top, 0);
+    test::press(WXK_TAB); // the buttons are far below
+    test::press(WXK_TAB);
+    test::press(WXK_SPACE);
+    EXPECT_EQ(pressed, 3);
+    test::press(WXK_END);
+    EXPECT_TRUE(window.log().GetState().at_end);
+}
+
+TEST(InplaceView, markup)
+{
+    using vdxcfrw7::markup_to_text;
+    using vdxcfrw7::safe_markup;
+    EXPECT_EQ(safe_markup("<i>if a<b and c>d && e</i>"), "<i>if a&lt;b and c&gt;d &amp;&amp; e</i>");
+    EXPECT_EQ(safe_markup("&lt; &#65; &nosuch; &"), "&lt; &#65; &amp;nosuch; &amp;");
+    EXPECT_EQ(safe_markup("vector<int> <script>x</script>"),
+              "vector&lt;int&gt; &lt;script&gt;x&lt;/script&gt;");
+    EXPECT_EQ(safe_markup("a <b>never closed"), "a <b>never closed</b>");
+    EXPECT_EQ(safe_markup("a</b>"), "a");
+    EXPECT_EQ(safe_markup("<img src='file:///etc/passwd' alt='pic <1>'>x"), "pic &lt;1&gt;x");
+    EXPECT_EQ(markup_to_text("a&nbsp;&lt;b&gt;<br>c   d<p>e<img alt=\"f\"> 1 < 2"),
+              "a\xC2\xA0<b>\nc d\nef 1 < 2");
+    // Nothing in the toolkit's parser may be nested as deeply as somebody can type.
+    std::string deep;
+    for (int i = 0; i < 20000; ++i)
+        deep += "<table><tr><td>";
+    EXPECT_LT(safe_markup(deep).size(), 2000u);
+}
+
+TEST(InplaceView, the_theme_changes_while_it_is_open)
+{
+    test::log_window_t window;
+    window->add_message(test::make_message("Caption", "A body"), {});
+    test::settle();
+    const wxImage light = picture_of(window);
+    EXPECT_GT(different_pixels(light), 100) << "something is drawn";
+    auto* settings = wx_helpers1::ui_settings_t::get();
+    settings->set_theme(wx_helpers1::theme_t::dark);
+    ASSERT_TRUE(test::wait_for([&] { return settings->is_dark(); }));
+    test::settle();
+    const wxImage dark = picture_of(window);
+    settings->set_theme(wx_helpers1::theme_t::system);
+    test::settle();
+    EXPECT_GT(light.GetRed(40, 300), 180);
+    EXPECT_LT(dark.GetRed(40, 300), 90);
+    EXPECT_GT(different_pixels(dark), 100);
+}
