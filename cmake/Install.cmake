@@ -16,6 +16,16 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/commondlg3ConfigVersion.cma
 install(FILES ${CMAKE_BINARY_DIR}/commondlg3Config.cmake ${CMAKE_BINARY_DIR}/commondlg3ConfigVersion.cmake
     DESTINATION ${package_dir})
 
+# Relative to the file itself, so that the installed folder may be moved. The toolkit has no package file to require.
+file(RELATIVE_PATH prefix_from_pc /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
+set(wx_cflags ${wxWidgets_CXX_FLAGS})
+list(TRANSFORM wxWidgets_INCLUDE_DIRS PREPEND "-I" OUTPUT_VARIABLE wx_include_flags)
+list(TRANSFORM wxWidgets_DEFINITIONS PREPEND "-D" OUTPUT_VARIABLE wx_definition_flags)
+list(JOIN wx_include_flags " " wx_include_flags)
+list(JOIN wx_definition_flags " " wx_definition_flags)
+string(APPEND wx_cflags " ${wx_include_flags} ${wx_definition_flags}")
+list(JOIN wxWidgets_LIBRARIES " " wx_libs)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/commondlg3.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/commondlg3.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

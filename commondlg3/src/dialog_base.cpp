@@ -1,22 +1,42 @@
 #include "commondlg3/dialog_base.h"
 
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/resource_loader.h>
+#include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/display.h>
+#include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
 #include <algorithm>
 
 namespace commondlg3 {
+namespace {
 
-wxBEGIN_EVENT_TABLE(dialog_base_t, dummy) EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
-    EVT_CLOSE(dialog_base_t::handle_close) EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
-        EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
-            EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
-                EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
-                    EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event) wxEND_EVENT_TABLE()
+void forget_measurements(wxWindow* window)
+{
+    window->InvalidateBestSize();
+    for (wxWindow* child : window->GetChildren())
+        if (!child->IsTopLevel())
+            forget_measurements(child);
+}
 
-                        dialog_base_t::dialog_base_t() = default;
+} // namespace
+
+// clang-format off
+wxBEGIN_EVENT_TABLE(dialog_base_t, dummy)
+    EVT_INIT_DIALOG(generic_base_t<dummy>::handle_init_dialog_event)
+    EVT_CLOSE(dialog_base_t::handle_close)
+    EVT_BUTTON(XRCID("m_btn_ok"), dialog_base_t::handle_ok)
+    EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<dummy>::handle_cancel)
+    EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<dummy>::handle_help)
+    EVT_HELP(wxID_ANY, dialog_base_t::handle_dialog_help)
+    EVT_TIMER(wxID_ANY, dialog_base_t::handle_timer_event)
+wxEND_EVENT_TABLE()
+    // clang-format on
+
+    dialog_base_t::dialog_base_t() = default;
 dialog_base_t::~dialog_base_t() = default;
 
 bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -29,9 +49,25 @@ bool dialog_base_t::load_from_xml_resource(wxWindow* parent, const std::string& 
 
 bool dialog_base_t::load(wxWindow* parent)
 {
-    if (!m_loaded)
+    if (!m_loaded) {
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
+        if (m_loaded)
+            wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::dialog);
+    }
     return m_loaded;
+}
+
+// The toolkit raises the init-dialog event when the window is on the screen already, where every control that
+// is filled and every change of size costs a pass of layout and a word with the window manager.
+bool dialog_base_t::Show(bool show)
+{
+    if (!show || !m_loaded || IsShown())
+        return dummy::Show(show);
+    InitDialog();
+    m_just_initialized = true;
+    const bool changed = dummy::Show(true);
+    m_just_initialized = false;
+    return changed;
 }
 
 int dialog_base_t::show_modal(wxWindow* parent)
@@ -110,6 +146,40 @@ wxSize dialog_base_t::get_proportional_size(float fx, float fy, const wxSize& mi
         return std::max({pixels, least, 0});
     };
     return wxSize(part(fx, size.x, min.x), part(fy, size.y, min.y));
+}
+
+// The toolkit's own ways of sizing and centring ask the window manager for the free part of the screen, a
+// dozen questions to the display each time; what is larger than the screen would be no better for being cut
+// off.
+void dialog_base_t::fit_to_contents()
+{
+    if (!GetSizer())
+        return;
+    forget_measurements(this);
+    const wxSize contents = GetSizer()->CalcMin();
+    const wxSize needed = ClientToWindowSize(contents);
+    // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it
+    // does.
+    if (needed == contents) {
+        GetSizer()->SetSizeHints(this);
+        return;
+    }
+    SetMinSize(needed);
+    SetSize(needed);
+}
+
+void dialog_base_t::centre_on_parent()
+{
+    const wxWindow* over = GetParent() ? wxGetTopLevelParent(GetParent()) : nullptr;
+    if (!over || !over->IsShown()) {
+        CentreOnScreen();
+        return;
+    }
+    const wxRect screen = wxDisplay(wx_helpers1::display_near(over)).GetGeometry();
+    wxRect place = wxRect(GetSize()).CentreIn(over->GetRect());
+    place.x = std::max(screen.x, std::min(place.x, screen.GetRight() + 1 - place.width));
+    place.y = std::max(screen.y, std::min(place.y, screen.GetBottom() + 1 - place.height));
+    Move(place.GetPosition());
 }
 
 } // namespace commondlg3

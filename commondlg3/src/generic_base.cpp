@@ -135,6 +135,8 @@ void generic_base_t<Base>::handle_timer_event(wxTimerEvent&)
 template <class Base>
 void generic_base_t<Base>::handle_init_dialog_event(wxInitDialogEvent&)
 {
+    if (m_just_initialized)
+        return;
     const bool first = !m_initialized;
     if (first) {
         const wxSize size = this->GetSize();
@@ -145,6 +147,9 @@ void generic_base_t<Base>::handle_init_dialog_event(wxInitDialogEvent&)
         // To a sizer a minimum of 0 would mean that the window may vanish; no minimum is what it stands for.
         this->SetMinSize(wxSize(m_min_size.x > 0 ? m_min_size.x : wxDefaultCoord,
                                 m_min_size.y > 0 ? m_min_size.y : wxDefaultCoord));
+        // Nothing here paints its background itself, and offering it to each window costs a device context a
+        // paint.
+        this->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
         m_btn_ok = from_xrc<wxButton>(this, "m_btn_ok");
         m_btn_cancel = from_xrc<wxButton>(this, "m_btn_cancel");
         m_btn_help = from_xrc<wxButton>(this, "m_btn_help");
@@ -269,14 +274,11 @@ void generic_base_t<Base>::on_update_ui_settings_recursively(wxWindowList& child
     const wx_helpers1::ui_settings_t* settings = ui_settings();
     if (!settings)
         return;
+    const wxFont font = settings->get_font(wx_helpers1::ui_font::text);
     for (wxWindow* child : children) {
         if (!child)
             continue;
-        wxFont font = settings->get_font(wx_helpers1::ui_font::text);
-        const wxFont current = child->GetFont();
-        font.SetStyle(current.GetStyle());
-        font.SetWeight(current.GetWeight());
-        child->SetFont(font);
+        wx_helpers1::apply_font(child, font);
         on_update_ui_settings_recursively(child->GetChildren());
     }
 }

@@ -6,13 +6,18 @@
 
 namespace commondlg3 {
 
-wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel) EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
-    EVT_CLOSE(generic_base_t<wxPanel>::handle_close) EVT_BUTTON(XRCID("m_btn_ok"), pref_base_t::handle_ok)
-        EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
-            EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
-                EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event) wxEND_EVENT_TABLE()
+// clang-format off
+wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel)
+    EVT_INIT_DIALOG(generic_base_t<wxPanel>::handle_init_dialog_event)
+    EVT_CLOSE(generic_base_t<wxPanel>::handle_close)
+    EVT_BUTTON(XRCID("m_btn_ok"), pref_base_t::handle_ok)
+    EVT_BUTTON(XRCID("m_btn_cancel"), generic_base_t<wxPanel>::handle_cancel)
+    EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
+    EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event)
+wxEND_EVENT_TABLE()
+// clang-format on
 
-                    wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
+wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
 
 pref_base_t::pref_base_t() = default;
 pref_base_t::~pref_base_t() = default;

@@ -6,7 +6,6 @@
 #include <commondlg3/message_window.h>
 #include <commondlg3/resources.h>
 #include <cpil/catalog.h>
-#include <wx_helpers1/fit.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
@@ -37,8 +36,8 @@ void example_dialog_t::on_init_dialog()
     m_name->ChangeValue(wx_helpers1::to_wx(m_record.name));
     m_notes->ChangeValue(wx_helpers1::to_wx(m_record.notes));
     m_name->SetFocus();
-    wx_helpers1::fit_to_contents(this);
-    CentreOnParent();
+    fit_to_contents();
+    centre_on_parent();
 }
 
 void example_dialog_t::save_settings()

@@ -2,8 +2,6 @@
 
 #include "missing_resource.h"
 
-#include <wx_helpers1/fit.h>
-
 namespace gallery {
 
 page_host_t::page_host_t(commondlg3::pref_base_t* page) : m_page(page)
@@ -19,8 +17,10 @@ void page_host_t::on_init_dialog()
         this, [this](commondlg3::generic_base_t<wxPanel>*, int code) { end_dialog(code); });
     m_page->create(this);
     GetSizer()->Add(m_page, 1, wxEXPAND);
-    wx_helpers1::fit_to_contents(this);
-    CentreOnParent();
+    fit_to_contents();
+    // Text fields of a panel know their style, and with it their height, only once they are on the screen.
+    CallAfter([this] { fit_to_contents(); });
+    centre_on_parent();
 }
 
 void page_host_t::on_cancel()

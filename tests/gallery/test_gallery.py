@@ -88,6 +88,18 @@ class ExampleWindows(unittest.TestCase):
                     self.assertEqual(0, gallery.end())
 
 
+    def test_letter_of_a_label_leads_to_its_field(self):
+        gallery = Gallery("--show", "dlg.example", "--language", "en")
+        gallery.expect("opened")
+        gallery.press("alt+o")
+        gallery.type("xy")
+        gallery.press("alt+n")
+        gallery.type("ab")
+        gallery.press("Tab", "Tab", "Tab", "Return")  # the notes, Help, OK
+        self.assertEqual({"name": "ab", "notes": "xy"}, gallery.expect("result")["data"])
+        self.assertEqual(0, gallery.end())
+
+
 class BadInput(unittest.TestCase):
     def test_what_cannot_be_shown_is_said(self):
         gallery = Gallery("--show", "dlg.nothing")

@@ -1,8 +1,10 @@
 #include "probe.h"
 #include "support.h"
 
+#include <commondlg3/dialog_base.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/sizer.h>
 #include <wx/toplevel.h>
 
 namespace {
@@ -167,6 +169,38 @@ TEST(Dialog, TitleKeepsAnyBytes)
     for (const std::string title : {"Größe – 日本", "caf\xe9 \xff.txt", ""}) {
         dialog.set_title(title);
         EXPECT_EQ(title, dialog.get_title());
+    }
+}
+
+// A dialog with a frame that no other window of the process has: what the window manager adds is not known
+// before it is shown, and must not be taken from the contents.
+class framed_dialog_t : public commondlg3::dialog_base_t
+{
+public:
+    bool load_from_xml_resource(wxWindow* parent, const std::string&, const std::string&,
+                                const std::string&) override
+    {
+        return Create(parent, wxID_ANY, "", wxDefaultPosition, wxSize(400, 300), wxCAPTION);
+    }
+    void on_init_dialog() override
+    {
+        SetSizer(new wxBoxSizer(wxVERTICAL));
+        GetSizer()->Add(350, 200);
+        fit_to_contents();
+        centre_on_parent();
+    }
+};
+
+TEST(Dialog, ContentsKeepTheirSizeWhenTheFrameIsNotKnownYet)
+{
+    for (int opening = 1; opening <= 2; ++opening) {
+        framed_dialog_t dialog;
+        run_modal([&] { return dialog.show_modal(test::main_window()); },
+                  [&](wxTopLevelWindow*) {
+                      EXPECT_EQ(wxSize(350, 200), dialog.GetClientSize()) << "opening " << opening;
+                      EXPECT_LT(200, dialog.GetSize().y) << "this window manager draws no frames";
+                      dialog.end_dialog(wxID_CANCEL);
+                  });
     }
 }
 

@@ -1,6 +1,7 @@
 #include "probe.h"
 #include "support.h"
 
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <filesystem>
@@ -92,6 +93,21 @@ TEST(Page, WithoutAParentIsNoWindowAndDoesNoHarm)
     page.end_dialog(wxID_OK);
     EXPECT_FALSE(page.is_loaded());
     EXPECT_EQ(1, page.calls["init"]);
+}
+
+// Without it a screen reader finds a field that says nothing, and Alt with the label's letter does nothing.
+TEST(Page, LabelsNameTheFieldsAfterThem)
+{
+    auto* frame = new wxFrame(test::main_window(), wxID_ANY, "host");
+    auto* page = new probe_page_t("pref.example");
+    page->create(frame);
+    const std::pair<const char*, const char*> fields[] = {{"m_name", "m_name_label"},
+                                                          {"m_notes", "m_notes_label"}};
+    for (const auto& [field, label] : fields)
+        EXPECT_EQ(commondlg3::from_xrc<wxStaticText>(page, label)->GetLabelText(),
+                  wx_helpers1::get_accessible_name(commondlg3::from_xrc<wxTextCtrl>(page, field)));
+    EXPECT_NE("", wx_helpers1::get_accessible_name(commondlg3::from_xrc<wxTextCtrl>(page, "m_notes")));
+    frame->Destroy();
 }
 
 TEST(Page, EveryControlGetsTheConfiguredFontButKeepsItsEmphasis)

@@ -47,6 +47,18 @@ GLogWriterOutput on_glib_log(GLogLevelFlags level, const GLogField* fields, gsiz
     return G_LOG_WRITER_HANDLED;
 }
 
+void set_product(const std::string& resource_dir, const std::string& locale_dir)
+{
+    auto product = std::make_shared<cfgmgr2::product_locations_t>();
+    product->resource_directory = gen_helpers2::path_t(resource_dir);
+    product->locale_directory = gen_helpers2::path_t(locale_dir);
+    product->product_name = "Vorbex Performance Studio";
+    product->product_short_name = "Vorbex";
+    cfgmgr2::IProductLocations::set(product);
+    cfgmgr2::reset_message_catalogs();
+    cfgmgr2::set_language("en");
+}
+
 } // namespace
 
 void install_handlers()
@@ -119,7 +131,7 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
         if (auto* dialog = wxDynamicCast(opened.get(), wxDialog))
             dialog->EndModal(wxID_CANCEL);
     });
-    rescue.StartOnce(15000);
+    rescue.StartOnce(60000);
     wx_helpers1::when_next_window_is_painted([&](wxTopLevelWindow* window) {
         opened = window;
         wait_for([&] { return window->IsActive(); }, 2000);
@@ -145,21 +157,12 @@ void type(const char* text)
 
 product_guard_t::product_guard_t(const std::string& resource_dir, const std::string& locale_dir)
 {
-    auto product = std::make_shared<cfgmgr2::product_locations_t>();
-    product->resource_directory = gen_helpers2::path_t(resource_dir);
-    product->locale_directory = gen_helpers2::path_t(locale_dir);
-    product->product_name = "Vorbex Performance Studio";
-    product->product_short_name = "Vorbex";
-    cfgmgr2::IProductLocations::set(product);
-    cfgmgr2::reset_message_catalogs();
-    cfgmgr2::set_language("en");
+    set_product(resource_dir, locale_dir);
 }
 
 void use_default_product()
 {
-    static std::unique_ptr<product_guard_t> for_ever;
-    for_ever.release(); // a guard's end calls this function
-    for_ever = std::make_unique<product_guard_t>(RESOURCE_DIR, LOCALE_DIR);
+    set_product(RESOURCE_DIR, LOCALE_DIR);
 }
 
 product_guard_t::~product_guard_t()

@@ -31,6 +31,8 @@ public:
     int show_modal(wxWindow* parent);
     /// Shows or hides the dialog without waiting. Returns what Show() does; false when it cannot be loaded.
     bool show_nonmodal(wxWindow* parent, bool show);
+    /// Fills and lays out the dialog before it appears, rather than under the eyes of the user.
+    bool Show(bool show = true) override;
 
     bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
                                 const std::string& catalog_name, const std::string& object_name) override;
@@ -59,6 +61,11 @@ public:
 protected:
     /// For on_ok() and on_cancel(): the code that the dialog will end with.
     void set_return_code(int code) { m_return_code = code; }
+    /// For on_init_dialog(): the least size that the sizer needs, now and as the dialog's minimum. A dialog
+    /// that may need more than the screen has must scroll what it shows.
+    void fit_to_contents();
+    /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
+    void centre_on_parent();
 
 private:
     bool load(wxWindow* parent);

@@ -61,7 +61,7 @@ private:
     void fill_buttons();
     void fill_check_box();
     void fill_text_controls();
-    void fill_static_text(wxStaticText* label, bool main, const std::string& text, const wxFont& font);
+    void fill_static_text(wxStaticText* label, bool main, const std::string& text);
     int max_string_len_in_label(bool main) const;
     int max_width(bool main) const { return main ? m_max_main_width : m_max_supp_width; }
     int most_width(bool main, int natural) const;
@@ -97,7 +97,6 @@ public:
 private:
     void on_end_panel(generic_base_t<wxPanel>* panel, int code);
     void on_key(wxKeyEvent& event);
-    void fit();
 
     message_window_t m_window;
     error_warning_panel_t* m_panel = nullptr;

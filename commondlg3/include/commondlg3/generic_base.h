@@ -127,6 +127,7 @@ protected:
     wxTimer m_timer;
     std::map<wxTextCtrl*, max_len_options_t> m_max_len_options;
     wxSize m_min_size{0, 0};
+    bool m_just_initialized = false; ///< the toolkit's init-dialog event has been anticipated
 
 private:
     void subscribe_to_ui_settings();

@@ -62,20 +62,14 @@ void error_warning_dialog_t::on_init_dialog()
         return;
     m_panel->get_end_signal().connect(
         this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
-    m_panel->create(this);
-    if (GetSizer())
-        GetSizer()->Add(m_panel, 1, wxEXPAND);
-    wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
-    fit();
-    CentreOnParent();
-}
-
-void error_warning_dialog_t::fit()
-{
     if (!GetSizer())
-        return;
-    GetSizer()->SetSizeHints(this);
-    GetSizer()->Fit(this);
+        SetSizer(new wxBoxSizer(wxVERTICAL));
+    GetSizer()->Add(m_panel, 1, wxEXPAND);
+    m_panel->create(this);
+    wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
+    wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
+    fit_to_contents();
+    centre_on_parent();
 }
 
 void error_warning_dialog_t::on_update_ui_settings()
@@ -83,7 +77,7 @@ void error_warning_dialog_t::on_update_ui_settings()
     // The panel hears of the change by itself, once its texts are there to be measured anew.
     if (m_panel && m_panel->is_initialized()) {
         m_panel->on_update_ui_settings();
-        fit();
+        fit_to_contents();
     }
 }
 

@@ -7,13 +7,13 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/clipboard.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <boost/tokenizer.hpp>
 
 #include <wx/button.h>
-#include <wx/dcclient.h>
 #include <wx/display.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
@@ -60,6 +60,7 @@ void show_button(wxButton* button, const char* label_key)
     if (!button)
         return;
     button->Show(label_key != nullptr);
+    button->SetMinSize(wxDefaultSize);
     if (label_key)
         button->SetLabel(wx_helpers1::to_label(translate_message(label_key)));
 }
@@ -89,6 +90,27 @@ std::string severity_name(message_window_t::icon_types_t type)
     }
 }
 
+// The room on the screen that a window is on. How much of it panels and docks take is known to the window
+// manager alone, and costs a dozen questions to the display: they are asked only when it matters.
+class screen_t
+{
+public:
+    explicit screen_t(wxWindow* window)
+        : m_display(wx_helpers1::display_near(window)), m_whole(m_display.GetGeometry().GetSize())
+    {
+    }
+
+    /// What there is, up to what is wanted: two thirds of a screen are taken to be free.
+    int width_up_to(int wanted) const { return wanted <= m_whole.x * 2 / 3 ? wanted : free_area().x; }
+    int height_up_to(int wanted) const { return wanted <= m_whole.y * 2 / 3 ? wanted : free_area().y; }
+
+private:
+    wxSize free_area() const { return m_display.GetClientArea().GetSize(); }
+
+    wxDisplay m_display;
+    wxSize m_whole;
+};
+
 } // namespace
 
 error_warning_panel_t::error_warning_panel_t(const message_window_t& window)
@@ -105,6 +127,8 @@ void error_warning_panel_t::on_init_dialog()
     m_text_area = from_xrc<wxScrolledWindow>(this, "m_text_area");
     m_icon = from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_icon");
     m_check_box = from_xrc<wxCheckBox>(this, "m_checkBox5");
+    if (m_text_area)
+        m_text_area->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
     for (wxStaticText* label : labels())
         wx_helpers1::set_selectable(label, true);
     load_images();
@@ -140,9 +164,12 @@ void error_warning_panel_t::fill_controls()
     fill_text_controls();
     fill_buttons();
     fill_check_box();
-    Layout();
-    if (GetSizer())
+    // A sizer around the panel lays it out with the rest of its window.
+    InvalidateBestSize();
+    if (GetSizer() && !GetContainingSizer()) {
         GetSizer()->Fit(this);
+        Layout();
+    }
 }
 
 void error_warning_panel_t::fill_buttons()
@@ -164,6 +191,7 @@ void error_warning_panel_t::fill_check_box()
     if (!m_check_box)
         return;
     m_check_box->Show(m_window.check_box != nullptr);
+    m_check_box->SetMinSize(wxDefaultSize);
     if (m_window.check_box) {
         m_check_box->SetLabel(wx_helpers1::to_plain_label(m_window.check_box->get_label()));
         m_check_box->SetValue(m_window.check_box->is_checked());
@@ -173,11 +201,12 @@ void error_warning_panel_t::fill_check_box()
 void error_warning_panel_t::fill_text_controls()
 {
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    const wxFont text_font = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
-    const wxFont main_font = settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold();
-    fill_static_text(m_main, true, m_window.main_message, main_font);
-    fill_static_text(m_supplemental, false, m_window.supplemental_message, text_font);
-    fill_static_text(m_details, false, m_window.details_message, text_font);
+    if (m_main)
+        wx_helpers1::set_font(m_main,
+                              settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold());
+    fill_static_text(m_main, true, m_window.main_message);
+    fill_static_text(m_supplemental, false, m_window.supplemental_message);
+    fill_static_text(m_details, false, m_window.details_message);
     if (m_main)
         m_main->Show(!m_window.main_message.empty());
     if (m_supplemental)
@@ -190,24 +219,22 @@ void error_warning_panel_t::fill_text_controls()
     fit_texts();
 }
 
-void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text,
-                                             const wxFont& font)
+void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text)
 {
     if (text.empty() || !label)
         return;
     const auto max_len = static_cast<std::size_t>(std::max(0, max_string_len_in_label(main)));
     const auto lines = create_multi_line(std::max(max_len, longest_word(text)), text);
-    label->SetFont(font);
     wx_helpers1::set_label_text(label, content_for_label(lines));
 }
 
 int error_warning_panel_t::max_string_len_in_label(bool main) const
 {
-    wxClientDC dc(const_cast<error_warning_panel_t*>(this));
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    if (settings)
-        dc.SetFont(settings->get_font(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text));
-    return max_width(main) / std::max(1, static_cast<int>(dc.GetCharWidth()));
+    const int char_width =
+        settings ? settings->get_char_width(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text)
+                 : std::max(1, GetCharWidth());
+    return max_width(main) / char_width;
 }
 
 // The limit counts characters of average width: a line of wide ones may be somewhat wider without being
@@ -224,28 +251,28 @@ void error_warning_panel_t::fit_texts()
 {
     if (!m_text_area)
         return;
-    const int display_index = wxDisplay::GetFromWindow(this);
-    const wxSize screen = wxDisplay(display_index == wxNOT_FOUND ? 0u : static_cast<unsigned>(display_index))
-                              .GetClientArea()
-                              .GetSize();
-    const int widest = std::max(least_text_width, screen.x - width_beside_texts);
-    int width = std::min(least_text_width, widest);
-    std::vector<int> naturals;
+    const screen_t screen(this);
+    int width = least_text_width;
+    std::vector<wxSize> naturals;
     for (wxStaticText* label : labels()) {
-        const int natural = label->IsShown() ? wx_helpers1::natural_width(label) : 0;
+        const wxSize natural = label->IsShown() ? wx_helpers1::natural_size(label) : wxSize(0, 0);
         naturals.push_back(natural);
-        width = std::max(width, std::min({natural, most_width(label == m_main, natural), widest}));
+        width = std::max(width, std::min(natural.x, most_width(label == m_main, natural.x)));
     }
+    width = std::min(width, std::max(least_text_width,
+                                     screen.width_up_to(width + width_beside_texts) - width_beside_texts));
     std::size_t index = 0;
     for (wxStaticText* label : labels()) {
-        wx_helpers1::set_wrap_width(label, naturals[index++] > width ? width : 0);
-        label->SetMinSize(wxSize(width, wx_helpers1::height_for_width(label, width)));
+        const wxSize natural = naturals[index++];
+        const bool wraps = natural.x > width;
+        wx_helpers1::set_wrap_width(label, wraps ? width : 0);
+        label->SetMinSize(wxSize(width, wraps ? wx_helpers1::height_for_width(label, width) : natural.y));
     }
     const wxSize needed = m_text_area->GetSizer()->CalcMin();
-    const int room = std::max(100, screen.y - height_beside_texts);
+    const int room = std::max(100, screen.height_up_to(needed.y + height_beside_texts) - height_beside_texts);
     const bool scrolls = needed.y > room;
     const int bar = scrolls ? wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_text_area) : 0;
-    m_text_area->SetScrollRate(0, std::max(1, m_text_area->GetCharHeight()));
+    m_text_area->SetScrollRate(0, scrolls ? std::max(1, m_text_area->GetCharHeight()) : 1);
     m_text_area->ShowScrollbars(wxSHOW_SB_NEVER, scrolls ? wxSHOW_SB_ALWAYS : wxSHOW_SB_NEVER);
     m_text_area->SetMinSize(wxSize(width + bar, std::min(needed.y, room)));
     m_text_area->SetVirtualSize(width, needed.y);

@@ -2,6 +2,7 @@
 
 #include <gen_helpers2/strings.h>
 
+#include <wx/stattext.h>
 #include <wx/window.h>
 
 #include <gtk/gtk.h>
@@ -9,10 +10,20 @@
 namespace wx_helpers1 {
 namespace {
 
+// What takes the keys: of a field with scroll bars that is what stands inside them.
+GtkWidget* active_widget(wxWindow* window)
+{
+    GtkWidget* widget = window && window->GetHandle() ? GTK_WIDGET(window->GetHandle()) : nullptr;
+    if (!widget || !GTK_IS_SCROLLED_WINDOW(widget))
+        return widget;
+    GtkWidget* inside = gtk_bin_get_child(GTK_BIN(widget));
+    return inside && gtk_widget_get_can_focus(inside) ? inside : widget;
+}
+
 AtkObject* accessible(wxWindow* window)
 {
-    return window && window->GetHandle() ? gtk_widget_get_accessible(GTK_WIDGET(window->GetHandle()))
-                                         : nullptr;
+    GtkWidget* widget = active_widget(window);
+    return widget ? gtk_widget_get_accessible(widget) : nullptr;
 }
 
 } // namespace
@@ -38,6 +49,9 @@ void set_accessible_role(wxWindow* window, accessible_role_t role)
     case accessible_role_t::image:
         atk_object_set_role(object, ATK_ROLE_IMAGE);
         break;
+    case accessible_role_t::dialog:
+        atk_object_set_role(object, ATK_ROLE_DIALOG);
+        break;
     case accessible_role_t::alert:
         atk_object_set_role(object, ATK_ROLE_ALERT);
         break;
@@ -48,6 +62,17 @@ void set_accessible_role(wxWindow* window, accessible_role_t role)
         atk_object_set_role(object, ATK_ROLE_PANEL);
         break;
     }
+}
+
+void set_label_for(wxStaticText* label, wxWindow* field)
+{
+    GtkWidget* widget = active_widget(field);
+    if (!label || !label->GetHandle() || !widget)
+        return;
+    gtk_label_set_mnemonic_widget(GTK_LABEL(label->GetHandle()), widget);
+    wxString name = label->GetLabelText();
+    name.EndsWith(":", &name);
+    set_accessible_name(field, name.utf8_string());
 }
 
 std::string get_accessible_name(wxWindow* window)

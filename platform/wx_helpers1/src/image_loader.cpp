@@ -15,6 +15,7 @@
 namespace wx_helpers1 {
 namespace {
 
+constexpr char member_separator[] = "#zip:";
 constexpr char logger[] = "wx_helpers1.image_loader";
 
 struct entry_t
@@ -53,7 +54,7 @@ entry_t read_entry(const wxXmlNode& node)
 struct image_loader_t::impl_t
 {
     resource_name_t resource;
-    std::map<std::string, std::string> members;
+    std::map<std::string, std::string> members; // those that were asked for
     std::map<std::string, entry_t> entries;
     bool loaded = false;
 
@@ -64,11 +65,11 @@ struct image_loader_t::impl_t
         if (loaded)
             return true;
         const wxLogNull silent;
-        if (read_archive(resource.archive, members)) {
-            const std::string& xml = members[resource.member];
+        std::string xml;
+        wxXmlDocument document;
+        if (read_resource(resource.archive + member_separator + resource.member, xml)) {
             wxMemoryInputStream stream(xml.data(), xml.size());
-            wxXmlDocument document;
-            if (!xml.empty() && document.Load(stream)) {
+            if (document.Load(stream)) {
                 for (const wxXmlNode* node = document.GetRoot()->GetChildren(); node; node = node->GetNext())
                     if (node->GetName() == "object")
                         entries[node->GetAttribute("name").utf8_string()] = read_entry(*node);
@@ -93,11 +94,14 @@ struct image_loader_t::impl_t
         return &found->second;
     }
 
-    wxStaticPicture draw(const std::string& file, const wxSize& size) const
+    // Only what is asked for is unpacked: the first message window needs one picture of sixty.
+    wxStaticPicture draw(const std::string& file, const wxSize& size)
     {
-        const auto found = members.find(file);
+        std::string& svg = members[file];
+        if (svg.empty())
+            read_resource(resource.archive + member_separator + file, svg);
         const wxStaticPicture picture =
-            found != members.end() ? wxStaticPicture::from_svg(found->second, size) : wxStaticPicture();
+            svg.empty() ? wxStaticPicture() : wxStaticPicture::from_svg(svg, size);
         if (picture.is_empty())
             gen_helpers2::log_error(logger, "cannot read the picture " + file + " in " + resource.archive);
         return picture;

@@ -40,7 +40,8 @@ void set_label_text(wxStaticText* label, const std::string& text)
 void set_wrap_width(wxStaticText* label, int width)
 {
     GtkLabel* widget = widget_of(label);
-    if (!widget)
+    // Each change makes the label forget what it has measured.
+    if (!widget || (width <= 0 && !gtk_label_get_line_wrap(widget)))
         return;
     gtk_label_set_line_wrap(widget, width > 0);
     gtk_label_set_line_wrap_mode(widget, PANGO_WRAP_WORD_CHAR);
@@ -80,16 +81,16 @@ void select_label_text(wxStaticText* label, bool all)
         gtk_label_select_region(widget, 0, all ? -1 : 0);
 }
 
-int natural_width(wxStaticText* label)
+wxSize natural_size(wxStaticText* label)
 {
+    wxSize size(0, 0);
     if (!widget_of(label))
-        return 0;
+        return size;
     PangoLayout* layout = layout_of(label);
-    int width = 0;
     pango_layout_set_width(layout, -1);
-    pango_layout_get_pixel_size(layout, &width, nullptr);
+    pango_layout_get_pixel_size(layout, &size.x, &size.y);
     g_object_unref(layout);
-    return width;
+    return size;
 }
 
 int height_for_width(wxStaticText* label, int width)

@@ -1,5 +1,6 @@
 #include "wx_helpers1/resource_loader.h"
 
+#include "wx_helpers1/accessibility.h"
 #include "wx_helpers1/resource_file.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
@@ -11,10 +12,14 @@
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 
+#include <wx/anybutton.h>
+#include <wx/checkbox.h>
 #include <wx/dialog.h>
 #include <wx/log.h>
 #include <wx/mstream.h>
 #include <wx/panel.h>
+#include <wx/radiobut.h>
+#include <wx/stattext.h>
 #include <wx/xml/xml.h>
 #include <wx/xrc/xmlres.h>
 
@@ -48,6 +53,46 @@ public:
         SetupWindow(panel);
         CreateChildren(panel);
         return panel;
+    }
+};
+
+// The stock handler lets the toolkit choose a first size, for which it asks the window manager about the
+// screen.
+class dialog_handler_t : public wxXmlResourceHandler
+{
+public:
+    dialog_handler_t()
+    {
+        XRC_ADD_STYLE(wxCAPTION);
+        XRC_ADD_STYLE(wxDEFAULT_DIALOG_STYLE);
+        XRC_ADD_STYLE(wxSYSTEM_MENU);
+        XRC_ADD_STYLE(wxRESIZE_BORDER);
+        XRC_ADD_STYLE(wxCLOSE_BOX);
+        XRC_ADD_STYLE(wxMAXIMIZE_BOX);
+        XRC_ADD_STYLE(wxMINIMIZE_BOX);
+        XRC_ADD_STYLE(wxSTAY_ON_TOP);
+        XRC_ADD_STYLE(wxDIALOG_NO_PARENT);
+        XRC_ADD_STYLE(wxTAB_TRAVERSAL);
+        AddWindowStyles();
+    }
+
+    bool CanHandle(wxXmlNode* node) override { return IsOfClass(node, "wxDialog"); }
+
+    wxObject* DoCreateResource() override
+    {
+        XRC_MAKE_INSTANCE(dialog, wxDialog)
+        if (!dialog->Create(m_parentAsWindow, GetID(), GetText("title"), GetPosition(), wxSize(400, 300),
+                            GetStyle("style", wxDEFAULT_DIALOG_STYLE), GetName()))
+            return nullptr;
+        if (HasParam("size"))
+            dialog->SetClientSize(GetSize("size", dialog));
+        if (HasParam("icon"))
+            dialog->SetIcons(GetIconBundle("icon", wxART_FRAME_ICON));
+        SetupWindow(dialog);
+        CreateChildren(dialog);
+        if (GetBool("centered"))
+            dialog->Centre();
+        return dialog;
     }
 };
 
@@ -102,6 +147,7 @@ std::unique_ptr<wxXmlResource> parse(const std::string& file, const std::string&
         translate(document->GetRoot(), *catalog, cfgmgr2::product_arguments());
     auto resource = std::make_unique<wxXmlResource>(wxXRC_NO_RELOADING);
     resource->InitAllHandlers();
+    resource->InsertHandler(new dialog_handler_t);
     resource->InsertHandler(new panel_handler_t);
     resource->InsertHandler(new picture_handler_t);
     if (!resource->LoadDocument(document.release(), to_wx(file)))
@@ -134,14 +180,28 @@ wxXmlResource* find_object(const std::string& file, const std::string& catalog, 
     return nullptr;
 }
 
-// The toolkit shows a tool tip of a hundred words in one line.
-void wrap_tooltips(wxWindow* window)
+// Whether a control says what it is for only by the label before it.
+bool needs_label(wxWindow* window)
+{
+    const bool has_own = dynamic_cast<wxAnyButton*>(window) || dynamic_cast<wxCheckBox*>(window) ||
+                         dynamic_cast<wxRadioButton*>(window);
+    return dynamic_cast<wxControl*>(window) && !has_own && window->AcceptsFocus() &&
+           get_accessible_name(window).empty();
+}
+
+// What the toolkit's own building leaves out: a label names the field that follows it, and long tool tips are
+// wrapped.
+void finish(wxWindow* window)
 {
     constexpr int characters_in_line = 60;
+    wxStaticText* label = nullptr;
     for (wxWindow* child : window->GetChildren()) {
+        if (label && needs_label(child))
+            set_label_for(label, child);
+        label = wxDynamicCast(child, wxStaticText);
         if (child->GetToolTip())
             SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());
-        wrap_tooltips(child);
+        finish(child);
     }
 }
 
@@ -157,7 +217,7 @@ bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const st
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
     if (!resource || !resource->LoadDialog(dialog, parent, to_wx(object_name)))
         return false;
-    wrap_tooltips(dialog);
+    finish(dialog);
     return true;
 }
 
@@ -168,7 +228,7 @@ bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
     if (!resource || !resource->LoadPanel(panel, parent, to_wx(object_name)))
         return false;
-    wrap_tooltips(panel);
+    finish(panel);
     return true;
 }
 

@@ -1,10 +1,14 @@
 #include "wx_helpers1/ui_settings.h"
 
 #include <wx/event.h>
+#include <wx/fontutil.h>
 #include <wx/settings.h>
+#include <wx/stattext.h>
+#include <wx/window.h>
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -44,6 +48,17 @@ public:
         return font.IsOk() ? font : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
     }
 
+    // As a label lays it out: a device context of the toolkit loads the font a second time.
+    int text_width(const char* text, const wxFont& font) const
+    {
+        PangoLayout* layout = gtk_widget_create_pango_layout(m_window, text);
+        pango_layout_set_font_description(layout, font.GetNativeFontInfo()->description);
+        int width = 0;
+        pango_layout_get_pixel_size(layout, &width, nullptr);
+        g_object_unref(layout);
+        return width;
+    }
+
 private:
     GtkWidget* m_window;
 };
@@ -72,6 +87,7 @@ struct ui_settings_t::impl_t
 {
     std::map<int, wxFont> fonts;
     std::map<int, wxColour> colours;
+    std::map<int, int> char_widths; // measured when first asked for
     bool dark = false;
     bool animations = true;
     bool system_dark = false;
@@ -121,6 +137,7 @@ struct ui_settings_t::impl_t
         colours[ui_colour::notice_background] = mix(background, wxColour(245, 194, 17), dark ? 18 : 30);
         colours[ui_colour::notice_text] = readable_colour(text, colours[ui_colour::notice_background]);
 
+        char_widths.clear();
         fonts[ui_font::text] = theme.font();
         fonts[ui_font::bold] = fonts[ui_font::text].Bold();
         if (GtkSettings* settings = gtk_settings_get_default()) {
@@ -174,6 +191,14 @@ wxFont ui_settings_t::get_font(int number) const
     return found != m_impl->fonts.end() ? found->second : m_impl->fonts[ui_font::text];
 }
 
+int ui_settings_t::get_char_width(int number) const
+{
+    int& width = m_impl->char_widths[number];
+    if (width == 0)
+        width = std::max(1, theme_reader_t().text_width("g", get_font(number)));
+    return width;
+}
+
 wxColour ui_settings_t::get_colour(int number) const
 {
     const auto found = m_impl->colours.find(number);
@@ -205,6 +230,41 @@ void ui_settings_t::set_theme(theme_t theme)
     const bool dark = theme == theme_t::system ? m_impl->system_dark : theme == theme_t::dark;
     if (GtkSettings* settings = gtk_settings_get_default())
         g_object_set(settings, "gtk-application-prefer-dark-theme", static_cast<gboolean>(dark), nullptr);
+}
+
+void set_font(wxWindow* window, const wxFont& font)
+{
+    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well: so
+    // it is given one first, and only its size is left to it.
+    const auto* label = wxDynamicCast(window, wxStaticText);
+    if (label)
+        window->wxWindow::SetFont(font);
+    if (!label || !label->HasFlag(wxST_NO_AUTORESIZE))
+        window->SetFont(font);
+}
+
+void apply_font(wxWindow* window, const wxFont& font)
+{
+    if (!window || !window->GetHandle())
+        return;
+    wxNativeFontInfo shown; // frees its description
+    GtkStyleContext* style = gtk_widget_get_style_context(window->GetHandle());
+    gtk_style_context_get(style, gtk_style_context_get_state(style), "font", &shown.description, nullptr);
+    if (!shown.description) {
+        set_font(window, font);
+        return;
+    }
+    const PangoFontDescription* wanted = font.GetNativeFontInfo()->description;
+    if (g_strcmp0(pango_font_description_get_family(wanted),
+                  pango_font_description_get_family(shown.description)) == 0 &&
+        pango_font_description_get_size(wanted) == pango_font_description_get_size(shown.description) &&
+        pango_font_description_get_size_is_absolute(wanted) ==
+            pango_font_description_get_size_is_absolute(shown.description))
+        return;
+    wxFont own = font;
+    own.SetStyle(shown.GetStyle());
+    own.SetWeight(shown.GetWeight());
+    set_font(window, own);
 }
 
 } // namespace wx_helpers1

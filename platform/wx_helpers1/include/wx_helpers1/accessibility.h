@@ -5,6 +5,7 @@
 
 #include <string>
 
+class wxStaticText;
 class wxWindow;
 
 namespace wx_helpers1 {
@@ -12,6 +13,7 @@ namespace wx_helpers1 {
 enum class accessible_role_t
 {
     image,
+    dialog,
     alert,
     label,
     panel
@@ -20,6 +22,10 @@ enum class accessible_role_t
 WX_HELPERS1_EXPORT void set_accessible_name(wxWindow* window, const std::string& name);
 WX_HELPERS1_EXPORT void set_accessible_description(wxWindow* window, const std::string& description);
 WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t role);
+/// Makes a label the name of a field: for screen readers, and for the label's mnemonic, which then leads to
+/// the field.
+WX_HELPERS1_EXPORT void set_label_for(wxStaticText* label, wxWindow* field);
+
 /// The name as a screen reader would read it; empty when none is set.
 WX_HELPERS1_EXPORT std::string get_accessible_name(wxWindow* window);
 

@@ -16,7 +16,7 @@ namespace wx_helpers1 {
 ///       <frame>pictures/progress_00.svg</frame> ...
 ///     </object>
 ///
-/// The archive is read once, at the first picture asked for; if that fails it is tried again at the next. GUI
+/// The list is read at the first picture asked for, each drawing when it is needed; what fails is tried again. GUI
 /// thread.
 class WX_HELPERS1_EXPORT image_loader_t
 {

@@ -4,6 +4,8 @@
 
 #include "wx_helpers1/export.h"
 
+#include <wx/gdicmn.h>
+
 #include <string>
 
 class wxStaticText;
@@ -28,8 +30,8 @@ WX_HELPERS1_EXPORT std::string get_selected_text(wxStaticText* label);
 /// Selects nothing, or everything.
 WX_HELPERS1_EXPORT void select_label_text(wxStaticText* label, bool all);
 
-/// The width that the label's widest line needs, in pixels.
-WX_HELPERS1_EXPORT int natural_width(wxStaticText* label);
+/// The size that the label's lines need when none is broken, in pixels.
+WX_HELPERS1_EXPORT wxSize natural_size(wxStaticText* label);
 
 /// The height that the label needs when it is `width` pixels wide, in pixels.
 WX_HELPERS1_EXPORT int height_for_width(wxStaticText* label, int width);

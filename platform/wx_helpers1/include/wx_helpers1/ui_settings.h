@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class wxWindow;
+
 namespace wx_helpers1 {
 
 /// Numbers of the fonts, colours and metrics that the settings answer for.
@@ -77,6 +79,8 @@ public:
     ui_settings_t& operator=(const ui_settings_t&) = delete;
 
     wxFont get_font(int number) const;
+    /// The average width of the font's characters, in pixels; at least 1.
+    int get_char_width(int number) const;
     wxColour get_colour(int number) const;
     /// In pixels.
     int get_metric(int number) const;
@@ -95,6 +99,13 @@ private:
     struct impl_t;
     std::unique_ptr<impl_t> m_impl;
 };
+
+/// Gives the window the face and the size of a font; it keeps its own slant and weight, such as a bold label
+/// has from its layout.
+WX_HELPERS1_EXPORT void apply_font(wxWindow* window, const wxFont& font);
+
+/// The window's SetFont(), without what that costs on a label that never had a font of its own.
+WX_HELPERS1_EXPORT void set_font(wxWindow* window, const wxFont& font);
 
 /// The contrast ratio of two opaque colours, from 1 to 21, as accessibility guidelines define it.
 WX_HELPERS1_EXPORT double contrast_ratio(const wxColour& a, const wxColour& b);

@@ -1,0 +1,191 @@
+#include "openings.h"
+
+#include <commondlg3/message_window.h>
+#include <example_dialog.h>
+
+#include <wx/dialog.h>
+#include <wx/msgdlg.h>
+#include <wx/richmsgdlg.h>
+
+// Needs what the header above it declares.
+#include <wx/generic/msgdlgg.h>
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <map>
+
+namespace bench {
+namespace {
+
+constexpr char headline[] = "The results of the last run are about to be replaced.";
+constexpr char explanation[] = "The folder already holds results that were collected this morning. "
+                               "Collecting into it again removes them, and "
+                               "they cannot be brought back. Choose another folder to keep them, or go on to "
+                               "replace them with those of the run "
+                               "that is about to begin.";
+constexpr char check_box_label[] = "Do not ask again";
+
+double now_ms()
+{
+    using namespace std::chrono;
+    return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
+}
+
+// The platform's own watch knows the toolkit's windows only, and the native message window is none of them:
+// all kinds are watched in this one way.
+class paint_watch_t
+{
+public:
+    explicit paint_watch_t(std::function<void(GtkWidget*)> end) : m_end(std::move(end))
+    {
+        m_hook =
+            g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_map, this, nullptr);
+    }
+    ~paint_watch_t()
+    {
+        if (m_hook)
+            g_signal_remove_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), m_hook);
+    }
+    paint_watch_t(const paint_watch_t&) = delete;
+    paint_watch_t& operator=(const paint_watch_t&) = delete;
+
+    double painted_at() const { return m_painted_at; }
+
+private:
+    static gboolean on_map(GSignalInvocationHint*, guint, const GValue* values, gpointer data)
+    {
+        auto* widget = static_cast<GtkWidget*>(g_value_get_object(values));
+        if (!GTK_IS_WINDOW(widget) || gtk_window_get_window_type(GTK_WINDOW(widget)) != GTK_WINDOW_TOPLEVEL)
+            return TRUE;
+        auto* self = static_cast<paint_watch_t*>(data);
+        self->m_hook = 0;
+        self->m_draw = g_signal_connect_after(widget, "draw", G_CALLBACK(on_draw), self);
+        return FALSE;
+    }
+
+    static gboolean on_draw(GtkWidget* widget, cairo_t*, gpointer data)
+    {
+        auto* self = static_cast<paint_watch_t*>(data);
+        g_signal_handler_disconnect(widget, self->m_draw);
+        self->m_widget = widget;
+        g_idle_add_full(G_PRIORITY_LOW, on_idle, self, nullptr);
+        return FALSE;
+    }
+
+    static gboolean on_idle(gpointer data)
+    {
+        auto* self = static_cast<paint_watch_t*>(data);
+        gdk_display_sync(gtk_widget_get_display(self->m_widget));
+        self->m_painted_at = now_ms();
+        self->m_end(self->m_widget);
+        return G_SOURCE_REMOVE;
+    }
+
+    std::function<void(GtkWidget*)> m_end;
+    GtkWidget* m_widget = nullptr;
+    gulong m_hook = 0;
+    gulong m_draw = 0;
+    double m_painted_at = 0;
+};
+
+class check_box_t : public gen_helpers2::ref_counted_of_t<commondlg3::i_check_box_definition>
+{
+public:
+    std::string get_name() const override { return "benchmark"; }
+    bool get_default_checked() const override { return false; }
+    void reset() override {}
+    bool is_checked() const override { return false; }
+    void set_checked(bool) override {}
+    void commit() override {}
+    std::string get_label() const override { return check_box_label; }
+};
+
+void end_dialog_of(GtkWidget* widget)
+{
+    for (wxWindow* window : wxTopLevelWindows)
+        if (window->GetHandle() == widget)
+            if (auto* dialog = wxDynamicCast(window, wxDialog))
+                dialog->EndModal(wxID_OK);
+}
+
+void end_native(GtkWidget* widget)
+{
+    gtk_dialog_response(GTK_DIALOG(widget), GTK_RESPONSE_OK);
+}
+
+void show_message(wxWindow* parent, bool with_check_box)
+{
+    commondlg3::message_window_t window;
+    window.main_message = headline;
+    window.supplemental_message = explanation;
+    window.button_type = commondlg3::message_window_t::button_type_t::ok_cancel;
+    window.icon_type = commondlg3::message_window_t::icon_types_t::warning;
+    if (with_check_box)
+        window.check_box = new check_box_t;
+    commondlg3::show_modal(window, parent);
+}
+
+template <class Dialog>
+void show_other(wxWindow* parent, const std::function<void(Dialog&)>& prepare = {})
+{
+    Dialog dialog(parent, headline, "Warning", wxOK | wxCANCEL | wxICON_WARNING);
+    dialog.SetExtendedMessage(explanation);
+    if (prepare)
+        prepare(dialog);
+    dialog.ShowModal();
+}
+
+} // namespace
+
+std::optional<kind_t> kind_of(const std::string& name)
+{
+    static const std::map<std::string, kind_t> kinds = {
+        {"message", kind_t::message}, {"message_check_box", kind_t::message_check_box},
+        {"example", kind_t::example}, {"native", kind_t::native},
+        {"rich", kind_t::rich},       {"generic", kind_t::generic}};
+    const auto found = kinds.find(name);
+    return found != kinds.end() ? std::optional<kind_t>(found->second) : std::nullopt;
+}
+
+opening_t open(kind_t kind, wxWindow* parent)
+{
+    const paint_watch_t watch(kind == kind_t::native ? end_native : end_dialog_of);
+    const double start = now_ms();
+    switch (kind) {
+    case kind_t::message:
+    case kind_t::message_check_box:
+        show_message(parent, kind == kind_t::message_check_box);
+        break;
+    case kind_t::example: {
+        gallery::example_dialog_t dialog({"Disk", "Notes on the first run"});
+        dialog.show_modal(parent);
+        break;
+    }
+    case kind_t::native:
+        show_other<wxMessageDialog>(parent);
+        break;
+    case kind_t::rich:
+        show_other<wxRichMessageDialog>(
+            parent, [](wxRichMessageDialog& dialog) { dialog.ShowCheckBox(check_box_label); });
+        break;
+    case kind_t::generic:
+        show_other<wxGenericMessageDialog>(parent);
+        break;
+    }
+    gdk_display_sync(gdk_display_get_default());
+    return {watch.painted_at() - start, now_ms() - start};
+}
+
+double median(std::vector<double> values)
+{
+    if (values.empty())
+        return 0;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace bench

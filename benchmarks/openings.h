@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class wxWindow;
+
+namespace bench {
+
+/// The windows whose openings are compared: ours, and the toolkit's own message windows with the same texts.
+enum class kind_t
+{
+    message,           ///< two texts, OK and Cancel, the warning icon
+    message_check_box, ///< the same with a check box
+    example,           ///< the gallery's dialog: two text fields with labels and limits, three buttons
+    native,            ///< wxMessageDialog
+    rich,              ///< wxRichMessageDialog, which has a check box
+    generic            ///< wxGenericMessageDialog
+};
+
+std::optional<kind_t> kind_of(const std::string& name);
+
+struct opening_t
+{
+    double painted_ms =
+        0;               ///< from before its construction until it is on the screen and nothing is left to do
+    double ended_ms = 0; ///< and until it has been ended and destroyed
+};
+
+/// Opens a window, ends it as soon as it is painted.
+opening_t open(kind_t kind, wxWindow* parent);
+
+double median(std::vector<double> values);
+
+} // namespace bench
