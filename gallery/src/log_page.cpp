@@ -104,11 +104,12 @@ private:
     }
 };
 
-nlohmann::json state_of(commondlg3::inplace_ctrl_t& log)
+nlohmann::json state_of(log_page_t& page)
 {
     gen_helpers2::variant_bag_t bag;
-    const bool changed = log.has_changes();
-    log.save(bag);
+    const bool changed = page.get_log().has_changes();
+    page.keep(); // before the next line: after it nothing counts as changed
+    page.get_log().save(bag);
     nlohmann::json entries = nlohmann::json::array();
     bag.for_each_child("message_entry_t", [&entries](const gen_helpers2::variant_bag_t& saved) {
         using gen_helpers2::variant_t;
@@ -128,7 +129,7 @@ int run(log_page_t& page)
 {
     wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(log_object); });
     const int result = page.ShowModal();
-    report_result(log_object, result, state_of(page.get_log()));
+    report_result(log_object, result, state_of(page));
     return result;
 }
 
@@ -158,7 +159,7 @@ log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std
 
 log_page_t::~log_page_t()
 {
-    save();
+    keep();
 }
 
 void log_page_t::finish_layout()
@@ -189,7 +190,7 @@ void log_page_t::load()
         m_log->load(bag);
 }
 
-void log_page_t::save()
+void log_page_t::keep()
 {
     if (m_file.empty() || !m_log->has_changes())
         return;

@@ -29,6 +29,8 @@ public:
     ~log_page_t() override;
 
     commondlg3::inplace_ctrl_t& get_log() { return *m_log; }
+    /// Writes the log to its file, if anything in it has changed.
+    void keep();
 
 protected:
     /// The row of controls above the log; the log's own row below it is there already.
@@ -39,7 +41,6 @@ protected:
 
 private:
     void load();
-    void save();
 
     std::string m_file; // empty: nothing is kept
     wxSizer* m_controls;

@@ -39,7 +39,6 @@ struct walk_page_t::walk_t
     msngr2::IProgress* progress = nullptr;
     commondlg3::inplace_ctrl_t::tag_t tag = 0;
     std::string progress_text;
-    std::string folder_text; // with the name of the folder put in by the worker
     // Read by the page once the worker has finished.
     long files = 0;
     long errors = 0;
@@ -151,6 +150,12 @@ void walk_page_t::finished(const std::shared_ptr<walk_t>& walk)
     m_worker.join();
     m_walk.reset();
     m_start->Enable();
+    // What has ended does not turn any more.
+    standard_message_t::ptr_t ended(new standard_message_t);
+    ended->picture = standard_message_t::get_icon_by_type(standard_message_t::icon_types_t::information);
+    ended->caption = text_with("log.walk.caption", {{"folder", walk->folder}});
+    ended->message = text("log.walk.message");
+    get_log().update_message(walk->tag, ended, {});
     standard_message_t::ptr_t result(new standard_message_t);
     using icons = standard_message_t::icon_types_t;
     const bool good = !walk->folder_failed && !walk->errors && !walk->canceled;

@@ -9,6 +9,8 @@
 #include <wx/image.h>
 #include <wx/uiaction.h>
 
+#include <gtk/gtk.h>
+
 #include <cstdlib>
 
 using namespace commondlg3;
@@ -331,4 +333,34 @@ TEST(InplaceView, the_theme_changes_while_it_is_open)
     EXPECT_GT(light.GetRed(40, 300), 180);
     EXPECT_LT(dark.GetRed(40, 300), 90);
     EXPECT_GT(different_pixels(dark), 100);
+}
+
+TEST(InplaceView, screen_readers_are_told_what_is_seen)
+{
+    test::log_window_t window;
+    const auto tag = window->add_progress(test::make_progress("Collecting"), {});
+    window->get_messenger(tag)->say(sev_error, "cannot be read");
+    window->get_messenger(tag)->say(sev_none, "plain");
+    window->get_progress(tag)->start("Reading", 2);
+    window->get_progress(tag)->internalProgressed(1);
+    test::settle();
+    AtkObject* log = gtk_widget_get_accessible(window.log().GetWindow()->m_wxwindow);
+    EXPECT_EQ(atk_object_get_role(log), ATK_ROLE_LOG);
+    EXPECT_STREQ(atk_object_get_name(log), "Message log");
+    std::map<std::string, AtkRole> told;
+    for (int i = 0; i < atk_object_get_n_accessible_children(log); ++i) {
+        AtkObject* child = atk_object_ref_accessible_child(log, i);
+        told[atk_object_get_name(child)] = atk_object_get_role(child);
+        EXPECT_EQ(atk_object_get_parent(child), log) << atk_object_get_name(child);
+        g_object_unref(child);
+    }
+    EXPECT_EQ(told["Collecting"], ATK_ROLE_HEADING);
+    EXPECT_EQ(told["Error: cannot be read"], ATK_ROLE_LABEL);
+    EXPECT_EQ(told["plain"], ATK_ROLE_LABEL);
+    EXPECT_EQ(told["Reading 50%"], ATK_ROLE_PROGRESS_BAR);
+    EXPECT_EQ(told["Cancel"], ATK_ROLE_PUSH_BUTTON);
+    window->get_messenger(tag)->say(sev_warning, "later");
+    test::settle();
+    const int count = atk_object_get_n_accessible_children(log);
+    EXPECT_EQ(count, static_cast<int>(told.size()) + 1);
 }

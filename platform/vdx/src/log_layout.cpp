@@ -223,6 +223,12 @@ int log_layout_t::gauge_height(const CMessageElement& element) const
     return scaled(4) + caption + bar_height() + scaled(4);
 }
 
+int log_layout_t::label_width(const std::string& label)
+{
+    const font_metrics_t::extent_t extent = m_text.measure(label);
+    return extent.width != line_t::no_width ? extent.width : m_text.shaped_width(label);
+}
+
 std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMessageElement& element)
 {
     std::vector<button_place_t> places;
@@ -233,7 +239,7 @@ std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMes
     for (const auto& button : element.GetButtons()) {
         if (!button->IsShown())
             continue;
-        const int width = std::min(std::max(scaled(85), m_text.shaped_width(button->GetLabel()) + scaled(34)),
+        const int width = std::min(std::max(scaled(85), label_width(button->GetLabel()) + scaled(34)),
                                    std::max(scaled(20), text_width()));
         if (x > text_left() && x + width > m_size.x - margin()) {
             x = text_left();

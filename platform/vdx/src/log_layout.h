@@ -140,6 +140,7 @@ private:
                static_cast<std::uint32_t>(line_gap());
     }
     std::uint32_t height_of_line(line_t& line, bool shape);
+    int label_width(const std::string& label);
     void estimate_head(CMessageElement& element);
     bool measure_head(CMessageElement& element);
     void measure_tail(CMessageElement& element);

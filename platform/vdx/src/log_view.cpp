@@ -22,6 +22,7 @@ constexpr int lines_per_wheel_step = 3;
 // Measuring bodies waits while somebody scrolls, and leaves most of the time to others.
 constexpr std::chrono::milliseconds pause_after_scrolling(300);
 constexpr int between_bodies = 15; // milliseconds
+constexpr std::size_t few_bodies = 20; // so many take no time worth saving
 
 bool is_blank(const wxImage& image)
 {
@@ -146,7 +147,8 @@ void log_view_t::catch_up()
 
 int log_view_t::turn()
 {
-    const bool reading = std::chrono::steady_clock::now() - m_scrolled < pause_after_scrolling;
+    const bool reading = m_log->GetElements().size() > few_bodies &&
+                         std::chrono::steady_clock::now() - m_scrolled < pause_after_scrolling;
     const auto left = m_layout.refine(!reading);
     if (m_stale)
         catch_up();
