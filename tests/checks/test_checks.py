@@ -53,6 +53,8 @@ LAYER_TREE = {
     "platform/cpil/src/a.cpp": "#include <gen_helpers2/a.h>\n#include <unicode/msgfmt.h>\n",
     "platform/cfgmgr2/src/a.cpp": "#include <cpil/a.h>\n#include <expat.h>\n",
     "platform/wx_helpers1/src/a.cpp": "#include <cfgmgr2/a.h>\n#include <gtk/gtk.h>\n#include <wx/wx.h>\n",
+    "platform/msngr2/src/a.cpp": "#include <gen_helpers2/a.h>\n#include <string>\n",
+    "platform/vdx/src/a.cpp": "#include <wx_helpers1/a.h>\n#include <gtk/gtk.h>\n",
     "commondlg3/src/a.cpp": '#include "inner.h"\n#include "sub/b.h"\n#include <wx_helpers1/a.h>\n#include <wx/wx.h>\n'
                             "#include <string>\n#include <unistd.h>\n// #include <gallery/a.h>\n",
     "commondlg3/src/inner.h": "", "commondlg3/src/sub/b.h": '#include "inner.h"\n',
@@ -202,14 +204,17 @@ class LayerTest(CheckTest):
         self.good(LAYER_TREE)
 
     def test_faults(self):
-        gen, cpil, cfg, wx = (f"platform/{name}/src/a.cpp"
-                              for name in ("gen_helpers2", "cpil", "cfgmgr2", "wx_helpers1"))
+        gen, cpil, cfg, wx, messenger, vdx = (
+            f"platform/{name}/src/a.cpp"
+            for name in ("gen_helpers2", "cpil", "cfgmgr2", "wx_helpers1", "msngr2", "vdx"))
         self.faults(LAYER_TREE, [
             (gen, "boost/any.hpp", "cpil/a.h", f"./{gen}:2", "gen_helpers2 stands below cpil"),
             (gen, "boost/any.hpp", "wx/string.h", f"./{gen}:2", "may not include wx/string.h"),
             (cpil, "unicode/msgfmt.h", "cfgmgr2/a.h", f"./{cpil}:2", "cpil stands below cfgmgr2"),
             (cfg, "expat.h", "gtk/gtk.h", f"./{cfg}:2", "may not include gtk/gtk.h"),
             (wx, "gtk/gtk.h", "commondlg3/a.h", f"./{wx}:2", "wx_helpers1 stands below commondlg3"),
+            (messenger, "<string>", "<wx/window.h>", f"./{messenger}:2", "may not include wx/window.h"),
+            (vdx, "gtk/gtk.h", "commondlg3/a.h", f"./{vdx}:2", "vdx stands below commondlg3"),
             ("commondlg3/src/a.cpp", "<string>", "<gallery/a.h>", "./commondlg3/src/a.cpp:5", "stands below gallery"),
             ("commondlg3/src/a.cpp", "<string>", "<nlohmann/json.hpp>", "./commondlg3/src/a.cpp:5", "may not"),
             ("commondlg3/src/a.cpp", "<string>", "<expat.h>", "./commondlg3/src/a.cpp:5", "may not include expat.h"),
