@@ -2,6 +2,7 @@
 
 #include <cpil/strings.h>
 #include <gen_helpers2/assertion.h>
+#include <vdx/caption.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/main_window.h>
 #include <wx_helpers1/text.h>
@@ -141,6 +142,11 @@ int show_msg_box(const std::string& text1, const std::string& text2, message_win
     if (!parent)
         parent = wx_helpers1::get_main_window();
     return parent ? show_modal(window, parent) : static_cast<int>(message_window_t::result_no_parent);
+}
+
+void set_vdxc_icon(vdxcfrw7::CImage& image, const wx_helpers1::picture_t& picture)
+{
+    image = vdxcfrw7::CImage(picture);
 }
 
 } // namespace commondlg3

@@ -1,6 +1,8 @@
 #include "support.h"
 
 #include <commondlg3/image_loader.h>
+#include <commondlg3/text_utils.h>
+#include <vdx/caption.h>
 #include <wx_helpers1/static_picture_ctrl.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -97,6 +99,17 @@ TEST(Pictures, AreDrawnAnewAtEachScaleAndKeepTheirColours)
     EXPECT_TRUE(wxStaticPicture::from_image(wxImage()).is_empty());
     EXPECT_EQ(wxSize(0, 0), wxStaticPicture().get_size());
     EXPECT_FALSE(wxStaticPicture().getImage(true).IsOk());
+}
+
+TEST(Pictures, GoToTheControlFrameworkAsTheyAre)
+{
+    const auto picture = image_loader_t::get().load_image(type_t::warning12);
+    vdxcfrw7::CImage image(3);
+    commondlg3::set_vdxc_icon(image, picture);
+    EXPECT_TRUE(image.get_picture().get_still().is_same(picture));
+    EXPECT_EQ(-1, image.get_index()) << "the index it had would be drawn instead";
+    commondlg3::set_vdxc_icon(image, {});
+    EXPECT_TRUE(image.get_picture().is_empty());
 }
 
 TEST(Pictures, AnimationRunsInItsControlAndEndsWithIt)

@@ -16,6 +16,10 @@
 
 #include <string>
 
+namespace vdxcfrw7 {
+class CImage;
+}
+
 namespace commondlg3 {
 
 /// The catalog's text of `key`, formatted with `args`. An empty list stands for the product's names,
@@ -60,5 +64,9 @@ COMMONDLG3_EXPORT void move_to_visible_area(wxWindow* win);
 /// is neither a parent nor a main window
 COMMONDLG3_EXPORT int show_msg_box(const std::string& text1, const std::string& text2,
                                    message_window_t::icon_types_t icon, wxWindow* parent);
+
+/// Gives a picture of the toolkit layer to an image of the control framework: the picture itself, not its
+/// pixels, so that it stays sharp at every scale and follows the theme's ink.
+COMMONDLG3_EXPORT void set_vdxc_icon(vdxcfrw7::CImage& image, const wx_helpers1::picture_t& picture);
 
 } // namespace commondlg3
