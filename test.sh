@@ -39,13 +39,14 @@ scripts/with_display.sh ctest --test-dir build-tsan --output-on-failure --timeou
 fuzz_seconds=${FUZZ_SECONDS:-20}
 if [ "$fuzz_seconds" -gt 0 ]; then
     step "Building the fuzzers"
-    build fuzz build-fuzz
-    for fuzzer in build-fuzz/fuzz/fuzz_*; do
-        [ -x "$fuzzer" ] && [ -f "$fuzzer" ] || continue
+    cmake --preset fuzz >/dev/null
+    cmake --build build-fuzz --target fuzzers
+    for corpus in fuzz/corpus/*; do
+        fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
         step "$(basename "$fuzzer") for $fuzz_seconds s"
         new_inputs=$(mktemp -d)
         "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 -verbosity=0 \
-            -artifact_prefix="build-fuzz/" "$new_inputs" "fuzz/corpus/$(basename "$fuzzer")"
+            -artifact_prefix="build-fuzz/" "$new_inputs" "$corpus"
         rm -rf "$new_inputs"
     done
 fi
