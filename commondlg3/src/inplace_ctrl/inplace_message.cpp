@@ -142,22 +142,12 @@ void standard_message_t::set_buttons(standard_buttons_t kind)
 
 wx_helpers1::picture_t standard_message_t::get_icon_by_type(icon_types_t type)
 {
-    using image = image_loader_t::image_type_t;
-    image_loader_t& loader = image_loader_t::get();
-    switch (type) {
-    case icon_types_t::error:
-        return loader.load_image(image::error24);
-    case icon_types_t::warning:
-        return loader.load_image(image::warning24);
-    case icon_types_t::success:
-        return loader.load_image(image::checkmark24);
-    case icon_types_t::information:
-        return loader.load_image(image::info24);
-    case icon_types_t::progress:
-        return loader.load_animation(image_loader_t::animation_type_t::progress);
-    }
-    GH2_ASSERT_TEXT(false, "unsupported picture type", unit);
-    return loader.load_image(image::error24);
+    // The same pictures under the same numbers as those of message windows; only the answer to an unknown one
+    // differs.
+    const auto picture =
+        message_window_t::get_icon_by_type(static_cast<message_window_t::icon_types_t>(type));
+    return picture.is_empty() ? image_loader_t::get().load_image(image_loader_t::image_type_t::error24)
+                              : picture;
 }
 
 } // namespace commondlg3
