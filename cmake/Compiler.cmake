@@ -13,10 +13,11 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers are only cached when their time stamps and macros are not held against them.
+    # Precompiled headers are only cached when their time stamps and macros are not held against them. Paths are taken
+    # relative to the source folder, so that clones and work trees share what one of them has compiled.
     set(CMAKE_CXX_COMPILER_LAUNCHER
         ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-        ${CCACHE})
+        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_library(commondlg3_settings INTERFACE)
