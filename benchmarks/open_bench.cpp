@@ -68,7 +68,7 @@ int run(const std::vector<std::string>& arguments, wxWindow* parent)
                 const bench::opening_t opening = bench::open(*bench::kind_of(arguments[i]), parent);
                 if (round > 0)
                     print(arguments[i], opening);
-                bench::wait_until_quiet(30);
+                bench::wait_until_quiet(100);
             }
         return 0;
     }

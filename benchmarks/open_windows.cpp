@@ -22,7 +22,7 @@ void open_window(benchmark::State& state, kind_t ours)
     const kind_t kinds[] = {ours, kind_t::native, kind_t::rich, kind_t::generic};
     for (const kind_t kind : kinds) {
         bench::open(kind, parent);
-        bench::wait_until_quiet(30);
+        bench::wait_until_quiet(100);
     }
     for (auto _ : state) {
         for (const kind_t kind : kinds) {
@@ -30,7 +30,7 @@ void open_window(benchmark::State& state, kind_t ours)
             painted[kind].push_back(opening.painted_ms);
             if (kind == ours)
                 state.SetIterationTime(opening.ended_ms / 1000);
-            bench::wait_until_quiet(30);
+            bench::wait_until_quiet(100);
         }
     }
     const double mine = bench::median(painted[ours]);

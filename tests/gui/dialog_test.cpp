@@ -2,10 +2,14 @@
 #include "support.h"
 
 #include <commondlg3/dialog_base.h>
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/sizer.h>
 #include <wx/toplevel.h>
+
+#include <algorithm>
+#include <sstream>
 
 namespace {
 
@@ -75,6 +79,65 @@ TEST(Dialog, EveryWayOfEndingGivesItsCodeOnce)
             EXPECT_EQ(1, dialog.calls["ok"] + dialog.calls["cancel"]);
             EXPECT_EQ(dialog.calls["ok"], dialog.calls["save"]);
         }
+    }
+}
+
+struct look_t
+{
+    explicit look_t(wxTopLevelWindow* window)
+        : title(window->GetTitle()),
+          size(window->GetSize()),
+          default_item(window->GetDefaultItem()->GetName())
+    {
+        add(window);
+    }
+
+    void add(wxWindow* window)
+    {
+        for (wxWindow* child : window->GetChildren()) {
+            std::ostringstream line;
+            line << child->GetName() << ' ' << child->GetLabel() << ' ' << child->GetRect().x << ' '
+                 << child->GetRect().y << ' ' << child->GetRect().width << ' ' << child->GetRect().height
+                 << ' ' << child->IsShown() << ' ' << child->GetToolTipText() << ' '
+                 << wx_helpers1::get_accessible_name(child);
+            controls.push_back(line.str());
+            add(child);
+        }
+    }
+
+    wxString title;
+    wxSize size;
+    wxString default_item;
+    std::vector<std::string> controls; // in the order of the Tab key
+};
+
+// A later dialog gets controls that were built ahead: it must look and work like the first, and two of them
+// open at the same time must not share any.
+TEST(Dialog, LaterOnesAreLikeTheFirst)
+{
+    std::vector<look_t> looks;
+    for (int opening = 0; opening < 3; ++opening) {
+        probe_dialog_t dialog("dlg.example");
+        EXPECT_EQ(wxID_OK, run(dialog, [&](wxTopLevelWindow* window) {
+                      looks.emplace_back(window);
+                      probe_dialog_t second("dlg.example");
+                      EXPECT_TRUE(second.show_nonmodal(test::main_window(), true));
+                      test::settle();
+                      EXPECT_EQ(looks[0].controls, look_t(&second).controls);
+                      second.Hide();
+                      window->Raise();
+                      test::press(WXK_RETURN);
+                  }));
+        EXPECT_EQ(looks[0].title, looks[opening].title);
+        EXPECT_EQ(looks[0].size, looks[opening].size);
+        EXPECT_EQ(looks[0].default_item, looks[opening].default_item);
+        EXPECT_EQ(looks[0].controls, looks[opening].controls);
+        const auto spare_is_built = [] {
+            return std::any_of(wxTopLevelWindows.begin(), wxTopLevelWindows.end(), [](wxWindow* window) {
+                return window->GetName() == "dlg.example" && !window->IsShown();
+            });
+        };
+        EXPECT_TRUE(test::wait_for(spare_is_built)) << "the next one would be built while the user waits";
     }
 }
 

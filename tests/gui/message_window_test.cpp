@@ -4,6 +4,7 @@
 #include <commondlg3/error_warning_dialog.h>
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -52,8 +53,15 @@ public:
     void commit() override { committed.push_back(checked); }
     std::string get_label() const override { return "Don't show R&D messages"; }
 
+    ~check_box_t()
+    {
+        if (destroyed)
+            *destroyed = true;
+    }
+
     bool checked = false;
     std::vector<bool> committed;
+    bool* destroyed = nullptr;
 };
 
 // Button set x way of ending -> answer; and how many buttons the set shows.
@@ -126,6 +134,78 @@ TEST(MessageWindow, ShowsWhatTheRecordSays)
         const wxPoint wanted = test::main_window()->GetScreenPosition() + test::main_window()->GetSize() / 2;
         EXPECT_NEAR(wanted.x, centre.x, 20);
         EXPECT_NEAR(wanted.y, centre.y, 40);
+        window->Close();
+    });
+}
+
+// One window serves one message after the other: nothing of an earlier one may show, be answered or be kept
+// alive.
+TEST(MessageWindow, NextMessageInheritsNothing)
+{
+    bool box_is_gone = false;
+    message_window_t long_one = sample(1);
+    auto* box = new check_box_t;
+    box->destroyed = &box_is_gone;
+    long_one.check_box = box;
+    for (int i = 0; i < 12; ++i)
+        long_one.supplemental_message += "\nOne more line of many";
+    wxTopLevelWindow* first = nullptr;
+    wxSize first_size;
+    run(long_one, [&](wxTopLevelWindow* window) {
+        first = window;
+        first_size = window->GetSize();
+        wx_helpers1::select_label_text(find<wxStaticText>(window, "m_main_instructions"), true);
+        find<wxWindow>(window, "m_btn_cancel")->SetFocus();
+        test::press(WXK_ESCAPE);
+    });
+    long_one.check_box = nullptr;
+    EXPECT_TRUE(box_is_gone) << "the window keeps what its message brought";
+
+    message_window_t short_one;
+    short_one.main_message = "Saved";
+    short_one.icon_type = icon_types_t::success;
+    short_one.button_type = button_type_t::ok_cancel;
+    const int answer = run(short_one, [&](wxTopLevelWindow* window) {
+        EXPECT_EQ(first, window) << "a window of its own takes twice the time to open";
+        EXPECT_LT(window->GetSize().y, first_size.y / 2);
+        EXPECT_FALSE(find<wxWindow>(window, "m_checkBox5")->IsShown());
+        EXPECT_FALSE(find<wxWindow>(window, "m_supplemental_instructions")->IsShown());
+        EXPECT_FALSE(find<wxWindow>(window, "m_details")->IsShown());
+        EXPECT_EQ("", wx_helpers1::get_selected_text(find<wxStaticText>(window, "m_main_instructions")));
+        EXPECT_EQ(find<wxWindow>(window, "m_btn_ok"), wxWindow::FindFocus());
+        const wxPoint centre = window->GetScreenRect().GetPosition() + window->GetSize() / 2;
+        const wxPoint wanted = test::main_window()->GetScreenPosition() + test::main_window()->GetSize() / 2;
+        EXPECT_NEAR(wanted.x, centre.x, 20);
+        EXPECT_NEAR(wanted.y, centre.y, 40);
+        test::press(WXK_RETURN);
+    });
+    EXPECT_EQ(message_window_t::result_ok, answer);
+}
+
+TEST(MessageWindow, AnotherMessageAnotherParentAndAnotherLanguageAreServed)
+{
+    EXPECT_EQ(message_window_t::result_yes, run(sample(1), [&](wxTopLevelWindow* outer) {
+                  EXPECT_EQ(message_window_t::result_retry,
+                            run_modal([&] { return commondlg3::show_modal(sample(5), outer); },
+                                      [&](wxTopLevelWindow* inner) {
+                                          EXPECT_NE(outer, inner);
+                                          test::click(inner, "m_btn_ok");
+                                      }));
+                  test::click(outer, "m_btn_ok");
+              }));
+    auto* other = new wxFrame(test::main_window(), wxID_ANY, "other");
+    other->Show();
+    run_modal([&] { return commondlg3::show_modal(sample(1), other); },
+              [&](wxTopLevelWindow* window) {
+                  EXPECT_EQ(other, window->GetParent());
+                  window->Close();
+              });
+    other->Destroy(); // and the window with it
+    test::settle();
+    const test::language_guard_t german("de");
+    run(sample(1), [&](wxTopLevelWindow* window) {
+        EXPECT_EQ("Ja", find<wxButton>(window, "m_btn_ok")->GetLabelText());
+        EXPECT_EQ("Nein", find<wxButton>(window, "m_btn_cancel")->GetLabelText());
         window->Close();
     });
 }

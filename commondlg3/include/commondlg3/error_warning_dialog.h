@@ -37,6 +37,11 @@ public:
     void on_cancel() override;
     void on_update_ui_settings() override;
 
+    /// Takes another message, which is shown by refill().
+    void set_window(const message_window_t& window) { m_window = window; }
+    /// Shows the present message in the controls that are there.
+    void refill();
+
     /// The widest line of the headline or of the explanation, in pixels; -1 breaks at every space. Smaller
     /// values are ignored.
     void set_max_main_msg_width(int width);
@@ -54,6 +59,8 @@ public:
     /// Scrolls the texts for Page Up, Page Down, Home and End; false for any other key or when nothing
     /// scrolls.
     bool scroll_by_key(int key_code);
+    /// Whether the texts are taller than their room.
+    bool is_scrolled() const;
 
 private:
     void load_images();
@@ -85,6 +92,9 @@ class COMMONDLG3_EXPORT error_warning_dialog_t : public dialog_base_t
 public:
     explicit error_warning_dialog_t(const message_window_t& window);
 
+    /// Another message, shown when the dialog is run again.
+    void set_window(const message_window_t& window);
+
     /// Null until the dialog is loaded.
     error_warning_panel_t* get_panel() const { return m_panel; }
 
@@ -95,11 +105,13 @@ public:
     void on_update_ui_settings() override;
 
 private:
+    void present();
     void on_end_panel(generic_base_t<wxPanel>* panel, int code);
     void on_key(wxKeyEvent& event);
 
     message_window_t m_window;
     error_warning_panel_t* m_panel = nullptr;
+    bool m_stale = false; // shows another message than it holds
 };
 
 } // namespace commondlg3

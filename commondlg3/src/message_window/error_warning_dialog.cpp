@@ -55,11 +55,20 @@ bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std:
     return true;
 }
 
+void error_warning_dialog_t::set_window(const message_window_t& window)
+{
+    m_window = window;
+    if (m_panel)
+        m_panel->set_window(window);
+    m_stale = is_initialized();
+}
+
 void error_warning_dialog_t::on_init_dialog()
 {
-    set_title(translate_message(title_key(m_window.icon_type)));
-    if (!m_panel)
+    if (!m_panel) {
+        set_title(translate_message(title_key(m_window.icon_type)));
         return;
+    }
     m_panel->get_end_signal().connect(
         this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
     if (!GetSizer())
@@ -67,6 +76,13 @@ void error_warning_dialog_t::on_init_dialog()
     GetSizer()->Add(m_panel, 1, wxEXPAND);
     m_panel->create(this);
     wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
+    present();
+}
+
+// What a message changes of the window around it.
+void error_warning_dialog_t::present()
+{
+    set_title(translate_message(title_key(m_window.icon_type)));
     wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
     fit_to_contents();
     centre_on_parent();
@@ -75,7 +91,13 @@ void error_warning_dialog_t::on_init_dialog()
 void error_warning_dialog_t::on_update_ui_settings()
 {
     // The panel hears of the change by itself, once its texts are there to be measured anew.
-    if (m_panel && m_panel->is_initialized()) {
+    if (!m_panel || !m_panel->is_initialized())
+        return;
+    if (m_stale) {
+        m_stale = false;
+        m_panel->refill();
+        present();
+    } else {
         m_panel->on_update_ui_settings();
         fit_to_contents();
     }

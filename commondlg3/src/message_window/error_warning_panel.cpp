@@ -135,6 +135,15 @@ void error_warning_panel_t::on_init_dialog()
     fill_controls();
 }
 
+void error_warning_panel_t::refill()
+{
+    Show(true); // its end hid it
+    for (wxStaticText* label : labels())
+        wx_helpers1::select_label_text(label, false);
+    load_images();
+    fill_controls();
+}
+
 std::vector<wxStaticText*> error_warning_panel_t::labels() const
 {
     std::vector<wxStaticText*> all;
@@ -345,9 +354,14 @@ void error_warning_panel_t::copy(const std::string& title) const
     wx_helpers1::copy_to_clipboard(get_text_for_clipboard(title));
 }
 
+bool error_warning_panel_t::is_scrolled() const
+{
+    return m_text_area && m_text_area->GetVirtualSize().y > m_text_area->GetClientSize().y;
+}
+
 bool error_warning_panel_t::scroll_by_key(int key_code)
 {
-    if (!m_text_area || m_text_area->GetVirtualSize().y <= m_text_area->GetClientSize().y)
+    if (!is_scrolled())
         return false;
     int unit = 1;
     m_text_area->GetScrollPixelsPerUnit(nullptr, &unit);

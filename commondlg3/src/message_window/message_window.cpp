@@ -1,7 +1,8 @@
 #include "commondlg3/message_window.h"
 
-#include "commondlg3/error_warning_dialog.h"
 #include "commondlg3/image_loader.h"
+
+#include "kept_window.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_arguments.h>
@@ -128,9 +129,7 @@ int show_modal(const message_window_t& window, wxWindow* parent)
         return message_window_t::result_none;
     if (!parent)
         parent = wx_helpers1::get_main_window();
-    error_warning_dialog_t dialog(window);
-    const int id = dialog.show_modal(parent);
-    return result_of(id, window.button_type);
+    return result_of(run_message_window(window, parent), window.button_type);
 }
 
 } // namespace commondlg3

@@ -1,5 +1,7 @@
 #include "wx_helpers1/resource_loader.h"
 
+#include "spare_layouts.h"
+
 #include "wx_helpers1/accessibility.h"
 #include "wx_helpers1/resource_file.h"
 #include "wx_helpers1/static_picture_ctrl.h"
@@ -134,6 +136,11 @@ void translate(wxXmlNode* node, const cpil2::i18n::catalog_t& catalog,
     }
 }
 
+std::string key_of(const std::string& file, const std::string& catalog)
+{
+    return file + '\n' + catalog + '\n' + cfgmgr2::get_language();
+}
+
 std::unique_ptr<wxXmlResource> parse(const std::string& file, const std::string& catalog_name)
 {
     std::string xml;
@@ -160,7 +167,7 @@ wxXmlResource* get_resource(const std::string& file, const std::string& catalog)
     // Never destroyed: at the end of the process the toolkit is gone before our statics are.
     static auto& parsed = *new std::map<std::string, std::unique_ptr<wxXmlResource>>;
     const wxLogNull silent;
-    auto& resource = parsed[file + '\n' + catalog + '\n' + cfgmgr2::get_language()];
+    auto& resource = parsed[key_of(file, catalog)];
     if (!resource)
         resource = parse(file, catalog);
     if (!resource)
@@ -215,9 +222,15 @@ resource_loader_t::resource_loader_t(const std::string& resource_file, const std
 bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const std::string& object_name) const
 {
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
-    if (!resource || !resource->LoadDialog(dialog, parent, to_wx(object_name)))
+    if (!resource)
         return false;
-    finish(dialog);
+    const std::string key = key_of(m_file, m_catalog) + '\n' + object_name;
+    if (!spare_layouts::make_dialog(dialog, parent, key)) {
+        if (!resource->LoadDialog(dialog, parent, to_wx(object_name)))
+            return false;
+        finish(dialog);
+    }
+    spare_layouts::build_later(key, resource, object_name, finish);
     return true;
 }
 

@@ -1,0 +1,151 @@
+#include "spare_layouts.h"
+
+#include "wx_helpers1/label.h"
+#include "wx_helpers1/text.h"
+#include "wx_helpers1/ui_settings.h"
+
+#include <wx/app.h>
+#include <wx/button.h>
+#include <wx/dialog.h>
+#include <wx/log.h>
+#include <wx/sizer.h>
+#include <wx/weakref.h>
+#include <wx/xml/xml.h>
+#include <wx/xrc/xmlres.h>
+
+#include <glib.h>
+
+#include <map>
+#include <set>
+#include <vector>
+
+namespace wx_helpers1 {
+namespace {
+
+// Long enough for the window that was just opened to be painted and its first key to be answered.
+constexpr guint delay_ms = 60;
+
+// A window that is never shown, and does not keep the application running.
+class holder_t : public wxDialog
+{
+public:
+    bool ShouldPreventAppExit() const override { return false; }
+};
+
+struct order_t
+{
+    std::string key;
+    wxXmlResource* resource;
+    std::string object;
+    void (*finish)(wxWindow*);
+};
+
+struct pool_t
+{
+    // The toolkit destroys them at the end, with all windows that are left.
+    std::map<std::string, wxWeakRef<holder_t>> spares;
+    std::vector<order_t> orders;
+    guint source = 0;
+};
+
+pool_t& pool()
+{
+    static auto& all = *new pool_t; // the toolkit is gone before statics are
+    return all;
+}
+
+// Windows give their controls the theme's font when they open, and leave alone what has it.
+void set_fonts(wxWindow* window, const wxFont& font)
+{
+    for (wxWindow* child : window->GetChildren()) {
+        apply_font(child, font);
+        set_fonts(child, font);
+    }
+}
+
+bool says_only_title_style_and_size(const wxXmlNode* object)
+{
+    static const std::set<wxString> known = {"title", "style", "size", "object"};
+    for (const wxXmlNode* node = object->GetChildren(); node; node = node->GetNext())
+        if (node->GetType() == wxXML_ELEMENT_NODE && !known.count(node->GetName()))
+            return false;
+    return true;
+}
+
+void build(const order_t& order)
+{
+    const wxLogNull silent;
+    const wxString name = to_wx(order.object);
+    const wxXmlNode* node = order.resource->GetResourceNode(name);
+    if (!node || !says_only_title_style_and_size(node))
+        return;
+    auto* holder = new holder_t;
+    if (!order.resource->LoadDialog(holder, nullptr, name)) {
+        delete holder;
+        return;
+    }
+    order.finish(holder);
+    if (const auto* settings = ui_settings_t::get())
+        set_fonts(holder, settings->get_font(ui_font::text));
+    pool().spares[order.key] = holder;
+}
+
+// One layout a turn of the loop.
+gboolean build_next(gpointer)
+{
+    pool_t& all = pool();
+    if (!wxTheApp || all.orders.empty()) {
+        all.source = 0;
+        return G_SOURCE_REMOVE;
+    }
+    const order_t order = all.orders.front();
+    all.orders.erase(all.orders.begin());
+    build(order);
+    return G_SOURCE_CONTINUE;
+}
+
+} // namespace
+
+namespace spare_layouts {
+
+bool make_dialog(wxDialog* dialog, wxWindow* parent, const std::string& key)
+{
+    const auto found = pool().spares.find(key);
+    if (found == pool().spares.end())
+        return false;
+    const wxWeakRef<holder_t> spare = found->second;
+    pool().spares.erase(found);
+    if (!spare)
+        return false;
+    const bool created = dialog->Create(parent, spare->GetId(), spare->GetTitle(), wxDefaultPosition,
+                                        wxSize(400, 300), spare->GetWindowStyleFlag(), spare->GetName());
+    if (created) {
+        wxSizer* sizer = spare->GetSizer();
+        spare->SetSizer(nullptr, false);
+        auto* default_button = wxDynamicCast(spare->GetDefaultItem(), wxButton);
+        const wxWindowList controls = spare->GetChildren();
+        for (wxWindow* control : controls)
+            control->Reparent(dialog);
+        if (sizer)
+            dialog->SetSizer(sizer);
+        dialog->SetMinClientSize(spare->GetMinClientSize());
+        dialog->SetClientSize(spare->GetClientSize());
+        if (default_button)
+            default_button->SetDefault();
+    }
+    delete spare.get();
+    return created;
+}
+
+void build_later(const std::string& key, wxXmlResource* resource, const std::string& object,
+                 void (*finish)(wxWindow*))
+{
+    pool_t& all = pool();
+    all.orders.push_back({key, resource, object, finish});
+    if (all.source)
+        g_source_remove(all.source);
+    all.source = g_timeout_add_full(G_PRIORITY_LOW, delay_ms, build_next, nullptr, nullptr);
+}
+
+} // namespace spare_layouts
+} // namespace wx_helpers1
