@@ -48,7 +48,8 @@ class InstalledTest(unittest.TestCase):
 
     def test_cmake_package(self):
         build = os.path.join(self.folder, "cmake-client")
-        run(CMAKE, "-S", PROJECT, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={COMPILER}")
+        run(CMAKE, "-G", "Ninja", "-S", PROJECT, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
+            f"-DCMAKE_CXX_COMPILER={COMPILER}")
         run(CMAKE, "--build", build)
         self.check_output(run(os.path.join(build, "client"), LANGUAGE="en"),
                           os.path.join(self.prefix, "share", "commondlg3"))

@@ -161,6 +161,22 @@ TEST(MessageWindow, NextMessageInheritsNothing)
     long_one.check_box = nullptr;
     EXPECT_TRUE(box_is_gone) << "the window keeps what its message brought";
 
+    // One that scrolls, and the next at once: no turn of the loop between them.
+    message_window_t longest = sample(1);
+    for (int i = 0; i < 300; ++i)
+        longest.supplemental_message += "\nOne more line of many";
+    const int next_answer = run_modal(
+        [&] {
+            commondlg3::show_modal(longest, test::main_window());
+            return run(sample(1), [](wxTopLevelWindow* window) { test::click(window, "m_btn_ok"); });
+        },
+        [](wxTopLevelWindow*) { test::press(WXK_ESCAPE); });
+    EXPECT_EQ(message_window_t::result_yes, next_answer);
+    run(sample(1), [&](wxTopLevelWindow* window) {
+        first = window;
+        window->Close();
+    });
+
     message_window_t short_one;
     short_one.main_message = "Saved";
     short_one.icon_type = icon_types_t::success;

@@ -27,7 +27,7 @@ kept_t& kept()
 bool serves(const kept_t& window, const wxWindow* parent)
 {
     return window.dialog && window.dialog->GetParent() == parent &&
-           window.language == cfgmgr2::get_language() &&
+           window.language == cfgmgr2::get_language() && !window.dialog->IsBeingDeleted() &&
            window.dialog->get_resource_file() == create_resource_filename("commondlg3.dat", "commondlg.xrc");
 }
 
@@ -54,13 +54,19 @@ int run_message_window(const message_window_t& window, wxWindow* parent)
     only.in_use = false;
     if (!only.dialog)
         return id; // its parent was closed while it was shown
-    if (!only.dialog->is_loaded())
-        delete only.dialog.get();
-    else if (only.dialog->get_panel()->is_scrolled())
-        only.dialog
-            ->Destroy(); // the toolkit complains when scroll bars are taken off a window that has shrunk
+    error_warning_dialog_t* const dialog = only.dialog;
+    if (dialog->is_loaded() && !dialog->get_panel()->is_scrolled()) {
+        dialog->set_window({}); // neither check box nor picture outlives its message
+        return id;
+    }
+    // What failed to load is tried again, and the toolkit complains when scroll bars are taken off a window
+    // that has shrunk. A window that is being destroyed is there until the loop turns: it must not be taken
+    // for the next.
+    only.dialog = nullptr;
+    if (dialog->is_loaded())
+        dialog->Destroy();
     else
-        only.dialog->set_window({}); // neither check box nor picture outlives its message
+        delete dialog;
     return id;
 }
 

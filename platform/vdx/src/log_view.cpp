@@ -1,5 +1,7 @@
 #include "log_view.h"
 
+#include "paint_dc.h"
+
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
@@ -327,10 +329,11 @@ void log_view_t::scroll_to_end()
 
 void log_view_t::on_paint(wxPaintEvent&)
 {
-    wxPaintDC dc(this);
+    wxPaintDC window(this);
     if (!m_log)
         return;
     m_layout.settle();
+    paint_dc_t dc(window);
     draw_log(dc, *this);
     bool moving = false;
     for (const auto& item : m_layout.visible_items())

@@ -50,10 +50,26 @@ public:
             *leading = extent.leading;
     }
 
+    // Asked for by the parser at the beginning of each body.
+    wxCoord GetCharHeight() const override { return size_of_characters().height; }
+    wxCoord GetCharWidth() const override { return size_of_characters().width; }
+
 private:
+    const extent_t& size_of_characters() const
+    {
+        extent_t& size = m_characters[m_font.GetRefData()];
+        if (size.height == 0) {
+            size.height = wxGCDCImpl::GetCharHeight();
+            size.width = wxGCDCImpl::GetCharWidth();
+            m_fonts[m_font.GetRefData()] = m_font;
+        }
+        return size;
+    }
+
     using words_t = std::unordered_map<std::wstring, extent_t>;
     mutable std::unordered_map<const void*, words_t> m_words;
-    mutable std::unordered_map<const void*, wxFont> m_fonts; // keeps the keys of the words alive
+    mutable std::unordered_map<const void*, extent_t> m_characters;
+    mutable std::unordered_map<const void*, wxFont> m_fonts; // keeps the keys of both alive
 };
 
 word_dc_t::word_dc_t(const wxMemoryDC& dc) : wxDC(new impl_t(this, dc)) {}

@@ -1,0 +1,115 @@
+#include "paint_dc.h"
+
+#include <wx/fontutil.h>
+#include <wx/graphics.h>
+
+#include <gtk/gtk.h>
+
+namespace vdxcfrw7 {
+
+class paint_dc_t::impl_t : public wxGCDCImpl
+{
+public:
+    impl_t(wxDC* owner, wxPaintDC& dc)
+        : wxGCDCImpl(owner, 0),
+          m_window(dc),
+          m_cairo(static_cast<cairo_t*>(dc.GetGraphicsContext()->GetNativeContext()))
+    {
+        SetGraphicsContext(wxGraphicsContext::CreateFromNative(m_cairo));
+        m_ok = m_graphicContext != nullptr;
+        // Lines of one pixel lie in pixels, not between two.
+        if (m_ok)
+            m_graphicContext->EnableOffset(dc.GetContentScaleFactor() <= 1);
+        cairo_matrix_t matrix;
+        cairo_get_matrix(m_cairo, &matrix);
+        m_mirrored = matrix.xx < 0;
+        // The window's own text settings: resolution, hinting, smoothing.
+        PangoContext* context = gtk_widget_create_pango_context(dc.GetWindow()->GetHandle());
+        m_layout = pango_layout_new(context);
+        g_object_unref(context);
+    }
+
+    ~impl_t() override { g_object_unref(m_layout); }
+
+    // Fonts are compared by the data that copies share: comparing their attributes takes longer than drawing
+    // a word.
+    void SetFont(const wxFont& font) override
+    {
+        if (font.GetRefData() == m_font.GetRefData())
+            return;
+        m_font = font;
+        m_base_knows_font = false;
+        m_decorated = font.IsOk() && (font.GetUnderlined() || font.GetStrikethrough());
+        if (font.IsOk())
+            pango_layout_set_font_description(m_layout, font.GetNativeFontInfo()->description);
+    }
+
+    void DoDrawText(const wxString& text, wxCoord x, wxCoord y) override
+    {
+        if (m_decorated || m_backgroundMode != wxBRUSHSTYLE_TRANSPARENT || !m_font.IsOk()) {
+            tell_font();
+            wxGCDCImpl::DoDrawText(text, x, y);
+            return;
+        }
+        set_text(text);
+        const wxColour& ink = m_textForegroundColour;
+        cairo_set_source_rgba(m_cairo, ink.Red() / 255.0, ink.Green() / 255.0, ink.Blue() / 255.0,
+                              ink.Alpha() / 255.0);
+        cairo_save(m_cairo);
+        cairo_translate(m_cairo, x, y);
+        if (m_mirrored) { // a window from right to left is drawn in a mirror: text is turned back in its
+                          // place
+            int width = 0;
+            pango_layout_get_pixel_size(m_layout, &width, nullptr);
+            cairo_translate(m_cairo, width, 0);
+            cairo_scale(m_cairo, -1, 1);
+        }
+        cairo_move_to(m_cairo, 0, 0);
+        pango_cairo_show_layout(m_cairo, m_layout);
+        cairo_new_path(m_cairo);
+        cairo_restore(m_cairo);
+    }
+
+    void DoDrawBitmap(const wxBitmap& bitmap, wxCoord x, wxCoord y, bool use_mask) override
+    {
+        m_window.DrawBitmap(bitmap, x, y, use_mask);
+    }
+
+    void DoGetTextExtent(const wxString& text, wxCoord* width, wxCoord* height, wxCoord* descent,
+                         wxCoord* leading, const wxFont* font) const override
+    {
+        if (font || descent || leading || !m_font.IsOk()) {
+            tell_font();
+            wxGCDCImpl::DoGetTextExtent(text, width, height, descent, leading, font);
+            return;
+        }
+        set_text(text);
+        pango_layout_get_pixel_size(m_layout, width, height);
+    }
+
+private:
+    // What is left to the toolkit needs the font in its own form.
+    void tell_font() const
+    {
+        if (!m_base_knows_font)
+            const_cast<impl_t*>(this)->wxGCDCImpl::SetFont(m_font);
+        m_base_knows_font = true;
+    }
+
+    void set_text(const wxString& text) const
+    {
+        const wxScopedCharBuffer bytes = text.utf8_str();
+        pango_layout_set_text(m_layout, bytes.data(), static_cast<int>(bytes.length()));
+    }
+
+    wxPaintDC& m_window;
+    cairo_t* m_cairo;
+    PangoLayout* m_layout;
+    bool m_mirrored = false;
+    bool m_decorated = false;
+    mutable bool m_base_knows_font = false;
+};
+
+paint_dc_t::paint_dc_t(wxPaintDC& dc) : wxDC(new impl_t(this, dc)) {}
+
+} // namespace vdxcfrw7
