@@ -1,5 +1,6 @@
 #include "log_view.h"
 
+#include "paint_dc.h"
 #include "shown_text.h"
 
 #include <wx/settings.h>
@@ -26,7 +27,7 @@ bool begins_right_to_left(std::string_view row)
 class painter_t
 {
 public:
-    painter_t(wxDC& dc, log_view_t& view)
+    painter_t(paint_dc_t& dc, log_view_t& view)
         : m_dc(dc),
           m_view(view),
           m_layout(view.get_layout()),
@@ -153,7 +154,9 @@ private:
                 m_colours.selection.ChangeLightness(m_colours.background.GetLuminance() > 0.5 ? 150 : 60)));
             m_dc.DrawRectangle(x, body_y, m_layout.text_width(), body->get_height());
         }
+        m_dc.set_pieces(true);
         body->draw(m_dc, x, body_y, 0, m_layout.get_size().y);
+        m_dc.set_pieces(false);
     }
 
     void draw_line(const CMessageElement& element, std::size_t index, std::int64_t y)
@@ -211,7 +214,7 @@ private:
             m_dc.DrawRectangle(bar.x + 1, bar.y + 1, filled, bar.height - 2);
     }
 
-    wxDC& m_dc;
+    paint_dc_t& m_dc;
     log_view_t& m_view;
     log_layout_t& m_layout;
     const log_colours_t& m_colours;
@@ -220,7 +223,7 @@ private:
 
 } // namespace
 
-void draw_log(wxDC& dc, log_view_t& view)
+void draw_log(paint_dc_t& dc, log_view_t& view)
 {
     painter_t(dc, view).draw();
 }

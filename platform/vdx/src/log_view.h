@@ -50,6 +50,8 @@ struct log_colours_t
 };
 
 /// The window of an event log: draws it, scrolls it, takes keyboard and mouse.
+class paint_dc_t;
+
 class log_view_t : public wxWindow, public gen_helpers2::subscriber_base_t
 {
 public:
@@ -162,6 +164,6 @@ std::string_view text_of(const CMessageElement& element, std::size_t item, std::
 std::size_t number_of_items(const CMessageElement& element);
 
 /// Draws what can be seen; the layout must have settled.
-void draw_log(wxDC& dc, log_view_t& view);
+void draw_log(paint_dc_t& dc, log_view_t& view);
 
 } // namespace vdxcfrw7

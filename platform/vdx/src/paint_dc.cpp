@@ -87,6 +87,8 @@ public:
         pango_layout_get_pixel_size(m_layout, width, height);
     }
 
+    void set_pieces(bool pieces) { pango_layout_set_auto_dir(m_layout, !pieces); }
+
 private:
     // What is left to the toolkit needs the font in its own form.
     void tell_font() const
@@ -111,5 +113,10 @@ private:
 };
 
 paint_dc_t::paint_dc_t(wxPaintDC& dc) : wxDC(new impl_t(this, dc)) {}
+
+void paint_dc_t::set_pieces(bool pieces)
+{
+    static_cast<impl_t*>(GetImpl())->set_pieces(pieces);
+}
 
 } // namespace vdxcfrw7

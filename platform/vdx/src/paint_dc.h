@@ -15,6 +15,10 @@ class paint_dc_t : public wxDC
 public:
     explicit paint_dc_t(wxPaintDC& dc);
 
+    /// Whether texts are pieces of a larger one, in the window's direction, instead of each in that of its
+    /// own first letter: else the punctuation around a foreign word ends up on its wrong side.
+    void set_pieces(bool pieces);
+
 private:
     class impl_t;
 };
