@@ -1,0 +1,56 @@
+#include "demo_dialog.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+
+#include <commondlg3/resources.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/checkbox.h>
+
+namespace gallery {
+
+demo_dialog_t::demo_dialog_t(const char* object) : m_object(object)
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+}
+
+void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin)
+{
+    GetSizer()->Insert(static_cast<std::size_t>(place), panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP,
+                       margin);
+}
+
+void demo_dialog_t::finish_layout()
+{
+    const wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();
+    if (auto* dark = commondlg3::from_xrc<wxCheckBox>(this, "m_dark")) {
+        dark->SetValue(settings && settings->is_dark());
+        dark->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { switch_theme(event.IsChecked()); });
+    }
+    fit_to_contents();
+    centre_on_parent();
+}
+
+void demo_dialog_t::switch_theme(bool dark)
+{
+    if (wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get())
+        settings->set_theme(dark ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
+}
+
+int run_demo(demo_dialog_t& dialog, wxWindow* parent)
+{
+    const std::string object = dialog.get_object();
+    if (!check_resource(resource_file(), dialog.get_resource_object(), parent)) {
+        report_result(object, 0, nlohmann::json::object());
+        return 0;
+    }
+    wx_helpers1::when_next_window_is_painted([object](wxTopLevelWindow*) { report_opened(object); });
+    const int result = dialog.show_modal(parent);
+    report_result(object, result, dialog.get_state());
+    return result;
+}
+
+} // namespace gallery
