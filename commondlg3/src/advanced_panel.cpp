@@ -201,10 +201,18 @@ void advanced_panel_t::lay_out_ancestors()
 
 void advanced_panel_t::apply_min_size()
 {
-    const wxSize closed(2 * m_header_height, 2 * m_header_height);
-    const wxSize wanted = m_open ? GetSizer()->CalcMin() : closed;
-    if (wanted != GetMinSize())
-        SetMinSize(wanted);
+    // An open panel without visible contents has no size to its sizer, but still a header.
+    wxSize wanted(2 * m_header_height, 2 * m_header_height);
+    if (m_open)
+        wanted.IncTo(GetSizer()->CalcMin());
+    if (wanted == GetMinSize())
+        return;
+    SetMinSize(wanted);
+    for (wxWindow* outer = GetParent(); outer && !outer->IsTopLevel(); outer = outer->GetParent())
+        if (auto* panel = dynamic_cast<advanced_panel_t*>(outer)) {
+            panel->apply_min_size(); // which goes on outwards from there
+            return;
+        }
 }
 
 void advanced_panel_t::update_min_size()

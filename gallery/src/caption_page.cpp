@@ -86,8 +86,6 @@ void caption_page_t::on_init_dialog()
     on_button("m_remove", &caption_page_t::remove);
     on_button("m_show", &caption_page_t::show_selected);
     on_button("m_clear", &caption_page_t::clear);
-    // The arrows are the panel's own: what they did is seen from outside once they are done.
-    m_heading->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { changed("stepped"); });
 
     const auto messages = m_data.is_object() ? m_data.find("messages") : m_data.end();
     if (messages != m_data.end() && messages->is_array())
@@ -99,6 +97,10 @@ void caption_page_t::on_init_dialog()
     m_heading->set_read_only(is_read_only);
     fill_text();
     changed(nullptr);
+    m_heading->get_shown_signal().connect(this, [this](int id) {
+        changed(nullptr);
+        report_signal(object_name, "shown", id);
+    });
     m_text->SetFocus();
     finish_layout();
 }
@@ -139,7 +141,6 @@ void caption_page_t::remove()
 void caption_page_t::show_selected()
 {
     m_heading->show_message(selected_id(), true);
-    changed("shown");
 }
 
 void caption_page_t::clear()

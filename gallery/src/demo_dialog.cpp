@@ -17,10 +17,14 @@ demo_dialog_t::demo_dialog_t(const char* object) : m_object(object)
     m_catalog_name = "gallery";
 }
 
-void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin)
+void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin, wxWindow* after)
 {
     GetSizer()->Insert(static_cast<std::size_t>(place), panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP,
                        margin);
+    if (after)
+        panel->MoveAfterInTabOrder(after);
+    else if (GetChildren().GetFirst()->GetData() != panel)
+        panel->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
 }
 
 void demo_dialog_t::finish_layout()
@@ -31,6 +35,8 @@ void demo_dialog_t::finish_layout()
         dark->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { switch_theme(event.IsChecked()); });
     }
     fit_to_contents();
+    // Text fields know their style, and with it their height, only once they are on the screen.
+    CallAfter([this] { fit_to_contents(); });
     centre_on_parent();
 }
 

@@ -21,8 +21,9 @@ public:
     virtual nlohmann::json get_state() const = 0;
 
 protected:
-    /// For on_init_dialog(): puts the panel at that place among the controls, with this margin, in pixels.
-    void insert_panel(wxWindow* panel, int place, int margin);
+    /// For on_init_dialog(): puts the panel at that place among the controls, with this margin, in pixels,
+    /// where Tab finds it after that window, or first.
+    void insert_panel(wxWindow* panel, int place, int margin, wxWindow* after = nullptr);
     /// For on_init_dialog(), as the last thing.
     void finish_layout();
 

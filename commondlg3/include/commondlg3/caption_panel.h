@@ -99,6 +99,9 @@ public:
     /// Forgets which message is shown; the pane stays as it is.
     void hide_message_pane();
 
+    /// Raised with the id each time a message has been shown, also by the user's stepping.
+    gen_helpers2::signal_t<int>& get_shown_signal() { return m_shown_signal; }
+
     /// A read-only page: the message that is shown stays, and its arrows are disabled.
     void set_read_only(bool read_only);
     bool get_read_only() const { return m_read_only; }
@@ -131,6 +134,7 @@ private:
     void number_buttons();
     void tell_message(const message_info_t& message);
 
+    gen_helpers2::signal_t<int> m_shown_signal;
     std::unique_ptr<parent_layout_t> m_parent_layout;
     std::vector<message_info_t> m_messages;
     std::int32_t m_next_id = 0;

@@ -41,9 +41,10 @@ int caption_panel_t::add_message(severity_t severity, const std::string& text)
     if (place != m_messages.end() && GH2_ASSERT(m_messages.size() > 0, unit))
         leads = m_messages.front().severity > severity;
     m_messages.insert(place, message);
-    if (leads)
+    if (leads && !text.empty())
         show_message(message.id, true);
-    number_buttons();
+    else
+        number_buttons();
     return message.id;
 }
 
@@ -67,15 +68,12 @@ void caption_panel_t::remove_message(int id)
     if (message == m_messages.end())
         return;
     m_messages.erase(message);
-    if (id != m_current_id) {
-        number_buttons();
-        return;
-    }
-    if (m_messages.empty())
+    if (id == m_current_id && m_messages.empty())
         hide_messages();
-    else if (m_pane->IsShown())
+    else if (id == m_current_id && m_pane->IsShown())
         show_first_with_text();
-    number_buttons();
+    else
+        number_buttons();
 }
 
 void caption_panel_t::clear_messages()
@@ -126,6 +124,8 @@ void caption_panel_t::show_message(int id, bool force)
     m_pane->Layout();
     number_buttons();
     m_parent_layout->now();
+    const auto signal = m_shown_signal; // a slot may destroy this panel
+    signal.emit(id);
 }
 
 void caption_panel_t::show_next_message()
@@ -158,6 +158,7 @@ void caption_panel_t::show_first_with_text()
     if (find(m_current_id) == m_messages.end())
         m_current_id = -1;
     m_message->set_label(std::string());
+    update_buttons();
     show_pane(false);
 }
 

@@ -60,21 +60,20 @@ void rectangle_element_t::draw(wxDC& dc, wxWindow&) const
     }
     if (!m_border_shown || !m_border.IsOk())
         return;
-    dc.SetPen(wxPen(m_border));
-    dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    if (m_gap_right <= m_gap_left) {
-        dc.DrawRectangle(rect);
-        return;
+    // As filled strips: where a drawn line ends depends on the kind of device context.
+    dc.SetPen(*wxTRANSPARENT_PEN);
+    dc.SetBrush(wxBrush(m_border));
+    const int end = rect.x + rect.width;
+    if (m_gap_right > m_gap_left) {
+        dc.DrawRectangle(rect.x, rect.y, std::clamp(m_gap_left, rect.x, end) - rect.x, 1);
+        const int after = std::clamp(m_gap_right, rect.x, end);
+        dc.DrawRectangle(after, rect.y, end - after, 1);
+    } else {
+        dc.DrawRectangle(rect.x, rect.y, rect.width, 1);
     }
-    // A line ends before its last point.
-    const int top = rect.GetTop(), bottom = rect.GetBottom(), left = rect.GetLeft(), right = rect.GetRight();
-    if (m_gap_left > left)
-        dc.DrawLine(left, top, std::min(m_gap_left, right), top);
-    if (m_gap_right <= right)
-        dc.DrawLine(std::max(m_gap_right, left), top, right, top);
-    dc.DrawLine(left, top, left, bottom);
-    dc.DrawLine(right, top, right, bottom);
-    dc.DrawLine(left, bottom, right + 1, bottom);
+    dc.DrawRectangle(rect.x, rect.GetBottom(), rect.width, 1);
+    dc.DrawRectangle(rect.x, rect.y, 1, rect.height);
+    dc.DrawRectangle(rect.GetRight(), rect.y, 1, rect.height);
 }
 
 } // namespace wx_helpers1
