@@ -100,7 +100,7 @@ nlohmann::json advanced_panel_page_t::get_state() const
 int open_advanced_panel_page(const nlohmann::json& data, wxWindow* parent)
 {
     advanced_panel_page_t page(data);
-    return run_demo(page, parent);
+    return page.run(parent);
 }
 
 } // namespace gallery

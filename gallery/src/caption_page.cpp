@@ -181,7 +181,7 @@ nlohmann::json caption_page_t::get_state() const
 int open_caption_page(const nlohmann::json& data, wxWindow* parent)
 {
     caption_page_t page(data);
-    return run_demo(page, parent);
+    return page.run(parent);
 }
 
 } // namespace gallery

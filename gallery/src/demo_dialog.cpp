@@ -35,8 +35,6 @@ void demo_dialog_t::finish_layout()
         dark->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { switch_theme(event.IsChecked()); });
     }
     fit_to_contents();
-    // Text fields know their style, and with it their height, only once they are on the screen.
-    CallAfter([this] { fit_to_contents(); });
     centre_on_parent();
 }
 
@@ -46,16 +44,18 @@ void demo_dialog_t::switch_theme(bool dark)
         settings->set_theme(dark ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
 }
 
-int run_demo(demo_dialog_t& dialog, wxWindow* parent)
+int demo_dialog_t::run(wxWindow* parent)
 {
-    const std::string object = dialog.get_object();
-    if (!check_resource(resource_file(), dialog.get_resource_object(), parent)) {
-        report_result(object, 0, nlohmann::json::object());
+    if (!check_resource(resource_file(), get_resource_object(), parent)) {
+        report_result(m_object, 0, nlohmann::json::object());
         return 0;
     }
-    wx_helpers1::when_next_window_is_painted([object](wxTopLevelWindow*) { report_opened(object); });
-    const int result = dialog.show_modal(parent);
-    report_result(object, result, dialog.get_state());
+    wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) {
+        fit_to_contents(); // text fields know their style, and with it their height, only now
+        report_opened(m_object);
+    });
+    const int result = show_modal(parent);
+    report_result(m_object, result, get_state());
     return result;
 }
 

@@ -16,7 +16,8 @@ public:
     /// @param object the name that a script knows the panel by; must outlive the window
     explicit demo_dialog_t(const char* object);
 
-    const char* get_object() const { return m_object; }
+    /// Shows the window and reports its opening and its end.
+    int run(wxWindow* parent);
     /// What a script is told when the window has ended.
     virtual nlohmann::json get_state() const = 0;
 
@@ -32,8 +33,5 @@ private:
 
     const char* m_object;
 };
-
-/// Shows the window and reports its opening and its end.
-int run_demo(demo_dialog_t& dialog, wxWindow* parent);
 
 } // namespace gallery

@@ -65,7 +65,7 @@ nlohmann::json simple_message_page_t::get_state() const
 int open_simple_message_page(const nlohmann::json& data, wxWindow* parent)
 {
     simple_message_page_t page(data);
-    return run_demo(page, parent);
+    return page.run(parent);
 }
 
 } // namespace gallery

@@ -142,6 +142,7 @@ private:
     bool m_disabled = false;
     bool m_read_only = false;
     bool m_in_size = false;
+    int m_line_height = 0;
     wx_helpers1::style_t m_style = wx_helpers1::style_t::normal;
     caption_label_t* m_caption = nullptr;
     caption_label_t* m_description = nullptr;

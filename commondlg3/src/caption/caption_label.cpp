@@ -6,7 +6,8 @@
 #include <wx_helpers1/ui_settings.h>
 #include <wx_helpers1/wrap_text.h>
 
-#include <wx/dcclient.h>
+#include <wx/bitmap.h>
+#include <wx/dcmemory.h>
 
 #include <algorithm>
 
@@ -30,6 +31,7 @@ caption_label_t::caption_label_t(wxWindow* parent, const std::string& text,
       m_window_for_get_parent_size(window_for_get_parent_size)
 {
     GH2_ASSERT(m_window_for_get_parent_size != NULL, unit);
+    wx_helpers1::set_wrap_width(this, 0); // the lines are broken here, not by the toolkit
     wx_helpers1::set_label_text(this, text);
 }
 
@@ -51,7 +53,9 @@ bool caption_label_t::wrap_to_width(int width)
     const wxFont own_font = GetFont();
     if (m_wrapped && room == m_wrapped_width && font == m_wrapped_font && own_font == m_wrapped_own_font)
         return false;
-    wxClientDC dc(this);
+    // Measures as one of the label does, which would ask the theme for its colours first.
+    wxBitmap pixel(1, 1);
+    wxMemoryDC dc(pixel);
     dc.SetFont(font);
     int lines = 1;
     std::string wrapped = wx_helpers1::wrap_text(m_text, room, this, lines, margin, dc);
@@ -79,10 +83,10 @@ void caption_label_t::update_delta(int extra)
         m_delta = std::max(m_delta, m_window_for_get_parent_size->GetSize().x - GetSize().x + extra);
 }
 
+// The toolkit's own way to this height lays the text out several times, once of them a character wide.
 wxSize caption_label_t::DoGetBestSize() const
 {
-    wxSize size = wxStaticText::DoGetBestSize();
-    size.x = 0;
+    const wxSize size(0, wx_helpers1::natural_size(const_cast<caption_label_t*>(this)).y);
     CacheBestSize(size);
     return size;
 }

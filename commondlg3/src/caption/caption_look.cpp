@@ -152,7 +152,7 @@ bool caption_panel_t::wrap_labels(int width)
 
 void caption_panel_t::update_min_height()
 {
-    const int line = get_text_extent(this, "Any text").y;
+    const int line = m_line_height;
     const int caption = m_caption->get_line_num() * line;
     const int description = m_description->IsShown() ? m_description->get_line_num() * line : 0;
     const int pane =
@@ -286,6 +286,7 @@ void caption_panel_t::set_style(wx_helpers1::style_t style)
     const wxFont text = settings->get_font(wx_helpers1::ui_font::text);
     const wxColour colour = settings->get_colour(wx_helpers1::colour_of(style));
     SetFont(text);
+    m_line_height = get_text_extent(this, "Any text").y;
     wx_helpers1::set_font(m_caption, settings->get_font(wx_helpers1::ui_font::bold));
     wx_helpers1::set_font(m_description, text);
     wx_helpers1::set_font(m_message, text);
