@@ -82,10 +82,11 @@ void advanced_panel_page_t::clear()
     toggled("cleared", m_inner->is_opened());
 }
 
-// The window grows and shrinks with what is open in it.
+// The window grows and shrinks with what is open in it. Its fields are not measured anew: they would add their
+// border to their height each time.
 void advanced_panel_page_t::toggled(const char* name, bool opened)
 {
-    fit_to_contents();
+    GetSizer()->SetSizeHints(this);
     report_signal(object_name, name, opened);
 }
 
