@@ -51,8 +51,6 @@ public:
         text->set_rect(wxRect(text_at, 0, std::max(0, width - text_at - gap), height));
     }
 
-    void update_enabled() { m_elements.get_root()->enable(IsThisEnabled() && GetParent()->IsEnabled()); }
-
     wx_helpers1::icon_button_element_t* button = nullptr;
     wx_helpers1::text_element_t* text = nullptr;
 
@@ -87,6 +85,7 @@ void advanced_panel_t::init(const std::string& caption)
         settings->changed().connect(this, [this] {
             apply_colors();
             set_caption(std::string(get_caption())); // its font has another height
+            lay_out_ancestors();
         });
     Layout();
 }
@@ -239,7 +238,8 @@ void advanced_panel_t::on_resize(wxSizeEvent& event)
 bool advanced_panel_t::Enable(bool enable)
 {
     const bool changed = wxPanel::Enable(enable);
-    m_header->update_enabled();
+    if (m_header)
+        m_header->Refresh();
     return changed;
 }
 

@@ -60,6 +60,7 @@ public:
 
 private:
     bool wrap(int width);
+    void wrap_and_lay_out(int width);
 
     std::unique_ptr<parent_layout_t> m_parent_layout;
     wx_helpers1::element_adapter_t m_elements;

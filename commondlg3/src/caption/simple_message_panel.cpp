@@ -53,7 +53,11 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
     Layout();
     Bind(wxEVT_SIZE, &simple_message_panel_t::on_size, this);
     if (wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get())
-        settings->changed().connect(this, &simple_message_panel_t::on_ui_changed);
+        settings->changed().connect(this, [this] {
+            on_ui_changed();
+            if (IsShown())
+                wrap_and_lay_out(GetClientSize().x); // another font has other lines
+        });
     on_ui_changed();
 }
 
@@ -94,7 +98,13 @@ void simple_message_panel_t::on_size(wxSizeEvent& event)
 {
     event.Skip();
     m_frame->set_rect(wxRect(GetClientSize()));
-    if (!IsShown() || !wrap(event.GetSize().x))
+    if (IsShown())
+        wrap_and_lay_out(event.GetSize().x);
+}
+
+void simple_message_panel_t::wrap_and_lay_out(int width)
+{
+    if (!wrap(width))
         return;
     Layout();
     m_parent_layout->later();
