@@ -188,8 +188,11 @@ TEST(AdvancedPanel, keyboard_reaches_the_header_and_passes_over_what_is_hidden)
 TEST(AdvancedPanel, mouse_works_on_the_whole_header_unless_disabled)
 {
     page_t page;
+    const auto opened_becomes = [&page](bool opened) {
+        return test::wait_for([&] { return page.panel->is_opened() == opened; });
+    };
     click(header_of(page.panel));
-    EXPECT_FALSE(page.panel->is_opened());
+    EXPECT_TRUE(opened_becomes(false));
     page.panel->Enable(false);
     click(header_of(page.panel));
     EXPECT_FALSE(page.panel->is_opened());
@@ -197,6 +200,7 @@ TEST(AdvancedPanel, mouse_works_on_the_whole_header_unless_disabled)
     EXPECT_TRUE(page.panel->is_opened()) << "the program still can";
     page.panel->Enable(true);
     click(header_of(page.panel));
+    EXPECT_TRUE(opened_becomes(false));
     EXPECT_EQ(page.signals, (std::vector<bool>{false, true, false}));
 }
 

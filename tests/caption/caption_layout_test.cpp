@@ -78,22 +78,28 @@ TEST(CaptionLayout, height_follows_the_wrapping_within_one_layout)
 // A sizer that does not ask for the height at a width leaves the panel to notice by itself.
 TEST(CaptionLayout, height_follows_in_other_sizers_too)
 {
-    test::window_t window(500);
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    auto* column = new wxFlexGridSizer(1);
-    column->AddGrowableCol(0);
-    auto* heading = new caption_panel_t(window, "Caption", sentences(300));
-    auto* page = new wxPanel(window);
-    column->Add(heading, 0, wxEXPAND);
-    column->Add(page, 0, wxEXPAND);
-    row->Add(column, 1, wxEXPAND);
-    window->GetSizer()->Add(row, 1, wxEXPAND);
-    heading->add_message(severity_t::error, sentences(400));
-    for (int width : widths) {
-        window.drag_to(width);
-        test::settle();
-        EXPECT_EQ(test::cut_off(heading), "") << width;
-        EXPECT_EQ(page->GetPosition().y, heading->GetSize().y) << width;
+    for (const bool grid : {false, true}) {
+        test::window_t window;
+        wxSizer* around = new wxBoxSizer(wxHORIZONTAL);
+        auto* heading = new caption_panel_t(window, "Caption", sentences(300));
+        auto* beside = new wxPanel(window, wxID_ANY, wxDefaultPosition, wxSize(30, 10));
+        auto* below = new wxPanel(window);
+        if (grid) {
+            auto* two_columns = new wxFlexGridSizer(2);
+            two_columns->AddGrowableCol(0);
+            around = two_columns;
+        }
+        around->Add(heading, 1, wxEXPAND);
+        around->Add(beside);
+        window->GetSizer()->Add(around, 0, wxEXPAND);
+        window->GetSizer()->Add(below, 1, wxEXPAND);
+        heading->add_message(severity_t::error, sentences(400));
+        for (int width : widths) {
+            window.drag_to(width);
+            test::settle();
+            EXPECT_EQ(test::cut_off(heading), "") << width << (grid ? ", grid" : "");
+            EXPECT_EQ(below->GetPosition().y, heading->GetSize().y) << width << (grid ? ", grid" : "");
+        }
     }
 }
 

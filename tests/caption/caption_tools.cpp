@@ -40,7 +40,6 @@ window_t::~window_t()
 void window_t::drag_to(int width)
 {
     m_page->SetSize(width, page_height);
-    m_page->Layout();
 }
 
 std::string cut_off(wxWindow* parent)

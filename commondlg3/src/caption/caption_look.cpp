@@ -181,14 +181,16 @@ void caption_panel_t::on_size(wxSizeEvent& event)
     m_in_size = false;
 }
 
-// A vertical sizer says how wide the panel will be before it asks how high: then nothing has to be laid out
-// twice.
+// A vertical sizer says how wide the panel will be before it asks how high: then the first layout is right.
 bool caption_panel_t::InformFirstDirection(int direction, int size, int)
 {
     if (direction != wxHORIZONTAL || size <= 0 || !has_all_controls())
         return false;
+    const wxSize before = GetMinSize();
     wrap_labels(size);
     update_min_height();
+    if (GetMinSize() != before)
+        m_parent_layout->later(); // not every sizer around this one has asked in time
     return true;
 }
 

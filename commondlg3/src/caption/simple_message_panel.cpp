@@ -115,7 +115,8 @@ bool simple_message_panel_t::InformFirstDirection(int direction, int size, int)
 {
     if (direction != wxHORIZONTAL || size <= 0 || !IsShown())
         return false;
-    wrap(size);
+    if (wrap(size))
+        m_parent_layout->later(); // not every sizer around this one has asked in time
     return true;
 }
 
