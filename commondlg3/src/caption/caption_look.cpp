@@ -155,8 +155,9 @@ void caption_panel_t::update_min_height()
     const int line = m_line_height;
     const int caption = m_caption->get_line_num() * line;
     const int description = m_description->IsShown() ? m_description->get_line_num() * line : 0;
+    // The button's own height: on the screen it is stretched to that of the last message.
     const int pane =
-        m_pane->IsShown() ? std::max(m_previous->GetSize().y, m_message->get_line_num() * line) : 0;
+        m_pane->IsShown() ? std::max(m_previous->GetMinSize().y, m_message->get_line_num() * line) : 0;
     const int height = with_space(description, description_space) + with_space(caption, caption_space) +
                        with_space(pane, pane_space);
     // Scripts whose letters come from another font may have taller lines.
