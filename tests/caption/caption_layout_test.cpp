@@ -80,7 +80,7 @@ TEST(CaptionLayout, height_follows_in_other_sizers_too)
 {
     for (const bool grid : {false, true}) {
         test::window_t window;
-        wxSizer* around = new wxBoxSizer(wxHORIZONTAL);
+        wxSizer* around = nullptr;
         auto* heading = new caption_panel_t(window, "Caption", sentences(300));
         auto* beside = new wxPanel(window, wxID_ANY, wxDefaultPosition, wxSize(30, 10));
         auto* below = new wxPanel(window);
@@ -88,6 +88,8 @@ TEST(CaptionLayout, height_follows_in_other_sizers_too)
             auto* two_columns = new wxFlexGridSizer(2);
             two_columns->AddGrowableCol(0);
             around = two_columns;
+        } else {
+            around = new wxBoxSizer(wxHORIZONTAL);
         }
         around->Add(heading, 1, wxEXPAND);
         around->Add(beside);
