@@ -3,9 +3,9 @@
 //
 // usage: caption_bench [MESSAGES]
 //
-// The page has the heading above four other controls and is on the screen. Each line gives the median, the 99th of a
-// hundred, and the longest of the operations, in milliseconds of the program's own time: of a resize up to
-// the last of its painting.
+// The page has the heading above four other controls and is on the screen. Each line gives the median, the
+// 99th of a hundred, and the longest of the operations, in milliseconds of the program's own time: of a
+// resize up to the last of its painting.
 #include "app.h"
 
 #include <commondlg3/caption_panel.h>

@@ -35,6 +35,7 @@ void demo_dialog_t::finish_layout()
         dark->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { switch_theme(event.IsChecked()); });
     }
     fit_to_contents();
+    fit_to_contents(); // the panel knows its height once it has been given its width
     centre_on_parent();
 }
 
