@@ -1,9 +1,12 @@
 #include "entries.h"
 
+#include "advanced_panel_page.h"
+#include "caption_page.h"
 #include "example_dialog.h"
 #include "example_page.h"
 #include "log_page.h"
 #include "message_entries.h"
+#include "simple_message_page.h"
 
 #include <cpil/catalog.h>
 
@@ -54,6 +57,12 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_log(json(), parent); }},
         {"log_walk", catalog_key("gallery.category.pages"), log_object, open_walk_page},
         {"log_flood", catalog_key("gallery.category.pages"), log_object, open_flood_page},
+        {"caption", catalog_key("gallery.category.pages"), caption_page_t::object_name,
+         [](wxWindow* parent) { return open_caption_page(json(), parent); }},
+        {"simple_message", catalog_key("gallery.category.pages"), simple_message_page_t::object_name,
+         [](wxWindow* parent) { return open_simple_message_page(json(), parent); }},
+        {"advanced_panel", catalog_key("gallery.category.pages"), advanced_panel_page_t::object_name,
+         [](wxWindow* parent) { return open_advanced_panel_page(json(), parent); }},
     };
     return all;
 }
@@ -70,6 +79,12 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_example_page(data, nullptr);
     else if (object == log_object)
         open_log(data, nullptr);
+    else if (object == caption_page_t::object_name)
+        open_caption_page(data, nullptr);
+    else if (object == simple_message_page_t::object_name)
+        open_simple_message_page(data, nullptr);
+    else if (object == advanced_panel_page_t::object_name)
+        open_advanced_panel_page(data, nullptr);
     else
         return false;
     return true;

@@ -100,6 +100,43 @@ class ExampleWindows(unittest.TestCase):
         self.assertEqual(0, gallery.end())
 
 
+class Panels(unittest.TestCase):
+    def test_keyboard_folds_the_panel_away_and_the_window_comes_back_to_its_size(self):
+        def size_after(*keys):
+            gallery = Gallery("--show", "advanced_panel_t", "--language", "en")
+            gallery.expect("opened")
+            gallery.press("Tab")  # from the caption's field to the header
+            for key in keys:
+                gallery.press(key)
+                self.assertEqual("open_close", gallery.expect("signal")["name"])
+            gallery.press("Escape")
+            result = gallery.expect("result")
+            self.assertEqual(0, gallery.end())
+            return result["data"]["size"]
+
+        opened, closed, opened_again = size_after(), size_after("space"), size_after("space", "Return")
+        self.assertEqual(opened, opened_again)
+        self.assertEqual(opened[0], closed[0])
+        self.assertLess(closed[1], opened[1])
+
+    def test_messages_are_stepped_through_and_removed_by_keyboard(self):
+        messages = [{"severity": 3, "text": "i"}, {"severity": 1, "text": "e"}]
+        gallery = Gallery("--show", "caption_panel_t", "--language", "en", "--data", json.dumps({"messages": messages}))
+        gallery.expect("opened")
+        gallery.press("alt+r")  # the shown one is selected
+        self.assertEqual(0, gallery.expect("signal")["value"], "the information takes its place")
+        self.assertEqual("removed", gallery.expect("signal")["name"])
+        gallery.press("alt+a")
+        state = gallery.expect("signal")
+        while state["name"] != "added":  # a critical one is shown at once
+            state = gallery.expect("signal")
+        self.assertEqual([0, 3], [message["severity"] for message in state["value"]["messages"]])
+        self.assertEqual(2, state["value"]["shown"])
+        gallery.press("Escape")
+        self.assertEqual(2, gallery.expect("result")["data"]["shown"])
+        self.assertEqual(0, gallery.end())
+
+
 class BadInput(unittest.TestCase):
     def test_what_cannot_be_shown_is_said(self):
         gallery = Gallery("--show", "dlg.nothing")

@@ -10,6 +10,31 @@
 namespace wx_helpers1 {
 namespace {
 
+bool is_right_to_left(wchar_t c)
+{
+    return (c >= 0x590 && c < 0x900) || (c >= 0xfb1d && c < 0xfe00) || (c >= 0xfe70 && c < 0xff00);
+}
+
+// The edges of a paragraph in which the direction changes come in the order of the screen, and its letters
+// are joined another way at the end of a line: the guess that the edges gave is put right, a word at a time.
+std::size_t correct_end(const std::wstring& text, std::size_t start, std::size_t end, int width, wxDC& dc)
+{
+    const auto fits = [&](std::size_t to) {
+        return dc.GetTextExtent(wxString(text.data() + start, to - start)).x <= width;
+    };
+    while (end > start + 1 && !fits(end)) {
+        const std::size_t space = text.rfind(L' ', end - 1);
+        end = space != std::wstring::npos && space > start ? space : end - 1;
+    }
+    while (end < text.size()) {
+        const std::size_t next = std::min(text.find(L' ', end + 1), text.size());
+        if (!fits(next))
+            break;
+        end = next;
+    }
+    return end;
+}
+
 // One measurement gives every character's right edge in its paragraph, so that breaking stays linear in its
 // length.
 void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& result, int& lines)
@@ -21,12 +46,15 @@ void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& re
         return;
     }
     const std::wstring text = paragraph.ToStdWstring();
+    const bool reordered = std::any_of(text.begin(), text.end(), is_right_to_left);
     std::size_t start = 0;
     while (start < text.size()) {
         const int left = start ? edges[start - 1] : 0;
         std::size_t end = start;
         while (end < text.size() && edges[end] - left <= width)
             ++end;
+        if (reordered)
+            end = correct_end(text, start, end, width, dc);
         std::size_t next = end;
         if (end < text.size()) {
             const std::size_t space = text[end] == L' ' ? end : text.rfind(L' ', end);

@@ -1,0 +1,321 @@
+#include "commondlg3/caption_panel.h"
+#include "commondlg3/image_loader.h"
+#include "commondlg3/text_utils.h"
+
+#include "parent_layout.h"
+#include "severity.h"
+
+#include <cpil/catalog.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/picture_button.h>
+#include <wx_helpers1/static_picture_ctrl.h>
+#include <wx_helpers1/tooltip.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/sizer.h>
+
+#include <algorithm>
+
+// The panel's controls, their look and their layout.
+namespace commondlg3 {
+namespace {
+
+using CPIL_2_18::generic::varg_list;
+using image = image_loader_t::image_type_t;
+
+constexpr int border = 5;
+constexpr int button_size = 15;
+constexpr int caption_space = 10;
+constexpr int description_space = 5;
+constexpr int pane_space = 15;
+
+int with_space(int height, int space)
+{
+    return height < 1 ? 0 : height + space;
+}
+
+wxBitmapButton* make_button(wxWindow* parent)
+{
+    auto* button = new wxBitmapButton(parent, wxID_ANY, wxBitmapBundle(), wxDefaultPosition,
+                                      wxSize(button_size, button_size), wxBORDER_NONE);
+    wx_helpers1::remove_button_frame(button);
+    return button;
+}
+
+wx_helpers1::button_pictures_t pictures_of(image normal, image hovered, image pressed, image disabled)
+{
+    image_loader_t& loader = image_loader_t::get();
+    return {loader.load_image(normal), loader.load_image(hovered), loader.load_image(pressed),
+            loader.load_image(disabled)};
+}
+
+void set_numbered_name(wxWindow* button, const std::string& name)
+{
+    wx_helpers1::SetTooltip(button, name);
+    wx_helpers1::set_accessible_name(button, name);
+}
+
+} // namespace
+
+caption_panel_t::caption_panel_t(wxWindow* parent) : m_parent_layout(std::make_unique<parent_layout_t>(this))
+{
+    Create(parent);
+    init(std::string(), std::string());
+}
+
+caption_panel_t::caption_panel_t(wxWindow* parent, const std::string& caption, const std::string& description)
+    : m_parent_layout(std::make_unique<parent_layout_t>(this))
+{
+    Create(parent);
+    init(caption, description);
+}
+
+caption_panel_t::~caption_panel_t() = default;
+
+void caption_panel_t::init(const std::string& caption, const std::string& description)
+{
+    SetSizer(new wxBoxSizer(wxVERTICAL));
+    create_top_controls();
+    create_message_pane();
+    learn_message_delta();
+    set_style(m_style);
+    set_button_images();
+    Bind(wxEVT_SIZE, &caption_panel_t::on_size, this);
+    if (wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get())
+        settings->changed().connect(this, [this] { on_ui_changed(); });
+    set_caption(caption);
+    set_description(description);
+}
+
+void caption_panel_t::create_top_controls()
+{
+    m_caption = new caption_label_t(this, std::string(), this);
+    m_description = new caption_label_t(this, std::string(), this);
+    GetSizer()->Add(m_caption, 0, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM, border);
+    GetSizer()->Add(m_description, 0, wxEXPAND | wxLEFT | wxBOTTOM, border);
+}
+
+void caption_panel_t::create_message_pane()
+{
+    m_pane = new wxPanel(this);
+    m_picture = new wx_helpers1::static_picture_ctrl_t(m_pane, wxID_ANY);
+    m_picture->set_picture(get_picture(severity_t::warning));
+    m_message = new caption_label_t(m_pane, std::string(), this);
+    m_previous = make_button(m_pane);
+    m_next = make_button(m_pane);
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->Add(m_picture, 0, wxLEFT | wxRIGHT | wxTOP, border);
+    row->Add(m_message, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
+    row->Add(m_previous, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
+    row->Add(m_next, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
+    m_pane->SetSizer(row);
+    GetSizer()->Add(m_pane, 0, wxEXPAND | wxTOP, border);
+    wx_helpers1::set_accessible_role(m_pane, wx_helpers1::accessible_role_t::alert);
+    m_previous->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { show_prev_message(); });
+    m_next->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { show_next_message(); });
+}
+
+// How much narrower than the panel the message is, beside what message_width() takes off: found out once,
+// from the real layout at any width.
+void caption_panel_t::learn_message_delta()
+{
+    const wxSize before = GetSize();
+    SetSize(400, 100);
+    Layout();
+    m_pane->Layout();
+    m_message->update_delta(message_width(0));
+    m_pane->Hide();
+    m_previous->Hide();
+    m_next->Hide();
+    m_description->Hide();
+    SetSize(before);
+}
+
+bool caption_panel_t::has_all_controls() const
+{
+    return m_caption && m_description && m_pane && m_picture && m_message && m_previous && m_next;
+}
+
+int caption_panel_t::message_width(int panel_width) const
+{
+    return m_previous->IsShown() ? panel_width - (2 * m_previous->GetSize().x + border) : panel_width;
+}
+
+// Whether the description or the message has another number of lines.
+bool caption_panel_t::wrap_labels(int width)
+{
+    const bool description = m_description->IsShown() && m_description->wrap_to_width(width);
+    const bool message = m_pane->IsShown() && m_message->wrap_to_width(message_width(width));
+    m_caption->wrap_to_width(width);
+    return description || message;
+}
+
+void caption_panel_t::update_min_height()
+{
+    const int line = m_line_height;
+    const int caption = m_caption->get_line_num() * line;
+    const int description = m_description->IsShown() ? m_description->get_line_num() * line : 0;
+    // The button's own height: on the screen it is stretched to that of the last message.
+    const int pane =
+        m_pane->IsShown() ? std::max(m_previous->GetMinSize().y, m_message->get_line_num() * line) : 0;
+    const int height = with_space(description, description_space) + with_space(caption, caption_space) +
+                       with_space(pane, pane_space);
+    // Scripts whose letters come from another font may have taller lines.
+    const wxSize wanted(wxDefaultCoord, std::max(height, GetSizer()->CalcMin().y));
+    if (wanted != GetMinSize())
+        SetMinSize(wanted);
+}
+
+void caption_panel_t::on_size(wxSizeEvent& event)
+{
+    event.Skip();
+    if (m_in_size || !has_all_controls())
+        return;
+    m_in_size = true;
+    const wxSize before = GetMinSize();
+    const bool lines_changed = wrap_labels(event.GetSize().x);
+    update_min_height();
+    if (lines_changed)
+        m_parent_layout->now();
+    if (GetMinSize() != before)
+        m_parent_layout->later();
+    m_in_size = false;
+}
+
+// A vertical sizer says how wide the panel will be before it asks how high: then the first layout is right.
+bool caption_panel_t::InformFirstDirection(int direction, int size, int)
+{
+    if (direction != wxHORIZONTAL || size <= 0 || !has_all_controls())
+        return false;
+    const wxSize before = GetMinSize();
+    wrap_labels(size);
+    update_min_height();
+    if (GetMinSize() != before)
+        m_parent_layout->later(); // not every sizer around this one has asked in time
+    return true;
+}
+
+void caption_panel_t::show_pane(bool shown)
+{
+    m_pane->Show(shown);
+    update_min_height();
+    Layout();
+    m_parent_layout->now();
+}
+
+void caption_panel_t::set_caption(const std::string& text)
+{
+    m_caption->set_label(text);
+    m_caption->wrap_to_width(GetClientSize().x);
+    update_min_height();
+    m_parent_layout->now();
+}
+
+void caption_panel_t::set_description(const std::string& text)
+{
+    m_description->Show(!text.empty());
+    m_description->set_label(text);
+    m_description->wrap_to_width(GetClientSize().x);
+    update_min_height();
+    m_parent_layout->now();
+}
+
+bool caption_panel_t::update_buttons()
+{
+    const bool shown = m_messages.size() >= 2;
+    if (m_next->IsShown() == shown)
+        return false;
+    // The focus must not stay in a button that is gone.
+    const wxWindow* focused = FindFocus();
+    if (!shown && (focused == m_previous || focused == m_next))
+        m_next->Navigate();
+    m_previous->Show(shown);
+    m_next->Show(shown);
+    return true;
+}
+
+// After anything that changes how many messages wait, or which of them is shown.
+void caption_panel_t::number_buttons()
+{
+    if (update_buttons() && m_pane->IsShown()) {
+        m_message->wrap_to_width(message_width(GetClientSize().x));
+        update_min_height();
+        m_pane->Layout();
+        m_parent_layout->now();
+    }
+    const auto shown = find(m_current_id);
+    if (shown == m_messages.end())
+        return;
+    const varg_list numbers{{"index", static_cast<int>(shown - m_messages.begin()) + 1},
+                            {"count", get_message_count()}};
+    if (m_next->IsShown()) {
+        set_numbered_name(m_previous, translate_message("caption.previous_message", numbers));
+        set_numbered_name(m_next, translate_message("caption.next_message", numbers));
+    }
+    wx_helpers1::set_accessible_name(m_pane, translate_message("caption.message_pane", numbers));
+}
+
+void caption_panel_t::tell_message(const message_info_t& message)
+{
+    const std::string severity = severity_name(message.severity);
+    m_picture->set_picture(get_picture(message.severity));
+    m_picture->set_description(severity);
+    wx_helpers1::set_accessible_name(
+        m_message,
+        translate_message("caption.message", varg_list{{"severity", severity}, {"text", message.text}}));
+}
+
+wx_helpers1::wxStaticPicture caption_panel_t::get_picture(severity_t severity)
+{
+    image_loader_t& loader = image_loader_t::get();
+    switch (severity) {
+    case severity_t::critical:
+        return loader.load_image(image::severity_critical);
+    case severity_t::error:
+        return loader.load_image(image::severity_error);
+    case severity_t::information:
+        return loader.load_image(image::severity_info);
+    default:
+        return loader.load_image(image::severity_warn);
+    }
+}
+
+void caption_panel_t::set_style(wx_helpers1::style_t style)
+{
+    const wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();
+    m_style = style;
+    if (!settings)
+        return;
+    const wxFont text = settings->get_font(wx_helpers1::ui_font::text);
+    const wxColour colour = settings->get_colour(wx_helpers1::colour_of(style));
+    SetFont(text);
+    m_line_height = get_text_extent(this, "Any text").y;
+    wx_helpers1::set_font(m_caption, settings->get_font(wx_helpers1::ui_font::bold));
+    wx_helpers1::set_font(m_description, text);
+    wx_helpers1::set_font(m_message, text);
+    m_caption->SetForegroundColour(colour);
+    m_description->SetForegroundColour(colour);
+    m_message->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::text));
+}
+
+void caption_panel_t::set_button_images()
+{
+    const auto left = pictures_of(image::scroll_left_normal, image::scroll_left_hover,
+                                  image::scroll_left_pressed, image::scroll_left_disabled);
+    const auto right = pictures_of(image::scroll_right_normal, image::scroll_right_hover,
+                                   image::scroll_right_pressed, image::scroll_right_disabled);
+    const bool mirrored = GetLayoutDirection() == wxLayout_RightToLeft;
+    wx_helpers1::set_pictures(m_previous, mirrored ? right : left);
+    wx_helpers1::set_pictures(m_next, mirrored ? left : right);
+}
+
+void caption_panel_t::on_ui_changed()
+{
+    set_style(m_style);
+    set_button_images();
+    wrap_labels(GetClientSize().x);
+    update_min_height();
+    m_parent_layout->now();
+}
+
+} // namespace commondlg3

@@ -1,0 +1,189 @@
+#include "commondlg3/caption_panel.h"
+
+#include "parent_layout.h"
+
+#include <gen_helpers2/assertion.h>
+
+#include <wx/bmpbuttn.h>
+
+#include <algorithm>
+
+// The messages: their order, which one is shown, and what each operation makes of that.
+namespace commondlg3 {
+namespace {
+
+constexpr char unit[] = "caption";
+constexpr int least_severe = static_cast<int>(caption_panel_t::severity_t::information);
+
+} // namespace
+
+std::vector<caption_panel_t::message_info_t>::iterator caption_panel_t::find(int id)
+{
+    return std::find_if(m_messages.begin(), m_messages.end(),
+                        [id](const message_info_t& message) { return message.id == id; });
+}
+
+std::vector<caption_panel_t::message_info_t>::const_iterator caption_panel_t::find(int id) const
+{
+    return const_cast<caption_panel_t*>(this)->find(id);
+}
+
+int caption_panel_t::add_message(severity_t severity, const std::string& text)
+{
+    const message_info_t message{m_next_id++, severity, text};
+    auto place = m_messages.end();
+    for (int lesser = static_cast<int>(severity) + 1; lesser <= least_severe && place == m_messages.end();
+         ++lesser)
+        place = std::find_if(m_messages.begin(), m_messages.end(), [lesser](const message_info_t& other) {
+            return static_cast<int>(other.severity) == lesser;
+        });
+    bool leads = m_messages.empty();
+    if (place != m_messages.end() && GH2_ASSERT(m_messages.size() > 0, unit))
+        leads = m_messages.front().severity > severity;
+    m_messages.insert(place, message);
+    if (leads && !text.empty())
+        show_message(message.id, true);
+    else
+        number_buttons();
+    return message.id;
+}
+
+void caption_panel_t::edit_message(int id, const std::string& text)
+{
+    const auto message = find(id);
+    if (message == m_messages.end())
+        return;
+    message->text = text;
+    if (id != m_current_id)
+        return;
+    if (text.empty())
+        show_first_with_text();
+    else
+        show_message(id, false);
+}
+
+void caption_panel_t::remove_message(int id)
+{
+    const auto message = find(id);
+    if (message == m_messages.end())
+        return;
+    m_messages.erase(message);
+    if (id == m_current_id && m_messages.empty())
+        hide_messages();
+    else if (id == m_current_id && m_pane->IsShown())
+        show_first_with_text();
+    else
+        number_buttons();
+}
+
+void caption_panel_t::clear_messages()
+{
+    m_messages.clear();
+}
+
+int caption_panel_t::get_message_index(int id) const
+{
+    if (!GH2_ASSERT(id >= 0, unit))
+        return -1;
+    const auto message = find(id);
+    return message != m_messages.end() ? static_cast<int>(message - m_messages.begin()) : -1;
+}
+
+caption_panel_t::message_info_t caption_panel_t::get_message(int id) const
+{
+    const auto message = find(id);
+    return message != m_messages.end() ? *message : message_info_t();
+}
+
+int caption_panel_t::get_message_id(int index) const
+{
+    return index >= 0 && index < get_message_count() ? m_messages[static_cast<std::size_t>(index)].id : -1;
+}
+
+void caption_panel_t::show_message(int id, bool force)
+{
+    const auto message = find(id);
+    if (message == m_messages.end() || message->text.empty())
+        return;
+    // Id 0 has always counted as nothing shown here, and callers have come to rely on it.
+    if (!force && m_current_id > 0 && m_current_id != id) {
+        const auto shown = find(m_current_id);
+        if (shown != m_messages.end() && shown->severity <= message->severity)
+            return;
+    }
+    m_current_id = id;
+    tell_message(*message);
+    m_message->set_label(message->text);
+    const bool buttons_changed = update_buttons();
+    m_message->wrap_to_width(message_width(GetClientSize().x));
+    const bool pane_changed = m_pane->IsShown() == m_disabled;
+    m_pane->Show(!m_disabled);
+    update_min_height();
+    if (buttons_changed || pane_changed)
+        Layout();
+    m_pane->Layout();
+    number_buttons();
+    m_parent_layout->now();
+    const auto signal = m_shown_signal; // a slot may destroy this panel
+    signal.emit(id);
+}
+
+void caption_panel_t::show_next_message()
+{
+    const auto shown = find(m_current_id);
+    if (shown == m_messages.end())
+        return;
+    const auto next = shown + 1;
+    show_message(next != m_messages.end() ? next->id : m_messages.front().id, true);
+}
+
+void caption_panel_t::show_prev_message()
+{
+    const auto shown = find(m_current_id);
+    if (shown == m_messages.end())
+        return;
+    show_message(shown != m_messages.begin() ? (shown - 1)->id : m_messages.back().id, true);
+}
+
+// The first message as a rule; one without a text cannot be shown, and nothing stale may stay in its place.
+void caption_panel_t::show_first_with_text()
+{
+    const auto first = std::find_if(m_messages.begin(), m_messages.end(),
+                                    [](const message_info_t& message) { return !message.text.empty(); });
+    if (first != m_messages.end()) {
+        show_message(first->id, true);
+        return;
+    }
+    // An emptied message stays the current one, so that its next text shows it again.
+    if (find(m_current_id) == m_messages.end())
+        m_current_id = -1;
+    m_message->set_label(std::string());
+    update_buttons();
+    show_pane(false);
+}
+
+void caption_panel_t::hide_messages()
+{
+    m_current_id = -1;
+    update_buttons();
+    show_pane(false);
+}
+
+void caption_panel_t::hide_message_pane()
+{
+    m_current_id = -1;
+}
+
+void caption_panel_t::set_read_only(bool read_only)
+{
+    m_read_only = read_only;
+    m_previous->Enable(!read_only);
+    m_next->Enable(!read_only);
+}
+
+void caption_panel_t::disable()
+{
+    m_disabled = true;
+}
+
+} // namespace commondlg3

@@ -1,0 +1,63 @@
+#include "demo_dialog.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+
+#include <commondlg3/resources.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/checkbox.h>
+
+namespace gallery {
+
+demo_dialog_t::demo_dialog_t(const char* object) : m_object(object)
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+}
+
+void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin, wxWindow* after)
+{
+    GetSizer()->Insert(static_cast<std::size_t>(place), panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP,
+                       margin);
+    if (after)
+        panel->MoveAfterInTabOrder(after);
+    else if (GetChildren().GetFirst()->GetData() != panel)
+        panel->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
+}
+
+void demo_dialog_t::finish_layout()
+{
+    const wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();
+    if (auto* dark = commondlg3::from_xrc<wxCheckBox>(this, "m_dark")) {
+        dark->SetValue(settings && settings->is_dark());
+        dark->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) { switch_theme(event.IsChecked()); });
+    }
+    fit_to_contents();
+    fit_to_contents(); // the panel knows its height once it has been given its width
+    centre_on_parent();
+}
+
+void demo_dialog_t::switch_theme(bool dark)
+{
+    if (wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get())
+        settings->set_theme(dark ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
+}
+
+int demo_dialog_t::run(wxWindow* parent)
+{
+    if (!check_resource(resource_file(), get_resource_object(), parent)) {
+        report_result(m_object, 0, nlohmann::json::object());
+        return 0;
+    }
+    wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) {
+        fit_to_contents(); // text fields know their style, and with it their height, only now
+        report_opened(m_object);
+    });
+    const int result = show_modal(parent);
+    report_result(m_object, result, get_state());
+    return result;
+}
+
+} // namespace gallery

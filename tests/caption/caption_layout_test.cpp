@@ -1,0 +1,211 @@
+#include "caption_tools.h"
+
+#include <commondlg3/caption_panel.h>
+#include <commondlg3/text_utils.h>
+#include <wx_helpers1/ui_settings.h>
+#include <wx_helpers1/wrap_text.h>
+
+#include <wx/bmpbuttn.h>
+#include <wx/dcclient.h>
+#include <wx/sizer.h>
+
+using commondlg3::caption_label_t;
+using commondlg3::caption_panel_t;
+using severity_t = caption_panel_t::severity_t;
+
+namespace {
+
+std::string sentences(std::size_t bytes)
+{
+    std::string text;
+    while (text.size() < bytes)
+        text += "The folder cannot be written to, so choose another one. ";
+    return text;
+}
+
+// Arabic and Japanese lines may be taller than those of Latin letters.
+struct texts_t
+{
+    std::string caption, description, message;
+};
+
+std::vector<texts_t> various_texts()
+{
+    return {{"Caption", "", "x"},
+            {"Caption & more, in bold letters that are wider than the plain ones", "Short", sentences(120)},
+            {sentences(100), sentences(300), sentences(2000)},
+            {"キャプション",
+             "新しい結果を保存するフォルダーと、名前の付け方を選びます。既存の結果は移動されません。",
+             "このフォルダーには書き込めません。別のフォルダーを選ぶか、管理者に許可を求めてください。"},
+            {"مكان حفظ النتائج", "اختر مجلد النتائج الجديدة وطريقة تكوين أسمائها.",
+             "لا يمكن الكتابة في المجلد. اختر مجلدًا آخر أو اطلب الإذن من المسؤول."},
+            {"Caption", std::string(300, 'w'), "/home/" + std::string(200, 'm') + "\nsecond paragraph"}};
+}
+
+constexpr int widths[] = {180, 230, 300, 301, 302, 303, 420, 700, 1000, 260};
+
+} // namespace
+
+// Without this the texts are cut off, or everything below jumps once more after each step of a drag.
+TEST(CaptionLayout, height_follows_the_wrapping_within_one_layout)
+{
+    for (const texts_t& texts : various_texts()) {
+        test::window_t window(500);
+        auto* heading = new caption_panel_t(window, texts.caption, texts.description);
+        auto* page = new wxPanel(window);
+        window->GetSizer()->Add(heading, 0, wxEXPAND | wxLEFT | wxRIGHT, 7);
+        window->GetSizer()->Add(page, 1, wxEXPAND);
+        heading->add_message(severity_t::error, texts.message);
+        heading->add_message(severity_t::warning, "another");
+        int sizes = 0;
+        heading->Bind(wxEVT_SIZE, [&sizes](wxSizeEvent& event) {
+            event.Skip();
+            ++sizes;
+        });
+        for (int width : widths) {
+            sizes = 0;
+            window.drag_to(width);
+            EXPECT_EQ(page->GetPosition().y, heading->GetSize().y) << "at once, at " << width;
+            EXPECT_EQ(test::cut_off(heading), "") << width;
+            const wxRect before = page->GetRect();
+            test::settle();
+            EXPECT_EQ(page->GetRect(), before) << "nothing moves afterwards, at " << width;
+            EXPECT_LE(sizes, 3) << "a layout loop at " << width;
+        }
+    }
+}
+
+// A sizer that does not ask for the height at a width leaves the panel to notice by itself.
+TEST(CaptionLayout, height_follows_in_other_sizers_too)
+{
+    for (const bool grid : {false, true}) {
+        test::window_t window;
+        wxSizer* around = nullptr;
+        auto* heading = new caption_panel_t(window, "Caption", sentences(300));
+        auto* beside = new wxPanel(window, wxID_ANY, wxDefaultPosition, wxSize(30, 10));
+        auto* below = new wxPanel(window);
+        if (grid) {
+            auto* two_columns = new wxFlexGridSizer(2);
+            two_columns->AddGrowableCol(0);
+            around = two_columns;
+        } else {
+            around = new wxBoxSizer(wxHORIZONTAL);
+        }
+        around->Add(heading, 1, wxEXPAND);
+        around->Add(beside);
+        window->GetSizer()->Add(around, 0, wxEXPAND);
+        window->GetSizer()->Add(below, 1, wxEXPAND);
+        heading->add_message(severity_t::error, sentences(400));
+        for (int width : widths) {
+            window.drag_to(width);
+            test::settle();
+            EXPECT_EQ(test::cut_off(heading), "") << width << (grid ? ", grid" : "");
+            EXPECT_EQ(below->GetPosition().y, heading->GetSize().y) << width << (grid ? ", grid" : "");
+        }
+    }
+}
+
+TEST(CaptionLayout, least_height_is_that_of_the_lines_and_fixed_spaces)
+{
+    test::window_t window;
+    auto* heading = new caption_panel_t(window);
+    window->GetSizer()->Add(heading, 0, wxEXPAND);
+    window->Layout();
+    const int line = commondlg3::get_text_extent(heading, "Any text").y;
+    EXPECT_EQ(heading->GetMinSize(), wxSize(-1, line + 10)) << "an empty caption has a line";
+    heading->set_description("one\ntwo");
+    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5));
+    heading->add_message(severity_t::error, "a\nb\nc");
+    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5) + (3 * line + 15));
+    heading->edit_message(0, "a");
+    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5) + (line + 15));
+    heading->set_description("");
+    heading->remove_message(0);
+    EXPECT_EQ(heading->GetMinSize().y, line + 10);
+    for (auto* arrow : test::all_below<wxBitmapButton>(heading))
+        EXPECT_EQ(arrow->GetMinSize(), wxSize(15, 15));
+}
+
+TEST(CaptionLayout, page_moves_by_the_change_of_the_height_and_no_more)
+{
+    test::window_t window;
+    auto* heading = new caption_panel_t(window, "Caption", "");
+    auto* page = new wxPanel(window);
+    window->GetSizer()->Add(heading, 0, wxEXPAND);
+    window->GetSizer()->Add(page, 1, wxEXPAND);
+    window->Layout();
+    const auto page_is_right_below = [&](const char* when) {
+        EXPECT_EQ(page->GetPosition().y, heading->GetSize().y) << when << ", at once";
+        EXPECT_EQ(test::cut_off(heading), "") << when;
+        const wxRect at_once = page->GetRect();
+        test::settle();
+        EXPECT_EQ(page->GetRect(), at_once) << when << ", nothing moves afterwards";
+    };
+    const int id = heading->add_message(severity_t::error, sentences(200));
+    page_is_right_below("first");
+    heading->add_message(severity_t::warning, sentences(400));
+    page_is_right_below("arrows");
+    heading->show_next_message();
+    page_is_right_below("longer one");
+    heading->edit_message(id + 1, sentences(900));
+    page_is_right_below("edited");
+    heading->set_caption(sentences(100));
+    page_is_right_below("caption");
+    heading->set_description(sentences(100));
+    page_is_right_below("description");
+    heading->remove_message(id + 1);
+    heading->remove_message(id);
+    page_is_right_below("none left");
+}
+
+TEST(CaptionLayout, label_wraps_to_its_width_less_the_delta)
+{
+    test::window_t window;
+    auto* label = new caption_label_t(window, sentences(200), window);
+    EXPECT_EQ(label->get_line_num(), -1);
+    EXPECT_EQ(label->GetBestSize().x, 0) << "a long text must not widen its window";
+    EXPECT_TRUE(label->wrap_to_width(300));
+    EXPECT_FALSE(label->wrap_to_width(300));
+    int lines = 1;
+    wxClientDC dc(label);
+    dc.SetFont(wx_helpers1::ui_settings_t::get()->get_font(wx_helpers1::ui_font::text));
+    const std::string expected = wx_helpers1::wrap_text(sentences(200), 300, label, lines, 5, dc);
+    EXPECT_EQ(label->get_line_num(), lines);
+    EXPECT_EQ(label->GetLabelText().utf8_string(), expected);
+
+    label->SetSize(0, 0, 100, -1);
+    EXPECT_EQ(label->GetSize().x, 100);
+    window->SetSize(400, 300);
+    label->update_delta(-200);
+    EXPECT_EQ(label->get_delta(), 100);
+    label->update_delta(-250);
+    EXPECT_EQ(label->get_delta(), 100) << "it never shrinks";
+    EXPECT_FALSE(label->wrap_to_width(400)) << "the same room";
+    EXPECT_FALSE(label->wrap_to_width(98)) << "below -1";
+    EXPECT_EQ(label->get_line_num(), lines);
+    label->set_label("short & sweet");
+    EXPECT_EQ(label->GetLabelText().utf8_string(), expected) << "shown with the next wrap";
+    EXPECT_TRUE(label->wrap_to_width(99)) << "-1 is still a width";
+    EXPECT_EQ(label->GetLabelText(), "short & sweet");
+
+    new caption_label_t(window, "text", nullptr);
+    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"m_window_for_get_parent_size != NULL"});
+}
+
+TEST(CaptionLayout, colours_follow_the_theme_while_the_page_is_open)
+{
+    using namespace wx_helpers1;
+    test::window_t window;
+    auto* heading = new caption_panel_t(window, "Caption", "Description");
+    heading->set_style(style_t::error);
+    window->GetSizer()->Add(heading, 0, wxEXPAND);
+    heading->add_message(severity_t::error, "text");
+    const test::theme_guard_t dark(true);
+    const auto* settings = ui_settings_t::get();
+    for (auto* label : test::all_below<caption_label_t>(heading))
+        EXPECT_GE(contrast_ratio(label->GetForegroundColour(), settings->get_colour(ui_colour::background)),
+                  4.5)
+            << label->get_full_text();
+    EXPECT_EQ(test::all_below<caption_label_t>(heading).at(0)->GetForegroundColour(),
+              settings->get_colour(ui_colour::error));
+}
