@@ -4,6 +4,8 @@
 #include "example_page.h"
 #include "log_page.h"
 #include "message_entries.h"
+#include "preferences_dialog.h"
+#include "result_saving_page.h"
 
 #include <cpil/catalog.h>
 
@@ -54,6 +56,10 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_log(json(), parent); }},
         {"log_walk", catalog_key("gallery.category.pages"), log_object, open_walk_page},
         {"log_flood", catalog_key("gallery.category.pages"), log_object, open_flood_page},
+        {"preferences", catalog_key("gallery.category.dialogs"), preferences_dialog_t::object_name,
+         open_preferences},
+        {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
+         [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
     };
     return all;
 }
@@ -70,6 +76,10 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_example_page(data, nullptr);
     else if (object == log_object)
         open_log(data, nullptr);
+    else if (object == preferences_dialog_t::object_name)
+        open_preferences(nullptr);
+    else if (object == result_saving_page_t::object_name)
+        open_result_saving_page(data, nullptr);
     else
         return false;
     return true;

@@ -14,6 +14,7 @@
 #include <gen_helpers2/path_state.h>
 #include <gen_helpers2/stdpaths.h>
 #include <rdmgr2/result_directory_manager.h>
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
@@ -157,6 +158,7 @@ void result_saving_pp_t::on_init_dialog()
     m_to_project->Bind(wxEVT_RADIOBUTTON, &result_saving_pp_t::on_radio_proj, this);
     m_browse->Bind(wxEVT_BUTTON, &result_saving_pp_t::on_button_browse, this);
     Bind(wxEVT_SIZE, &result_saving_pp_t::on_resize, this);
+    wx_helpers1::set_accessible_name(m_folder, from_wx(m_to_folder->GetLabelText()));
     wx_helpers1::set_label_text(m_explanation, m_messages.at_explanation + " " + m_messages.at_example);
     update_shown_controls();
     load_settings();
@@ -432,8 +434,10 @@ void result_saving_pp_t::rewrap()
         changed |= least != label->GetMinSize();
         label->SetMinSize(least);
     }
-    if (changed)
-        Layout();
+    if (!changed)
+        return;
+    Layout();
+    SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
 }
 
 } // namespace commondlg3

@@ -1,0 +1,55 @@
+#include "page_frame.h"
+
+#include "missing_resource.h"
+
+#include <commondlg3/resources.h>
+
+#include <wx/sizer.h>
+
+#include <algorithm>
+
+namespace gallery {
+
+page_frame_t::page_frame_t(commondlg3::pref_base_t* page, const std::string& title)
+    : m_page(page), m_title(title)
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+    set_resource_object("dlg.page_frame");
+}
+
+void page_frame_t::on_init_dialog()
+{
+    set_title(m_title);
+    m_page->create(this);
+    GetSizer()->Insert(0, m_page, 1, wxEXPAND);
+    fit();
+    // Text fields of a panel know their style, and with it their height, only once they are on the screen.
+    CallAfter([this] { fit(); });
+    centre_on_parent();
+}
+
+// Labels that wrap need a width before they know their height.
+void page_frame_t::fit()
+{
+    constexpr int comfortable_width = 560;
+    fit_to_contents();
+    SetSize(std::max(comfortable_width, GetSize().x), GetSize().y);
+    Layout();
+    SetSize(GetSize().x, ClientToWindowSize(GetSizer()->CalcMin()).y);
+}
+
+void page_frame_t::handle_ok(wxCommandEvent&)
+{
+    m_page->on_ok();
+    m_page->end_dialog(wxID_OK);
+    end_dialog(wxID_OK);
+}
+
+void page_frame_t::on_cancel()
+{
+    m_page->on_cancel();
+    m_page->end_dialog(wxID_CANCEL);
+}
+
+} // namespace gallery
