@@ -50,7 +50,8 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
     int index = 0;
     const std::string filters = toolkit_filter(filter, extension, index);
     wxFileDialog dialog(parent, to_label(title.empty() ? usual_title : title), to_wx(start), to_wx(name),
-                        to_label(filters), 2 - static_cast<int>(open));
+                        filters.empty() ? wxString(wxFileSelectorDefaultWildcardStr) : to_label(filters),
+                        2 - static_cast<int>(open));
     dialog.SetFilterIndex(index);
     if (dialog.ShowModal() != wxID_OK)
         return false;

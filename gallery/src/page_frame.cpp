@@ -34,9 +34,12 @@ void page_frame_t::fit()
 {
     constexpr int comfortable_width = 560;
     fit_to_contents();
-    SetSize(std::max(comfortable_width, GetSize().x), GetSize().y);
+    const int width = std::max(comfortable_width, GetSize().x);
+    SetSize(width, GetSize().y);
     Layout();
-    SetSize(GetSize().x, ClientToWindowSize(GetSizer()->CalcMin()).y);
+    const wxSize needed(width, ClientToWindowSize(GetSizer()->CalcMin()).y);
+    SetMinSize(needed);
+    SetSize(needed);
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)

@@ -144,7 +144,11 @@ void preferences_dialog_t::create_page(shown_page_t& shown)
     shown.window = shown.page->create(m_area);
     m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
     // Text fields of a panel know their style, and with it their height, only once they are on the screen.
-    CallAfter([this] { m_area->SendSizeEvent(); });
+    CallAfter([this, window = shown.window] {
+        for (wxWindow* child : window->GetChildren())
+            child->InvalidateBestSize();
+        m_area->SendSizeEvent();
+    });
 }
 
 bool preferences_dialog_t::apply()

@@ -23,11 +23,13 @@ public:
     path_info_t();
     path_info_t(const gen_helpers2::path_t& path);
     path_info_t(const std::string& text);
+    path_info_t(const char* text) : path_info_t(std::string(text ? text : "")) {}
     path_info_t(const path_info_t&) = default;
     path_info_t& operator=(const path_info_t&) = default;
     virtual ~path_info_t();
 
     void set_path(const std::string& text);
+    void set_path(const char* text) { set_path(std::string(text ? text : "")); }
     /// Leaves a text that was no path as it was; it counts again when this path is empty.
     void set_path(const gen_helpers2::path_t& path) { m_path = path; }
     /// Empty for a text that is no path.

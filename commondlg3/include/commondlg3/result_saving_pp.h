@@ -94,7 +94,7 @@ private:
     result_saving_data_t m_data;
     unsigned m_flags;
     messages_t m_messages;
-    std::string m_template_trouble;
+    std::string m_template_note;
     std::string m_folder_note;
     bool m_folder_usable = true;
     wxStaticText* m_template_label = nullptr;

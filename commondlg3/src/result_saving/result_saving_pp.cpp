@@ -332,12 +332,15 @@ void result_saving_pp_t::check_template()
         const std::string reason = rdmgr2::toString(error);
         findings.push_back(reason.empty() ? m_messages.undefined : reason);
     }
-    m_template_trouble.clear();
+    std::string tooltip;
     for (const std::string& finding : findings)
-        m_template_trouble += (m_template_trouble.empty() ? "" : "\n\n") + finding;
+        tooltip += (tooltip.empty() ? "" : "\n\n") + finding;
+    m_template_note = findings.empty() ? std::string() : findings.front();
+    if (const std::size_t gap = m_template_note.find("\n\n"); gap != std::string::npos)
+        m_template_note.replace(gap, 2, " ");
     const auto* settings = wx_helpers1::ui_settings_t::get();
     if (settings)
-        set_color_and_tooltip(m_template, m_template_trouble,
+        set_color_and_tooltip(m_template, tooltip,
                               settings->get_colour(findings.empty() ? wx_helpers1::ui_colour::text
                                                                     : wx_helpers1::ui_colour::error));
     show_example();
@@ -382,7 +385,8 @@ std::string result_saving_pp_t::get_folder_trouble()
     else if (expansion == gen_helpers2::expansion_t::expanded)
         mark_path_field(m_folder, check_path(gen_helpers2::path_t(folder), false), true);
     if (trouble.empty() && expansion == gen_helpers2::expansion_t::expanded)
-        return translate_message("pref.result_saving.folder_means", {{"dir", folder}});
+        return translate_message("pref.result_saving.folder_means",
+                                 {{"dir", gen_helpers2::path_t(folder).as_string()}});
     return trouble;
 }
 
@@ -411,8 +415,8 @@ void result_saving_pp_t::show_example()
                           {{"default_dir", name},
                            {"analysis_type", analysis_name()},
                            {"extension", cctrl2::ICollectionController::get()->getResultExtension()}});
-    if (!m_template_trouble.empty())
-        text = m_template_trouble.substr(0, m_template_trouble.find("\n\n")) + "\n" + text;
+    if (!m_template_note.empty())
+        text = m_template_note + "\n" + text;
     if (from_wx(m_example->GetLabelText()) == text)
         return;
     wx_helpers1::set_label_text(m_example, text);
