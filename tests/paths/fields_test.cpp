@@ -29,7 +29,7 @@ protected:
         m_ctrl = commondlg3::from_xrc<wxTextCtrl>(m_page, "m_name");
         m_ctrl->UnsetToolTip();
         m_frame->Show();
-        test::wait_for([this] { return m_frame->IsActive(); });
+        test::settle();
     }
     void TearDown() override { m_frame->Destroy(); }
 
@@ -64,7 +64,9 @@ TEST_F(PathFields, TypedForbiddenCharactersGoAndTheCaretStaysOnItsCharacter)
         ++events;
         validate_path(m_ctrl, false, "*|");
     });
+    m_frame->Raise();
     m_ctrl->SetFocus();
+    ASSERT_TRUE(test::wait_for([this] { return m_frame->IsActive() && m_ctrl->HasFocus(); }));
     m_ctrl->ChangeValue(to_wx("\xC3\xA4\xE6\x97\xA5z"));
     m_ctrl->SetInsertionPoint(2);
     test::settle();

@@ -185,6 +185,7 @@ TEST(ResultNames, AFolderThatCannotTakeResultsIsKnownBeforehand)
     using state = gen_helpers2::folder_state_t;
     const test::temp_dir_t dir;
     const path_t root(dir.path());
+    std::filesystem::permissions(root.as_filesystem_path(), std::filesystem::perms::all);
     test::make_file((root / "file").as_string());
     std::filesystem::create_symlink("nowhere", (root / "dangling").as_filesystem_path());
     std::filesystem::create_symlink("loop", (root / "loop").as_filesystem_path());
@@ -201,6 +202,7 @@ TEST(ResultNames, AFolderThatCannotTakeResultsIsKnownBeforehand)
     for (const auto& [folder, expected] : cases)
         EXPECT_EQ(expected, examine_folder(folder)) << folder.as_string().substr(0, 80);
     const test::ordinary_user_t user;
+    EXPECT_EQ(state::usable, examine_folder(root / "x"));
     EXPECT_EQ(state::not_allowed, examine_folder(root / "closed"));
     EXPECT_EQ(state::not_allowed, examine_folder(root / "closed/x"));
 }

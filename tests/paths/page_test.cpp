@@ -177,6 +177,7 @@ TEST_F(ResultPage, ExampleIsTheNameThatTheNextResultGets)
 
 TEST_F(ResultPage, WhatWouldGoWrongLaterIsToldWhileTheFolderIsTyped)
 {
+    std::filesystem::permissions(m_dir.path(), std::filesystem::perms::all);
     test::make_file(m_dir.path() + "/file");
     std::filesystem::create_symlink("nowhere", m_dir.path() + "/link");
     std::filesystem::create_directory(m_dir.path() + "/closed");

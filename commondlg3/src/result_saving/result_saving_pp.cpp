@@ -426,7 +426,8 @@ void result_saving_pp_t::show_example()
 // Labels wrap to the width that the page has; only then is their height known.
 void result_saving_pp_t::rewrap()
 {
-    if (!has_controls() || !GetSizer())
+    // A page that was just made is smaller than anything in it, until its host lays it out.
+    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
         return;
     Layout();
     bool changed = false;
