@@ -3,6 +3,7 @@
 #include "kept_text.h"
 
 #include <cpil/catalog.h>
+#include <gen_helpers2/path.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/colordlg.h>
@@ -31,6 +32,15 @@ std::string toolkit_filter(std::string filter, const std::string& extension, int
     if (!filter.empty() && filter.back() == '|')
         filter.pop_back();
     return filter;
+}
+
+// A folder that is yet to be made: the toolkit would begin with what was used last.
+std::string nearest_folder(const std::string& path)
+{
+    gen_helpers2::path_t at(path);
+    while (at.is_absolute() && !at.is_directory())
+        at = at.parent();
+    return at.is_absolute() ? at.as_string() : path;
 }
 
 } // namespace
@@ -62,7 +72,7 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
 bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title)
 {
     const std::string& usual_title = kept_text(CPIL_2_18::i18n::catalog_key("dlg.browse_folder.name"));
-    wxDirDialog dialog(parent, to_label(title.empty() ? usual_title : title), to_wx(path), 0);
+    wxDirDialog dialog(parent, to_label(title.empty() ? usual_title : title), to_wx(nearest_folder(path)), 0);
     if (dialog.ShowModal() != wxID_OK)
         return false;
     path = from_wx(dialog.GetPath());

@@ -7,8 +7,20 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace gallery {
+
+void after_first_paint(wxWindow* window, const std::function<void()>& done)
+{
+    auto painted = std::make_shared<bool>(false);
+    window->Bind(wxEVT_PAINT, [window, done, painted](wxPaintEvent& event) {
+        event.Skip();
+        if (!std::exchange(*painted, true))
+            window->CallAfter(done);
+    });
+}
 
 page_frame_t::page_frame_t(commondlg3::pref_base_t* page, const std::string& title)
     : m_page(page), m_title(title)
@@ -24,8 +36,7 @@ void page_frame_t::on_init_dialog()
     m_page->create(this);
     GetSizer()->Insert(0, m_page, 1, wxEXPAND);
     fit();
-    // Text fields of a panel know their style, and with it their height, only once they are on the screen.
-    CallAfter([this] { fit(); });
+    after_first_paint(m_page, [this] { fit(); });
     centre_on_parent();
 }
 

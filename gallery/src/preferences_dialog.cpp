@@ -2,6 +2,7 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "page_frame.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <commondlg3/message_window.h>
@@ -143,8 +144,7 @@ void preferences_dialog_t::create_page(shown_page_t& shown)
         return;
     shown.window = shown.page->create(m_area);
     m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
-    // Text fields of a panel know their style, and with it their height, only once they are on the screen.
-    CallAfter([this, window = shown.window] {
+    after_first_paint(shown.window, [this, window = shown.window] {
         for (wxWindow* child : window->GetChildren())
             child->InvalidateBestSize();
         m_area->SendSizeEvent();

@@ -143,6 +143,10 @@ TEST(Choosers, BrowsingForAFolderStartsAtTheFieldAndIsLikeTyping)
     EXPECT_EQ(dir.path(), start);
     EXPECT_EQ("/usr/bin", from_wx(ctrl->GetValue()));
     EXPECT_EQ(1, events);
+    ctrl->ChangeValue(to_wx(dir.path() + "/not/yet"));
+    answer_for_real("/usr/bin", start);
+    commondlg3::process_browse_folder(test::main_window(), ctrl);
+    EXPECT_EQ(dir.path(), start) << "a missing folder begins at what is there";
     commondlg3::process_browse_folder(test::main_window(), nullptr);
     ctrl->Destroy();
 }

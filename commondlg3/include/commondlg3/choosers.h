@@ -28,6 +28,7 @@ namespace commondlg3 {
 COMMONDLG3_EXPORT bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string& extension,
                                 const std::string& filter, const std::string& title,
                                 const std::string& directory);
+/// Starts at `path` or, where that is missing, at the nearest folder above it.
 COMMONDLG3_EXPORT bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title);
 COMMONDLG3_EXPORT bool font_dlg(wxWindow* parent, wxFontData& data);
 COMMONDLG3_EXPORT bool color_dlg(wxWindow* parent, wxColourData& data);

@@ -49,6 +49,15 @@ std::string text_in(const wxTextCtrl* ctrl)
     return from_wx(ctrl->GetValue());
 }
 
+// In a text from right to left a path would begin with its last separator.
+std::string as_shown(const std::string& path)
+{
+    constexpr char isolate[] = "\u2066";
+    constexpr char end[] = "\u2069";
+    const bool mixes = cfgmgr2::language_is_right_to_left(cfgmgr2::get_language());
+    return mixes ? isolate + path + end : path;
+}
+
 // A product may explain the placeholder in its own words; the library's are for all others.
 std::string product_text(const std::string& key, const char* key_for_any)
 {
@@ -175,8 +184,8 @@ void result_saving_pp_t::load_settings()
     const bool to_folder = m_data.get_proj_storing() == result_saving_data_t::project_storing_t::to_folder;
     m_to_folder->SetValue(to_folder);
     m_to_project->SetValue(!to_folder);
-    wx_helpers1::set_label_text(m_project_folder,
-                                m_messages.project_directory + " " + m_data.get_proj_default_folder());
+    wx_helpers1::set_label_text(m_project_folder, m_messages.project_directory + " " +
+                                                      as_shown(m_data.get_proj_default_folder()));
     process_enable_controls(to_folder || !(m_flags & show_project));
     check_folder_field();
     check_template();
@@ -386,7 +395,7 @@ std::string result_saving_pp_t::get_folder_trouble()
         mark_path_field(m_folder, check_path(gen_helpers2::path_t(folder), false), true);
     if (trouble.empty() && expansion == gen_helpers2::expansion_t::expanded)
         return translate_message("pref.result_saving.folder_means",
-                                 {{"dir", gen_helpers2::path_t(folder).as_string()}});
+                                 {{"dir", as_shown(gen_helpers2::path_t(folder).as_string())}});
     return trouble;
 }
 
