@@ -288,6 +288,7 @@ void result_saving_pp_t::on_folder_text_edit(wxCommandEvent& event)
 void result_saving_pp_t::on_button_browse(wxCommandEvent&)
 {
     process_browse_folder(this, m_folder);
+    m_folder->SetFocus();
 }
 
 void result_saving_pp_t::on_resize(wxSizeEvent& event)
@@ -436,7 +437,8 @@ void result_saving_pp_t::show_example()
 void result_saving_pp_t::rewrap()
 {
     // A page that was just made is smaller than anything in it, until its host lays it out.
-    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+    constexpr int least_width = 200;
+    if (!has_controls() || !GetSizer() || GetClientSize().x < least_width)
         return;
     Layout();
     bool changed = false;
