@@ -17,6 +17,7 @@
 #include <wx/listbox.h>
 #include <wx/scrolwin.h>
 #include <wx/sizer.h>
+#include <wx/textctrl.h>
 
 #include <algorithm>
 
@@ -144,9 +145,17 @@ void preferences_dialog_t::create_page(shown_page_t& shown)
         return;
     shown.window = shown.page->create(m_area);
     m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
-    after_first_paint(shown.window, [this, window = shown.window] {
+    // Controls know their style, and with it their size, only once they are about to be shown; text fields
+    // even later.
+    CallAfter([this, window = shown.window] {
         for (wxWindow* child : window->GetChildren())
             child->InvalidateBestSize();
+        m_area->SendSizeEvent();
+    });
+    after_first_paint(shown.window, [this, window = shown.window] {
+        for (wxWindow* child : window->GetChildren())
+            if (wxDynamicCast(child, wxTextCtrl))
+                child->InvalidateBestSize();
         m_area->SendSizeEvent();
     });
 }

@@ -437,8 +437,7 @@ void result_saving_pp_t::show_example()
 void result_saving_pp_t::rewrap()
 {
     // A page that was just made is smaller than anything in it, until its host lays it out.
-    constexpr int least_width = 200;
-    if (!has_controls() || !GetSizer() || GetClientSize().x < least_width)
+    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
         return;
     Layout();
     bool changed = false;
