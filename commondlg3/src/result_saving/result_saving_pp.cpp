@@ -293,6 +293,9 @@ void result_saving_pp_t::on_button_browse(wxCommandEvent&)
 
 void result_saving_pp_t::on_resize(wxSizeEvent& event)
 {
+    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
+    if (!GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+        return;
     event.Skip();
     rewrap();
 }
