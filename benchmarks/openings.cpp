@@ -1,7 +1,9 @@
 #include "openings.h"
 
 #include <commondlg3/message_window.h>
+#include <commondlg3/result_saving_pp.h>
 #include <example_dialog.h>
+#include <page_frame.h>
 
 #include <wx/dialog.h>
 #include <wx/msgdlg.h>
@@ -144,8 +146,9 @@ std::optional<kind_t> kind_of(const std::string& name)
 {
     static const std::map<std::string, kind_t> kinds = {
         {"message", kind_t::message}, {"message_check_box", kind_t::message_check_box},
-        {"example", kind_t::example}, {"native", kind_t::native},
-        {"rich", kind_t::rich},       {"generic", kind_t::generic}};
+        {"example", kind_t::example}, {"result_saving", kind_t::result_saving},
+        {"native", kind_t::native},   {"rich", kind_t::rich},
+        {"generic", kind_t::generic}};
     const auto found = kinds.find(name);
     return found != kinds.end() ? std::optional<kind_t>(found->second) : std::nullopt;
 }
@@ -162,6 +165,12 @@ opening_t open(kind_t kind, wxWindow* parent)
     case kind_t::example: {
         gallery::example_dialog_t dialog({"Disk", "Notes on the first run"});
         dialog.show_modal(parent);
+        break;
+    }
+    case kind_t::result_saving: {
+        const commondlg3::result_saving_data_t data({}, {}, true, "result_@@@", "/tmp");
+        gallery::page_frame_t frame(new commondlg3::result_saving_pp_t(data, true, true), "Results");
+        frame.show_modal(parent);
         break;
     }
     case kind_t::native:

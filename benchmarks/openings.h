@@ -14,6 +14,7 @@ enum class kind_t
     message,           ///< two texts, OK and Cancel, the warning icon
     message_check_box, ///< the same with a check box
     example,           ///< the gallery's dialog: two text fields with labels and limits, three buttons
+    result_saving,     ///< the page about saving results in a dialog of the gallery
     native,            ///< wxMessageDialog
     rich,              ///< wxRichMessageDialog, which has a check box
     generic            ///< wxGenericMessageDialog

@@ -20,6 +20,8 @@ LAYERS = [
     Layer("cpil", "platform/cpil", None, TOOLKIT),
     Layer("cfgmgr2", "platform/cfgmgr2", None, TOOLKIT),
     Layer("msngr2", "platform/msngr2", None, TOOLKIT),
+    Layer("rdmgr2", "platform/rdmgr2", None, TOOLKIT),
+    Layer("cctrl2", "platform/cctrl2", None, TOOLKIT),
     Layer("wx_helpers1", "platform/wx_helpers1", None, set()),
     Layer("vdx", "platform/vdx", None, set()),
     Layer("commondlg3", "commondlg3", {"wx", "boost", "log4cplus"}, set()),

@@ -3,6 +3,7 @@
 #include <cpil/strings.h>
 #include <gen_helpers2/assertion.h>
 #include <vdx/caption.h>
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/main_window.h>
 #include <wx_helpers1/text.h>
@@ -88,6 +89,7 @@ void set_color_and_tooltip(wxControl* ctrl, const std::string& tooltip, wxColour
     if (!ctrl)
         return;
     wx_helpers1::SetTooltip(ctrl, tooltip, -1, true);
+    wx_helpers1::set_accessible_description(ctrl, tooltip);
     ctrl->SetForegroundColour(colour);
     ctrl->Refresh(true, nullptr);
 }

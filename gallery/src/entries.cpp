@@ -6,6 +6,8 @@
 #include "example_page.h"
 #include "log_page.h"
 #include "message_entries.h"
+#include "preferences_dialog.h"
+#include "result_saving_page.h"
 #include "simple_message_page.h"
 
 #include <cpil/catalog.h>
@@ -63,6 +65,10 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_simple_message_page(json(), parent); }},
         {"advanced_panel", catalog_key("gallery.category.pages"), advanced_panel_page_t::object_name,
          [](wxWindow* parent) { return open_advanced_panel_page(json(), parent); }},
+        {"preferences", catalog_key("gallery.category.dialogs"), preferences_dialog_t::object_name,
+         open_preferences},
+        {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
+         [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
     };
     return all;
 }
@@ -85,6 +91,10 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_simple_message_page(data, nullptr);
     else if (object == advanced_panel_page_t::object_name)
         open_advanced_panel_page(data, nullptr);
+    else if (object == preferences_dialog_t::object_name)
+        open_preferences(nullptr);
+    else if (object == result_saving_page_t::object_name)
+        open_result_saving_page(data, nullptr);
     else
         return false;
     return true;

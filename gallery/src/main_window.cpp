@@ -1,6 +1,7 @@
 #include "main_window.h"
 
 #include "missing_resource.h"
+#include "preferences_dialog.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <commondlg3/resources.h>
@@ -138,6 +139,8 @@ void main_window_t::fill()
 void main_window_t::make_menus()
 {
     auto* file = new wxMenu;
+    file->Append(wxID_PREFERENCES, to_label(text("menu.preferences")) + "\tCtrl+,");
+    file->AppendSeparator();
     file->Append(wxID_EXIT, to_label(text("menu.quit")) + "\tCtrl+Q");
     auto* view = new wxMenu;
     const auto add_theme = [&](const char* key, wx_helpers1::theme_t theme) {
@@ -171,6 +174,8 @@ void main_window_t::make_menus()
     delete old;
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+    Bind(
+        wxEVT_MENU, [this](wxCommandEvent&) { open_preferences(this); }, wxID_PREFERENCES);
 }
 
 void main_window_t::change_language(const std::string& language)

@@ -54,6 +54,8 @@ LAYER_TREE = {
     "platform/cfgmgr2/src/a.cpp": "#include <cpil/a.h>\n#include <expat.h>\n",
     "platform/wx_helpers1/src/a.cpp": "#include <cfgmgr2/a.h>\n#include <gtk/gtk.h>\n#include <wx/wx.h>\n",
     "platform/msngr2/src/a.cpp": "#include <gen_helpers2/a.h>\n#include <string>\n",
+    "platform/rdmgr2/src/a.cpp": "#include <cfgmgr2/a.h>\n#include <string>\n",
+    "platform/cctrl2/src/a.cpp": "#include <rdmgr2/a.h>\n#include <string>\n",
     "platform/vdx/src/a.cpp": "#include <wx_helpers1/a.h>\n#include <gtk/gtk.h>\n",
     "commondlg3/src/a.cpp": '#include "inner.h"\n#include "sub/b.h"\n#include <wx_helpers1/a.h>\n#include <wx/wx.h>\n'
                             "#include <string>\n#include <unistd.h>\n// #include <gallery/a.h>\n",

@@ -137,6 +137,42 @@ class Panels(unittest.TestCase):
         self.assertEqual(0, gallery.end())
 
 
+class Preferences(unittest.TestCase):
+    PAGE = "pref.result_saving"
+
+    def contents(self, folder):
+        files = {}
+        for name in os.listdir(folder):
+            with open(os.path.join(folder, name), "rb") as file:
+                files[name] = file.read()
+        return files
+
+    def run_once(self, folder, keys_and_texts, ending):
+        gallery = Gallery("--show", "dlg.preferences", "--language", "en", "--config-dir", folder)
+        gallery.expect("opened")
+        for keys, text in keys_and_texts:
+            gallery.press(*keys)
+            gallery.type(text)
+        gallery.press(ending)
+        if ending == "Return":
+            self.assertIs(True, gallery.expect("signal")["value"])
+        result = gallery.expect("result")
+        self.assertEqual(0, gallery.end())
+        return result["result"], result["data"][self.PAGE]
+
+    def test_keyboard_alone_changes_settings_that_are_there_at_the_next_start(self):
+        with tempfile.TemporaryDirectory() as folder:
+            typed = [(["alt+t", "ctrl+a"], "run_@@"), (["alt+f", "Tab", "ctrl+a"], "~/a|b")]
+            code, data = self.run_once(folder, typed, "Return")
+            self.assertEqual((5100, "run_@@"), (code, data["name_template"]))
+            self.assertEqual(os.environ["HOME"] + "/ab", data["folder"])
+            kept = self.contents(folder)
+            self.assertEqual({"preferences.xml", "windows.xml"}, set(kept))
+            code, again = self.run_once(folder, [(["alt+t"], "lost")], "Escape")
+            self.assertEqual((5101, data), (code, again))
+            self.assertEqual(kept, self.contents(folder))
+
+
 class BadInput(unittest.TestCase):
     def test_what_cannot_be_shown_is_said(self):
         gallery = Gallery("--show", "dlg.nothing")

@@ -2,6 +2,7 @@
 
 #include "commondlg3/export.h"
 #include "commondlg3/max_len_options.h"
+#include "commondlg3/path_messages.h"
 
 #include <gen_helpers2/signal.h>
 #include <wx_helpers1/modal_flavor.h>
@@ -13,6 +14,7 @@
 #include <wx/timer.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -92,6 +94,24 @@ public:
     /// Puts a long text into a label of this dialog and wraps it to the dialog. Meant for dialogs.
     void set_multiline_text(wxStaticText* label, const std::string& text, wxFont font);
 
+    // Typed paths; panels and pages only.
+
+    /// Whether the field holds a path that can be used: an absolute one that exists, or, unless `must_exist`,
+    /// that could be made below something that exists. Takes forbidden characters out of the field, colours
+    /// it and says in its tool tip, and to screen readers, what is wrong.
+    /// @param folder whether a folder is meant; changes nothing in what is accepted
+    /// @param search_environment look for a name that is not absolute in "PATH", then in the search paths
+    template <class Ctrl>
+    bool check_file_or_folder(Ctrl* ctrl, bool must_exist, bool folder, bool search_environment);
+    /// Full path of a name in the directories of "PATH"; of an absolute one itself; empty if it is not there.
+    std::string find_in_environment(const std::string& name);
+    /// The same in this panel's search paths.
+    std::string find_in_search_paths(const std::string& name);
+    void set_search_paths(const std::vector<std::string>& paths) { m_search_paths = paths; }
+    /// Raised by check_file_or_folder() with its answer, once asked for.
+    gen_helpers2::signal_t<bool>& get_path_checked_signal() { return m_path_checked_signal; }
+    void tell_path_checks(bool tell) { m_path_checks_told = tell; }
+
     /// -1: the window has no help, and its help button is disabled.
     int get_help_id() const { return m_help_id; }
     void set_help_id(int id) { m_help_id = id; }
@@ -108,6 +128,8 @@ protected:
     void set_max_len_options(wxTextCtrl* ctrl, const max_len_options_t& options);
     /// Limits one text control: what set_max_text_limit() does for each direct child.
     void limit_text(wxTextCtrl* ctrl);
+    /// Colours a path field and explains why, as check_file_or_folder() does; plain when nothing is wrong.
+    void mark_path_field(wxTextCtrl* ctrl, std::optional<path_message_t> wrong, bool has_path);
 
     end_signal_t m_end_signal;
     gen_helpers2::_internal::signal_t<> m_derived_signal; ///< for derived classes; never raised here
@@ -120,7 +142,10 @@ protected:
     std::string m_catalog_name;
     std::string m_reserved_text; ///< not used here
     std::string m_unknown_text;
-    std::vector<std::string> m_path_messages;
+    std::vector<std::string> m_path_messages; ///< by path_message_t
+    std::vector<std::string> m_search_paths;
+    gen_helpers2::signal_t<bool> m_path_checked_signal;
+    bool m_path_checks_told = false;
     int m_help_id = -1;
     bool m_loaded = false;
     bool m_initialized = false;
@@ -134,17 +159,6 @@ private:
 
     bool m_subscribed = false;
     bool m_telling_limit = false;
-};
-
-/// Positions in the list of path messages.
-enum class path_message_t
-{
-    nonexisting,
-    nonexisting_parent_dir,
-    empty_relative,
-    enter_valid_path,
-    invalid_file,
-    invalid_directory
 };
 
 extern template class generic_base_t<dummy>;

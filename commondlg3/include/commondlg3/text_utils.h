@@ -45,7 +45,7 @@ COMMONDLG3_EXPORT void process_max_width(wxWindow* win, const wxString& text, in
 /// The extent of `text` in the window's current font, in pixels; (0, 0) without a window.
 COMMONDLG3_EXPORT wxSize get_text_extent(wxWindow* win, const std::string& text);
 
-/// Colours a control's text and says why in its tool tip: colour never stands alone.
+/// Colours a control's text and says why in its tool tip and to screen readers: colour never stands alone.
 COMMONDLG3_EXPORT void set_color_and_tooltip(wxControl* ctrl, const std::string& tooltip, wxColour colour);
 
 /// A tool tip wrapped to a readable width, which stays long enough for its text to be read.

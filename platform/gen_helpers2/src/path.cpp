@@ -1,5 +1,7 @@
 #include "gen_helpers2/path.h"
 
+#include <algorithm>
+#include <climits>
 #include <system_error>
 #include <vector>
 
@@ -88,6 +90,57 @@ bool path_t::is_file() const noexcept
 {
     std::error_code error;
     return !is_empty() && std::filesystem::is_regular_file(m_path, error);
+}
+
+std::string path_t::as_string(bool with_separator_at_end) const
+{
+    const std::string& text = as_string();
+    return with_separator_at_end && !text.empty() && text.back() != '/' ? text + "/" : text;
+}
+
+path_t& path_t::append(const path_t& rest)
+{
+    return *this = *this / rest;
+}
+
+std::string path_t::get_ext(bool with_dot) const
+{
+    const std::string name = file_name();
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string::npos || dot == 0)
+        return std::string();
+    return name.substr(with_dot ? dot : dot + 1);
+}
+
+bool path_t::exists(const std::string& text) noexcept
+{
+    return path_t(text).exists();
+}
+
+bool path_t::is_directory(const std::string& text) noexcept
+{
+    return path_t(text).is_directory();
+}
+
+bool path_t::validate(std::string_view text, bool with_folders, int& error_position)
+{
+    const auto refuse = [&](std::size_t position) {
+        error_position = static_cast<int>(std::min<std::size_t>(position, INT_MAX));
+        return false;
+    };
+    if (text.empty())
+        return refuse(0);
+    std::size_t name_start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '*' || c == '\0' || (c == '/' && !with_folders) || i >= max_path_bytes)
+            return refuse(i);
+        if (c == '/')
+            name_start = i + 1;
+        else if (i - name_start >= max_name_bytes)
+            return refuse(i);
+    }
+    return true;
 }
 
 } // namespace gen_helpers2

@@ -48,6 +48,32 @@ public:
     bool is_directory() const noexcept;
     bool is_file() const noexcept;
 
+    // The same things by the names under which code for typed paths knows them.
+
+    /// With a separator at the end when asked for; the empty path stays empty.
+    std::string as_string(bool with_separator_at_end) const;
+    /// Puts `rest` below this, as operator/ does.
+    path_t& append(const path_t& rest);
+    /// The text is normalised from the start; false for the empty path, which is none.
+    bool normalize() noexcept { return !is_empty(); }
+    std::string get_leaf() const { return file_name(); }
+    path_t get_branch() const { return parent(); }
+    /// What follows the last dot of the last name, or from that dot on. Empty for a name without a dot, and
+    /// for one that only begins with it.
+    std::string get_ext(bool with_dot) const;
+    static bool exists(const std::string& text) noexcept;
+    static bool is_directory(const std::string& text) noexcept;
+
+    /// The longest name and the longest path that the system takes, in bytes.
+    static constexpr std::size_t max_name_bytes = 255;
+    static constexpr std::size_t max_path_bytes = 4095;
+
+    /// Whether a text can be a path that the system would take: not empty, no asterisk, no zero byte, no name
+    /// and no whole that is too long. It need not exist.
+    /// @param with_folders false: only a single name, without a separator, will do
+    /// @param error_position byte at which the fault was noticed; left alone when there is none
+    static bool validate(std::string_view text, bool with_folders, int& error_position);
+
     friend bool operator==(const path_t& a, const path_t& b) noexcept
     {
         return a.as_string() == b.as_string();

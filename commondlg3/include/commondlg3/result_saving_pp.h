@@ -1,0 +1,114 @@
+#pragma once
+
+#include "commondlg3/pref_base.h"
+#include "commondlg3/result_saving_data.h"
+
+#include <string>
+#include <vector>
+
+class wxButton;
+class wxCheckBox;
+class wxRadioButton;
+
+namespace commondlg3 {
+
+/// The preference page on which users say where results are saved and what they are called.
+///
+///     auto* page = new result_saving_pp_t(data, result_saving_pp_t::show_project |
+///                                                   result_saving_pp_t::check_folder);
+///     page->create(parent);                          // the parent owns it
+///     ...
+///     page->on_ok();                                 // the host's OK
+///     store(page->get_data());
+///
+/// OK is never refused: a template that cannot be used is replaced by the product's own, a folder that cannot
+/// be used by the system's temporary directory, and one warning says so afterwards. While the user types, the
+/// fields are coloured and explained, and a line shows the name that the next result would get. GUI thread.
+class COMMONDLG3_EXPORT result_saving_pp_t : public pref_base_t
+{
+public:
+    enum flags_t : unsigned
+    {
+        show_project = 1,      ///< offer the project's directory, and show which one that is
+        check_folder = 2,      ///< check the folder while it is typed and on OK
+        show_accessibility = 4 ///< show the check box
+    };
+
+    result_saving_pp_t(const result_saving_data_t& data, unsigned flags);
+    /// With the check box, and with the other two as given.
+    result_saving_pp_t(const result_saving_data_t& data, bool with_project, bool with_folder_check);
+    ~result_saving_pp_t() override;
+
+    /// What was given, or what the last save_settings() took from the controls.
+    const result_saving_data_t& get_data() const { return m_data; }
+    /// Whether the controls hold anything else than get_data().
+    bool is_changed() const;
+
+    /// Keeps the first run of '@' in a template and cuts it to eight. @return whether the text changed
+    static bool replace_wrong_ats(std::string& name_template);
+    /// Makes a template usable: without blanks at its end and characters that names must not have, with one
+    /// run of '@'; the product's own if it is not usable even so. Blanks alone are no change.
+    /// @return whether the text changed
+    static bool filter_result_template(std::string& name_template);
+
+    void on_init_dialog() override;
+    void set_max_text_limit() override;
+    void on_update_ui_settings() override;
+    void load_auxiliary_strings() override;
+    void load_settings();
+    /// Takes what the controls hold, makes it usable, and says what had to be changed.
+    void save_settings() override;
+
+    void on_radio_disk(wxCommandEvent& event);
+    void on_radio_proj(wxCommandEvent& event);
+    void on_text_edit(wxCommandEvent& event);
+    void on_folder_text_edit(wxCommandEvent& event);
+    void on_button_browse(wxCommandEvent& event);
+    void on_resize(wxSizeEvent& event);
+
+    void process_enable_controls(bool to_folder);
+    void update_shown_controls();
+    void show_warning_message(const std::string& title, const std::string& details);
+
+private:
+    struct messages_t
+    {
+        std::string restricted_ats;
+        std::string undefined;
+        std::string project_directory;
+        std::string at_explanation;
+        std::string at_example;
+    };
+
+    bool has_controls() const;
+    void load_messages();
+    void check_template();
+    void check_folder_field();
+    void show_example();
+    void rewrap();
+    bool has_checked_folder() const;
+    /// Where the next result would go if the page ended with OK now.
+    std::string get_effective_folder() const;
+    std::string get_folder_trouble();
+
+    result_saving_data_t m_data;
+    unsigned m_flags;
+    messages_t m_messages;
+    std::string m_template_note;
+    std::string m_folder_note;
+    bool m_folder_usable = true;
+    wxStaticText* m_template_label = nullptr;
+    wxTextCtrl* m_template = nullptr;
+    wxStaticText* m_explanation = nullptr;
+    wxCheckBox* m_accessibility = nullptr;
+    wxStaticText* m_storing_label = nullptr;
+    wxRadioButton* m_to_folder = nullptr;
+    wxRadioButton* m_to_project = nullptr;
+    wxTextCtrl* m_folder = nullptr;
+    wxButton* m_browse = nullptr;
+    wxStaticText* m_project_folder = nullptr;
+    wxStaticText* m_example = nullptr;
+    wxStaticText* m_note = nullptr;
+};
+
+} // namespace commondlg3

@@ -1,0 +1,461 @@
+#include "commondlg3/result_saving_pp.h"
+
+#include "commondlg3/choosers.h"
+#include "commondlg3/name_chars.h"
+#include "commondlg3/path_validation.h"
+#include "commondlg3/resources.h"
+#include "commondlg3/text_utils.h"
+
+#include <cctrl2/collection_controller.h>
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <cpil/catalog.h>
+#include <gen_helpers2/path_expansion.h>
+#include <gen_helpers2/path_state.h>
+#include <gen_helpers2/stdpaths.h>
+#include <rdmgr2/result_directory_manager.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/radiobut.h>
+#include <wx/sizer.h>
+#include <wx/weakref.h>
+
+#include <algorithm>
+#include <locale>
+
+namespace commondlg3 {
+namespace {
+
+using CPIL_2_18::i18n::catalog_key;
+using rdmgr2::ResultDirectoryManager;
+using wx_helpers1::from_wx;
+using wx_helpers1::to_wx;
+
+std::string without_blanks_at_end(std::string text)
+{
+    const std::locale locale;
+    while (!text.empty() && std::isspace(text.back(), locale))
+        text.pop_back();
+    return text;
+}
+
+std::string text_in(const wxTextCtrl* ctrl)
+{
+    return from_wx(ctrl->GetValue());
+}
+
+// In a text from right to left a path would begin with its last separator.
+std::string as_shown(const std::string& path)
+{
+    constexpr char isolate[] = "\u2066";
+    constexpr char end[] = "\u2069";
+    const bool mixes = cfgmgr2::language_is_right_to_left(cfgmgr2::get_language());
+    return mixes ? isolate + path + end : path;
+}
+
+// A product may explain the placeholder in its own words; the library's are for all others.
+std::string product_text(const std::string& key, const char* key_for_any)
+{
+    const std::string name = cfgmgr2::IProductLocations::get()->get_product_short_name();
+    std::string own = key;
+    for (const char c : name)
+        own += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    own += "_2011";
+    const auto catalog = cfgmgr2::getMessageCatalog("commondlg");
+    return translate_message(catalog && catalog->has_message(own) ? own : key_for_any, {});
+}
+
+std::string analysis_name()
+{
+    const std::string type = cctrl2::ICollectionController::get()->getAnalysisType();
+    const std::string key = "analysis_type." + type;
+    const auto catalog = cfgmgr2::getMessageCatalog("commondlg");
+    return catalog && catalog->has_message(key) ? translate_message(key) : type;
+}
+
+std::string sentence_about(gen_helpers2::folder_state_t state)
+{
+    switch (state) {
+    case gen_helpers2::folder_state_t::not_a_folder:
+        return translate_message("pref.result_saving.folder_is_file");
+    case gen_helpers2::folder_state_t::broken_link:
+        return translate_message("pref.result_saving.folder_is_broken_link");
+    case gen_helpers2::folder_state_t::not_allowed:
+        return translate_message("pref.result_saving.folder_not_writable");
+    case gen_helpers2::folder_state_t::too_long:
+        return translate_message("pref.result_saving.folder_too_long");
+    case gen_helpers2::folder_state_t::no_path:
+    case gen_helpers2::folder_state_t::usable:
+        break;
+    }
+    return std::string();
+}
+
+} // namespace
+
+result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, unsigned flags)
+    : m_data(data), m_flags(flags)
+{
+    set_resource_object("pref.result_saving");
+}
+
+result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, bool with_project,
+                                       bool with_folder_check)
+    : result_saving_pp_t(data, (with_project ? show_project : 0U) | (with_folder_check ? check_folder : 0U) |
+                                   show_accessibility)
+{
+}
+
+result_saving_pp_t::~result_saving_pp_t() = default;
+
+bool result_saving_pp_t::has_controls() const
+{
+    return m_template_label && m_template && m_explanation && m_accessibility && m_storing_label &&
+           m_to_folder && m_to_project && m_folder && m_browse && m_project_folder && m_example && m_note;
+}
+
+void result_saving_pp_t::set_max_text_limit()
+{
+    m_template = from_xrc<wxTextCtrl>(this, "m_textCtrl14");
+    m_folder = from_xrc<wxTextCtrl>(this, "m_textCtrl16");
+    set_max_len_options(m_template,
+                        {translate_message("pref.result_saving.templ"), max_len_options_t::no_limit_given});
+    set_max_len_options(m_folder,
+                        {translate_message("pref.result_saving.dir"), max_len_options_t::no_limit_given});
+    pref_base_t::set_max_text_limit();
+}
+
+void result_saving_pp_t::load_auxiliary_strings()
+{
+    pref_base_t::load_auxiliary_strings();
+    load_messages();
+}
+
+void result_saving_pp_t::load_messages()
+{
+    m_messages.restricted_ats = translate_message("pref.result_saving.restricted_ats_message");
+    m_messages.undefined = translate_message("pref.result_saving.undefined_tooltip_text");
+    m_messages.project_directory = translate_message("pref.result_saving.curr_project_dir");
+    m_messages.at_explanation = product_text("pref.result_saving.at_explanation_",
+                                             catalog_key("pref.result_saving.at_explanation_any_2011"));
+    m_messages.at_example =
+        product_text("pref.result_saving.at_example_", catalog_key("pref.result_saving.at_example_any_2011"));
+}
+
+void result_saving_pp_t::on_init_dialog()
+{
+    m_template_label = from_xrc<wxStaticText>(this, "m_staticText74");
+    m_explanation = from_xrc<wxStaticText>(this, "m_staticText14");
+    m_accessibility = from_xrc<wxCheckBox>(this, "m_checkBox7");
+    m_storing_label = from_xrc<wxStaticText>(this, "m_staticText8");
+    m_to_folder = from_xrc<wxRadioButton>(this, "m_radioBtn13");
+    m_to_project = from_xrc<wxRadioButton>(this, "m_radioBtn14");
+    m_browse = from_xrc<wxButton>(this, "m_button28");
+    m_project_folder = from_xrc<wxStaticText>(this, "m_text_proj_default_folder");
+    m_example = from_xrc<wxStaticText>(this, "m_example");
+    m_note = from_xrc<wxStaticText>(this, "m_folder_note");
+    if (!has_controls())
+        return;
+    m_template->Bind(wxEVT_TEXT, &result_saving_pp_t::on_text_edit, this);
+    m_folder->Bind(wxEVT_TEXT, &result_saving_pp_t::on_folder_text_edit, this);
+    m_to_folder->Bind(wxEVT_RADIOBUTTON, &result_saving_pp_t::on_radio_disk, this);
+    m_to_project->Bind(wxEVT_RADIOBUTTON, &result_saving_pp_t::on_radio_proj, this);
+    m_browse->Bind(wxEVT_BUTTON, &result_saving_pp_t::on_button_browse, this);
+    Bind(wxEVT_SIZE, &result_saving_pp_t::on_resize, this);
+    wx_helpers1::set_accessible_name(m_folder, from_wx(m_to_folder->GetLabelText()));
+    wx_helpers1::set_label_text(m_explanation, m_messages.at_explanation + " " + m_messages.at_example);
+    update_shown_controls();
+    load_settings();
+}
+
+// Feedback comes once, when everything is in place.
+void result_saving_pp_t::load_settings()
+{
+    if (!has_controls())
+        return;
+    m_template->ChangeValue(to_wx(m_data.get_name_template()));
+    m_folder->ChangeValue(to_wx(m_data.get_folder()));
+    m_accessibility->SetValue(m_data.get_vs_accessibility());
+    const bool to_folder = m_data.get_proj_storing() == result_saving_data_t::project_storing_t::to_folder;
+    m_to_folder->SetValue(to_folder);
+    m_to_project->SetValue(!to_folder);
+    wx_helpers1::set_label_text(m_project_folder, m_messages.project_directory + " " +
+                                                      as_shown(m_data.get_proj_default_folder()));
+    process_enable_controls(to_folder || !(m_flags & show_project));
+    check_folder_field();
+    check_template();
+}
+
+bool result_saving_pp_t::is_changed() const
+{
+    if (!has_controls())
+        return false;
+    const bool to_folder = m_data.get_proj_storing() == result_saving_data_t::project_storing_t::to_folder;
+    return text_in(m_template) != m_data.get_name_template() || text_in(m_folder) != m_data.get_folder() ||
+           m_accessibility->GetValue() != m_data.get_vs_accessibility() ||
+           m_to_folder->GetValue() != to_folder;
+}
+
+void result_saving_pp_t::save_settings()
+{
+    if (!has_controls())
+        return;
+    std::string title;
+    std::string details;
+    std::string name_template = text_in(m_template);
+    if (filter_result_template(name_template)) {
+        title = translate_message("pref.result_saving.wrong_result_templ", {});
+        details = translate_message("pref.result_saving.wrong_result_templ_details", {});
+    }
+    m_data.set_name_template(name_template);
+
+    std::string folder = without_blanks_at_end(text_in(m_folder));
+    if (has_checked_folder()) {
+        std::string variable;
+        const bool known =
+            gen_helpers2::expand_path(folder, variable) != gen_helpers2::expansion_t::unknown_variable;
+        if (folder != text_in(m_folder))
+            m_folder->ChangeValue(to_wx(folder));
+        if (check_file_or_folder(m_folder, false, true, false) && known) {
+            folder = text_in(m_folder);
+        } else {
+            folder = gen_helpers2::stdpaths::get_temp_dir().as_string();
+            if (title.empty()) {
+                title = translate_message("pref.result_saving.wrong_result_dir", {});
+                details = translate_message("pref.result_saving.wrong_result_dir_details", {});
+            }
+        }
+    }
+    m_data.set_folder(folder);
+
+    if (!title.empty()) {
+        details += "\n\n";
+        if (const auto error = ResultDirectoryManager::validateResultDirectoryPattern(name_template))
+            details = rdmgr2::toString(error) + "\n\n";
+        details +=
+            translate_message("pref.result_saving.wrong_input_advice",
+                              {{"product_name", cfgmgr2::IProductLocations::get()->get_product_name()}});
+        const wxWeakRef<wxWindow> alive(this); // the host may go while the warning is shown
+        show_warning_message(title, details);
+        if (!alive)
+            return;
+    }
+    m_data.set_vs_accessibility(m_accessibility->GetValue());
+    m_data.set_proj_storing(m_to_folder->GetValue()
+                                ? result_saving_data_t::project_storing_t::to_folder
+                                : result_saving_data_t::project_storing_t::to_project_directory);
+}
+
+void result_saving_pp_t::show_warning_message(const std::string& title, const std::string& details)
+{
+    show_msg_box(title, details, message_window_t::icon_types_t::warning, nullptr);
+}
+
+void result_saving_pp_t::on_radio_disk(wxCommandEvent& event)
+{
+    event.Skip();
+    process_enable_controls(true);
+    check_folder_field();
+    show_example();
+}
+
+void result_saving_pp_t::on_radio_proj(wxCommandEvent& event)
+{
+    event.Skip();
+    process_enable_controls(false);
+    check_folder_field();
+    show_example();
+}
+
+void result_saving_pp_t::on_text_edit(wxCommandEvent& event)
+{
+    event.Skip();
+    check_template();
+}
+
+void result_saving_pp_t::on_folder_text_edit(wxCommandEvent& event)
+{
+    event.Skip();
+    check_folder_field();
+    show_example();
+}
+
+void result_saving_pp_t::on_button_browse(wxCommandEvent&)
+{
+    process_browse_folder(this, m_folder);
+    m_folder->SetFocus();
+}
+
+void result_saving_pp_t::on_resize(wxSizeEvent& event)
+{
+    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
+    if (!GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+        return;
+    event.Skip();
+    rewrap();
+}
+
+void result_saving_pp_t::on_update_ui_settings()
+{
+    pref_base_t::on_update_ui_settings();
+    if (!has_controls())
+        return;
+    check_folder_field();
+    check_template();
+}
+
+void result_saving_pp_t::process_enable_controls(bool to_folder)
+{
+    m_folder->Enable(to_folder);
+    m_browse->Enable(to_folder);
+}
+
+void result_saving_pp_t::update_shown_controls()
+{
+    if (!has_controls())
+        return;
+    const bool project = m_flags & show_project;
+    for (wxWindow* window : {static_cast<wxWindow*>(m_to_folder), static_cast<wxWindow*>(m_to_project),
+                             static_cast<wxWindow*>(m_project_folder)})
+        window->Show(project);
+    m_accessibility->Show(m_flags & show_accessibility);
+    rewrap();
+}
+
+bool result_saving_pp_t::has_checked_folder() const
+{
+    return (m_flags & check_folder) && m_folder->IsEnabled();
+}
+
+// What the user typed stays until OK; here it is only coloured and explained.
+void result_saving_pp_t::check_template()
+{
+    std::string text = text_in(m_template);
+    std::vector<std::string> findings;
+    if (replace_disabled_chars(text, disabled_file_chars))
+        findings.push_back(get_restricted_chars_text(disabled_file_chars));
+    if (replace_wrong_ats(text))
+        findings.push_back(m_messages.restricted_ats);
+    if (const auto error = ResultDirectoryManager::validateResultDirectoryPattern(text)) {
+        const std::string reason = rdmgr2::toString(error);
+        findings.push_back(reason.empty() ? m_messages.undefined : reason);
+    }
+    std::string tooltip;
+    for (const std::string& finding : findings)
+        tooltip += (tooltip.empty() ? "" : "\n\n") + finding;
+    m_template_note = findings.empty() ? std::string() : findings.front();
+    if (const std::size_t gap = m_template_note.find("\n\n"); gap != std::string::npos)
+        m_template_note.replace(gap, 2, " ");
+    const auto* settings = wx_helpers1::ui_settings_t::get();
+    if (settings)
+        set_color_and_tooltip(m_template, tooltip,
+                              settings->get_colour(findings.empty() ? wx_helpers1::ui_colour::text
+                                                                    : wx_helpers1::ui_colour::error));
+    show_example();
+}
+
+// The verdict of the path check comes first; beyond it the user is told what would go wrong later.
+void result_saving_pp_t::check_folder_field()
+{
+    m_folder_note.clear();
+    m_folder_usable = true;
+    if (has_checked_folder())
+        m_folder_note = get_folder_trouble();
+    else
+        mark_path_field(m_folder, std::nullopt, true);
+    if (wx_helpers1::from_wx(m_note->GetLabelText()) != m_folder_note) {
+        wx_helpers1::set_label_text(m_note, m_folder_note);
+        rewrap();
+    }
+}
+
+std::string result_saving_pp_t::get_folder_trouble()
+{
+    const std::string typed = text_in(m_folder);
+    std::string folder = without_blanks_at_end(typed);
+    std::string variable;
+    const auto expansion = gen_helpers2::expand_path(folder, variable);
+    std::string trouble;
+    if (expansion == gen_helpers2::expansion_t::unknown_variable) {
+        m_folder_usable = false;
+        trouble = translate_message("pref.result_saving.unknown_variable", {{"name", variable}});
+    } else if (expansion == gen_helpers2::expansion_t::nothing_to_do) {
+        m_folder_usable = check_file_or_folder(m_folder, false, true, false);
+        folder = without_blanks_at_end(text_in(m_folder));
+        if (!m_folder_usable)
+            return from_wx(m_folder->GetToolTipText());
+    }
+    const auto state = gen_helpers2::examine_folder(gen_helpers2::path_t(folder));
+    if (trouble.empty())
+        trouble = sentence_about(state);
+    if (!trouble.empty())
+        set_color_and_tooltip(m_folder, trouble, get_path_error_colour());
+    else if (expansion == gen_helpers2::expansion_t::expanded)
+        mark_path_field(m_folder, check_path(gen_helpers2::path_t(folder), false), true);
+    if (trouble.empty() && expansion == gen_helpers2::expansion_t::expanded)
+        return translate_message("pref.result_saving.folder_means",
+                                 {{"dir", as_shown(gen_helpers2::path_t(folder).as_string())}});
+    return trouble;
+}
+
+std::string result_saving_pp_t::get_effective_folder() const
+{
+    if ((m_flags & show_project) && m_to_project->GetValue())
+        return m_data.get_proj_default_folder();
+    std::string folder = without_blanks_at_end(text_in(m_folder));
+    std::string variable;
+    if (!(m_flags & check_folder))
+        return folder;
+    if (!m_folder_usable)
+        return gen_helpers2::stdpaths::get_temp_dir().as_string();
+    gen_helpers2::expand_path(folder, variable);
+    return folder;
+}
+
+void result_saving_pp_t::show_example()
+{
+    std::string name_template = text_in(m_template);
+    filter_result_template(name_template);
+    const std::string name = ResultDirectoryManager::getNextResultDirectoryName(
+        name_template, gen_helpers2::path_t(get_effective_folder()));
+    std::string text =
+        translate_message("pref.result_saving.example",
+                          {{"default_dir", name},
+                           {"analysis_type", analysis_name()},
+                           {"extension", cctrl2::ICollectionController::get()->getResultExtension()}});
+    if (!m_template_note.empty())
+        text = m_template_note + "\n" + text;
+    if (from_wx(m_example->GetLabelText()) == text)
+        return;
+    wx_helpers1::set_label_text(m_example, text);
+    rewrap();
+}
+
+// Labels wrap to the width that the page has; only then is their height known.
+void result_saving_pp_t::rewrap()
+{
+    // A page that was just made is smaller than anything in it, until its host lays it out.
+    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+        return;
+    Layout();
+    bool changed = false;
+    for (wxStaticText* label : {m_explanation, m_example, m_note, m_project_folder}) {
+        const int width = label->GetSize().x;
+        wx_helpers1::set_wrap_width(label, width);
+        const wxSize least(1,
+                           label->GetLabelText().empty() ? 0 : wx_helpers1::height_for_width(label, width));
+        changed |= least != label->GetMinSize();
+        label->SetMinSize(least);
+    }
+    if (!changed)
+        return;
+    Layout();
+    SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+}
+
+} // namespace commondlg3

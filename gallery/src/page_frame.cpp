@@ -1,0 +1,69 @@
+#include "page_frame.h"
+
+#include "missing_resource.h"
+
+#include <commondlg3/resources.h>
+
+#include <wx/sizer.h>
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace gallery {
+
+void after_first_paint(wxWindow* window, const std::function<void()>& done)
+{
+    auto painted = std::make_shared<bool>(false);
+    window->Bind(wxEVT_PAINT, [window, done, painted](wxPaintEvent& event) {
+        event.Skip();
+        if (!std::exchange(*painted, true))
+            window->CallAfter(done);
+    });
+}
+
+page_frame_t::page_frame_t(commondlg3::pref_base_t* page, const std::string& title)
+    : m_page(page), m_title(title)
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+    set_resource_object("dlg.page_frame");
+}
+
+void page_frame_t::on_init_dialog()
+{
+    set_title(m_title);
+    m_page->create(this);
+    GetSizer()->Insert(0, m_page, 1, wxEXPAND);
+    fit();
+    after_first_paint(m_page, [this] { fit(); });
+    centre_on_parent();
+}
+
+// Labels that wrap need a width before they know their height.
+void page_frame_t::fit()
+{
+    constexpr int comfortable_width = 560;
+    fit_to_contents();
+    const int width = std::max(comfortable_width, GetSize().x);
+    SetSize(width, GetSize().y);
+    Layout();
+    const wxSize needed(width, ClientToWindowSize(GetSizer()->CalcMin()).y);
+    SetMinSize(needed);
+    SetSize(needed);
+}
+
+void page_frame_t::handle_ok(wxCommandEvent&)
+{
+    m_page->on_ok();
+    m_page->end_dialog(wxID_OK);
+    end_dialog(wxID_OK);
+}
+
+void page_frame_t::on_cancel()
+{
+    m_page->on_cancel();
+    m_page->end_dialog(wxID_CANCEL);
+}
+
+} // namespace gallery

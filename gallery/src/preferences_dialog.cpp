@@ -1,0 +1,220 @@
+#include "preferences_dialog.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+#include "page_frame.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/message_window.h>
+#include <commondlg3/resources.h>
+#include <cpil/catalog.h>
+#include <gen_helpers2/log.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/button.h>
+#include <wx/listbox.h>
+#include <wx/scrolwin.h>
+#include <wx/sizer.h>
+#include <wx/textctrl.h>
+
+#include <algorithm>
+
+namespace gallery {
+namespace {
+
+using CPIL_2_18::i18n::catalog_key;
+
+constexpr int usual_width = 760;
+constexpr int usual_height = 520;
+constexpr int least_width = 520;
+constexpr int least_height = 320;
+
+int stored_number(cfgmgr2::IPropertyStorage& storage, const char* name, int otherwise)
+{
+    constexpr int beyond_any_screen = 20000;
+    const auto value = storage.get_value(name);
+    if (!value.can_get<int>() || value.get<int>() <= 0 || value.get<int>() > beyond_any_screen)
+        return otherwise;
+    return value.get<int>();
+}
+
+} // namespace
+
+preferences_dialog_t::preferences_dialog_t()
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+    set_resource_object("dlg.preferences");
+    for (auto& page : make_preferences_pages())
+        m_pages.push_back({std::move(page)});
+    gen_helpers2::error_code_t ignored; // what cannot be read is as if nothing had been remembered
+    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "windows.xml";
+    m_remembered = cfgmgr2::open_property_storage(file, ignored);
+}
+
+preferences_dialog_t::~preferences_dialog_t() = default;
+
+nlohmann::json preferences_dialog_t::get_data() const
+{
+    nlohmann::json data = nlohmann::json::object();
+    for (const shown_page_t& shown : m_pages)
+        data[shown.page->get_object()] = shown.page->get_data();
+    return data;
+}
+
+void preferences_dialog_t::on_init_dialog()
+{
+    m_list = commondlg3::from_xrc<wxListBox>(this, "m_pages");
+    m_area = commondlg3::from_xrc<wxScrolledWindow>(this, "m_page_area");
+    m_apply = commondlg3::from_xrc<wxButton>(this, "m_btn_apply");
+    if (!m_list || !m_area || !m_apply)
+        return;
+    m_area->SetScrollRate(0, 10);
+    wx_helpers1::set_accessible_name(m_list, text("preferences.pages"));
+    for (const shown_page_t& shown : m_pages) {
+        m_list->Append(wx_helpers1::to_label(shown.page->get_title()));
+        const auto result = shown.page->load();
+        if (result.failed())
+            CallAfter([this, result] {
+                tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"),
+                     result.message());
+            });
+    }
+    m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) { select(event.GetSelection()); });
+    m_apply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { apply(); });
+    const auto changed = [this](wxCommandEvent& event) {
+        event.Skip();
+        update_apply();
+    };
+    for (const auto& type : {wxEVT_TEXT, wxEVT_CHECKBOX, wxEVT_RADIOBUTTON, wxEVT_CHOICE})
+        Bind(type, changed);
+    restore();
+}
+
+void preferences_dialog_t::restore()
+{
+    const auto stored = m_remembered->get_child("preferences");
+    const auto page = stored->get_value("page");
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(), [&](const shown_page_t& shown) {
+        return page.can_get<std::string>() && page.get<std::string>() == shown.page->get_object();
+    });
+    fit_to_contents();
+    SetMinSize(wxSize(std::max(least_width, GetMinSize().x), std::max(least_height, GetMinSize().y)));
+    SetSize(std::max(GetMinSize().x, stored_number(*stored, "width", usual_width)),
+            std::max(GetMinSize().y, stored_number(*stored, "height", usual_height)));
+    centre_on_parent();
+    Layout();
+    const auto at = found == m_pages.end() ? m_pages.begin() : found;
+    if (at != m_pages.end())
+        select(static_cast<int>(at - m_pages.begin()));
+    m_list->SetFocus();
+}
+
+void preferences_dialog_t::remember()
+{
+    const auto stored = m_remembered->get_child("preferences");
+    const int at = m_list->GetSelection();
+    if (at >= 0 && at < static_cast<int>(m_pages.size()))
+        stored->set_value("page", m_pages[at].page->get_object());
+    stored->set_value("width", GetSize().x);
+    stored->set_value("height", GetSize().y);
+    const auto result = m_remembered->save();
+    if (result.failed())
+        gen_helpers2::log_warning("gallery", "the window's size was not kept: " + result.as_string());
+}
+
+void preferences_dialog_t::select(int index)
+{
+    if (index < 0 || index >= static_cast<int>(m_pages.size()))
+        return;
+    m_list->SetSelection(index);
+    create_page(m_pages[index]);
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i)
+        if (m_pages[i].window)
+            m_pages[i].window->Show(i == index);
+    m_area->FitInside();
+    m_area->Layout();
+    update_apply();
+}
+
+void preferences_dialog_t::create_page(shown_page_t& shown)
+{
+    if (shown.window)
+        return;
+    shown.window = shown.page->create(m_area);
+    m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
+    // Controls know their style, and with it their size, only once they are about to be shown; text fields
+    // even later.
+    CallAfter([this, window = shown.window] {
+        for (wxWindow* child : window->GetChildren())
+            child->InvalidateBestSize();
+        m_area->SendSizeEvent();
+    });
+    after_first_paint(shown.window, [this, window = shown.window] {
+        for (wxWindow* child : window->GetChildren())
+            if (wxDynamicCast(child, wxTextCtrl))
+                child->InvalidateBestSize();
+        m_area->SendSizeEvent();
+    });
+}
+
+bool preferences_dialog_t::apply()
+{
+    bool written = true;
+    for (shown_page_t& shown : m_pages) {
+        if (!shown.window || !shown.page->is_changed())
+            continue;
+        const auto result = shown.page->apply();
+        if (result.failed()) {
+            written = false;
+            tell(catalog_key("preferences.not_written"), catalog_key("preferences.not_written_details"),
+                 result.message());
+        }
+    }
+    report_signal(object_name, "apply", written);
+    update_apply();
+    return written;
+}
+
+void preferences_dialog_t::update_apply()
+{
+    const bool changed = std::any_of(m_pages.begin(), m_pages.end(), [](const shown_page_t& shown) {
+        return shown.window && shown.page->is_changed();
+    });
+    m_apply->Enable(changed);
+}
+
+void preferences_dialog_t::tell(const char* main_key, const char* details_key, const std::string& reason)
+{
+    auto window = commondlg3::message_window_t::simple_error_wnd("gallery", main_key, details_key, {}, {});
+    window.details_message = reason;
+    commondlg3::show_modal(window, this);
+}
+
+void preferences_dialog_t::handle_ok(wxCommandEvent& event)
+{
+    if (!m_list || !apply())
+        return;
+    remember();
+    dialog_base_t::handle_ok(event);
+}
+
+int open_preferences(wxWindow* parent)
+{
+    constexpr auto object = preferences_dialog_t::object_name;
+    int result = 0;
+    nlohmann::json ended = nlohmann::json::object();
+    if (check_resource(resource_file(), object, parent)) {
+        preferences_dialog_t dialog;
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(preferences_dialog_t::object_name); });
+        result = dialog.show_modal(parent);
+        ended = dialog.get_data();
+    }
+    report_result(object, result, ended);
+    return result;
+}
+
+} // namespace gallery

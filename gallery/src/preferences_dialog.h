@@ -1,0 +1,56 @@
+#pragma once
+
+#include "preferences_page.h"
+
+#include <cfgmgr2/property_storage.h>
+#include <commondlg3/dialog_base.h>
+
+class wxListBox;
+class wxScrolledWindow;
+
+namespace gallery {
+
+/// The product's preferences: a list of pages, the chosen page, and OK, Apply and Cancel.
+///
+/// OK and Apply write what was changed on the pages that were looked at; when something cannot be written the
+/// user is told, the dialog stays open and the pages keep what they hold. Cancel writes nothing at all. Size
+/// and page are remembered when the dialog ends with OK.
+class preferences_dialog_t : public commondlg3::dialog_base_t
+{
+public:
+    static constexpr char object_name[] = "dlg.preferences";
+
+    preferences_dialog_t();
+    ~preferences_dialog_t() override;
+
+    nlohmann::json get_data() const;
+
+    void on_init_dialog() override;
+    void handle_ok(wxCommandEvent& event) override;
+
+private:
+    struct shown_page_t
+    {
+        std::unique_ptr<preferences_page_t> page;
+        commondlg3::pref_base_t* window = nullptr; // owned by the page area
+    };
+
+    void select(int index);
+    void create_page(shown_page_t& page);
+    bool apply();
+    void update_apply();
+    void restore();
+    void remember();
+    void tell(const char* main_key, const char* details_key, const std::string& reason);
+
+    std::vector<shown_page_t> m_pages;
+    gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
+    wxListBox* m_list = nullptr;
+    wxScrolledWindow* m_area = nullptr;
+    wxButton* m_apply = nullptr;
+};
+
+/// Opens it and reports by JSON lines.
+int open_preferences(wxWindow* parent);
+
+} // namespace gallery

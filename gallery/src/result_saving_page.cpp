@@ -1,0 +1,166 @@
+#include "result_saving_page.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+#include "page_frame.h"
+
+#include <cctrl2/collection_controller.h>
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/resources.h>
+#include <gen_helpers2/stdpaths.h>
+#include <wx_helpers1/painted.h>
+
+namespace gallery {
+namespace {
+
+using commondlg3::result_saving_data_t;
+using commondlg3::result_saving_pp_t;
+using nlohmann::json;
+
+constexpr unsigned all_flags = result_saving_pp_t::show_project | result_saving_pp_t::check_folder |
+                               result_saving_pp_t::show_accessibility;
+
+// The project that the gallery plays with is the folder that it was started in.
+std::string project_folder()
+{
+    std::error_code error;
+    return std::filesystem::current_path(error).native();
+}
+
+result_saving_data_t initial_data()
+{
+    result_saving_data_t data(result_saving_data_t::temp_storing_t::to_temp_directory,
+                              result_saving_data_t::project_storing_t::to_folder, true,
+                              cctrl2::ICollectionController::get()->getDefaultResultDirectoryName(true),
+                              (gen_helpers2::stdpaths::get_home_dir() / "vorbex" / "results").as_string());
+    data.set_proj_default_folder(project_folder());
+    return data;
+}
+
+json json_of(const result_saving_data_t& data)
+{
+    return {{"temp_storing", static_cast<int>(data.get_temp_storing())},
+            {"project_storing", static_cast<int>(data.get_proj_storing())},
+            {"vs_accessibility", data.get_vs_accessibility()},
+            {"name_template", data.get_name_template()},
+            {"folder", data.get_folder()},
+            {"project_default_folder", data.get_proj_default_folder()}};
+}
+
+result_saving_data_t data_from(const json& data, result_saving_data_t record)
+{
+    using temp = result_saving_data_t::temp_storing_t;
+    using project = result_saving_data_t::project_storing_t;
+    record.set_temp_storing(
+        static_cast<temp>(get_int(data, "temp_storing", static_cast<int>(record.get_temp_storing()))));
+    record.set_proj_storing(
+        static_cast<project>(get_int(data, "project_storing", static_cast<int>(record.get_proj_storing()))));
+    record.set_vs_accessibility(get_bool(data, "vs_accessibility", record.get_vs_accessibility()));
+    record.set_name_template(get_string(data, "name_template", record.get_name_template()));
+    record.set_folder(get_string(data, "folder", record.get_folder()));
+    record.set_proj_default_folder(
+        get_string(data, "project_default_folder", record.get_proj_default_folder()));
+    return record;
+}
+
+} // namespace
+
+result_saving_page_t::result_saving_page_t() : m_data(initial_data()) {}
+
+std::string result_saving_page_t::get_title() const
+{
+    return text("preferences.page.result_saving");
+}
+
+std::string result_saving_page_t::get_search_words() const
+{
+    return text("preferences.page.result_saving.words");
+}
+
+gen_helpers2::error_code_t result_saving_page_t::load()
+{
+    gen_helpers2::error_code_t result;
+    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "preferences.xml";
+    m_storage = cfgmgr2::open_property_storage(file, result);
+    if (!m_storage->has_child("result_saving"))
+        return result;
+    const auto stored = m_storage->get_child("result_saving");
+    const auto number = [&](const char* name) {
+        const auto value = stored->get_value(name);
+        return value.can_get<int>() && value.get<int>() == 1 ? 1 : 0;
+    };
+    const auto string = [&](const char* name, const std::string& otherwise) {
+        const auto value = stored->get_value(name);
+        return value.can_get<std::string>() ? value.get<std::string>() : otherwise;
+    };
+    m_data.set_temp_storing(static_cast<result_saving_data_t::temp_storing_t>(number("temp_storing")));
+    m_data.set_proj_storing(static_cast<result_saving_data_t::project_storing_t>(number("project_storing")));
+    const auto accessible = stored->get_value("vs_accessibility");
+    if (accessible.can_get<bool>())
+        m_data.set_vs_accessibility(accessible.get<bool>());
+    m_data.set_name_template(string("name_template", m_data.get_name_template()));
+    m_data.set_folder(string("folder", m_data.get_folder()));
+    return result;
+}
+
+commondlg3::pref_base_t* result_saving_page_t::create(wxWindow* parent)
+{
+    m_page = new result_saving_pp_t(m_data, all_flags);
+    m_page->create(parent);
+    return m_page.get();
+}
+
+bool result_saving_page_t::is_changed() const
+{
+    return m_unwritten || (m_page && m_page->is_changed());
+}
+
+gen_helpers2::error_code_t result_saving_page_t::apply()
+{
+    if (!m_page)
+        return {};
+    m_page->on_ok();
+    m_data = m_page->get_data();
+    m_page->load_settings(); // what was replaced by a safe value is shown as such
+    const auto stored = m_storage->get_child("result_saving");
+    stored->set_value("temp_storing", static_cast<int>(m_data.get_temp_storing()));
+    stored->set_value("project_storing", static_cast<int>(m_data.get_proj_storing()));
+    stored->set_value("vs_accessibility", m_data.get_vs_accessibility());
+    stored->set_value("name_template", m_data.get_name_template());
+    stored->set_value("folder", m_data.get_folder());
+    const auto result = m_storage->save();
+    m_unwritten = result.failed();
+    return result;
+}
+
+json result_saving_page_t::get_data() const
+{
+    return json_of(m_page ? m_page->get_data() : m_data);
+}
+
+int open_result_saving_page(const json& data, wxWindow* parent)
+{
+    constexpr auto object = result_saving_page_t::object_name;
+    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
+    int result = 0;
+    json ended = json::object();
+    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
+        result_saving_page_t stored;
+        stored.load();
+        const auto record = data_from(stored.get_data(), initial_data());
+        const unsigned flags = static_cast<unsigned>(get_int(data, "flags", all_flags));
+        auto* page = new result_saving_pp_t(data_from(data, record), flags);
+        page_frame_t frame(page, stored.get_title());
+        page->get_end_signal().connect(&frame, [](commondlg3::generic_base_t<wxPanel>*, int code) {
+            report_signal(result_saving_page_t::object_name, "end", code);
+        });
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(result_saving_page_t::object_name); });
+        result = frame.show_modal(parent);
+        ended = json_of(page->get_data());
+    }
+    report_result(object, result, ended);
+    return result;
+}
+
+} // namespace gallery

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "gen_helpers2/export.h"
+#include "gen_helpers2/path.h"
+
+namespace gen_helpers2 {
+
+/// What would come of making files in a folder that is created first, with those above it, if need be.
+enum class folder_state_t
+{
+    usable,
+    no_path,      ///< empty or relative
+    not_a_folder, ///< it, or something on the way to it, is a file
+    broken_link,  ///< it, or something on the way to it, is a link that leads nowhere or round in a circle
+    not_allowed,  ///< the user may not write into it, or not look into what is on the way
+    too_long
+};
+
+/// Looks at the folder itself or, where it is missing, at the nearest thing above it that is there. For
+/// telling the user in time; what is true now may have changed when the folder is used. Any thread; asks the
+/// disk twice or three times for a folder that is there.
+GEN_HELPERS2_EXPORT folder_state_t examine_folder(const path_t& folder);
+
+} // namespace gen_helpers2
+
+namespace gh2 = gen_helpers2;

@@ -1,0 +1,115 @@
+#include "tools.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/resources.h>
+#include <preferences_dialog.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/uiaction.h>
+
+#include <filesystem>
+
+namespace {
+
+using gallery::preferences_dialog_t;
+using wx_helpers1::to_wx;
+
+class Preferences : public testing::Test
+{
+protected:
+    Preferences()
+    {
+        auto product = std::make_shared<cfgmgr2::product_locations_t>();
+        product->resource_directory = RESOURCE_DIR;
+        product->locale_directory = LOCALE_DIR;
+        product->product_name = product->product_short_name = "Vorbex";
+        product->config_directory = m_dir.path() + "/config";
+        cfgmgr2::IProductLocations::set(product);
+    }
+    ~Preferences() override { test::use_default_product(); }
+
+    static int run(const std::function<void(wxTopLevelWindow*)>& act)
+    {
+        preferences_dialog_t dialog;
+        return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
+    }
+    static wxTextCtrl* name_in(wxWindow* dialog)
+    {
+        return commondlg3::from_xrc<wxTextCtrl>(dialog, "m_textCtrl14");
+    }
+    static wxButton* button(wxWindow* dialog, const char* name)
+    {
+        return commondlg3::from_xrc<wxButton>(dialog, name);
+    }
+    static void click(wxWindow* dialog, const char* name)
+    {
+        wxCommandEvent event(wxEVT_BUTTON, button(dialog, name)->GetId());
+        event.SetEventObject(button(dialog, name));
+        button(dialog, name)->ProcessWindowEvent(event);
+    }
+    std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
+
+    const test::temp_dir_t m_dir;
+};
+
+TEST_F(Preferences, OkAndApplyKeepWhatCancelLeavesAlone)
+{
+    EXPECT_EQ(wxID_OK, run([&](wxTopLevelWindow* dialog) {
+                  EXPECT_FALSE(button(dialog, "m_btn_apply")->IsEnabled());
+                  dialog->SetSize(700, 500);
+                  name_in(dialog)->SetValue("first_@");
+                  EXPECT_TRUE(button(dialog, "m_btn_apply")->IsEnabled());
+                  click(dialog, "m_btn_apply");
+                  EXPECT_FALSE(button(dialog, "m_btn_apply")->IsEnabled());
+                  EXPECT_NE(std::string::npos, stored().find("first_@"));
+                  name_in(dialog)->SetValue("second_@");
+                  click(dialog, "m_btn_ok");
+              }));
+    EXPECT_NE(std::string::npos, stored().find("second_@"));
+    const std::string before = stored() + test::read_file(m_dir.path() + "/config/windows.xml");
+    EXPECT_EQ(wxID_CANCEL, run([&](wxTopLevelWindow* dialog) {
+                  EXPECT_EQ(wxSize(700, 500), dialog->GetSize());
+                  EXPECT_EQ("second_@", name_in(dialog)->GetValue());
+                  name_in(dialog)->SetValue("third_@");
+                  dialog->SetSize(800, 600);
+                  test::press(WXK_ESCAPE);
+              }));
+    EXPECT_EQ(before, stored() + test::read_file(m_dir.path() + "/config/windows.xml"));
+}
+
+TEST_F(Preferences, AFailedWriteIsToldAndNothingIsLost)
+{
+    test::make_file(m_dir.path() + "/config"); // where the folder should be
+    EXPECT_EQ(wxID_OK, run([&](wxTopLevelWindow* dialog) {
+                  name_in(dialog)->SetValue("kept_@");
+                  {
+                      test::messages_t messages;
+                      click(dialog, "m_btn_ok");
+                      ASSERT_EQ(1U, messages.shown.size());
+                      EXPECT_EQ("Your preferences could not be saved", messages.shown[0].first);
+                  }
+                  EXPECT_TRUE(dialog->IsShown());
+                  EXPECT_EQ("kept_@", name_in(dialog)->GetValue());
+                  EXPECT_TRUE(button(dialog, "m_btn_apply")->IsEnabled());
+                  std::filesystem::remove(m_dir.path() + "/config");
+                  click(dialog, "m_btn_ok");
+              }));
+    EXPECT_NE(std::string::npos, stored().find("kept_@"));
+}
+
+TEST_F(Preferences, DamagedFilesGiveTheUsualSettingsAndAMessage)
+{
+    std::filesystem::create_directory(m_dir.path() + "/config");
+    test::make_file(m_dir.path() + "/config/preferences.xml", "<bag");
+    test::make_file(m_dir.path() + "/config/windows.xml", "\1");
+    test::messages_t messages;
+    EXPECT_EQ(wxID_CANCEL, run([&](wxTopLevelWindow* dialog) {
+                  EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
+                  EXPECT_EQ("result_@@@", name_in(dialog)->GetValue());
+                  click(dialog, "m_btn_cancel");
+              }));
+    EXPECT_EQ("Your preferences could not be read", messages.shown.at(0).first);
+    EXPECT_EQ("<bag", stored());
+}
+
+} // namespace
