@@ -1,6 +1,7 @@
 #include "log_tools.h"
 
 #include "html_markup.h"
+#include "paint_dc.h"
 
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/ui_settings.h>
@@ -41,12 +42,12 @@ int y_of(test::log_window_t& window, std::size_t entry, std::size_t line)
     return window.log().GetLineRect(*window.log().GetElements().at(entry), line).y;
 }
 
-wxImage picture_of(test::log_window_t& window)
+wxImage picture_of(const wxTopLevelWindow& window)
 {
     const test::temp_dir_t folder;
     const std::string file = folder.path() + "/window.png";
     test::settle();
-    EXPECT_TRUE(wx_helpers1::save_picture(*window.frame(), file));
+    EXPECT_TRUE(wx_helpers1::save_picture(window, file));
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
         wxImage::AddHandler(new wxPNGHandler);
     return wxImage(file, wxBITMAP_TYPE_PNG);
@@ -193,6 +194,91 @@ TEST(InplaceView, finding)
     EXPECT_FALSE(log.Find("", true));
 }
 
+// Case is no matter in any script that has it, and bytes that are no UTF-8 neither match by accident nor stop
+// the search.
+TEST(InplaceView, finds_in_every_script)
+{
+    struct row_t
+    {
+        const char* line;
+        const char* sought;
+        const char* found; // null: nothing
+    };
+    const row_t rows[] = {
+        {"Größe ÜBERSCHRITTEN", "überschritten", "ÜBERSCHRITTEN"},
+        {"ДИСК переполнен", "диск", "ДИСК"},
+        {"диск Рабочий", "РАБОЧИЙ", "Рабочий"},
+        {"ΑΡΧΕΙΟ", "αρχειο", "ΑΡΧΕΙΟ"},
+        {"ディスクがいっぱいです", "いっぱい", "いっぱい"},
+        {"bad \xff\xfe\xd0 bytes", "\xd0", "\xd0"},
+        {"\xd0\x94", "\xd0\xb5", nullptr},
+        {"cut \xd0", "\xd0\xb4", nullptr},
+        {"İstanbul", "istanbul", nullptr}, // its small letter takes other bytes
+    };
+    for (const row_t& row : rows) {
+        SCOPED_TRACE(row.sought);
+        test::log_window_t window;
+        const auto tag = window->add_message(test::make_message("entry"), {});
+        window->get_messenger(tag)->say(sev_none, row.line);
+        test::settle();
+        for (const bool forward : {true, false}) {
+            EXPECT_EQ(row.found != nullptr, window.log().Find(row.sought, forward));
+            EXPECT_EQ(row.found ? row.found : "", window.log().GetSelectedText());
+        }
+    }
+}
+
+// The log draws its text past the toolkit: what comes out must be what the toolkit draws, also in its mirror.
+TEST(InplaceView, draws_text_as_the_toolkit_does)
+{
+    for (const wxLayoutDirection direction : {wxLayout_LeftToRight, wxLayout_RightToLeft}) {
+        auto* frame = new wxFrame(test::main_window(), wxID_ANY, "text", wxPoint(50, 50), wxSize(400, 300));
+        auto* canvas = new wxWindow(frame, wxID_ANY);
+        canvas->SetLayoutDirection(direction);
+        canvas->SetBackgroundStyle(wxBG_STYLE_PAINT);
+        bool painted = false;
+        canvas->Bind(wxEVT_PAINT, [&](wxPaintEvent&) {
+            wxPaintDC window(canvas);
+            window.SetBackground(*wxWHITE_BRUSH);
+            window.Clear();
+            vdxcfrw7::paint_dc_t fast(window);
+            wxDC* const contexts[] = {&window, &fast};
+            for (int i = 0; i < 2; ++i) {
+                wxDC& dc = *contexts[i];
+                int y = 100 * i;
+                for (const wxFont& font : {canvas->GetFont(), canvas->GetFont().Italic().Larger(),
+                                           canvas->GetFont().Bold().Underlined()}) {
+                    dc.SetFont(font);
+                    dc.SetTextForeground(wxColour(200, 0, 60));
+                    dc.DrawText(wxString::FromUTF8("Ärger: تم فتح 日本"), 10, y + 5);
+                    dc.SetPen(*wxBLACK_PEN);
+                    dc.DrawLine(10, y + 31, 200, y + 31);
+                    y += 33;
+                }
+            }
+            painted = true;
+        });
+        frame->Show();
+        ASSERT_TRUE(test::wait_for([&] { return painted; }));
+        test::settle();
+        const wxImage picture = picture_of(*frame);
+        const wxPoint origin = canvas->GetScreenPosition() - frame->GetScreenPosition();
+        ASSERT_TRUE(picture.IsOk());
+        int inked = 0, different = 0;
+        for (int y = 0; y < 100; ++y)
+            for (int x = 0; x < 380; ++x) {
+                const int left = origin.x + x, top = origin.y + y;
+                inked += picture.GetGreen(left, top) < 200;
+                different += std::abs(picture.GetGreen(left, top) - picture.GetGreen(left, top + 100)) > 8;
+            }
+        EXPECT_GT(inked, 1000) << "nothing was drawn, so that everything is alike";
+        EXPECT_EQ(0, different) << (direction == wxLayout_RightToLeft ? "from right to left"
+                                                                      : "from left to right");
+        frame->Destroy();
+        test::settle();
+    }
+}
+
 TEST(InplaceView, filtering)
 {
     test::log_window_t window;
@@ -321,13 +407,13 @@ TEST(InplaceView, the_theme_changes_while_it_is_open)
     test::log_window_t window;
     window->add_message(test::make_message("Caption", "A body"), {});
     test::settle();
-    const wxImage light = picture_of(window);
+    const wxImage light = picture_of(*window.frame());
     EXPECT_GT(different_pixels(light), 100) << "something is drawn";
     auto* settings = wx_helpers1::ui_settings_t::get();
     settings->set_theme(wx_helpers1::theme_t::dark);
     ASSERT_TRUE(test::wait_for([&] { return settings->is_dark(); }));
     test::settle();
-    const wxImage dark = picture_of(window);
+    const wxImage dark = picture_of(*window.frame());
     settings->set_theme(wx_helpers1::theme_t::system);
     test::settle();
     EXPECT_GT(light.GetRed(40, 300), 180);

@@ -2,6 +2,8 @@
 
 #include <gen_helpers2/strings.h>
 
+#include <glib.h>
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -28,12 +30,48 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-bool same_folded(const char* text, std::string_view needle)
+// The character at `at` in the other case, when that takes as many bytes; else as it is. Its length in bytes.
+template <class Change>
+std::size_t change_case(const char* at, const char* end, char* changed, Change change)
 {
-    for (std::size_t i = 0; i < needle.size(); ++i)
-        if (lower(text[i]) != needle[i])
+    const std::size_t length =
+        gen_helpers2::utf8_sequence_length(std::string_view(at, std::min<std::size_t>(4, end - at)));
+    if (length < 2) {
+        *changed = *at;
+        return 1;
+    }
+    char other[6];
+    const int other_length = g_unichar_to_utf8(change(g_utf8_get_char(at)), other);
+    std::memcpy(changed, static_cast<std::size_t>(other_length) == length ? other : at, length);
+    return length;
+}
+
+bool same_folded(const char* text, const char* end, std::string_view needle)
+{
+    for (std::size_t i = 0; i < needle.size();) {
+        if (static_cast<unsigned char>(text[i]) < 0x80) {
+            if (lower(text[i]) != needle[i])
+                return false;
+            ++i;
+            continue;
+        }
+        char folded[4];
+        const std::size_t length = change_case(text + i, end, folded, g_unichar_tolower);
+        if (length > needle.size() - i || std::memcmp(folded, needle.data() + i, length) != 0)
             return false;
+        i += length;
+    }
     return true;
+}
+
+// The first byte of the text in capitals.
+char first_in_capitals(std::string_view text)
+{
+    if (static_cast<unsigned char>(text[0]) < 0x80)
+        return text[0] >= 'a' && text[0] <= 'z' ? static_cast<char>(text[0] - ('a' - 'A')) : text[0];
+    char capital[4];
+    change_case(text.data(), text.data() + text.size(), capital, g_unichar_toupper);
+    return capital[0];
 }
 
 } // namespace
@@ -107,7 +145,14 @@ wxString to_shown(std::string_view text)
 std::string fold(std::string_view text)
 {
     std::string folded(text);
-    std::transform(folded.begin(), folded.end(), folded.begin(), lower);
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at < end;) {
+        char* const changed = folded.data() + (at - text.data());
+        if (static_cast<unsigned char>(*at) < 0x80)
+            *changed = lower(*at++);
+        else
+            at += change_case(at, end, changed, g_unichar_tolower);
+    }
     return folded;
 }
 
@@ -118,7 +163,8 @@ std::size_t find_folded(std::string_view text, std::string_view needle, std::siz
     const char* const begin = text.data();
     const char* const last = begin + (text.size() - needle.size());
     const char small = needle[0];
-    const char large = small >= 'a' && small <= 'z' ? static_cast<char>(small - ('a' - 'A')) : small;
+    const char large = first_in_capitals(needle);
+    const char* const end = begin + text.size();
     // The library's search for one character is many times faster than a loop; each case is searched once.
     const auto next = [&](const char* at, char c) {
         const void* found =
@@ -134,7 +180,7 @@ std::size_t find_folded(std::string_view text, std::string_view needle, std::siz
         at = std::min(as_small, as_large);
         if (at > last)
             break;
-        if (same_folded(at, needle))
+        if (same_folded(at, end, needle))
             return static_cast<std::size_t>(at - begin);
         if (at == as_small)
             as_small = next(at + 1, small);
@@ -151,7 +197,7 @@ std::size_t find_last_folded(std::string_view text, std::string_view needle, std
         return std::string_view::npos;
     end = std::min(end, text.size());
     for (std::size_t at = end < needle.size() ? 0 : end - needle.size() + 1; at-- > 0;)
-        if (same_folded(text.data() + at, needle))
+        if (same_folded(text.data() + at, text.data() + text.size(), needle))
             return at;
     return std::string_view::npos;
 }

@@ -36,8 +36,8 @@ bool breaks_after(char32_t character);
 /// For drawing; line feeds are left out, a tab is four spaces.
 wxString to_shown(std::string_view text);
 
-/// The first place of `needle`, which must be lower case, at or after `from`; upper and lower ASCII letters
-/// are the same, all other bytes themselves. npos when there is none.
+/// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are the
+/// same where both take as many bytes, as in nearly all scripts that have cases. npos when there is none.
 std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0);
 /// The last place that ends at or before `end`.
 std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end);
