@@ -38,7 +38,6 @@ public:
         if (font.GetRefData() == m_font.GetRefData())
             return;
         m_font = font;
-        m_base_knows_font = false;
         m_decorated = font.IsOk() && (font.GetUnderlined() || font.GetStrikethrough());
         if (font.IsOk())
             pango_layout_set_font_description(m_layout, font.GetNativeFontInfo()->description);
@@ -47,8 +46,8 @@ public:
     void DoDrawText(const wxString& text, wxCoord x, wxCoord y) override
     {
         if (m_decorated || m_backgroundMode != wxBRUSHSTYLE_TRANSPARENT || !m_font.IsOk()) {
-            tell_font();
-            wxGCDCImpl::DoDrawText(text, x, y);
+            prepare_window();
+            m_window.DrawText(text, x, y);
             return;
         }
         set_text(text);
@@ -79,8 +78,8 @@ public:
                          wxCoord* leading, const wxFont* font) const override
     {
         if (font || descent || leading || !m_font.IsOk()) {
-            tell_font();
-            wxGCDCImpl::DoGetTextExtent(text, width, height, descent, leading, font);
+            prepare_window();
+            m_window.GetTextExtent(text, width, height, descent, leading, font);
             return;
         }
         set_text(text);
@@ -90,12 +89,13 @@ public:
     void set_pieces(bool pieces) { pango_layout_set_auto_dir(m_layout, !pieces); }
 
 private:
-    // What is left to the toolkit needs the font in its own form.
-    void tell_font() const
+    // What is left to the toolkit is done by the window's own context, which knows of the mirror.
+    void prepare_window() const
     {
-        if (!m_base_knows_font)
-            const_cast<impl_t*>(this)->wxGCDCImpl::SetFont(m_font);
-        m_base_knows_font = true;
+        m_window.SetFont(m_font);
+        m_window.SetTextForeground(m_textForegroundColour);
+        m_window.SetTextBackground(m_textBackgroundColour);
+        m_window.SetBackgroundMode(m_backgroundMode);
     }
 
     void set_text(const wxString& text) const
@@ -109,7 +109,6 @@ private:
     PangoLayout* m_layout;
     bool m_mirrored = false;
     bool m_decorated = false;
-    mutable bool m_base_knows_font = false;
 };
 
 paint_dc_t::paint_dc_t(wxPaintDC& dc) : wxDC(new impl_t(this, dc)) {}
