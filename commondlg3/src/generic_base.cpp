@@ -279,6 +279,7 @@ void generic_base_t<Base>::on_update_ui_settings_recursively(wxWindowList& child
         if (!child)
             continue;
         wx_helpers1::apply_font(child, font);
+        wx_helpers1::apply_native_height(child);
         on_update_ui_settings_recursively(child->GetChildren());
     }
 }

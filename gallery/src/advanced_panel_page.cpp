@@ -82,11 +82,10 @@ void advanced_panel_page_t::clear()
     toggled("cleared", m_inner->is_opened());
 }
 
-// The window grows and shrinks with what is open in it. Its fields are not measured anew: they would add their
-// border to their height each time.
+// The window grows and shrinks with what is open in it.
 void advanced_panel_page_t::toggled(const char* name, bool opened)
 {
-    GetSizer()->SetSizeHints(this);
+    fit_to_contents();
     report_signal(object_name, name, opened);
 }
 

@@ -51,10 +51,7 @@ int demo_dialog_t::run(wxWindow* parent)
         report_result(m_object, 0, nlohmann::json::object());
         return 0;
     }
-    wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) {
-        fit_to_contents(); // text fields know their style, and with it their height, only now
-        report_opened(m_object);
-    });
+    wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) { report_opened(m_object); });
     const int result = show_modal(parent);
     report_result(m_object, result, get_state());
     return result;

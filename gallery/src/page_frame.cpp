@@ -36,7 +36,6 @@ void page_frame_t::on_init_dialog()
     m_page->create(this);
     GetSizer()->Insert(0, m_page, 1, wxEXPAND);
     fit();
-    after_first_paint(m_page, [this] { fit(); });
     centre_on_parent();
 }
 

@@ -18,8 +18,6 @@ void page_host_t::on_init_dialog()
     m_page->create(this);
     GetSizer()->Add(m_page, 1, wxEXPAND);
     fit_to_contents();
-    // Text fields of a panel know their style, and with it their height, only once they are on the screen.
-    CallAfter([this] { fit_to_contents(); });
     centre_on_parent();
 }
 

@@ -141,6 +141,32 @@ TEST(Dialog, LaterOnesAreLikeTheFirst)
     }
 }
 
+TEST(Dialog, FittingAgainChangesNothing)
+{
+    class dialog_t : public probe_dialog_t
+    {
+    public:
+        using probe_dialog_t::fit_to_contents;
+        using probe_dialog_t::probe_dialog_t;
+    };
+    dialog_t dialog("dlg.example");
+    dialog.on_init = [&] { dialog.fit_to_contents(); };
+    std::vector<look_t> looks;
+    run(dialog, [&](wxTopLevelWindow* window) {
+        for (int i = 0; i < 4; ++i) {
+            looks.emplace_back(window);
+            dialog.fit_to_contents();
+            test::settle();
+        }
+        dialog.end_dialog(wxID_OK);
+    });
+    ASSERT_EQ(4u, looks.size());
+    for (const look_t& look : looks) {
+        EXPECT_EQ(looks[0].size, look.size);
+        EXPECT_EQ(looks[0].controls, look.controls);
+    }
+}
+
 TEST(Dialog, ModelessOneIsHiddenAndKeepsItsCode)
 {
     probe_dialog_t dialog("dlg.example");

@@ -24,6 +24,16 @@ PangoLayout* layout_of(wxStaticText* label)
     return layout;
 }
 
+// The toolkit's own answer takes a hundred times longer: it looks up all colours of the label for its font.
+int average_width(GtkLabel* widget)
+{
+    PangoContext* context = gtk_widget_get_pango_context(GTK_WIDGET(widget));
+    PangoFontMetrics* metrics = pango_context_get_metrics(context, nullptr, nullptr);
+    const int width = pango_font_metrics_get_approximate_char_width(metrics) / PANGO_SCALE;
+    pango_font_metrics_unref(metrics);
+    return std::max(1, width);
+}
+
 } // namespace
 
 void set_label_text(wxStaticText* label, const std::string& text)
@@ -40,14 +50,16 @@ void set_label_text(wxStaticText* label, const std::string& text)
 void set_wrap_width(wxStaticText* label, int width)
 {
     GtkLabel* widget = widget_of(label);
+    if (!widget)
+        return;
+    // Without a width of its own the label lays its text out one character wide to learn how narrow it can
+    // be.
+    const int characters = width > 0 ? std::max(1, width / average_width(widget)) : -1;
     // Each change makes the label forget what it has measured.
-    if (!widget || (width <= 0 && !gtk_label_get_line_wrap(widget)))
+    if (gtk_label_get_line_wrap(widget) == (width > 0) && gtk_label_get_width_chars(widget) == characters)
         return;
     gtk_label_set_line_wrap(widget, width > 0);
     gtk_label_set_line_wrap_mode(widget, PANGO_WRAP_WORD_CHAR);
-    // Without a width of its own the label lays its text out one character wide to learn how narrow it can
-    // be.
-    const int characters = width > 0 ? std::max(1, width / std::max(1, label->GetCharWidth())) : -1;
     gtk_label_set_width_chars(widget, characters);
     gtk_label_set_max_width_chars(widget, characters);
     // A hyphen at the break of a path or a number would be read as part of it.

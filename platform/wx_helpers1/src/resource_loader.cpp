@@ -7,6 +7,7 @@
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
 #include "wx_helpers1/tooltip.h"
+#include "wx_helpers1/ui_settings.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_arguments.h>
@@ -21,6 +22,7 @@
 #include <wx/mstream.h>
 #include <wx/panel.h>
 #include <wx/radiobut.h>
+#include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/xml/xml.h>
 #include <wx/xrc/xmlres.h>
@@ -196,8 +198,8 @@ bool needs_label(wxWindow* window)
            get_accessible_name(window).empty();
 }
 
-// What the toolkit's own building leaves out: a label names the field that follows it, and long tool tips are
-// wrapped.
+// What the toolkit's own building leaves out: a label names the field that follows it, long tool tips are
+// wrapped, and text fields have their height.
 void finish(wxWindow* window)
 {
     constexpr int characters_in_line = 60;
@@ -206,9 +208,23 @@ void finish(wxWindow* window)
         if (label && needs_label(child))
             set_label_for(label, child);
         label = wxDynamicCast(child, wxStaticText);
+        apply_native_height(child);
         if (child->GetToolTip())
             SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());
         finish(child);
+    }
+}
+
+// The toolkit has fitted the dialog to what its controls seemed to need.
+void finish_dialog(wxWindow* dialog)
+{
+    finish(dialog);
+    if (wxSizer* sizer = dialog->GetSizer()) {
+        const wxSize least = sizer->CalcMin();
+        wxSize size = dialog->GetClientSize();
+        size.IncTo(least);
+        dialog->SetMinClientSize(least);
+        dialog->SetClientSize(size);
     }
 }
 
@@ -228,9 +244,9 @@ bool resource_loader_t::load_dialog(wxDialog* dialog, wxWindow* parent, const st
     if (!spare_layouts::make_dialog(dialog, parent, key)) {
         if (!resource->LoadDialog(dialog, parent, to_wx(object_name)))
             return false;
-        finish(dialog);
+        finish_dialog(dialog);
     }
-    spare_layouts::build_later(key, resource, object_name, finish);
+    spare_layouts::build_later(key, resource, object_name, finish_dialog);
     return true;
 }
 
@@ -239,9 +255,18 @@ bool resource_loader_t::load_panel(wxPanel* panel, wxWindow* parent, const std::
     if (!parent)
         return false;
     wxXmlResource* resource = find_object(m_file, m_catalog, object_name);
-    if (!resource || !resource->LoadPanel(panel, parent, to_wx(object_name)))
+    if (!resource)
         return false;
-    finish(panel);
+    const std::string key = key_of(m_file, m_catalog) + '\n' + object_name;
+    if (!spare_layouts::make_panel(panel, parent, key)) {
+        if (!resource->LoadPanel(panel, parent, to_wx(object_name)))
+            return false;
+        finish(panel);
+    }
+    // In a dialog that is about to open somebody waits for the panel, and will the next time.
+    const auto* top = wxDynamicCast(wxGetTopLevelParent(parent), wxDialog);
+    if (top && !top->IsShown())
+        spare_layouts::build_later(key, resource, object_name, finish);
     return true;
 }
 

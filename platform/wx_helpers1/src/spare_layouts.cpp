@@ -8,6 +8,7 @@
 #include <wx/button.h>
 #include <wx/dialog.h>
 #include <wx/log.h>
+#include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/weakref.h>
 #include <wx/xml/xml.h>
@@ -32,6 +33,12 @@ public:
     bool ShouldPreventAppExit() const override { return false; }
 };
 
+struct spare_t
+{
+    wxWeakRef<holder_t> holder; // the toolkit destroys it at the end, with all windows that are left
+    wxWindow* built = nullptr;  // the holder itself, or the panel in it
+};
+
 struct order_t
 {
     std::string key;
@@ -42,8 +49,7 @@ struct order_t
 
 struct pool_t
 {
-    // The toolkit destroys them at the end, with all windows that are left.
-    std::map<std::string, wxWeakRef<holder_t>> spares;
+    std::map<std::string, spare_t> spares;
     std::vector<order_t> orders;
     guint source = 0;
 };
@@ -80,14 +86,23 @@ void build(const order_t& order)
     if (!node || !says_only_title_style_and_size(node))
         return;
     auto* holder = new holder_t;
-    if (!order.resource->LoadDialog(holder, nullptr, name)) {
+    wxWindow* built = holder;
+    bool complete = false;
+    if (node->GetAttribute("class") == "wxDialog") {
+        complete = order.resource->LoadDialog(holder, nullptr, name);
+    } else if (holder->Create(nullptr, wxID_ANY, wxString(), wxPoint(0, 0), wxSize(400, 300))) {
+        auto* panel = new wxPanel;
+        built = panel;
+        complete = order.resource->LoadPanel(panel, holder, name);
+    }
+    if (!complete) {
         delete holder;
         return;
     }
-    order.finish(holder);
+    order.finish(built);
     if (const auto* settings = ui_settings_t::get())
-        set_fonts(holder, settings->get_font(ui_font::text));
-    pool().spares[order.key] = holder;
+        set_fonts(built, settings->get_font(ui_font::text));
+    pool().spares[order.key] = {holder, built};
 }
 
 // One layout a turn of the loop.
@@ -104,36 +119,69 @@ gboolean build_next(gpointer)
     return G_SOURCE_CONTINUE;
 }
 
+spare_t take(const std::string& key)
+{
+    auto& spares = pool().spares;
+    const auto found = spares.find(key);
+    if (found == spares.end())
+        return {};
+    const spare_t spare = found->second;
+    spares.erase(found);
+    return spare;
+}
+
+void move_controls(const spare_t& spare, wxWindow* to)
+{
+    wxSizer* sizer = spare.built->GetSizer();
+    spare.built->SetSizer(nullptr, false);
+    auto* default_button = wxDynamicCast(spare.holder->GetDefaultItem(), wxButton);
+    const wxWindowList controls = spare.built->GetChildren();
+    for (wxWindow* control : controls)
+        control->Reparent(to);
+    if (sizer)
+        to->SetSizer(sizer);
+    if (default_button)
+        default_button->SetDefault();
+}
+
 } // namespace
 
 namespace spare_layouts {
 
 bool make_dialog(wxDialog* dialog, wxWindow* parent, const std::string& key)
 {
-    const auto found = pool().spares.find(key);
-    if (found == pool().spares.end())
+    const spare_t spare = take(key);
+    if (!spare.holder)
         return false;
-    const wxWeakRef<holder_t> spare = found->second;
-    pool().spares.erase(found);
-    if (!spare)
-        return false;
-    const bool created = dialog->Create(parent, spare->GetId(), spare->GetTitle(), wxDefaultPosition,
-                                        wxSize(400, 300), spare->GetWindowStyleFlag(), spare->GetName());
+    const holder_t& holder = *spare.holder;
+    const bool created = dialog->Create(parent, holder.GetId(), holder.GetTitle(), wxDefaultPosition,
+                                        wxSize(400, 300), holder.GetWindowStyleFlag(), holder.GetName());
     if (created) {
-        wxSizer* sizer = spare->GetSizer();
-        spare->SetSizer(nullptr, false);
-        auto* default_button = wxDynamicCast(spare->GetDefaultItem(), wxButton);
-        const wxWindowList controls = spare->GetChildren();
-        for (wxWindow* control : controls)
-            control->Reparent(dialog);
-        if (sizer)
-            dialog->SetSizer(sizer);
-        dialog->SetMinClientSize(spare->GetMinClientSize());
-        dialog->SetClientSize(spare->GetClientSize());
-        if (default_button)
-            default_button->SetDefault();
+        move_controls(spare, dialog);
+        dialog->SetMinClientSize(holder.GetMinClientSize());
+        dialog->SetClientSize(holder.GetClientSize());
     }
-    delete spare.get();
+    delete spare.holder.get();
+    return created;
+}
+
+bool make_panel(wxPanel* panel, wxWindow* parent, const std::string& key)
+{
+    const spare_t spare = take(key);
+    if (!spare.holder)
+        return false;
+    // What is moved into a window that is shown, the toolkit shows only when it is idle.
+    const bool shows = !panel->GetHandle() || panel->IsShown();
+    panel->Hide();
+    const bool created =
+        panel->GetHandle() ||
+        panel->Create(parent, spare.built->GetId(), wxDefaultPosition, spare.built->GetSize(),
+                      spare.built->GetWindowStyleFlag(), spare.built->GetName());
+    if (created) {
+        move_controls(spare, panel);
+        panel->Show(shows);
+    }
+    delete spare.holder.get();
     return created;
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 class wxDialog;
+class wxPanel;
 class wxWindow;
 class wxXmlResource;
 
@@ -20,6 +21,9 @@ namespace spare_layouts {
 
 /// Creates the dialog with the controls of a spare. False, and nothing done, when there is none.
 bool make_dialog(wxDialog* dialog, wxWindow* parent, const std::string& key);
+
+/// Creates the panel, unless it is there already, with the controls of a spare. False as above.
+bool make_panel(wxPanel* panel, wxWindow* parent, const std::string& key);
 
 /// Builds a spare later, when the loop has nothing better to do.
 /// @param key what tells one layout from another: resource, catalog, language and object

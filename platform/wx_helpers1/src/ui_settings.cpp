@@ -4,6 +4,7 @@
 #include <wx/fontutil.h>
 #include <wx/settings.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 #include <wx/window.h>
 
 #include <gtk/gtk.h>
@@ -265,6 +266,23 @@ void apply_font(wxWindow* window, const wxFont& font)
     own.SetStyle(shown.GetStyle());
     own.SetWeight(shown.GetWeight());
     set_font(window, own);
+}
+
+void apply_native_height(wxWindow* window)
+{
+    auto* field = wxDynamicCast(window, wxTextCtrl);
+    if (!field || field->HasFlag(wxTE_MULTILINE) || field->HasFlag(wxBORDER_NONE) || !field->GetHandle())
+        return;
+    GtkWidget* widget = field->GetHandle();
+    gint width = 0;
+    gint height = 0;
+    GtkRequisition natural{};
+    gtk_widget_get_size_request(widget, &width, &height);
+    gtk_widget_set_size_request(widget, -1, -1);
+    gtk_widget_get_preferred_size(widget, nullptr, &natural);
+    gtk_widget_set_size_request(widget, width, height);
+    if (field->GetMinSize().y != natural.height)
+        field->SetMinSize(wxSize(field->GetMinSize().x, natural.height));
 }
 
 } // namespace wx_helpers1

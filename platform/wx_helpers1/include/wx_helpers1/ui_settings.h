@@ -104,6 +104,11 @@ private:
 /// has from its layout.
 WX_HELPERS1_EXPORT void apply_font(wxWindow* window, const wxFont& font);
 
+/// Gives a text field of one line the height that the theme wants for it, as its least one; nothing for any
+/// other window. The toolkit derives the height from the one that the field has at the moment: too low before
+/// it is shown, and higher each time it is asked afterwards.
+WX_HELPERS1_EXPORT void apply_native_height(wxWindow* window);
+
 /// The window's SetFont(), without what that costs on a label that never had a font of its own.
 WX_HELPERS1_EXPORT void set_font(wxWindow* window, const wxFont& font);
 
