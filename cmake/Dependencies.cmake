@@ -6,6 +6,7 @@ find_package(Boost 1.74 REQUIRED COMPONENTS locale thread regex)
 find_package(ICU REQUIRED COMPONENTS uc i18n)
 find_package(EXPAT REQUIRED)
 pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0 gobject-2.0 gio-2.0)
+pkg_check_modules(GIO_UNIX REQUIRED IMPORTED_TARGET gio-unix-2.0)
 pkg_check_modules(GTK3 REQUIRED IMPORTED_TARGET gtk+-3.0)
 
 find_library(LOG4CPLUS_LIBRARY log4cplus REQUIRED)

@@ -8,7 +8,7 @@ packages=(
     libwxgtk3.2-dev libgtk-3-dev libboost-dev libboost-locale-dev libboost-thread-dev libboost-regex-dev
     liblog4cplus-dev libexpat1-dev libicu-dev nlohmann-json3-dev
     # tests, benchmarks, fuzzers
-    libgtest-dev libbenchmark-dev clang libclang-rt-14-dev
+    libgtest-dev libbenchmark-dev geany clang libclang-rt-14-dev
     # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
     xvfb xauth openbox xdotool imagemagick dbus-x11 at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
     # what windows need to look right, in every language that is shipped

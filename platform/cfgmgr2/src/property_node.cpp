@@ -2,7 +2,9 @@
 #include "gen_helpers2/variant_bag_file.h"
 
 #include <algorithm>
+#include <deque>
 #include <map>
+#include <unordered_map>
 
 namespace cfgmgr2 {
 
@@ -126,8 +128,11 @@ void property_node_t::to_bag(variant_bag_t& bag) const
 
 bool property_node_t::assign(const variant_bag_t& bag, std::size_t depth)
 {
-    std::vector<child_t> before;
-    before.swap(m_children);
+    // Nodes of a name are used again in their order, by children that may be thousands.
+    std::unordered_map<std::string, std::deque<node_ptr_t>> before;
+    for (child_t& child : m_children)
+        before[child.name].push_back(std::move(child.node));
+    m_children.clear();
     m_values.clear();
     bool complete = true;
     for (const variant_bag_t::item_t& item : bag) {
@@ -138,12 +143,13 @@ bool property_node_t::assign(const variant_bag_t& bag, std::size_t depth)
         } else if (depth >= gen_helpers2::max_bag_nesting) {
             complete = false;
         } else {
-            const auto old = std::find_if(before.begin(), before.end(),
-                                          [&name](const child_t& c) { return c.name == name; });
-            node_ptr_t node = std::make_shared<property_node_t>();
-            if (old != before.end()) {
-                node = old->node;
-                before.erase(old);
+            const auto old = before.find(name);
+            node_ptr_t node;
+            if (old != before.end() && !old->second.empty()) {
+                node = std::move(old->second.front());
+                old->second.pop_front();
+            } else {
+                node = std::make_shared<property_node_t>();
             }
             complete = node->assign(*item.child(), depth + 1) && complete;
             m_children.push_back({name, std::move(node)});

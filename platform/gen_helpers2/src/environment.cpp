@@ -46,6 +46,13 @@ path_t get_home_dir()
     return path_t(g_get_home_dir());
 }
 
+path_t get_working_dir()
+{
+    std::error_code error;
+    const std::filesystem::path directory = std::filesystem::current_path(error);
+    return error ? path_t() : path_t(directory);
+}
+
 path_t get_executable_dir()
 {
     std::error_code error;

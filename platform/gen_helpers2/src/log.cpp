@@ -53,4 +53,10 @@ void log_trace(const std::string& logger, const std::string& text)
     write(logger, log4cplus::TRACE_LOG_LEVEL, text);
 }
 
+bool is_trace_enabled(const std::string& name)
+{
+    return log4cplus::Logger::getInstance(LOG4CPLUS_STRING_TO_TSTRING(name))
+        .isEnabledFor(log4cplus::TRACE_LOG_LEVEL);
+}
+
 } // namespace gen_helpers2

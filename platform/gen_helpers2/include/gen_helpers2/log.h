@@ -30,6 +30,9 @@ GEN_HELPERS2_EXPORT void log_error(const std::string& logger, const std::string&
 GEN_HELPERS2_EXPORT void log_warning(const std::string& logger, const std::string& text);
 GEN_HELPERS2_EXPORT void log_trace(const std::string& logger, const std::string& text);
 
+/// Whether anybody would see a trace: for texts that are dear to make.
+GEN_HELPERS2_EXPORT bool is_trace_enabled(const std::string& logger);
+
 } // namespace gen_helpers2
 
 namespace gh2 = gen_helpers2;

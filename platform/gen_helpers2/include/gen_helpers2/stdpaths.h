@@ -13,6 +13,8 @@ GEN_HELPERS2_EXPORT path_t get_user_config_dir();
 GEN_HELPERS2_EXPORT path_t get_user_data_dir();
 GEN_HELPERS2_EXPORT path_t get_temp_dir();
 GEN_HELPERS2_EXPORT path_t get_home_dir();
+/// The folder that relative paths start from. Empty if it is gone.
+GEN_HELPERS2_EXPORT path_t get_working_dir();
 /// The folder of the running program, links resolved. Empty if the system does not tell.
 GEN_HELPERS2_EXPORT path_t get_executable_dir();
 
