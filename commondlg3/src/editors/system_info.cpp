@@ -1,0 +1,111 @@
+#include "commondlg3/editor_data.h"
+#include "commondlg3/text_utils.h"
+#include "probe_file.h"
+
+#include <gen_helpers2/assertion.h>
+#include <gen_helpers2/environment.h>
+#include <gen_helpers2/log.h>
+#include <gen_helpers2/stdpaths.h>
+
+namespace commondlg3 {
+namespace {
+
+constexpr char unit[] = "editor_data";
+constexpr char operation[] = "load_system_info";
+
+void log(const std::string& text)
+{
+    gen_helpers2::log_trace(unit, std::string(operation) + ": " + text);
+}
+
+} // namespace
+
+bool editor_data_t::load_system_info()
+{
+    bool result = true;
+    for (const language_t language : m_supported_languages) {
+        result = load_system_info(language);
+        if (!result)
+            break;
+    }
+    return result;
+}
+
+bool editor_data_t::load_system_info(language_t language)
+{
+    const auto extensions = language_info::get_extensions(language);
+    if (extensions.empty())
+        return true;
+    const auto file = gen_helpers2::stdpaths::get_temp_dir() / ("vorbex_test." + extensions.front());
+    const probe_file_t probe(file);
+    return load_system_info(file.as_string());
+}
+
+bool editor_data_t::load_system_info(const std::string& file_name)
+{
+    gen_helpers2::log_trace(unit, std::string("ENTER: ") + operation);
+    const language_t language = language_info::get_language(file_name);
+    log("Language = \"" + language_info::get_localized_name(language) + "\".");
+    if (!is_supported_language(language))
+        return false;
+
+    editors_t found;
+    gen_helpers2::get_system_editors(file_name, found, gen_helpers2::all_system_editors);
+    bool result = remove_editors_ex(language, true);
+    for (const system_editor_t& editor : found)
+        add_system_editor(language, editor);
+
+    const unsigned status =
+        gen_helpers2::get_system_editors(file_name, found, gen_helpers2::default_system_editor);
+    if (status > gen_helpers2::system_editors_none)
+        result = false;
+    else if (found.is_valid())
+        m_system_default_names[language] = found->name;
+    else
+        m_system_default_names.erase(language);
+    refresh_env_var_editor(language);
+
+    if (gen_helpers2::is_trace_enabled(unit)) {
+        log("m_langs_to_edt_names = " + dump(m_langs_to_edt_names));
+        log("m_editors = " + dump(m_editors));
+    }
+    gen_helpers2::log_trace(unit, std::string("EXIT: ") + operation);
+    return result;
+}
+
+void editor_data_t::add_system_editor(language_t language, const system_editor_t& found)
+{
+    editor_t editor(found);
+    editor.is_system = true;
+    const editor_t* taken = find(language, editor.name);
+    if (taken && !taken->is_system) {
+        log("Skipping editor \"" + editor.name + "\": a custom editor has that name.");
+        return;
+    }
+    log("Adding editor \"" + editor.name + "\".");
+    GH2_ASSERT_TEXT(add_editor_ex(language, editor), "false", unit);
+}
+
+void editor_data_t::refresh_env_var_editor(language_t language)
+{
+    editor_t env_var_editor;
+    fill_env_var_editor(env_var_editor);
+    if (find(language, env_var_editor.name)) // of an earlier probe, or kept
+        erase(language, env_var_editor.name);
+    log("Adding editor \"" + env_var_editor.name + "\".");
+    GH2_ASSERT(m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end(), unit);
+    add_editor_ex(language, env_var_editor);
+}
+
+void editor_data_t::fill_env_var_editor(editor_t& editor)
+{
+    std::string command = gen_helpers2::get_environ_value("VISUAL");
+    if (command.empty())
+        command = gen_helpers2::get_environ_value("EDITOR");
+    editor.name = env_var_editor_name;
+    editor.display_name = translate_message("pref.editor.env_var_editor", {});
+    editor.executable = command;
+    editor.command_line = command;
+}
+
+} // namespace commondlg3

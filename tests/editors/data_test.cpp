@@ -1,0 +1,293 @@
+#include "tools.h"
+
+#include <cfgmgr2/property_storage.h>
+#include <commondlg3/editor_data.h>
+#include <commondlg3/text_utils.h>
+
+#include <chrono>
+
+namespace {
+
+using commondlg3::editor_data_t;
+using commondlg3::language_info;
+using gen_helpers2::error_code_t;
+using gen_helpers2::system_editor_t;
+using gen_helpers2::variant_bag_t;
+using names_t = std::vector<std::string>;
+
+constexpr auto cpp = language_info::cpp;
+constexpr auto csharp = language_info::csharp;
+constexpr auto fortran = language_info::fortran;
+constexpr auto other = language_info::other;
+
+system_editor_t custom(const std::string& name, const std::string& path = "/bin/ed")
+{
+    return {name, name, path, path};
+}
+
+names_t names_of(const editor_data_t& data, language_info::language_t language = cpp)
+{
+    names_t names;
+    for (const auto& editor : data.get_editors(language)) {
+        names.push_back(editor.name);
+        EXPECT_EQ(editor, data.get_editor(language, editor.name)) << "listed and kept are the same";
+    }
+    return names;
+}
+
+void add_stored(variant_bag_t& language, const std::string& name)
+{
+    variant_bag_t& editor = language.add_child("editor");
+    editor.put("name", name);
+    editor.put("display_name", name + " shown");
+    editor.put("executable", "/bin/" + name);
+    editor.put("command_line", "/bin/" + name + " -x");
+    editor.put("is_system", false);
+}
+
+TEST(Languages, FilesBelongToThemByTheirExtensionsAsTheyStand)
+{
+    const struct
+    {
+        const char* file;
+        language_info::language_t language;
+    } cases[] = {{"main.cpp", cpp},    {"/a/b.d/x.c++", cpp}, {"x.h++", cpp},        {"x.C", cpp},
+                 {"x.mii", cpp},       {"x.F90", fortran},    {"x.fd", fortran},     {"x.cs", csharp},
+                 {"x.ccc", other},     {"x.c+", other},       {"x.Cpp", other},      {"x.cp|p", other},
+                 {"x.txt", other},     {"Makefile", other},   {"/a.c/x", other},     {".c", other},
+                 {"x.", other},        {"", other},           {"..", other},         {"x.c/", cpp},
+                 {"y/x.c/.", cpp},     {"x.f/y/..", fortran}, {"\xFF.f08", fortran}, {"x.\xFF", other},
+                 {"a\nb.tar.cc", cpp}, {"x*.c", other},       {"/x.c/..", other},    {"x.*", other}};
+    for (const auto& c : cases)
+        EXPECT_EQ(c.language, language_info::get_language(c.file)) << c.file;
+    EXPECT_EQ(other, language_info::get_language(std::string("x.c\0", 4)));
+}
+
+TEST(Languages, NamesLeadBackAndExtensionsBeginWithTheUsualOne)
+{
+    for (const auto language : {cpp, csharp, fortran, other})
+        EXPECT_EQ(language, language_info::get_language_by_name(language_info::get_localized_name(language)));
+    EXPECT_EQ(other, language_info::get_language_by_name("fortran")) << "byte for byte";
+    EXPECT_EQ("", language_info::get_localized_name(static_cast<language_info::language_t>(4)));
+    const names_t extensions = language_info::get_extensions(cpp);
+    ASSERT_EQ(24U, extensions.size());
+    EXPECT_EQ((names_t{"c", "h"}), names_t(extensions.begin(), extensions.begin() + 2));
+    EXPECT_EQ("f", language_info::get_extensions(fortran).at(0));
+    EXPECT_TRUE(language_info::get_extensions(other).empty());
+}
+
+// Whatever is done, what is listed and what is kept must not part.
+TEST(EditorData, ListsAndRecordsAgreeAfterEveryOperation)
+{
+    editor_data_t data;
+    EXPECT_TRUE(data.add_editor(cpp, custom("a")));
+    EXPECT_TRUE(data.add_editor(cpp, custom("b")));
+    EXPECT_TRUE(data.add_editor(fortran, custom("a", "/bin/f")));
+    editor_data_t::editor_t system(custom("s"));
+    system.is_system = true;
+    EXPECT_TRUE(data.add_editor_ex(cpp, system));
+    EXPECT_FALSE(data.add_editor(cpp, custom("a", "/bin/second")));
+    EXPECT_EQ(1U, test::take_assertions().size());
+    EXPECT_EQ("/bin/ed", data.get_editor(cpp, "a").executable);
+    EXPECT_EQ((names_t{"a", "b", "s"}), names_of(data));
+
+    EXPECT_TRUE(data.set_editor(cpp, "s", {"s", "S", "/bin/s", "/bin/s -n"}));
+    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, "s")) << "its origin stays";
+    EXPECT_EQ("/bin/s -n", data.get_editor(cpp, "s").command_line);
+    EXPECT_FALSE(data.set_editor(cpp, "s", custom("t")));
+    EXPECT_FALSE(data.set_editor(cpp, "", custom("")));
+    EXPECT_FALSE(data.set_editor(csharp, "s", custom("s")));
+    EXPECT_TRUE(test::take_assertions().empty());
+
+    const editor_data_t copy = data;
+    EXPECT_TRUE(data.remove_editor(cpp, "a"));
+    EXPECT_EQ((names_t{"b", "s"}), names_of(data));
+    EXPECT_TRUE(data.remove_editors_ex(cpp, false));
+    EXPECT_EQ(names_t{"s"}, names_of(data));
+    EXPECT_TRUE(data.set_editors(cpp, editor_data_t::editors_t({custom("x"), custom("y"), custom("x")})));
+    EXPECT_EQ(names_t{"false"}, test::take_assertions());
+    EXPECT_EQ((names_t{"x", "y"}), names_of(data));
+    EXPECT_EQ(names_t{"a"}, names_of(data, fortran)) << "the other languages keep theirs";
+    EXPECT_EQ((names_t{"a", "b", "s"}), names_of(copy));
+    EXPECT_NE(copy, data);
+    data = copy;
+    EXPECT_EQ(copy, data);
+}
+
+TEST(EditorData, WhatIsNotThereIsToldByItsConditionAndChangesNothing)
+{
+    const std::string condition =
+        "(it_tmp = m_langs_to_edt_names.find(language)) != m_langs_to_edt_names.end() && "
+        "std::find(it_tmp->second.begin(), it_tmp->second.end(), editor_name) != it_tmp->second.end()";
+    editor_data_t data;
+    data.add_editor(cpp, custom("a"));
+    const editor_data_t before = data;
+    EXPECT_FALSE(data.remove_editor(cpp, "b"));
+    EXPECT_FALSE(data.set_editor(fortran, "a", custom("a")));
+    EXPECT_EQ(editor_data_t::editor_t(), data.get_editor_ex(other, "a"));
+    EXPECT_EQ((names_t{condition, condition, condition}), test::take_assertions());
+    EXPECT_EQ(system_editor_t(), data.get_editor(cpp, "b"));
+    EXPECT_EQ(before, data);
+    for (const auto unsupported : {csharp, static_cast<language_info::language_t>(4)}) {
+        EXPECT_FALSE(data.add_editor(unsupported, custom("a")));
+        EXPECT_FALSE(data.remove_editor(unsupported, "a"));
+        EXPECT_FALSE(data.remove_editors_ex(unsupported, true));
+        EXPECT_FALSE(data.set_editors(unsupported, {}));
+        EXPECT_FALSE(data.set_selected_language(unsupported));
+        EXPECT_FALSE(data.set_default_editor_name(unsupported, "a"));
+        EXPECT_EQ("", data.get_default_editor_name(unsupported));
+        EXPECT_EQ(system_editor_t(), data.get_editor_ex(unsupported, "a"));
+        EXPECT_FALSE(data.get_editors(unsupported).is_valid());
+    }
+    EXPECT_EQ(before, data);
+}
+
+TEST(EditorData, TypesAndNames)
+{
+    editor_data_t data;
+    editor_data_t::editor_t environment(custom(editor_data_t::env_var_editor_name));
+    environment.is_system = true;
+    data.add_editor_ex(cpp, environment);
+    data.add_editor(cpp, custom("c"));
+    EXPECT_EQ(editor_data_t::editor_type_env_var,
+              data.get_editor_type(cpp, editor_data_t::env_var_editor_name));
+    EXPECT_EQ(editor_data_t::editor_type_custom, data.get_editor_type(cpp, "c"));
+    EXPECT_EQ(editor_data_t::editor_type_none, data.get_editor_type(fortran, "c"));
+
+    EXPECT_TRUE(data.set_default_editor_name(cpp, "c"));
+    EXPECT_EQ("c", data.get_default_editor_name(cpp));
+    EXPECT_TRUE(data.set_default_editor_name(cpp, ""));
+    EXPECT_EQ("", data.get_default_editor_name(cpp));
+    EXPECT_TRUE(data.set_selected_language(other));
+    EXPECT_FALSE(data.set_selected_language(csharp));
+    EXPECT_EQ(other, data.get_selected_language());
+    const auto languages = data.get_languages();
+    EXPECT_EQ((std::vector<language_info::language_t>{cpp, fortran, other}),
+              std::vector<language_info::language_t>(languages.begin(), languages.end()));
+}
+
+TEST(EditorData, ComesBackFromADiskAsItWas)
+{
+    const test::temp_dir_t dir;
+    const std::string odd = "a/b \"q\" 'x'\n\t\xFF\x01";
+    editor_data_t data;
+    data.add_editor(cpp, {odd, odd, odd, odd + " -x"});
+    data.add_editor(cpp, custom("z"));
+    data.add_editor(cpp, custom("a"));
+    editor_data_t::editor_t system(custom("system"));
+    system.is_system = true;
+    data.add_editor_ex(fortran, system);
+    data.set_selected_editor_name(cpp, odd);
+    data.set_default_editor_name(cpp, "z");
+    data.set_selected_language(fortran);
+    error_code_t result;
+    auto storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
+    for (int i = 0; i < 2; ++i) // saving again replaces
+        EXPECT_TRUE(data.save_storage_info(storage));
+    EXPECT_TRUE(storage->save().succeeded());
+
+    storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
+    editor_data_t loaded;
+    EXPECT_TRUE(loaded.load_storage_info(storage));
+    EXPECT_EQ(data, loaded);
+    EXPECT_EQ((names_t{odd, "z", "a"}), names_of(loaded));
+    EXPECT_FALSE(loaded.load_storage_info({}));
+    EXPECT_FALSE(loaded.save_storage_info({}));
+    EXPECT_EQ(data, loaded);
+}
+
+TEST(EditorData, WhatIsHereAlreadyWinsOverWhatWasKept)
+{
+    variant_bag_t bag;
+    variant_bag_t& stored = bag.add_child("language");
+    stored.put("language_name", language_info::get_localized_name(cpp));
+    add_stored(stored, "known");
+    add_stored(stored, "new");
+    add_stored(stored, editor_data_t::env_var_editor_name);
+    stored.put("selected_editor", "kept");
+    stored.put("default_editor", "new");
+    bag.put("selected_language", language_info::get_localized_name(fortran));
+
+    const test::variable_guard_t visual("VISUAL", "");
+    const test::variable_guard_t editor("EDITOR", "/bin/now -e");
+    editor_data_t data;
+    data.add_editor(cpp, custom("known", "/bin/found"));
+    data.set_selected_editor_name(cpp, "mine");
+    data.load(bag);
+    EXPECT_EQ((names_t{"known", "new", editor_data_t::env_var_editor_name}), names_of(data));
+    EXPECT_EQ("/bin/found", data.get_editor(cpp, "known").executable);
+    EXPECT_EQ("/bin/now -e", data.get_editor(cpp, editor_data_t::env_var_editor_name).executable);
+    EXPECT_EQ("mine", data.get_selected_editor_name(cpp));
+    EXPECT_EQ("new", data.get_default_editor_name(cpp));
+    EXPECT_EQ(fortran, data.get_selected_language());
+}
+
+TEST(EditorData, DamagedPartsAreLeftOutAndTheRestIsLoaded)
+{
+    variant_bag_t bag;
+    bag.put("language", "a value where a child should be");
+    bag.add_child("language").put("language_name", 5);
+    variant_bag_t& csharp_bag = bag.add_child("language");
+    csharp_bag.put("language_name", language_info::get_localized_name(csharp));
+    add_stored(csharp_bag, "none");
+    variant_bag_t& german = bag.add_child("language");
+    german.put("language_name", "Andere");
+    add_stored(german, "of another language");
+    variant_bag_t& stored = bag.add_child("language");
+    stored.put("language_name", language_info::get_localized_name(cpp));
+    for (const char* missing : {"name", "display_name", "executable", "command_line", "is_system"}) {
+        add_stored(stored, std::string("without ") + missing);
+        const_cast<variant_bag_t*>(std::prev(stored.end())->child())->remove(missing);
+        add_stored(stored, std::string("wrong ") + missing);
+        const_cast<variant_bag_t*>(std::prev(stored.end())->child())->remove(missing);
+        const_cast<variant_bag_t*>(std::prev(stored.end())->child())->add_child(missing);
+    }
+    add_stored(stored, "");
+    add_stored(stored, "twice");
+    add_stored(stored, "twice");
+    std::prev(stored.end())->child()->put("executable", "/bin/second");
+    add_stored(stored, "number");
+    std::prev(stored.end())->child()->put("is_system", 1);
+    add_stored(stored, editor_data_t::env_var_editor_name);
+    std::prev(stored.end())->child()->remove("executable");
+    std::prev(stored.end())->child()->remove("command_line");
+    stored.add_child("selected_editor");
+    stored.put("default_editor", 7);
+    bag.put("selected_language", true);
+
+    editor_data_t data;
+    data.load(bag);
+    EXPECT_EQ(names_t{"false"}, test::take_assertions()) << "the language without a name";
+    EXPECT_EQ((names_t{"twice", "number", editor_data_t::env_var_editor_name}), names_of(data));
+    EXPECT_EQ("/bin/twice", data.get_editor(cpp, "twice").executable);
+    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, "number"));
+    EXPECT_EQ(names_t{"of another language"}, names_of(data, other));
+    EXPECT_EQ("", data.get_selected_editor_name(cpp) + data.get_default_editor_name(cpp));
+    EXPECT_EQ(cpp, data.get_selected_language());
+}
+
+// Ten thousand are no use to anybody, but a file may hold them; what is quadratic takes seconds then.
+TEST(EditorData, TenThousandTakeNoTime)
+{
+    constexpr int count = 10000;
+    editor_data_t data;
+    for (int i = 0; i < count; ++i)
+        data.add_editor(cpp, custom("editor " + std::to_string(i * 7919 % count)));
+    const auto storage = cfgmgr2::make_memory_property_storage();
+    const auto milliseconds = [](const std::function<void()>& work) {
+        const auto start = std::chrono::steady_clock::now();
+        work();
+        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    };
+    constexpr double limit = 1000; // sanitizers and a busy machine included
+    EXPECT_LT(milliseconds([&] { data.save_storage_info(storage); }), limit);
+    EXPECT_LT(milliseconds([&] { data.save_storage_info(storage); }), limit) << "in place of what is there";
+    editor_data_t loaded;
+    EXPECT_LT(milliseconds([&] { loaded.load_storage_info(storage); }), limit);
+    EXPECT_LT(milliseconds([&] { EXPECT_EQ(10000U, loaded.get_editors(cpp).size()); }), limit);
+    EXPECT_EQ(data, loaded);
+    EXPECT_LT(milliseconds([&] { loaded.remove_editors_ex(cpp, false); }), limit);
+    EXPECT_FALSE(loaded.get_editors(cpp).is_valid());
+}
+
+} // namespace

@@ -1,0 +1,99 @@
+#include "tools.h"
+#include "trace.h"
+
+#include <commondlg3/editor_data.h>
+#include <gen_helpers2/stdpaths.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace {
+
+using commondlg3::editor_data_t;
+using commondlg3::language_info;
+using names_t = std::vector<std::string>;
+
+constexpr auto cpp = language_info::cpp;
+constexpr char real_editor[] = "geany.desktop"; // of a Debian package that the tests need
+
+int count_of(const editor_data_t& data, const std::string& name)
+{
+    const auto editors = data.get_editors(cpp);
+    return static_cast<int>(
+        std::count_if(editors.begin(), editors.end(), [&](const auto& e) { return e.name == name; }));
+}
+
+std::string probe_file()
+{
+    return (gen_helpers2::stdpaths::get_temp_dir() / "vorbex_test.c").as_string();
+}
+
+TEST(EditorProbe, FindsTheRealEditorsAndTheEnvironmentsEachTime)
+{
+    const test::variable_guard_t visual("VISUAL", nullptr);
+    const test::variable_guard_t editor("EDITOR", "/bin/old");
+    editor_data_t data;
+    data.add_editor(cpp, {"mine", "Mine", "/bin/mine", "/bin/mine"});
+    ASSERT_TRUE(data.load_system_info(cpp));
+    EXPECT_EQ(1, count_of(data, real_editor));
+    EXPECT_EQ("/usr/bin/geany", data.get_editor(cpp, real_editor).executable);
+    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, real_editor));
+    EXPECT_NE("", data.get_system_default_editor_name(cpp));
+    EXPECT_EQ("/bin/old", data.get_editor(cpp, editor_data_t::env_var_editor_name).command_line);
+    const auto before = data.get_editors(cpp).size();
+    {
+        const test::variable_guard_t now("VISUAL", "code --wait");
+        EXPECT_TRUE(data.load_system_info(cpp));
+        EXPECT_EQ("code --wait", data.get_editor(cpp, editor_data_t::env_var_editor_name).executable);
+    }
+    EXPECT_EQ(before, data.get_editors(cpp).size()) << "no double";
+    EXPECT_EQ(1, count_of(data, "mine"));
+    const test::variable_guard_t none("EDITOR", nullptr);
+    EXPECT_TRUE(data.load_system_info());
+    EXPECT_EQ("", data.get_editor(cpp, editor_data_t::env_var_editor_name).executable);
+    EXPECT_EQ(1, count_of(data, editor_data_t::env_var_editor_name)) << "also when there is none";
+    EXPECT_FALSE(data.get_editors(language_info::other).is_valid()) << "nothing to ask with";
+    EXPECT_FALSE(data.load_system_info("x.cs"));
+}
+
+TEST(EditorProbe, ACustomEditorKeepsItsNameAndTheLogSaysSo)
+{
+    const test::trace_t trace("editor_data");
+    editor_data_t data;
+    data.add_editor(cpp, {real_editor, "Mine", "/bin/mine", "/bin/mine"});
+    EXPECT_TRUE(data.load_system_info("/nowhere/x.h"));
+    EXPECT_EQ(1, count_of(data, real_editor));
+    EXPECT_EQ("/bin/mine", data.get_editor(cpp, real_editor).executable);
+    EXPECT_EQ(editor_data_t::editor_type_custom, data.get_editor_type(cpp, real_editor));
+    ASSERT_GE(trace.lines().size(), 2U);
+    EXPECT_EQ("ENTER: load_system_info", trace.lines().front());
+    EXPECT_EQ("load_system_info: Language = \"" + language_info::get_localized_name(cpp) + "\".",
+              trace.lines()[1]);
+    EXPECT_TRUE(trace.has("load_system_info: Skipping editor \"geany.desktop\""));
+    EXPECT_FALSE(trace.has("load_system_info: Adding editor \"geany.desktop\"."));
+    EXPECT_TRUE(trace.has("load_system_info: Adding editor \"vorbex_env_var_editor_name\"."));
+    EXPECT_TRUE(trace.has("load_system_info: m_langs_to_edt_names = "));
+    EXPECT_TRUE(trace.has("load_system_info: m_editors = "));
+    EXPECT_EQ("EXIT: load_system_info", trace.lines().back());
+}
+
+// The temporary folder is everybody's: what was there before is not ours to remove, be it a link to nowhere.
+TEST(EditorProbe, RemovesItsFileAndNobodyElses)
+{
+    namespace fs = std::filesystem;
+    fs::remove(probe_file());
+    editor_data_t data;
+    EXPECT_TRUE(data.load_system_info(cpp));
+    EXPECT_FALSE(fs::exists(fs::symlink_status(probe_file())));
+    test::make_file(probe_file(), "precious");
+    EXPECT_TRUE(data.load_system_info(cpp));
+    EXPECT_EQ("precious", test::read_file(probe_file()));
+    fs::remove(probe_file());
+    fs::create_symlink("nowhere", probe_file());
+    EXPECT_TRUE(data.load_system_info(cpp));
+    EXPECT_TRUE(fs::is_symlink(probe_file()));
+    EXPECT_FALSE(fs::exists(fs::path(probe_file()).parent_path() / "nowhere")) << "nor is the link followed";
+    fs::remove(probe_file());
+}
+
+} // namespace
