@@ -29,6 +29,10 @@ private:
     std::function<int(wxDialog*)> m_answer;
 };
 
+/// Answers the toolkit's next file or folder chooser as the user would: waits until it is shown, notes the
+/// folder that it begins in, chooses and accepts.
+void answer_for_real(const std::string& choice, std::string& start);
+
 /// Collects the message windows that come up, as headline and explanation, and closes each.
 class messages_t : public wxModalDialogHook
 {

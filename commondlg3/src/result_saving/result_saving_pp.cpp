@@ -5,6 +5,7 @@
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "shown_path.h"
 
 #include <cctrl2/collection_controller.h>
 #include <cfgmgr2/message_catalog.h>
@@ -47,15 +48,6 @@ std::string without_blanks_at_end(std::string text)
 std::string text_in(const wxTextCtrl* ctrl)
 {
     return from_wx(ctrl->GetValue());
-}
-
-// In a text from right to left a path would begin with its last separator.
-std::string as_shown(const std::string& path)
-{
-    constexpr char isolate[] = "\u2066";
-    constexpr char end[] = "\u2069";
-    const bool mixes = cfgmgr2::language_is_right_to_left(cfgmgr2::get_language());
-    return mixes ? isolate + path + end : path;
 }
 
 // A product may explain the placeholder in its own words; the library's are for all others.

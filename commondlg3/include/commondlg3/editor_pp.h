@@ -1,0 +1,118 @@
+#pragma once
+
+#include "commondlg3/editor_data.h"
+#include "commondlg3/pref_base.h"
+
+#include <string>
+#include <vector>
+
+class wxButton;
+class wxChoice;
+class wxListBox;
+
+namespace commondlg3 {
+
+/// The preference page on which users choose the programs that open source files, language by language.
+///
+///     editor_data_t data;
+///     data.load_system_info();                       // then what was kept
+///     auto* page = new editor_pp_t(data, editor_pp_t::choose_language | editor_pp_t::show_default |
+///                                            editor_pp_t::show_info);
+///     page->create(parent);                          // the parent owns it
+///     ...
+///     page->on_ok();                                 // the host's OK
+///     page->get_data().save_storage_info(preferences);
+///
+/// The list ends with an entry that browses for a program: a click, Enter or Space on it open the file
+/// chooser, the arrow keys pass over it. What was browsed for is added, chosen and reported to the host as a
+/// list-box event, as if it had been clicked. Below the list stands why an editor cannot be used: that there
+/// is no command for it, or that its program is not installed any more. GUI thread.
+class COMMONDLG3_EXPORT editor_pp_t : public pref_base_t
+{
+public:
+    using language_t = editor_data_t::language_t;
+    using system_editor_t = editor_data_t::system_editor_t;
+
+    enum flags_t : unsigned
+    {
+        language_bits = 3,   ///< if they equal `choose_language` users may go through the languages
+        choose_language = 1, ///< otherwise they see the selected one only
+        show_default = 8,    ///< the button that makes the chosen editor the language's default
+        show_info = 16       ///< the line below the list
+    };
+
+    /// Follows the name of the editor that the desktop would take.
+    static std::string system_default_suffix;
+    /// The last entry of the list.
+    static std::string browse_editor_display_name;
+
+    editor_pp_t(const editor_data_t& data, unsigned flags);
+    ~editor_pp_t() override;
+
+    /// What was given, with the changes that were made on the page so far.
+    const editor_data_t& get_data() const { return m_data; }
+    /// Whether the user changed anything; that the page chose an editor where none was chosen is no change.
+    bool is_changed() const { return m_data != m_loaded; }
+    /// From here on what there is now counts as not changed: for a host that has stored it.
+    void set_unchanged() { m_loaded = m_data; }
+
+    void on_init_dialog() override;
+    void on_update_ui_settings() override;
+    void load_auxiliary_strings() override;
+    void load_settings();
+    void save_settings() override;
+
+    void on_language_changed(wxCommandEvent& event);
+    /// An entry was clicked: the browse entry opens the chooser.
+    void on_editor_list_clicked(wxCommandEvent& event);
+    void on_cmd_line_edit(wxCommandEvent& event);
+    void on_set_as_default(wxCommandEvent& event);
+    void on_resize(wxSizeEvent& event);
+
+    /// The name of the editor behind the list's selection; empty for the browse entry and for none.
+    std::string get_selected_editor_name() const;
+    /// What follows the executable in the command line. A command line that does not begin with it is an
+    /// assertion, and has none.
+    static std::string get_cmd_line_args(const system_editor_t& editor);
+
+    void fill_info_message(language_t language, const system_editor_t& editor);
+    void update_shown_controls();
+    /// Fills the list with a language's editors. The chosen one is selected, or else the default, or what
+    /// the desktop would take, or the first.
+    void update_state_for_language(language_t language);
+
+private:
+    bool has_controls() const;
+    bool is_browse_entry(int index) const;
+    void on_selection_changed(wxCommandEvent& event);
+    void on_activated(wxCommandEvent& event);
+    void on_mouse_up(wxMouseEvent& event);
+    void browse();
+    std::string find_free_name(const std::string& leaf) const;
+    void add_custom_editor(const std::string& path);
+    void select_entry_of(const std::string& name);
+    void use_selected_editor();
+    void show_editor(const system_editor_t& editor);
+    void set_info_text(const std::string& text);
+    void update_default_button();
+    void rewrap();
+
+    editor_data_t m_data;
+    editor_data_t m_loaded;
+    unsigned m_flags;
+    // By entry: display names need not differ, and may look like anything.
+    std::vector<std::string> m_names;
+    bool m_browsing = false;
+    wxWindow* m_language_gap = nullptr;
+    wxChoice* m_language = nullptr;
+    wxStaticText* m_language_text = nullptr;
+    wxListBox* m_editor_list = nullptr;
+    wxStaticText* m_static_text_cmd_line = nullptr;
+    wxTextCtrl* m_command_line = nullptr;
+    wxButton* m_default = nullptr;
+    wxStaticText* m_info_text = nullptr;
+    wxStaticText* m_language_label = nullptr;
+    wxStaticText* m_list_label = nullptr;
+};
+
+} // namespace commondlg3

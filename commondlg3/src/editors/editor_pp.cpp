@@ -1,0 +1,436 @@
+#include "commondlg3/editor_pp.h"
+
+#include "commondlg3/choosers.h"
+#include "commondlg3/editor_launch.h"
+#include "commondlg3/resources.h"
+#include "commondlg3/text_utils.h"
+#include "shown_path.h"
+
+#include <gen_helpers2/assertion.h>
+#include <gen_helpers2/path.h>
+#include <gen_helpers2/stdpaths.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
+#include <wx_helpers1/text.h>
+#include <wx_helpers1/tooltip.h>
+
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/listbox.h>
+#include <wx/sizer.h>
+
+#include <algorithm>
+
+namespace commondlg3 {
+namespace {
+
+using wx_helpers1::from_wx;
+using wx_helpers1::to_label;
+using wx_helpers1::to_wx;
+
+constexpr char unit[] = "editor_settings";
+constexpr char blanks[] = " \n\r\t";
+constexpr char blank_line[] = "\n"; // nothing to read, but as high as a line
+
+template <class Ctrl>
+Ctrl* find_control(wxWindow* page, const char* name)
+{
+    auto* found = dynamic_cast<Ctrl*>(page->FindWindow(wxXmlResource::GetXRCID(name)));
+    GH2_ASSERT_TEXT(found, name, unit);
+    return found;
+}
+
+// One line of a list: what would break it shows as a blank.
+wxString entry_text(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
+    return to_label(text);
+}
+
+} // namespace
+
+std::string editor_pp_t::system_default_suffix;
+std::string editor_pp_t::browse_editor_display_name;
+
+editor_pp_t::editor_pp_t(const editor_data_t& data, unsigned flags)
+    : m_data(data), m_loaded(data), m_flags(flags)
+{
+    set_resource_object("pref.editor");
+}
+
+editor_pp_t::~editor_pp_t() = default;
+
+bool editor_pp_t::has_controls() const
+{
+    return m_language_gap && m_language && m_language_text && m_editor_list && m_static_text_cmd_line &&
+           m_command_line && m_default && m_info_text;
+}
+
+void editor_pp_t::load_auxiliary_strings()
+{
+    pref_base_t::load_auxiliary_strings();
+    system_default_suffix = translate_message("pref.editor.system_default_suffix", {});
+    browse_editor_display_name = translate_message("pref.editor.browse", {});
+}
+
+void editor_pp_t::on_init_dialog()
+{
+    m_language_gap = find_control<wxWindow>(this, "m_language_gap");
+    m_language = find_control<wxChoice>(this, "m_language");
+    m_language_text = find_control<wxStaticText>(this, "m_language_text");
+    m_editor_list = find_control<wxListBox>(this, "m_editor_list");
+    m_static_text_cmd_line = find_control<wxStaticText>(this, "m_static_text_cmd_line");
+    m_command_line = find_control<wxTextCtrl>(this, "m_command_line");
+    m_default = find_control<wxButton>(this, "m_default");
+    m_info_text = find_control<wxStaticText>(this, "m_info_text");
+    pref_base_t::on_init_dialog();
+    if (!has_controls())
+        return;
+    m_language_label = from_xrc<wxStaticText>(this, "m_language_label");
+    m_list_label = from_xrc<wxStaticText>(this, "m_list_label");
+    wx_helpers1::set_label_for(m_language_label, m_language);
+    wx_helpers1::set_label_for(m_list_label, m_editor_list);
+    wx_helpers1::set_label_for(m_static_text_cmd_line, m_command_line);
+    m_language->Bind(wxEVT_CHOICE, &editor_pp_t::on_language_changed, this);
+    m_editor_list->Bind(wxEVT_LISTBOX, &editor_pp_t::on_selection_changed, this);
+    m_editor_list->Bind(wxEVT_LISTBOX_DCLICK, &editor_pp_t::on_activated, this);
+    m_editor_list->Bind(wxEVT_LEFT_UP, &editor_pp_t::on_mouse_up, this);
+    m_command_line->Bind(wxEVT_TEXT, &editor_pp_t::on_cmd_line_edit, this);
+    m_default->Bind(wxEVT_BUTTON, &editor_pp_t::on_set_as_default, this);
+    Bind(wxEVT_SIZE, &editor_pp_t::on_resize, this);
+    update_shown_controls();
+    load_settings();
+}
+
+void editor_pp_t::load_settings()
+{
+    if (!has_controls())
+        return;
+    m_language->Clear();
+    for (const language_t language : m_data.get_languages())
+        m_language->Append(to_label(language_info::get_localized_name(language)));
+    const language_t language = m_data.get_selected_language();
+    m_language->SetStringSelection(to_label(language_info::get_localized_name(language)));
+    update_state_for_language(language);
+    set_unchanged();
+}
+
+void editor_pp_t::save_settings()
+{
+    pref_base_t::save_settings(); // the copy is up to date at any time
+}
+
+void editor_pp_t::on_language_changed(wxCommandEvent& event)
+{
+    event.Skip();
+    const std::string name = from_wx(m_language->GetStringSelection());
+    m_data.set_selected_language(language_info::get_language_by_name(name));
+    update_state_for_language(m_data.get_selected_language());
+}
+
+bool editor_pp_t::is_browse_entry(int index) const
+{
+    return index >= 0 && index == static_cast<int>(m_names.size());
+}
+
+std::string editor_pp_t::get_selected_editor_name() const
+{
+    const int index = m_editor_list ? m_editor_list->GetSelection() : wxNOT_FOUND;
+    return index >= 0 && index < static_cast<int>(m_names.size()) ? m_names[static_cast<std::size_t>(index)]
+                                                                  : std::string();
+}
+
+// The arrow keys pass over the browse entry; a click on it is told by on_mouse_up().
+void editor_pp_t::on_selection_changed(wxCommandEvent& event)
+{
+    if (!get_selected_editor_name().empty()) {
+        on_editor_list_clicked(event);
+        return;
+    }
+    event.Skip();
+    m_default->Disable();
+}
+
+void editor_pp_t::on_activated(wxCommandEvent& event)
+{
+    if (is_browse_entry(event.GetSelection()))
+        on_editor_list_clicked(event);
+    else
+        event.Skip();
+}
+
+void editor_pp_t::on_mouse_up(wxMouseEvent& event)
+{
+    event.Skip();
+    if (is_browse_entry(m_editor_list->HitTest(event.GetPosition())) &&
+        is_browse_entry(m_editor_list->GetSelection()))
+        browse();
+}
+
+void editor_pp_t::on_editor_list_clicked(wxCommandEvent& event)
+{
+    event.Skip();
+    if (!has_controls())
+        return;
+    if (is_browse_entry(event.GetSelection()))
+        browse();
+    else
+        use_selected_editor();
+}
+
+void editor_pp_t::use_selected_editor()
+{
+    const language_t language = m_data.get_selected_language();
+    const std::string sel_edt_name = get_selected_editor_name();
+    if (!GH2_ASSERT(!sel_edt_name.empty(), unit))
+        return;
+    m_data.set_selected_editor_name(language, sel_edt_name);
+    show_editor(m_data.get_editor(language, sel_edt_name));
+}
+
+// Whatever brought it up, there is one chooser: a double click is a click, and an activation, as well. It
+// opens when the toolkit is through with the key or the click.
+void editor_pp_t::browse()
+{
+    if (m_browsing)
+        return;
+    m_browsing = true;
+    CallAfter([this] {
+        const wxWeakRef<wxWindow> alive(this); // the host may go while the chooser is shown
+        std::string path;
+        const bool chosen = file_dlg(this, true, path, std::string(), std::string(),
+                                     translate_message("pref.editor.open_editor_dlg", {}),
+                                     gen_helpers2::stdpaths::get_working_dir().as_string());
+        if (!alive)
+            return;
+        m_browsing = false;
+        if (chosen)
+            add_custom_editor(path);
+        else
+            select_entry_of(m_data.get_selected_editor_name(m_data.get_selected_language()));
+        m_editor_list->SetFocus();
+    });
+}
+
+std::string editor_pp_t::find_free_name(const std::string& leaf) const
+{
+    constexpr int limit = 100;
+    const language_t language = m_data.get_selected_language();
+    for (int counter = 1; counter <= limit; ++counter) {
+        const std::string name = counter == 1 ? leaf : leaf + " (" + std::to_string(counter) + ")";
+        if (m_data.get_editor_type(language, name) == editor_data_t::editor_type_none)
+            return name;
+    }
+    return std::string();
+}
+
+void editor_pp_t::add_custom_editor(const std::string& path)
+{
+    const language_t language = m_data.get_selected_language();
+    const std::string leaf = gen_helpers2::path_t(path).get_leaf();
+    const std::string name = find_free_name(leaf);
+    if (leaf.empty() || name.empty()) {
+        select_entry_of(m_data.get_selected_editor_name(language));
+        if (leaf.empty())
+            return;
+        show_msg_box(translate_message("pref.editor.warning", {}),
+                     translate_message("pref.editor.custom_editors_limit_exceeded", {}),
+                     message_window_t::icon_types_t::warning, this);
+        return;
+    }
+    if (!m_data.add_editor(language, system_editor_t(name, name, path, path)))
+        return;
+    m_editor_list->Insert(entry_text(name), static_cast<unsigned>(m_names.size()));
+    m_names.push_back(name);
+    select_entry_of(name);
+    wxCommandEvent chosen(wxEVT_LISTBOX, m_editor_list->GetId());
+    chosen.SetEventObject(m_editor_list);
+    chosen.SetInt(m_editor_list->GetSelection());
+    m_editor_list->ProcessWindowEvent(chosen);
+}
+
+void editor_pp_t::select_entry_of(const std::string& name)
+{
+    const auto found = std::find(m_names.begin(), m_names.end(), name);
+    const int index = found == m_names.end() ? wxNOT_FOUND : static_cast<int>(found - m_names.begin());
+    m_editor_list->SetSelection(index);
+    if (index != wxNOT_FOUND)
+        m_editor_list->EnsureVisible(index);
+    update_default_button();
+}
+
+void editor_pp_t::on_cmd_line_edit(wxCommandEvent& event)
+{
+    event.Skip();
+    const language_t language = m_data.get_selected_language();
+    const std::string name = get_selected_editor_name();
+    if (name.empty())
+        return;
+    system_editor_t editor = m_data.get_editor(language, name);
+    editor.command_line = editor.executable + " " + from_wx(m_command_line->GetValue());
+    m_data.set_editor(language, name, editor);
+    fill_info_message(language, editor);
+}
+
+void editor_pp_t::on_set_as_default(wxCommandEvent& event)
+{
+    event.Skip();
+    m_data.set_default_editor_name(m_data.get_selected_language(), get_selected_editor_name());
+    m_editor_list->SetFocus(); // before the button can be pressed no more
+    update_default_button();
+}
+
+std::string editor_pp_t::get_cmd_line_args(const system_editor_t& editor)
+{
+    if (editor.executable.empty() && editor.command_line.empty())
+        return std::string();
+    const bool begins = editor.command_line.compare(0, editor.executable.size(), editor.executable) == 0;
+    if (!GH2_ASSERT_TEXT(begins, "false", unit))
+        return std::string();
+    const std::size_t start = editor.command_line.find_first_not_of(blanks, editor.executable.size());
+    return start == std::string::npos ? std::string() : editor.command_line.substr(start);
+}
+
+void editor_pp_t::update_state_for_language(language_t language)
+{
+    if (!has_controls())
+        return;
+    m_editor_list->Clear();
+    m_names.clear();
+    m_command_line->ChangeValue(wxString());
+    m_command_line->Disable();
+    set_info_text(blank_line);
+    wx_helpers1::set_label_text(
+        m_language_text, translate_message("pref.editor.language_text",
+                                           {{"language", language_info::get_localized_name(language)}}));
+
+    const std::string system_default = m_data.get_system_default_editor_name(language);
+    wxArrayString entries;
+    for (const system_editor_t& editor : m_data.get_editors(language)) {
+        const bool is_system_default = !system_default.empty() && editor.name == system_default;
+        entries.Add(entry_text(editor.display_name + (is_system_default ? system_default_suffix : "")));
+        m_names.push_back(editor.name);
+    }
+    entries.Add(entry_text(browse_editor_display_name));
+    m_editor_list->Set(entries);
+
+    for (const std::string& name :
+         {m_data.get_selected_editor_name(language), m_data.get_default_editor_name(language), system_default,
+          m_names.empty() ? std::string() : m_names.front()}) {
+        if (m_data.get_editor_type(language, name) == editor_data_t::editor_type_none)
+            continue;
+        select_entry_of(name);
+        use_selected_editor();
+        break;
+    }
+    update_default_button();
+}
+
+void editor_pp_t::show_editor(const system_editor_t& editor)
+{
+    m_command_line->ChangeValue(to_wx(get_cmd_line_args(editor)));
+    m_command_line->Enable();
+    fill_info_message(m_data.get_selected_language(), editor);
+    update_default_button();
+}
+
+void editor_pp_t::update_default_button()
+{
+    const std::string name = get_selected_editor_name();
+    m_default->Enable(!name.empty() &&
+                      name != m_data.get_default_editor_name(m_data.get_selected_language()));
+}
+
+void editor_pp_t::fill_info_message(language_t language, const system_editor_t& editor)
+{
+    if (!has_controls())
+        return;
+    std::string hint;
+    std::string info = blank_line;
+    if (!editor.command_line.empty())
+        hint = translate_message("pref.editor.usage_hint",
+                                 {{"command", as_shown(editor.command_line + " +<line> <path to file>")}});
+    wx_helpers1::SetTooltip(m_editor_list, hint);
+    // Beside an editor without a command, one whose program is gone: the user learns it here, not when a file
+    // is to be opened.
+    if (editor.command_line.empty() || !is_editor_installed(editor)) {
+        switch (m_data.get_editor_type(language, editor.name)) {
+        case editor_data_t::editor_type_system:
+            info = translate_message("pref.editor.editor_not_found_system", {});
+            break;
+        case editor_data_t::editor_type_env_var:
+            info = translate_message("pref.editor.editor_not_found_env_var", {});
+            break;
+        case editor_data_t::editor_type_custom:
+            info = translate_message("pref.editor.editor_not_found_custom", {});
+            break;
+        default:
+            GH2_ASSERT_TEXT(!editor.command_line.empty(), "false", unit);
+        }
+    }
+    set_info_text(info);
+}
+
+void editor_pp_t::set_info_text(const std::string& text)
+{
+    if (from_wx(m_info_text->GetLabelText()) == text)
+        return;
+    wx_helpers1::set_label_text(m_info_text, text);
+    wx_helpers1::set_accessible_description(m_editor_list, text == blank_line ? std::string() : text);
+    rewrap();
+}
+
+void editor_pp_t::update_shown_controls()
+{
+    if (!has_controls())
+        return;
+    const bool choose = (m_flags & language_bits) == choose_language;
+    m_language_gap->Show(choose);
+    m_language->Show(choose);
+    if (m_language_label)
+        m_language_label->Show(choose);
+    m_language_text->Show(!choose);
+    m_default->Show(m_flags & show_default);
+    m_info_text->Show(m_flags & show_info);
+    m_static_text_cmd_line->Hide();
+    m_command_line->Hide();
+    rewrap();
+}
+
+void editor_pp_t::on_update_ui_settings()
+{
+    pref_base_t::on_update_ui_settings();
+    rewrap();
+}
+
+void editor_pp_t::on_resize(wxSizeEvent& event)
+{
+    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
+    if (!GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+        return;
+    event.Skip();
+    rewrap();
+}
+
+// Labels wrap to the width that the page has; only then is their height known.
+void editor_pp_t::rewrap()
+{
+    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
+        return;
+    Layout();
+    bool changed = false;
+    for (wxStaticText* label : {m_info_text, m_language_text}) {
+        const int width = label->GetSize().x;
+        wx_helpers1::set_wrap_width(label, width);
+        const wxSize least(1, wx_helpers1::height_for_width(label, width));
+        changed |= label->IsShown() && least != label->GetMinSize();
+        label->SetMinSize(least);
+    }
+    if (!changed)
+        return;
+    Layout();
+    SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+}
+
+} // namespace commondlg3
