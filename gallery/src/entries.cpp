@@ -2,10 +2,12 @@
 
 #include "advanced_panel_page.h"
 #include "caption_page.h"
+#include "editor_page.h"
 #include "example_dialog.h"
 #include "example_page.h"
 #include "log_page.h"
 #include "message_entries.h"
+#include "open_source_dialog.h"
 #include "preferences_dialog.h"
 #include "result_saving_page.h"
 #include "simple_message_page.h"
@@ -69,6 +71,10 @@ const std::vector<entry_t>& entries()
          open_preferences},
         {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
          [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
+        {"page_editor", catalog_key("gallery.category.pages"), editor_page_t::object_name,
+         [](wxWindow* parent) { return open_editor_page(json(), parent); }},
+        {"open_source", catalog_key("gallery.category.dialogs"), open_source_dialog_t::object_name,
+         [](wxWindow* parent) { return open_open_source_dialog(json(), parent); }},
     };
     return all;
 }
@@ -95,6 +101,10 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_preferences(nullptr);
     else if (object == result_saving_page_t::object_name)
         open_result_saving_page(data, nullptr);
+    else if (object == editor_page_t::object_name)
+        open_editor_page(data, nullptr);
+    else if (object == open_source_dialog_t::object_name)
+        open_open_source_dialog(data, nullptr);
     else
         return false;
     return true;

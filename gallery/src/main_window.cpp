@@ -1,6 +1,7 @@
 #include "main_window.h"
 
 #include "missing_resource.h"
+#include "open_source_dialog.h"
 #include "preferences_dialog.h"
 
 #include <cfgmgr2/message_catalog.h>
@@ -139,6 +140,7 @@ void main_window_t::fill()
 void main_window_t::make_menus()
 {
     auto* file = new wxMenu;
+    file->Append(wxID_OPEN, to_label(text("menu.open_source")) + "\tCtrl+O");
     file->Append(wxID_PREFERENCES, to_label(text("menu.preferences")) + "\tCtrl+,");
     file->AppendSeparator();
     file->Append(wxID_EXIT, to_label(text("menu.quit")) + "\tCtrl+Q");
@@ -176,6 +178,8 @@ void main_window_t::make_menus()
         wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { open_preferences(this); }, wxID_PREFERENCES);
+    Bind(
+        wxEVT_MENU, [this](wxCommandEvent&) { open_open_source_dialog(nlohmann::json(), this); }, wxID_OPEN);
 }
 
 void main_window_t::change_language(const std::string& language)

@@ -88,7 +88,8 @@ void preferences_dialog_t::on_init_dialog()
         event.Skip();
         update_apply();
     };
-    for (const auto& type : {wxEVT_TEXT, wxEVT_CHECKBOX, wxEVT_RADIOBUTTON, wxEVT_CHOICE})
+    for (const auto& type :
+         {wxEVT_TEXT, wxEVT_CHECKBOX, wxEVT_RADIOBUTTON, wxEVT_CHOICE, wxEVT_LISTBOX, wxEVT_BUTTON})
         Bind(type, changed);
     restore();
 }

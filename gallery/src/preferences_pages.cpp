@@ -1,3 +1,4 @@
+#include "editor_page.h"
 #include "preferences_page.h"
 #include "result_saving_page.h"
 
@@ -7,6 +8,7 @@ std::vector<std::unique_ptr<preferences_page_t>> make_preferences_pages()
 {
     std::vector<std::unique_ptr<preferences_page_t>> pages;
     pages.push_back(std::make_unique<result_saving_page_t>());
+    pages.push_back(std::make_unique<editor_page_t>());
     return pages;
 }
 

@@ -1,0 +1,155 @@
+#include "open_source_dialog.h"
+
+#include "editor_page.h"
+#include "json_report.h"
+#include "missing_resource.h"
+
+#include <commondlg3/choosers.h>
+#include <commondlg3/editor_launch.h>
+#include <commondlg3/message_window.h>
+#include <commondlg3/resources.h>
+#include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
+#include <wx_helpers1/painted.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/button.h>
+#include <wx/spinctrl.h>
+#include <wx/weakref.h>
+
+namespace gallery {
+namespace {
+
+using commondlg3::editor_data_t;
+using commondlg3::editor_failure_t;
+using commondlg3::language_info;
+using nlohmann::json;
+using wx_helpers1::from_wx;
+using wx_helpers1::to_wx;
+
+// JSON is UTF-8; paths need not be.
+json text_for_json(const std::string& bytes)
+{
+    return wx_helpers1::to_label(bytes).utf8_string();
+}
+
+language_info::language_t language_of(const std::string& file)
+{
+    const auto language = language_info::get_language(file);
+    return editor_data_t::is_supported_language(language) ? language : language_info::other;
+}
+
+} // namespace
+
+open_source_dialog_t::open_source_dialog_t(const editor_data_t& editors, const std::string& file, int line)
+    : m_editors(editors), m_first_file(file), m_first_line(line)
+{
+    set_resource_file(resource_file());
+    m_catalog_name = "gallery";
+    set_resource_object(object_name);
+}
+
+json open_source_dialog_t::get_data() const
+{
+    return m_file && m_line ? json{{"file", text_for_json(get_file())},
+                                   {"line", m_line->GetValue()},
+                                   {"editor", text_for_json(get_editor().name)}}
+                            : json::object();
+}
+
+void open_source_dialog_t::on_init_dialog()
+{
+    m_file = commondlg3::from_xrc<wxTextCtrl>(this, "m_file");
+    m_line = commondlg3::from_xrc<wxSpinCtrl>(this, "m_line");
+    m_editor = commondlg3::from_xrc<wxStaticText>(this, "m_editor");
+    auto* button = commondlg3::from_xrc<wxButton>(this, "m_btn_browse");
+    auto* open_button = commondlg3::from_xrc<wxButton>(this, "m_btn_open");
+    if (!m_file || !m_line || !m_editor || !button || !open_button)
+        return;
+    wx_helpers1::set_label_for(commondlg3::from_xrc<wxStaticText>(this, "m_file_label"), m_file);
+    wx_helpers1::set_label_for(commondlg3::from_xrc<wxStaticText>(this, "m_line_label"), m_line);
+    m_file->Bind(wxEVT_TEXT, [this](wxCommandEvent& event) {
+        event.Skip();
+        show_editor();
+    });
+    button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { browse(); });
+    open_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open(); });
+    m_file->ChangeValue(to_wx(m_first_file));
+    m_line->SetValue(m_first_line);
+    show_editor();
+    fit_to_contents();
+    centre_on_parent();
+    m_file->SetFocus();
+}
+
+std::string open_source_dialog_t::get_file() const
+{
+    return from_wx(m_file->GetValue());
+}
+
+// What the user chose; or else the default, what the desktop would take, or the first.
+editor_data_t::system_editor_t open_source_dialog_t::get_editor() const
+{
+    const auto language = language_of(get_file());
+    for (const std::string& name :
+         {m_editors.get_selected_editor_name(language), m_editors.get_default_editor_name(language),
+          m_editors.get_system_default_editor_name(language)})
+        if (m_editors.get_editor_type(language, name) != editor_data_t::editor_type_none)
+            return m_editors.get_editor(language, name);
+    const auto all = m_editors.get_editors(language);
+    return all.is_valid() ? *all : editor_data_t::system_editor_t();
+}
+
+void open_source_dialog_t::show_editor()
+{
+    const std::string language = language_info::get_localized_name(language_of(get_file()));
+    wx_helpers1::set_label_text(m_editor,
+                                commondlg3::message_window_t::get_message(
+                                    "gallery", "open_source.editor",
+                                    {{"language", language}, {"editor", get_editor().display_name}}));
+}
+
+void open_source_dialog_t::browse()
+{
+    std::string file = get_file();
+    if (commondlg3::file_dlg(this, true, file, "", "", text("open_source.choose"), ""))
+        m_file->SetValue(to_wx(file));
+    m_file->SetFocus();
+}
+
+void open_source_dialog_t::open()
+{
+    const wxWeakRef<wxWindow> alive(this);
+    const auto tell = [alive](const editor_failure_t& failure) {
+        report_signal(object_name, "failed",
+                      {{"command", text_for_json(failure.command)},
+                       {"exit_code", failure.exit_code},
+                       {"signal", failure.signal},
+                       {"text", text_for_json(failure.get_text())}});
+        if (alive)
+            commondlg3::show_editor_failure(failure, alive.get());
+    };
+    const auto editor = get_editor();
+    if (commondlg3::open_in_editor(editor, get_file(), m_line->GetValue(), tell))
+        report_signal(object_name, "started", text_for_json(editor.name));
+}
+
+int open_open_source_dialog(const json& data, wxWindow* parent)
+{
+    constexpr auto object = open_source_dialog_t::object_name;
+    int result = 0;
+    json ended = json::object();
+    if (check_resource(resource_file(), object, parent)) {
+        gen_helpers2::error_code_t ignored; // the preferences dialog tells it
+        open_source_dialog_t dialog(load_editors(ignored), get_string(data, "file", ""),
+                                    get_int(data, "line", 1));
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(open_source_dialog_t::object_name); });
+        result = dialog.show_modal(parent);
+        ended = dialog.get_data();
+    }
+    report_result(object, result, ended);
+    return result;
+}
+
+} // namespace gallery
