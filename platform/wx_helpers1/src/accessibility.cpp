@@ -70,6 +70,10 @@ void set_label_for(wxStaticText* label, wxWindow* field)
     if (!label || !label->GetHandle() || !widget)
         return;
     gtk_label_set_mnemonic_widget(GTK_LABEL(label->GetHandle()), widget);
+    // The toolkit puts its own choice in place of ours whenever the order of the windows changes; scroll bars
+    // around a list take the keyboard from it then, and do nothing with it.
+    if (GTK_WIDGET(field->GetHandle()) != widget)
+        gtk_widget_set_can_focus(GTK_WIDGET(field->GetHandle()), FALSE);
     wxString name = label->GetLabelText();
     name.EndsWith(":", &name);
     set_accessible_name(field, name.utf8_string());
