@@ -319,6 +319,10 @@ TEST_F(EditorPage, KeyboardReachesEverythingAndArrowsPassOverTheBrowseEntry)
     test::settle();
     test::press(WXK_TAB);
     EXPECT_TRUE(list()->HasFocus());
+    test::press('L', wxMOD_ALT);
+    EXPECT_FALSE(list()->HasFocus());
+    test::press('E', wxMOD_ALT);
+    EXPECT_TRUE(list()->HasFocus()) << "by the letter of its label";
     test::press(WXK_DOWN);
     EXPECT_EQ("a", m_page->get_data().get_selected_editor_name(cpp));
     test::press(WXK_END);

@@ -5,6 +5,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 GALLERY = sys.argv.pop(1)
@@ -14,8 +15,9 @@ MESSAGE = "dlg.error_warning_dialog"
 class Gallery:
     """One run of the gallery; what it prints on standard output must be JSON, a line an event."""
 
-    def __init__(self, *arguments, binary=GALLERY):
-        self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    def __init__(self, *arguments, binary=GALLERY, environment=None):
+        self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                        env=environment and {**os.environ, **environment})
 
     def expect(self, event):
         """The next line, which must be of this event."""
@@ -171,6 +173,85 @@ class Preferences(unittest.TestCase):
             code, again = self.run_once(folder, [(["alt+t"], "lost")], "Escape")
             self.assertEqual((5101, data), (code, again))
             self.assertEqual(kept, self.contents(folder))
+
+
+class Editors(unittest.TestCase):
+    """The registered editor is a real one, of the package geany; a program of its name, first in PATH, records."""
+    EDITOR = "geany.desktop"
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+        self.note = self.folder + "/note"
+        self.source = self.folder + "/a b.cpp"
+        with open(self.source, "w", encoding="utf-8"):
+            pass
+        self.stand_in("for a; do echo \"$a\"; done > $0.part; mv $0.part " + self.note)
+        self.environment = {"PATH": self.folder + ":" + os.environ["PATH"], "VISUAL": "code --wait"}
+
+    def stand_in(self, script):
+        with open(self.folder + "/geany", "w", encoding="utf-8") as file:
+            file.write("#!/bin/sh\n" + script + "\n")
+        os.chmod(self.folder + "/geany", 0o755)
+
+    def start(self, window, data=None):
+        gallery = Gallery("--show", window, "--language", "en", "--config-dir", self.folder + "/config",
+                          *(["--data", json.dumps(data)] if data else []), environment=self.environment)
+        gallery.expect("opened")
+        return gallery
+
+    def choose(self, *keys, ending="Return"):
+        """What the preferences hold for C and C++ after these keys in the list of editors."""
+        gallery = self.start("dlg.preferences")
+        gallery.press("Down", "alt+e", *keys)
+        gallery.press(*(["Tab", "Tab"] if ending == "Return" else []), ending)  # past the default button, to OK
+        if ending == "Return":
+            self.assertIs(True, gallery.expect("signal")["value"])
+        result = gallery.expect("result")
+        self.assertEqual(0, gallery.end())
+        return result["data"]["pref.editor"]["languages"][0]
+
+    def test_the_chosen_one_is_kept_and_opens_the_file_at_the_line(self):
+        found = self.choose("Home", ending="Escape")
+        names = [editor["name"] for editor in found["editors"]]
+        self.assertIn(self.EDITOR, names)
+        self.assertEqual("code --wait", found["editors"][-1]["command_line"])
+        self.assertFalse(os.path.exists(self.folder + "/config"))
+        chosen = self.choose("End", "Home", *["Down"] * names.index(self.EDITOR))
+        self.assertEqual(self.EDITOR, chosen["selected_editor"])
+        with open(self.folder + "/config/preferences.xml", encoding="utf-8") as file:
+            self.assertIn(self.EDITOR, file.read())
+
+        gallery = self.start("dlg.open_source")
+        gallery.type(self.source)
+        gallery.press("alt+l", "ctrl+a")
+        gallery.type("42")
+        gallery.press("Return")
+        started = gallery.expect("signal")
+        self.assertEqual(("started", self.EDITOR), (started["name"], started["value"]))
+        for _ in range(200):
+            if os.path.exists(self.note):
+                break
+            time.sleep(0.02)
+        with open(self.note, encoding="utf-8") as file:
+            self.assertEqual(["+42", self.source], file.read().splitlines())
+        gallery.press("Escape")
+        self.assertEqual({"file": self.source, "line": 42, "editor": self.EDITOR}, gallery.expect("result")["data"])
+        self.assertEqual(0, gallery.end())
+
+    def test_one_that_fails_is_told_with_its_command_and_exit_code(self):
+        self.stand_in("exit 3")
+        gallery = self.start("dlg.open_source", {"file": self.source, "line": 7})
+        gallery.press("alt+o")
+        self.assertEqual("started", gallery.expect("signal")["name"])
+        told = gallery.expect("signal")["value"]
+        self.assertEqual(3, told["exit_code"])
+        self.assertEqual(f"{self.folder}/geany +7 '{self.source}'", told["command"])
+        gallery.press("Escape")  # the message, then the window
+        gallery.press("Escape")
+        self.assertEqual(5101, gallery.expect("result")["result"])
+        self.assertEqual(0, gallery.end())
 
 
 class BadInput(unittest.TestCase):

@@ -51,10 +51,11 @@ public:
 
     /// What was given, with the changes that were made on the page so far.
     const editor_data_t& get_data() const { return m_data; }
-    /// Whether the user changed anything; that the page chose an editor where none was chosen is no change.
-    bool is_changed() const { return m_data != m_loaded; }
+    /// Whether the user changed or chose anything; that the page selected an editor where none was is no
+    /// change.
+    bool is_changed() const { return m_chosen || m_data != m_unchanged; }
     /// From here on what there is now counts as not changed: for a host that has stored it.
-    void set_unchanged() { m_loaded = m_data; }
+    void set_unchanged();
 
     void on_init_dialog() override;
     void on_update_ui_settings() override;
@@ -98,8 +99,9 @@ private:
     void rewrap();
 
     editor_data_t m_data;
-    editor_data_t m_loaded;
+    editor_data_t m_unchanged;
     unsigned m_flags;
+    bool m_chosen = false;
     // By entry: display names need not differ, and may look like anything.
     std::vector<std::string> m_names;
     bool m_browsing = false;

@@ -54,7 +54,7 @@ std::string editor_pp_t::system_default_suffix;
 std::string editor_pp_t::browse_editor_display_name;
 
 editor_pp_t::editor_pp_t(const editor_data_t& data, unsigned flags)
-    : m_data(data), m_loaded(data), m_flags(flags)
+    : m_data(data), m_unchanged(data), m_flags(flags)
 {
     set_resource_object("pref.editor");
 }
@@ -116,6 +116,12 @@ void editor_pp_t::load_settings()
     set_unchanged();
 }
 
+void editor_pp_t::set_unchanged()
+{
+    m_unchanged = m_data;
+    m_chosen = false;
+}
+
 void editor_pp_t::save_settings()
 {
     pref_base_t::save_settings(); // the copy is up to date at any time
@@ -173,10 +179,12 @@ void editor_pp_t::on_editor_list_clicked(wxCommandEvent& event)
     event.Skip();
     if (!has_controls())
         return;
-    if (is_browse_entry(event.GetSelection()))
+    if (is_browse_entry(event.GetSelection())) {
         browse();
-    else
-        use_selected_editor();
+        return;
+    }
+    m_chosen = true;
+    use_selected_editor();
 }
 
 void editor_pp_t::use_selected_editor()
@@ -337,9 +345,14 @@ void editor_pp_t::show_editor(const system_editor_t& editor)
 
 void editor_pp_t::update_default_button()
 {
+    const language_t language = m_data.get_selected_language();
     const std::string name = get_selected_editor_name();
-    m_default->Enable(!name.empty() &&
-                      name != m_data.get_default_editor_name(m_data.get_selected_language()));
+    const std::string default_name = m_data.get_default_editor_name(language);
+    m_default->Enable(!name.empty() && name != default_name);
+    const std::string shown = m_data.get_editor(language, default_name).display_name;
+    wx_helpers1::SetTooltip(m_default,
+                            shown.empty() ? std::string()
+                                          : translate_message("pref.editor.default_is", {{"editor", shown}}));
 }
 
 void editor_pp_t::fill_info_message(language_t language, const system_editor_t& editor)
