@@ -4,6 +4,7 @@
 
 #include <cpil/catalog.h>
 #include <gen_helpers2/path.h>
+#include <wx_helpers1/chosen_path.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/colordlg.h>
@@ -65,7 +66,7 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
     dialog.SetFilterIndex(index);
     if (dialog.ShowModal() != wxID_OK)
         return false;
-    path = from_wx(dialog.GetPath());
+    path = wx_helpers1::get_chosen_path(dialog);
     return true;
 }
 

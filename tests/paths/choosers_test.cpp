@@ -17,6 +17,8 @@ namespace {
 using wx_helpers1::from_wx;
 using wx_helpers1::to_wx;
 
+// Waits for the toolkit's chooser, which fills itself in the background, notes where it begins, chooses and
+// accepts.
 gboolean accept_when_shown(gpointer dialog)
 {
     if (!gtk_widget_get_mapped(GTK_WIDGET(dialog)))

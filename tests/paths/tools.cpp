@@ -25,8 +25,6 @@ std::string filename_of(GtkFileChooser* chooser)
     return text;
 }
 
-// Waits for the toolkit's chooser, which fills itself in the background, notes where it begins, chooses and
-// accepts.
 struct real_answer_t
 {
     std::string choice;
@@ -100,11 +98,6 @@ ordinary_user_t::~ordinary_user_t()
     EXPECT_EQ(0, seteuid(getuid()));
 }
 
-void answer_for_real(const std::string& choice, std::string& start)
-{
-    g_timeout_add(20, real_answer_t::step, new real_answer_t{choice, &start});
-}
-
 void make_file(const std::string& path, const std::string& text)
 {
     std::ofstream(path) << text;
@@ -114,6 +107,11 @@ std::string read_file(const std::string& path)
 {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void answer_for_real(const std::string& choice, std::string& start)
+{
+    g_timeout_add(20, real_answer_t::step, new real_answer_t{choice, &start});
 }
 
 } // namespace test

@@ -29,8 +29,8 @@ private:
     std::function<int(wxDialog*)> m_answer;
 };
 
-/// Answers the toolkit's next file or folder chooser as the user would: waits until it is shown, notes the
-/// folder that it begins in, chooses and accepts.
+/// Chooses in the file chooser that is shown next, as the user would; `start` receives the folder that it
+/// began in.
 void answer_for_real(const std::string& choice, std::string& start);
 
 /// Collects the message windows that come up, as headline and explanation, and closes each.
