@@ -73,6 +73,12 @@ def without_windows(table, folder):
     table.row("signal with one slot", f"{nanoseconds:.0f} ns", expected="less than 100 ns", met=nanoseconds < 100)
     for name, what in (("bag_save/real_time", "saving"), ("bag_load/real_time", "loading")):
         table.row(f"{what} a bag of 100,000 records", f"{median[name]['real_time']:.0f} ms")
+    for name, what, limit in (("classify_files/1000000", "languages of 1,000,000 file names", 300),
+                              ("editors_load/10000", "loading 10,000 editors", 100),
+                              ("editors_list/10000", "listing 10,000 editors", 100),
+                              ("editors_save/10000", "saving 10,000 editors", 100)):
+        milliseconds = median[name]["real_time"]
+        table.row(what, f"{milliseconds:.1f} ms", expected=f"less than {limit} ms", met=milliseconds < limit)
 
 
 def windows(table, program, rounds):

@@ -174,7 +174,7 @@ TEST_F(EditorPage, TheDefaultIsSetOnce)
 
 TEST_F(EditorPage, BrowsedProgramsGetFreeNamesUpToAHundred)
 {
-    const std::string leaf = "v&m \xC3\xA4";
+    const std::string leaf = "v&m \xC3\xA4 \xFF";
     const std::string path = m_dir.path() + "/" + leaf;
     test::make_file(path); // that cannot be run
     editor_data_t data = three_editors();
@@ -186,7 +186,7 @@ TEST_F(EditorPage, BrowsedProgramsGetFreeNamesUpToAHundred)
     browse(path);
     EXPECT_EQ(leaf, m_page->get_selected_editor_name());
     EXPECT_EQ(browse_entry() - 1, list()->GetSelection());
-    EXPECT_EQ(leaf, from_wx(list()->GetStringSelection()));
+    EXPECT_EQ("v&m \xC3\xA4 \xEF\xBF\xBD", from_wx(list()->GetStringSelection()));
     EXPECT_EQ(system_editor_t(leaf, leaf, path, path), m_page->get_data().get_editor(cpp, leaf));
     EXPECT_EQ(editor_data_t::editor_type_custom, m_page->get_data().get_editor_type(cpp, leaf));
     EXPECT_EQ(translate_message("pref.editor.editor_not_found_custom", {}), info());
