@@ -346,7 +346,8 @@ void property_grid_t::impl_t::end_drag(bool drop)
     view->SetCursor(wxNullCursor);
     if (!drop || drop_before < 0)
         return;
-    const int to = std::exchange(drop_before, -1) - (drop_before > from ? 1 : 0);
+    const int to = drop_before > from ? drop_before - 1 : drop_before;
+    drop_before = -1;
     if (grid->move_row(from, to))
         set_current(to);
 }
