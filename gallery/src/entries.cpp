@@ -8,6 +8,7 @@
 #include "message_entries.h"
 #include "preferences_dialog.h"
 #include "result_saving_page.h"
+#include "search_dirs_page.h"
 #include "simple_message_page.h"
 
 #include <cpil/catalog.h>
@@ -69,6 +70,12 @@ const std::vector<entry_t>& entries()
          open_preferences},
         {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
          [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
+        {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
+         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent); }},
+        {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
+         [](wxWindow* parent) { return open_search_dirs_panel(json(), parent); }},
+        {"page_file_finder", catalog_key("gallery.category.pages"), "pref.file_finder_pp",
+         [](wxWindow* parent) { return open_file_finder_page(json(), parent); }},
     };
     return all;
 }
@@ -95,6 +102,12 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_preferences(nullptr);
     else if (object == result_saving_page_t::object_name)
         open_result_saving_page(data, nullptr);
+    else if (object == search_dirs_page_t::object_name)
+        open_search_dirs_tab(data, nullptr);
+    else if (object == "panel.search_dir")
+        open_search_dirs_panel(data, nullptr);
+    else if (object == "pref.file_finder_pp")
+        open_file_finder_page(data, nullptr);
     else
         return false;
     return true;

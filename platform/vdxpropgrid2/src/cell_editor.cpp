@@ -21,7 +21,6 @@ struct cell_editor_t::handlers_t
 
     static void changed(GtkEditable*, cell_editor_t* self)
     {
-        self->m_changed = true;
         if (self->on_typed)
             self->on_typed();
     }
@@ -96,7 +95,7 @@ void cell_editor_t::adopt(void* editable)
     if (!GTK_IS_ENTRY(editable))
         return;
     m_entry = editable;
-    m_changed = m_menu_is_open = false;
+    m_menu_is_open = false;
     gtk_entry_set_text(GTK_ENTRY(m_entry), m_text.c_str());
     gtk_editable_select_region(GTK_EDITABLE(m_entry), 0, -1);
     g_object_set_data(G_OBJECT(m_entry), "vdxpropgrid2-editor", this);
@@ -114,10 +113,14 @@ void cell_editor_t::forget()
     g_signal_handlers_disconnect_by_data(m_entry, this);
     g_object_set_data(G_OBJECT(m_entry), "vdxpropgrid2-editor", nullptr);
     m_entry = nullptr;
-    m_changed = false;
     g_object_set(m_renderer, "editable", FALSE, nullptr);
     if (on_finished)
         on_finished();
+}
+
+bool cell_editor_t::is_changed() const
+{
+    return m_entry && m_text != gtk_entry_get_text(GTK_ENTRY(m_entry));
 }
 
 bool cell_editor_t::commit()

@@ -28,7 +28,7 @@ public:
     bool commit();
     bool cancel();
     /// Whether there is anything in the entry that is not in the row.
-    bool is_changed() const { return m_changed; }
+    bool is_changed() const;
     void insert(const std::string& text);
 
     std::function<void(int row, const std::string& text)> on_edited;
@@ -48,7 +48,6 @@ private:
     GtkCellRenderer* m_renderer;
     void* m_entry = nullptr;
     std::string m_text;
-    bool m_changed = false;
     bool m_menu_is_open = false;
 };
 

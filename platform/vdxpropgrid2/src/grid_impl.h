@@ -63,6 +63,7 @@ struct property_grid_t::impl_t
     std::unique_ptr<cell_editor_t> editor;
     wxDataViewColumn* columns[more_column + 1] = {};
     std::function<std::vector<std::string>(const std::string&)> splitter;
+    std::function<std::string(const std::string&)> converter;
 
     std::optional<place_t> pressed;
     double pressed_x = 0, pressed_y = 0;

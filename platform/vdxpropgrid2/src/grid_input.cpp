@@ -125,10 +125,12 @@ void property_grid_t::impl_t::edit(int row, const std::string& typed)
 
 void property_grid_t::impl_t::on_edited(int row, const std::string& utf8)
 {
-    const std::string text = wx_helpers1::from_wx(wxString::FromUTF8(utf8));
+    std::string text = wx_helpers1::from_wx(wxString::FromUTF8(utf8));
     const bool is_input = row == static_cast<int>(model->rows.size());
     if (text == grid->get_text(row))
         return;
+    if (converter)
+        text = converter(text);
     if (text.empty()) {
         // The list is still busy with the row.
         grid->CallAfter([this, key = grid->get_key(row)] { ask_for_removal(grid->find_row(key)); });

@@ -20,9 +20,16 @@ std::ptrdiff_t signed_of(std::size_t index)
 
 std::size_t grid_rows_t::find(row_key_t key) const
 {
-    const auto found =
-        std::find_if(m_rows.begin(), m_rows.end(), [key](const row_t& row) { return row.key == key; });
-    return static_cast<std::size_t>(found - m_rows.begin());
+    const auto has_key = [key](const row_t& row) { return row.key == key; };
+    const auto hint = m_rows.begin() + signed_of(std::min(m_last_found, m_rows.size()));
+    auto found = std::find_if(hint, m_rows.end(), has_key);
+    if (found == m_rows.end()) {
+        found = std::find_if(m_rows.begin(), hint, has_key);
+        if (found == hint)
+            return m_rows.size();
+    }
+    m_last_found = static_cast<std::size_t>(found - m_rows.begin());
+    return m_last_found;
 }
 
 void grid_rows_t::assign(std::vector<row_t> rows)

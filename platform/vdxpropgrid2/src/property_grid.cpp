@@ -141,6 +141,12 @@ void property_grid_t::set_texts(const grid_texts_t& texts)
     m_impl->apply_texts();
 }
 
+void property_grid_t::set_input_text(const std::string& text)
+{
+    m_impl->model->texts.input_row = text;
+    m_impl->apply_texts();
+}
+
 void property_grid_t::set_name(const std::string& name)
 {
     wx_helpers1::set_accessible_name(m_impl->view, name);
@@ -156,6 +162,11 @@ void property_grid_t::set_mark_picture(row_mark_t::kind_t kind, const wx_helpers
 void property_grid_t::set_splitter(std::function<std::vector<std::string>(const std::string&)> splitter)
 {
     m_impl->splitter = splitter ? std::move(splitter) : lines_of;
+}
+
+void property_grid_t::set_converter(std::function<std::string(const std::string&)> converter)
+{
+    m_impl->converter = std::move(converter);
 }
 
 int property_grid_t::row_count() const
@@ -284,6 +295,11 @@ void property_grid_t::edit(int row)
 bool property_grid_t::is_editing() const
 {
     return m_impl->editor->is_active();
+}
+
+bool property_grid_t::has_typed_text() const
+{
+    return m_impl->editor->is_changed();
 }
 
 bool property_grid_t::commit()

@@ -61,7 +61,8 @@ public:
     std::size_t size() const { return m_rows.size(); }
     const row_t& at(std::size_t index) const { return m_rows.at(index); }
     const std::vector<row_t>& get() const { return m_rows; }
-    /// size() when there is none of that key. Takes time with the number of rows.
+    /// size() when there is none of that key. Takes time with the number of rows, but none when keys are
+    /// asked for in the order of the rows.
     std::size_t find(row_key_t key) const;
 
     /// Other rows altogether; there is no way back. Rows keep the keys that they bring.
@@ -96,6 +97,7 @@ private:
     std::vector<operation_t> m_done;
     std::vector<operation_t> m_undone;
     row_key_t m_last_key = no_key;
+    mutable std::size_t m_last_found = 0;
 };
 
 } // namespace vdxpropgrid2

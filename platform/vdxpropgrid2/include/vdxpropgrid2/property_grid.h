@@ -85,11 +85,16 @@ public:
     ~property_grid_t() override;
 
     void set_texts(const grid_texts_t& texts);
+    /// What stands in the last row, where new rows are typed.
+    void set_input_text(const std::string& text);
     /// What screen readers call the list.
     void set_name(const std::string& name);
     void set_mark_picture(row_mark_t::kind_t kind, const wx_helpers1::wxStaticPicture& picture);
     /// Makes rows of a text that is pasted; initially one of each line that is not empty.
     void set_splitter(std::function<std::vector<std::string>(const std::string&)> splitter);
+
+    /// What is kept of a text that was typed; initially all of it.
+    void set_converter(std::function<std::string(const std::string&)> converter);
 
     int row_count() const;
     bool is_input_row(int row) const { return row == row_count() - 1; }
@@ -122,6 +127,8 @@ public:
 
     void edit(int row);
     bool is_editing() const;
+    /// Whether something is being typed that is not in its row.
+    bool has_typed_text() const;
     /// Keeps what is being typed, as Enter does. True when something was being typed.
     bool commit();
 
