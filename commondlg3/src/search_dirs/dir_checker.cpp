@@ -116,7 +116,7 @@ void dir_checker_t::impl_t::follow()
         entry.text = row.text;
         entry.path = path_info_t(row.text).as_string();
         entry.state = dir_state_t();
-        unknown.push_back({row.key, row.text, {}});
+        unknown.push_back({row.key, row.text, {}, 0});
     }
     if (known.size() > grid->get_rows().size()) {
         std::vector<row_key_t> lost;

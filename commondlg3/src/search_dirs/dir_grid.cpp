@@ -5,6 +5,7 @@
 #include "commondlg3/search_dirs_data.h"
 #include "commondlg3/text_utils.h"
 
+#include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/picture_button.h>
 
@@ -15,9 +16,13 @@
 namespace commondlg3 {
 namespace {
 
+using CPIL_2_18::i18n::catalog_key;
 using type = image_loader_t::image_type_t;
 using vdxpropgrid2::property_grid_t;
 using vdxpropgrid2::row_mark_t;
+
+constexpr int least_characters = 45;
+constexpr int least_lines = 10;
 
 vdxpropgrid2::grid_texts_t texts_of_grid(const std::string& check_header, const std::string& input_row)
 {
@@ -25,6 +30,13 @@ vdxpropgrid2::grid_texts_t texts_of_grid(const std::string& check_header, const 
     texts.text_header = translate_message("panel.search_dirs.dir_header");
     texts.check_header = check_header;
     texts.mark_header = translate_message("panel.search_dirs.mark_header");
+    for (const char* key :
+         {catalog_key("panel.search_dirs.mark_missing"), catalog_key("panel.search_dirs.mark_not_a_dir"),
+          catalog_key("panel.search_dirs.mark_shadowed"), catalog_key("panel.search_dirs.mark_waiting")}) {
+        const std::string word = translate_message(key);
+        if (word.size() > texts.widest_mark.size())
+            texts.widest_mark = word;
+    }
     texts.more_header = translate_message("panel.search_dirs.more_header");
     texts.input_row = input_row;
     texts.menu_edit = translate_message("panel.search_dirs.menu_edit");
@@ -67,6 +79,7 @@ property_grid_t* make_dir_grid(wxWindow* area, const std::string& check_header, 
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(grid, 1, wxEXPAND);
     area->SetSizer(sizer);
+    area->SetMinSize(wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
     return grid;
 }
 

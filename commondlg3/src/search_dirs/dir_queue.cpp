@@ -2,6 +2,7 @@
 
 #include <wx_helpers1/tasks.h>
 
+#include <algorithm>
 #include <chrono>
 #include <iterator>
 #include <system_error>
@@ -19,8 +20,10 @@ constexpr int most_workers = 4;
 void dir_queue_t::add(std::vector<item_t> items)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    for (item_t& item : items)
+    for (item_t& item : items) {
+        item.number = ++m_last_number;
         m_items.push_back(std::move(item));
+    }
     const int wanted = static_cast<int>(std::min<std::size_t>(m_items.size(), most_workers));
     for (; m_workers < wanted; ++m_workers) {
         try {
@@ -69,6 +72,8 @@ std::vector<dir_queue_t::item_t> dir_queue_t::take()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_told = false;
+    std::sort(m_found.begin(), m_found.end(),
+              [](const item_t& a, const item_t& b) { return a.number < b.number; });
     return std::exchange(m_found, {});
 }
 

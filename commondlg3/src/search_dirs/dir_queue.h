@@ -21,6 +21,7 @@ public:
         vdxpropgrid2::row_key_t key;
         std::string path;
         dir_state_t state;
+        unsigned number = 0; ///< given by the queue
     };
 
     explicit dir_queue_t(dir_checker_t::examiner_t examiner) : m_examiner(std::move(examiner)) {}
@@ -30,7 +31,7 @@ public:
     void clear();
     /// Nothing is told from now on.
     void close();
-    /// What was found since the last time.
+    /// What was found since the last time, in the order in which it was added.
     std::vector<item_t> take();
     /// False when something is still waiting after that time.
     bool wait(int milliseconds);
@@ -47,6 +48,7 @@ private:
     std::condition_variable m_all_done;
     std::deque<item_t> m_items;
     std::vector<item_t> m_found;
+    unsigned m_last_number = 0;
     int m_workers = 0;
     int m_busy = 0;
     bool m_told = false;

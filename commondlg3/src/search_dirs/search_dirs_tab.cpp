@@ -264,14 +264,17 @@ void search_dirs_tab_t::on_resize(wxSizeEvent& event)
         event.Skip();
 }
 
+// With room for a message, so that the list does not shrink when the first one comes.
 wxSize search_dirs_tab_t::GetMinSize() const
 {
-    constexpr int least_characters = 50;
-    constexpr int least_rows = 6;
+    constexpr int lines_of_message = 3;
     wxSize size = pref_base_t::GetMinSize();
-    size.IncTo(wxSize(least_characters * GetCharWidth(), 0));
-    if (m_caption)
-        size.IncTo(wxSize(0, m_caption->GetMinSize().y + (least_rows + 4) * GetCharHeight()));
+    if (m_caption && GetSizer()) {
+        wxSize needed = GetSizer()->GetMinSize();
+        if (m_messages.empty())
+            needed.y += lines_of_message * GetCharHeight();
+        size.IncTo(needed);
+    }
     return size;
 }
 

@@ -9,6 +9,7 @@
 
 #include <wx/sizer.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace vdxpropgrid2 {
@@ -60,31 +61,45 @@ property_grid_t::impl_t::~impl_t()
 
 void property_grid_t::impl_t::add_columns()
 {
-    const int em = grid->GetCharWidth();
     columns[text_column] = new wxDataViewColumn(
         wxString(), new wxDataViewIconTextRenderer("wxDataViewIconText", wxDATAVIEW_CELL_EDITABLE),
-        text_column, 30 * em, wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
+        text_column, wxDVC_DEFAULT_WIDTH, wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
     columns[check_column] =
         new wxDataViewColumn(wxString(), new wxDataViewToggleRenderer("bool", wxDATAVIEW_CELL_ACTIVATABLE),
-                             check_column, 12 * em, wxALIGN_CENTER, wxDATAVIEW_COL_RESIZABLE);
-    columns[mark_column] = new wxDataViewColumn(wxString(), new wxDataViewTextRenderer, mark_column, 16 * em,
-                                                wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
+                             check_column, wxDVC_DEFAULT_WIDTH, wxALIGN_CENTER, wxDATAVIEW_COL_RESIZABLE);
+    columns[mark_column] = new wxDataViewColumn(wxString(), new wxDataViewTextRenderer, mark_column,
+                                                wxDVC_DEFAULT_WIDTH, wxALIGN_LEFT, wxDATAVIEW_COL_RESIZABLE);
     columns[more_column] = new wxDataViewColumn(
         wxString(), new wxDataViewTextRenderer("string", wxDATAVIEW_CELL_INERT, wxALIGN_CENTER), more_column,
-        8 * em, wxALIGN_CENTER, 0);
+        wxDVC_DEFAULT_WIDTH, wxALIGN_CENTER, 0);
     for (wxDataViewColumn* column : columns)
         view->AppendColumn(column);
     // The list's last column would take what is left over; it belongs to the texts.
     gtk_tree_view_column_set_expand(GTK_TREE_VIEW_COLUMN(columns[text_column]->GetGtkHandle()), TRUE);
 }
 
+// Each column is as wide as its texts; what is left over is for the rows' own.
 void property_grid_t::impl_t::apply_texts()
 {
+    constexpr int least_characters = 16;
     const grid_texts_t& texts = model->texts;
     const std::string* headers[] = {&texts.text_header, &texts.check_header, &texts.mark_header,
                                     &texts.more_header};
-    for (unsigned i = 0; i <= more_column; ++i)
+    wxFont bold = view->GetFont();
+    bold.MakeBold(); // some themes' headers are
+    const auto width_of = [&](const std::string& text) {
+        int width = 0;
+        view->GetTextExtent(wx_helpers1::to_label(text), &width, nullptr, nullptr, nullptr, &bold);
+        return width;
+    };
+    const int margins = 3 * view->GetCharWidth();
+    for (unsigned i = 0; i <= more_column; ++i) {
         columns[i]->SetTitle(wx_helpers1::to_label(*headers[i]));
+        columns[i]->SetWidth(margins + width_of(*headers[i]));
+    }
+    columns[text_column]->SetWidth(least_characters * view->GetCharWidth());
+    columns[mark_column]->SetWidth(margins +
+                                   std::max(width_of(texts.mark_header), width_of(texts.widest_mark)));
     columns[check_column]->SetHidden(texts.check_header.empty());
     model->RowChanged(static_cast<unsigned>(model->rows.size()));
 }

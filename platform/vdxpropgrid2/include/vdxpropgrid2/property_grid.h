@@ -50,6 +50,7 @@ struct grid_texts_t
     std::string text_header;
     std::string check_header; ///< empty: there is no column of check boxes
     std::string mark_header;
+    std::string widest_mark; ///< the word of a mark for which its column has room
     std::string more_header;
     std::string input_row; ///< stands in the last row, where new rows are typed
     // Entries of the context menu; an empty one is left out. "&" stands before the letter that chooses it.
