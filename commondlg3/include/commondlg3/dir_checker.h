@@ -33,6 +33,8 @@ public:
 
     /// The grid has been given other rows: looks at all of them.
     void restart();
+    /// Looks at the row again, if it is there or comes back.
+    void forget(vdxpropgrid2::row_key_t key);
     /// Takes what is known so far, waiting at most that long for the rest.
     void finish(int milliseconds);
     /// Unknown for a row that waits and for what is no row.

@@ -218,6 +218,12 @@ void dir_checker_t::restart()
     m_impl->follow_soon();
 }
 
+void dir_checker_t::forget(row_key_t key)
+{
+    m_impl->known.erase(key);
+    m_impl->follow_soon();
+}
+
 void dir_checker_t::finish(int milliseconds)
 {
     if (m_impl->follow_timer.IsRunning()) {

@@ -24,7 +24,9 @@ void dir_queue_t::add(std::vector<item_t> items)
         item.number = ++m_last_number;
         m_items.push_back(std::move(item));
     }
-    const int wanted = static_cast<int>(std::min<std::size_t>(m_items.size(), most_workers));
+    // One that is busy may be so for minutes.
+    const auto busy = static_cast<std::size_t>(m_busy);
+    const int wanted = static_cast<int>(std::min<std::size_t>(busy + m_items.size(), most_workers));
     for (; m_workers < wanted; ++m_workers) {
         try {
             std::thread(work, shared_from_this()).detach();

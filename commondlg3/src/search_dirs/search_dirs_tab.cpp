@@ -199,6 +199,7 @@ void search_dirs_tab_t::remove_row(int row)
     if (m_removing || !m_grid || row < 0 || row >= m_grid->row_count() - 1)
         return;
     remove_message(m_grid->get_key(row));
+    m_checker->forget(m_grid->get_key(row)); // its message is due again when the removal is undone
     m_removing = true;
     m_grid->delete_row(row);
     m_removing = false;
