@@ -10,6 +10,7 @@
 #include "message_entries.h"
 #include "preferences_dialog.h"
 #include "result_saving_page.h"
+#include "search_dirs_page.h"
 #include "simple_message_page.h"
 #include "small_dialogs.h"
 
@@ -86,6 +87,12 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_ask_dialog(json(), parent); }},
         {"dialog_clipboard", catalog_key("gallery.category.dialogs"), clipboard_object,
          open_clipboard_dialog},
+        {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
+         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent); }},
+        {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
+         [](wxWindow* parent) { return open_search_dirs_panel(json(), parent); }},
+        {"page_file_finder", catalog_key("gallery.category.pages"), "pref.file_finder_pp",
+         [](wxWindow* parent) { return open_file_finder_page(json(), parent); }},
     };
     return all;
 }
@@ -122,6 +129,12 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_ask_dialog(data, nullptr);
     else if (object == clipboard_object)
         open_clipboard_dialog(nullptr);
+    else if (object == search_dirs_page_t::object_name)
+        open_search_dirs_tab(data, nullptr);
+    else if (object == "panel.search_dir")
+        open_search_dirs_panel(data, nullptr);
+    else if (object == "pref.file_finder_pp")
+        open_file_finder_page(data, nullptr);
     else
         return false;
     return true;
