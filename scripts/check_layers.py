@@ -22,8 +22,10 @@ LAYERS = [
     Layer("msngr2", "platform/msngr2", None, TOOLKIT),
     Layer("rdmgr2", "platform/rdmgr2", None, TOOLKIT),
     Layer("cctrl2", "platform/cctrl2", None, TOOLKIT),
+    Layer("ff", "platform/ff", None, TOOLKIT),
     Layer("wx_helpers1", "platform/wx_helpers1", None, set()),
     Layer("vdx", "platform/vdx", None, set()),
+    Layer("vdxpropgrid2", "platform/vdxpropgrid2", None, set()),
     Layer("commondlg3", "commondlg3", {"wx", "boost", "log4cplus"}, set()),
     Layer("gallery", "gallery", {"wx", "nlohmann"}, set()),
 ]

@@ -2,15 +2,19 @@
 
 #include "advanced_panel_page.h"
 #include "caption_page.h"
+#include "consent_page.h"
 #include "editor_page.h"
 #include "example_dialog.h"
 #include "example_page.h"
+#include "experimental_page.h"
 #include "log_page.h"
 #include "message_entries.h"
 #include "open_source_dialog.h"
 #include "preferences_dialog.h"
 #include "result_saving_page.h"
+#include "search_dirs_page.h"
 #include "simple_message_page.h"
+#include "small_dialogs.h"
 
 #include <cpil/catalog.h>
 
@@ -75,6 +79,26 @@ const std::vector<entry_t>& entries()
          [](wxWindow* parent) { return open_editor_page(json(), parent); }},
         {"open_source", catalog_key("gallery.category.dialogs"), open_source_dialog_t::object_name,
          [](wxWindow* parent) { return open_open_source_dialog(json(), parent); }},
+        {"page_experimental", catalog_key("gallery.category.pages"), experimental_page_t::object_name,
+         [](wxWindow* parent) { return open_experimental_page(json(), parent); }},
+        {"page_consent", catalog_key("gallery.category.pages"), consent_page_t::object_name,
+         [](wxWindow* parent) {
+             return open_consent_page({{"consent", 0}}, parent);
+         }},
+        {"dialog_consent", catalog_key("gallery.category.dialogs"), consent_dialog_object,
+         [](wxWindow* parent) {
+             return open_consent_dialog({{"consent", 0}}, parent);
+         }},
+        {"dialog_ask", catalog_key("gallery.category.dialogs"), ask_object,
+         [](wxWindow* parent) { return open_ask_dialog(json(), parent); }},
+        {"dialog_clipboard", catalog_key("gallery.category.dialogs"), clipboard_object,
+         open_clipboard_dialog},
+        {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
+         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent); }},
+        {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
+         [](wxWindow* parent) { return open_search_dirs_panel(json(), parent); }},
+        {"page_file_finder", catalog_key("gallery.category.pages"), "pref.file_finder_pp",
+         [](wxWindow* parent) { return open_file_finder_page(json(), parent); }},
     };
     return all;
 }
@@ -105,6 +129,22 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_editor_page(data, nullptr);
     else if (object == open_source_dialog_t::object_name)
         open_open_source_dialog(data, nullptr);
+    else if (object == experimental_page_t::object_name)
+        open_experimental_page(data, nullptr);
+    else if (object == consent_page_t::object_name)
+        open_consent_page(data, nullptr);
+    else if (object == consent_dialog_object)
+        open_consent_dialog(data, nullptr);
+    else if (object == ask_object)
+        open_ask_dialog(data, nullptr);
+    else if (object == clipboard_object)
+        open_clipboard_dialog(nullptr);
+    else if (object == search_dirs_page_t::object_name)
+        open_search_dirs_tab(data, nullptr);
+    else if (object == "panel.search_dir")
+        open_search_dirs_panel(data, nullptr);
+    else if (object == "pref.file_finder_pp")
+        open_file_finder_page(data, nullptr);
     else
         return false;
     return true;

@@ -6,7 +6,6 @@
 
 #include <wx/sizer.h>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -35,21 +34,9 @@ void page_frame_t::on_init_dialog()
     set_title(m_title);
     m_page->create(this);
     GetSizer()->Insert(0, m_page, 1, wxEXPAND);
-    fit();
-    centre_on_parent();
-}
-
-// Labels that wrap need a width before they know their height.
-void page_frame_t::fit()
-{
     constexpr int comfortable_width = 560;
-    fit_to_contents();
-    const int width = std::max(comfortable_width, GetSize().x);
-    SetSize(width, GetSize().y);
-    Layout();
-    const wxSize needed(width, ClientToWindowSize(GetSizer()->CalcMin()).y);
-    SetMinSize(needed);
-    SetSize(needed);
+    fit_to_contents(comfortable_width);
+    centre_on_parent();
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)

@@ -61,7 +61,7 @@ public:
     void on_update_ui_settings() override;
     void load_auxiliary_strings() override;
     void load_settings();
-    void save_settings() override;
+    bool save_settings() override;
 
     void on_language_changed(wxCommandEvent& event);
     /// An entry was clicked: the browse entry opens the chooser.

@@ -25,7 +25,7 @@ bool open_in_editor(const gen_helpers2::system_editor_t& editor, const gen_helpe
     std::vector<std::string> words;
     editor_failure_t failure;
     const auto tell = [failed = std::move(failed)](const editor_failure_t& told) {
-        gen_helpers2::log_warning("editor_launch", "the editor failed: " + told.command);
+        gen_helpers2::log_warning("editor_launch", told.get_text() + " " + told.command);
         if (failed)
             failed(told);
     };

@@ -5,6 +5,7 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 #include "shown_path.h"
+#include "wrapped_labels.h"
 
 #include <gen_helpers2/assertion.h>
 #include <gen_helpers2/path.h>
@@ -122,9 +123,9 @@ void editor_pp_t::set_unchanged()
     m_chosen = false;
 }
 
-void editor_pp_t::save_settings()
+bool editor_pp_t::save_settings()
 {
-    pref_base_t::save_settings(); // the copy is up to date at any time
+    return pref_base_t::save_settings(); // the copy is up to date at any time
 }
 
 void editor_pp_t::on_language_changed(wxCommandEvent& event)
@@ -417,33 +418,16 @@ void editor_pp_t::on_update_ui_settings()
     rewrap();
 }
 
-void editor_pp_t::on_resize(wxSizeEvent& event)
+void editor_pp_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
-    if (!GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
-        return;
-    event.Skip();
+    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 
-// Labels wrap to the width that the page has; only then is their height known.
 void editor_pp_t::rewrap()
 {
-    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
-        return;
-    Layout();
-    bool changed = false;
-    for (wxStaticText* label : {m_info_text, m_language_text}) {
-        const int width = label->GetSize().x;
-        wx_helpers1::set_wrap_width(label, width);
-        const wxSize least(1, wx_helpers1::height_for_width(label, width));
-        changed |= label->IsShown() && least != label->GetMinSize();
-        label->SetMinSize(least);
-    }
-    if (!changed)
-        return;
-    Layout();
-    SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+    if (has_controls() && fit_wrapped_labels(*this, {m_info_text, m_language_text}))
+        SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
 }
 
 } // namespace commondlg3

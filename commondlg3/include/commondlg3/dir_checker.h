@@ -1,0 +1,54 @@
+#pragma once
+
+#include "commondlg3/export.h"
+#include "commondlg3/search_dirs_data.h"
+
+#include <gen_helpers2/signal.h>
+#include <vdxpropgrid2/property_grid.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace commondlg3 {
+
+/// Watches a grid of directories: looks at each that is new or was changed, and marks rows that are missing,
+/// no directories, or of no use because of a row further up.
+///
+///     m_checker = std::make_unique<dir_checker_t>(m_grid);
+///     m_checker->get_verdict_signal().connect(this, &my_page_t::on_verdict);
+///
+/// The disk is asked by worker threads, because a network folder can take minutes to answer: rows that wait
+/// are marked so after a second, the others go on, and a checker that is destroyed leaves its workers to end
+/// by themselves. Verdicts come to the GUI thread in slices of a few milliseconds. GUI thread; the grid must
+/// outlive the checker.
+class COMMONDLG3_EXPORT dir_checker_t : public gen_helpers2::subscriber_base_t
+{
+public:
+    using examiner_t = std::function<dir_state_t(const std::string&)>;
+
+    /// @param examiner asks the disk, in any thread
+    explicit dir_checker_t(vdxpropgrid2::property_grid_t* grid, examiner_t examiner = examine_dir);
+    ~dir_checker_t() override;
+
+    /// The grid has been given other rows: looks at all of them.
+    void restart();
+    /// Looks at the row again, if it is there or comes back.
+    void forget(vdxpropgrid2::row_key_t key);
+    /// Takes what is known so far, waiting at most that long for the rest.
+    void finish(int milliseconds);
+    /// Unknown for a row that waits and for what is no row.
+    dir_state_t get_state(vdxpropgrid2::row_key_t key) const;
+    bool is_waiting() const;
+
+    /// A row was looked at: its number, and what was found.
+    gen_helpers2::signal_t<int, dir_state_t>& get_verdict_signal();
+    /// A row of this key is no longer in the grid.
+    gen_helpers2::signal_t<vdxpropgrid2::row_key_t>& get_gone_signal();
+
+private:
+    struct impl_t;
+    std::unique_ptr<impl_t> m_impl;
+};
+
+} // namespace commondlg3

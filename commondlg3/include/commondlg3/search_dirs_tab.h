@@ -1,0 +1,140 @@
+#pragma once
+
+#include "commondlg3/path_info.h"
+#include "commondlg3/pref_base.h"
+#include "commondlg3/search_dirs_data.h"
+
+#include <ff/search_directories.h>
+#include <vdxpropgrid2/property_grid.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+class wxBitmapButton;
+
+namespace commondlg3 {
+
+class caption_panel_t;
+class dir_checker_t;
+
+/// The page of one category of the file finder's directories: a list edited in place, in the order in which
+/// the directories are searched, below a heading that says which of them cannot be used.
+///
+///     m_tab = new search_dirs_tab_t(container, FF_2_13::category_sources);
+///     m_tab->create(parent);                       // the parent's window owns it
+///     ...
+///     m_tab->save_settings();                      // into the container
+///     result = container->save();                  // and on to the disk: the host's affair
+///
+/// For several categories in one page use search_dirs_panel_t. The page never refuses to be saved: whatever
+/// is in the list is kept, and each directory that is missing or is none is a warning of the heading. The
+/// categories for binaries and symbols are edited and written as one. Directories are looked at in the
+/// background (dir_checker_t), so that a network folder which does not answer keeps nobody waiting.
+///
+/// Without a container the list is empty and saving keeps it only in the page. When the layout could not be
+/// loaded the page is empty and nothing is saved. GUI thread.
+class COMMONDLG3_EXPORT search_dirs_tab_t : public pref_base_t
+{
+public:
+    /// A directory of the list, and the row that shows it.
+    struct dir_info_t
+    {
+        dir_info_t(const path_info_t& dir, const vdxpropgrid2::row_t& shown)
+            : path(dir), key(shown.key), recursive(shown.checked)
+        {
+        }
+        path_info_t path;
+        vdxpropgrid2::row_key_t key; ///< no_key before the grid has it
+        bool recursive;              ///< not shown here, but kept
+    };
+    using dirs_t = std::vector<dir_info_t>;
+    using container_t = FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>;
+
+    /// @param error_mode see set_dir_error_mode()
+    search_dirs_tab_t(container_t container, FF_2_13::search_category_t category, int error_mode = 1);
+    ~search_dirs_tab_t() override;
+
+    void on_init_dialog() override;
+    void on_update_ui_settings() override;
+    /// Takes the container's list. What was edited and not saved is lost.
+    void load_settings();
+    /// Keeps what is being typed, writes the list into the container and shows it as it was written.
+    bool save_settings() override;
+    /// Another container or category, whose list is shown.
+    void set_data(container_t container, FF_2_13::search_category_t category);
+
+    /// Whether saving would write another list than the one that was loaded or saved last. What is being
+    /// typed counts.
+    bool is_changed() const;
+    /// Raised when is_changed() may answer otherwise than before.
+    gen_helpers2::signal_t<>& get_changed_signal() { return m_changed_signal; }
+
+    /// Below 1 the heading shows no messages about directories; the rows stay marked.
+    void set_dir_error_mode(int mode);
+    int get_dir_error_mode() const { return m_dir_error_mode; }
+    /// Null when the layout could not be loaded, as is the grid.
+    caption_panel_t* get_caption_panel() const { return m_caption; }
+    vdxpropgrid2::property_grid_t* get_grid() const { return m_grid; }
+    /// As loaded or saved last.
+    const dirs_t& get_dirs() const { return m_dirs; }
+
+    /// Looks at one directory at once, and puts a message about it for that row, or takes the row's away.
+    /// @return whether it is an existing directory
+    bool validate_dir(const path_info_t& path, int row);
+    /// What the heading says of a directory that does not exist; empty without a catalog. The number changes
+    /// nothing.
+    std::string get_directory_error_msg(int number, const std::string& dir) const;
+    /// Shows a warning for a row, in place of the one that it has.
+    void push_message(const std::string& text, int row);
+    void remove_messages();
+    /// -1 when there is none.
+    int get_message_id(vdxpropgrid2::row_key_t key) const;
+
+    /// Takes a row away, with its message; the row above becomes the current one, of the first row the one
+    /// that takes its place. The input row is refused.
+    void remove_row(int row);
+    void on_button_up(wxCommandEvent& event);
+    void on_button_down(wxCommandEvent& event);
+    void on_button_remove(wxCommandEvent& event);
+    void on_dir_updated(int row);
+    void on_editing_finished();
+    /// Lets the user choose a folder for the row; the input row makes a new one of it.
+    void on_more_button_clicked(vdxpropgrid2::click_data_t data);
+    void on_resize(wxSizeEvent& event);
+    wxSize GetMinSize() const override;
+
+private:
+    void fill_controls();
+    void set_grid_headers();
+    void load_images();
+    void load_messages();
+    void connect_grid();
+    void fill_dirs();
+    void fill_grid();
+    void fill_container(const dirs_t& dirs);
+    void add_dirs(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs);
+    void add_dir(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs,
+                 std::size_t index);
+    bool tell_state(const std::string& path, dir_state_t::kind_t state, int row);
+    void remove_message(vdxpropgrid2::row_key_t key);
+    void move_current(int by);
+    void update_buttons();
+
+    container_t m_container;
+    FF_2_13::search_category_t m_category;
+    int m_dir_error_mode;
+    dirs_t m_dirs;
+    std::map<vdxpropgrid2::row_key_t, int> m_messages;
+    bool m_removing = false;
+    gen_helpers2::signal_t<> m_changed_signal;
+    caption_panel_t* m_caption = nullptr;
+    vdxpropgrid2::property_grid_t* m_grid = nullptr;
+    wxBitmapButton* m_up = nullptr;
+    wxBitmapButton* m_down = nullptr;
+    wxBitmapButton* m_remove = nullptr;
+    std::unique_ptr<dir_checker_t> m_checker;
+};
+
+} // namespace commondlg3

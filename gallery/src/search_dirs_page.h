@@ -1,0 +1,64 @@
+#pragma once
+
+#include "preferences_page.h"
+
+#include <cfgmgr2/property_storage.h>
+#include <commondlg3/search_dirs_tab.h>
+#include <ff/search_directories.h>
+
+#include <wx/weakref.h>
+
+#include <memory>
+
+namespace gallery {
+
+/// The file finder's directories of this product, kept beside its preferences. The pages share one of them.
+class search_dirs_store_t
+{
+public:
+    /// Reads the file at the first call; others answer what that one did.
+    gen_helpers2::error_code_t load();
+    /// Null before load().
+    const FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>& get() const { return m_container; }
+
+private:
+    gen_helpers2::error_code_t m_result;
+    FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer> m_container;
+};
+
+/// One category's directories.
+class search_dirs_page_t : public preferences_page_t
+{
+public:
+    static constexpr char object_name[] = "panel.search_dir_tab";
+
+    /// @param name of the category: part of its object's name and of its keys
+    search_dirs_page_t(std::shared_ptr<search_dirs_store_t> store, FF_2_13::search_category_t category,
+                       std::string name);
+
+    std::string get_object() const override { return std::string(object_name) + "." + m_name; }
+    std::string get_title() const override;
+    std::string get_search_words() const override;
+    gen_helpers2::error_code_t load() override { return m_store->load(); }
+    commondlg3::pref_base_t* create(wxWindow* parent) override;
+    bool is_changed() const override;
+    gen_helpers2::error_code_t apply() override;
+    nlohmann::json get_data() const override;
+
+private:
+    std::shared_ptr<search_dirs_store_t> m_store;
+    FF_2_13::search_category_t m_category;
+    std::string m_name;
+    wxWeakRef<commondlg3::search_dirs_tab_t> m_tab;
+    bool m_unwritten = false;
+};
+
+/// Each opens a window alone, on lists of its own, and reports by JSON lines; nothing is written.
+/// @param data {"category": 3, "error_mode": 1, "dirs": ["/usr/src", ...]}; null: a sample
+int open_search_dirs_tab(const nlohmann::json& data, wxWindow* parent);
+/// @param data {"binaries": [...], "symbols": [...], "sources": [...], "others": [...]} with paths or
+/// {"path": ..., "recursive": true}; "save_fails": true: as if the disk were full. Null: a sample
+int open_search_dirs_panel(const nlohmann::json& data, wxWindow* parent);
+int open_file_finder_page(const nlohmann::json& data, wxWindow* parent);
+
+} // namespace gallery
