@@ -13,6 +13,8 @@
 #include <wx/sizer.h>
 #include <wx/weakref.h>
 
+#include <algorithm>
+
 namespace commondlg3 {
 namespace {
 
@@ -79,7 +81,9 @@ property_grid_t* make_dir_grid(wxWindow* area, const std::string& check_header, 
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(grid, 1, wxEXPAND);
     area->SetSizer(sizer);
-    area->SetMinSize(wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    grid->SetMinSize(wxSize(std::max(grid->GetBestSize().x, least_characters * area->GetCharWidth()),
+                            least_lines * area->GetCharHeight()));
+    area->SetMinSize(wxDefaultSize); // the layout's stands for the empty panel
     return grid;
 }
 

@@ -40,7 +40,8 @@ struct property_grid_t::impl_t
     void copy();
     void request_paste();
     void paste(const std::string& text);
-    void show_menu();
+    wxPoint below_row(int row) const;
+    void show_menu(const wxPoint& place);
 
     struct place_t
     {

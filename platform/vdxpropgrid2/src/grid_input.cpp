@@ -33,7 +33,7 @@ void property_grid_t::impl_t::connect_input()
         if (!pressed || pressed->column == text_column)
             edit(current(), std::string());
     });
-    view->Bind(wxEVT_DATAVIEW_ITEM_CONTEXT_MENU, [this](wxDataViewEvent&) { show_menu(); });
+    view->Bind(wxEVT_DATAVIEW_ITEM_CONTEXT_MENU, [this](wxDataViewEvent&) { show_menu(wxDefaultPosition); });
     scroll_timer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
         int x = 0;
         int y = 0;
@@ -84,6 +84,9 @@ void property_grid_t::impl_t::on_key(wxKeyEvent& event)
         end_drag(false);
     else if (plain && (key == WXK_F2 || key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
         edit(current(), std::string());
+    else if ((plain && (key == WXK_MENU || key == WXK_WINDOWS_MENU)) ||
+             (modifiers == wxMOD_SHIFT && key == WXK_F10))
+        show_menu(below_row(current()));
     else if (plain && key == WXK_F4)
         press_more(current());
     else if (plain && (key == WXK_DELETE || key == WXK_NUMPAD_DELETE))
@@ -207,7 +210,21 @@ void property_grid_t::impl_t::paste(const std::string& text)
         row_updated.emit(before + static_cast<int>(i));
 }
 
-void property_grid_t::impl_t::show_menu()
+wxPoint property_grid_t::impl_t::below_row(int row) const
+{
+    GdkRectangle area{};
+    if (row >= 0) {
+        GtkTreePath* path = gtk_tree_path_new_from_indices(row, -1);
+        gtk_tree_view_get_cell_area(tree, path, GTK_TREE_VIEW_COLUMN(columns[text_column]->GetGtkHandle()),
+                                    &area);
+        gtk_tree_path_free(path);
+    }
+    wxPoint place;
+    gtk_tree_view_convert_bin_window_to_widget_coords(tree, area.x, area.y + area.height, &place.x, &place.y);
+    return place;
+}
+
+void property_grid_t::impl_t::show_menu(const wxPoint& place)
 {
     const int row = current();
     const int last = static_cast<int>(model->rows.size()) - 1;
@@ -237,7 +254,7 @@ void property_grid_t::impl_t::show_menu()
         item->Enable(entry.enabled);
     }
     const wxWeakRef<property_grid_t> alive(grid);
-    const int chosen = view->GetPopupMenuSelectionFromUser(menu);
+    const int chosen = view->GetPopupMenuSelectionFromUser(menu, place);
     if (!alive || chosen == wxID_NONE)
         return;
     std::size_t at = 0;

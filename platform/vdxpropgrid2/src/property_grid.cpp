@@ -7,6 +7,7 @@
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/settings.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -81,7 +82,7 @@ void property_grid_t::impl_t::add_columns()
 // Each column is as wide as its texts; what is left over is for the rows' own.
 void property_grid_t::impl_t::apply_texts()
 {
-    constexpr int least_characters = 16;
+    constexpr int least_characters = 24;
     const grid_texts_t& texts = model->texts;
     const std::string* headers[] = {&texts.text_header, &texts.check_header, &texts.mark_header,
                                     &texts.more_header};
@@ -92,15 +93,20 @@ void property_grid_t::impl_t::apply_texts()
         view->GetTextExtent(wx_helpers1::to_label(text), &width, nullptr, nullptr, nullptr, &bold);
         return width;
     };
-    const int margins = 3 * view->GetCharWidth();
+    const int margins = 2 * view->GetCharWidth();
     for (unsigned i = 0; i <= more_column; ++i) {
         columns[i]->SetTitle(wx_helpers1::to_label(*headers[i]));
         columns[i]->SetWidth(margins + width_of(*headers[i]));
     }
-    columns[text_column]->SetWidth(least_characters * view->GetCharWidth());
+    columns[text_column]->SetWidth(
+        std::max(least_characters * view->GetCharWidth(), 2 * margins + width_of(texts.input_row)));
     columns[mark_column]->SetWidth(margins +
                                    std::max(width_of(texts.mark_header), width_of(texts.widest_mark)));
     columns[check_column]->SetHidden(texts.check_header.empty());
+    int needed = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, view) + 2 * view->GetCharWidth();
+    for (const wxDataViewColumn* column : columns)
+        needed += column->IsHidden() ? 0 : column->GetWidth();
+    view->SetMinSize(wxSize(needed, wxDefaultCoord));
     model->RowChanged(static_cast<unsigned>(model->rows.size()));
 }
 
