@@ -317,7 +317,7 @@ TEST_F(SearchDirsTab, SourcesHaveTheirOwnHeadingAndALayoutThatFailsIsSurvived)
 }
 
 // The examiner that does not come back stands for a network folder.
-TEST(DirChecker, AFolderThatDoesNotAnswerKeepsNobodyWaiting)
+TEST(DirCheckerThreads, AFolderThatDoesNotAnswerKeepsNobodyWaiting)
 {
     auto mutex = std::make_shared<std::mutex>();
     auto answered = std::make_shared<bool>(false);
