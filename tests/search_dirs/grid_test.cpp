@@ -261,6 +261,33 @@ TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
     EXPECT_FALSE(m_grid->get_rows()[0].checked);
 }
 
+TEST_F(PropertyGrid, FoldersDroppedFromElsewhereBecomeRowsWhereTheyFall)
+{
+    GtkWidget* source = m_button->GetHandle();
+    gtk_drag_source_set(source, GDK_BUTTON1_MASK, nullptr, 0, GDK_ACTION_COPY);
+    gtk_drag_source_add_uri_targets(source);
+    const auto give = +[](GtkWidget*, GdkDragContext*, GtkSelectionData* data, guint, guint, gpointer) {
+        const char* addresses[] = {"file:///one", "file:///two", nullptr};
+        gtk_selection_data_set_uris(data, const_cast<gchar**>(addresses));
+    };
+    g_signal_connect(source, "drag-data-get", G_CALLBACK(give), nullptr);
+    const wxPoint start = m_button->GetScreenPosition() + wxPoint(20, 10);
+    const wxPoint end = middle_of(1, 0) + wxPoint(0, -6);
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(start);
+    mouse.MouseDown();
+    test::settle();
+    for (int i = 1; i <= 10; ++i) {
+        mouse.MouseMove(wxPoint(start.x + (end.x - start.x) * i / 10, start.y + (end.y - start.y) * i / 10));
+        test::settle();
+    }
+    mouse.MouseUp();
+    EXPECT_TRUE(test::wait_for([this] { return m_grid->row_count() == 6; }));
+    EXPECT_EQ(texts_t({"/a", "file:///one", "file:///two", "/b", "/c"}), texts());
+    EXPECT_TRUE(m_grid->undo());
+    EXPECT_EQ(texts_t({"/a", "/b", "/c"}), texts());
+}
+
 TEST_F(PropertyGrid, ScreenReadersFindTextsMarksAndTheReason)
 {
     m_grid->set_name("Directories");

@@ -40,6 +40,8 @@ struct property_grid_t::impl_t
     void copy();
     void request_paste();
     void paste(const std::string& text);
+    void on_dropped(int x, int y, GtkSelectionData* data);
+    void add(int before, const std::vector<std::string>& texts);
     wxPoint below_row(int row) const;
     void show_menu(const wxPoint& place);
 

@@ -61,6 +61,12 @@ void property_grid_t::impl_t::connect_input()
         wx_helpers1::set_accessible_description(self->view, mark.explanation);
         self->current_changed.emit(row);
     };
+    const auto dropped = +[](GtkWidget*, GdkDragContext*, int x, int y, GtkSelectionData* data, guint, guint,
+                             raw_t* self) { self->on_dropped(x, y, data); };
+    gtk_drag_dest_set(GTK_WIDGET(tree), GTK_DEST_DEFAULT_ALL, nullptr, 0, GDK_ACTION_COPY);
+    gtk_drag_dest_add_uri_targets(GTK_WIDGET(tree));
+    gtk_drag_dest_add_text_targets(GTK_WIDGET(tree));
+    g_signal_connect(tree, "drag-data-received", G_CALLBACK(dropped), this);
     gtk_widget_add_events(GTK_WIDGET(tree), GDK_POINTER_MOTION_MASK | GDK_BUTTON_RELEASE_MASK);
     gtk_widget_set_has_tooltip(GTK_WIDGET(tree), TRUE);
     g_signal_connect(tree, "button-press-event", G_CALLBACK(press), this);
@@ -202,8 +208,33 @@ void property_grid_t::impl_t::paste(const std::string& text)
         editor->is_changed() ? editor->commit() : editor->cancel();
     }
     const int row = current();
-    const int before = row >= 0 ? row : static_cast<int>(model->rows.size());
-    if (!grid->insert_rows(before, texts))
+    add(row >= 0 ? row : static_cast<int>(model->rows.size()), texts);
+}
+
+// From a file manager, for example.
+void property_grid_t::impl_t::on_dropped(int x, int y, GtkSelectionData* data)
+{
+    std::string text;
+    if (gchar** addresses = gtk_selection_data_get_uris(data)) {
+        for (gchar** address = addresses; *address; ++address)
+            text += std::string(*address) + "\n";
+        g_strfreev(addresses);
+    } else if (guchar* plain = gtk_selection_data_get_text(data)) {
+        text = reinterpret_cast<const char*>(plain);
+        g_free(plain);
+    }
+    editor->commit();
+    int bin_x = 0;
+    int bin_y = 0;
+    gtk_tree_view_convert_widget_to_bin_window_coords(tree, x, y, &bin_x, &bin_y);
+    const place_t place = place_at(bin_x, bin_y);
+    const int rows = static_cast<int>(model->rows.size());
+    add(place.row < 0 ? rows : std::min(rows, place.row + (place.y_in_row > 0.5 ? 1 : 0)), splitter(text));
+}
+
+void property_grid_t::impl_t::add(int before, const std::vector<std::string>& texts)
+{
+    if (texts.empty() || !grid->insert_rows(before, texts))
         return;
     set_current(before + static_cast<int>(texts.size()) - 1);
     for (std::size_t i = 0; i < texts.size(); ++i)
