@@ -261,6 +261,34 @@ TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
     EXPECT_FALSE(m_grid->get_rows()[0].checked);
 }
 
+TEST_F(PropertyGrid, TheMenuOpensByKeyboardAndDoesWhatItSays)
+{
+    grid_texts_t texts_of_menu;
+    texts_of_menu.menu_edit = "&Edit";
+    texts_of_menu.menu_down = "Move &down";
+    texts_of_menu.menu_remove = "&Remove";
+    texts_of_menu.menu_undo = "U&ndo";
+    m_grid->set_texts(texts_of_menu);
+    const auto choose = [&](const char* letter) {
+        wxTimer timer;
+        timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { wxUIActionSimulator().Text(letter); });
+        timer.StartOnce(300);
+        test::press(WXK_F10, wxMOD_SHIFT); // comes back when something has been chosen
+        test::wait_for([] { return false; }, 500);
+    };
+    choose("d");
+    EXPECT_EQ(texts_t({"/b", "/a", "/c"}), texts());
+    choose("n");
+    EXPECT_EQ(texts_t({"/a", "/b", "/c"}), texts());
+    std::vector<int> unwanted;
+    m_grid->get_remove_signal().connect([&](int row) { unwanted.push_back(row); });
+    m_grid->set_current_row(2);
+    choose("r");
+    EXPECT_EQ(std::vector<int>({2}), unwanted);
+    choose("e");
+    EXPECT_TRUE(m_grid->is_editing());
+}
+
 TEST_F(PropertyGrid, FoldersDroppedFromElsewhereBecomeRowsWhereTheyFall)
 {
     GtkWidget* source = m_button->GetHandle();
