@@ -132,6 +132,9 @@ TEST_F(PropertyGrid, KeysAloneDoEverything)
     m_grid->set_current_row(1);
     test::press(WXK_DELETE);
     EXPECT_EQ(std::vector<int>({1}), unwanted);
+    test::press(WXK_SPACE);
+    EXPECT_TRUE(m_grid->get_rows()[1].checked);
+    EXPECT_FALSE(m_grid->is_editing());
     std::vector<int> more;
     m_grid->get_more_signal().connect([&](const click_data_t& data) { more.push_back(data.row); });
     test::press(WXK_F4);

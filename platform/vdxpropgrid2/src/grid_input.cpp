@@ -93,6 +93,9 @@ void property_grid_t::impl_t::on_key(wxKeyEvent& event)
     else if ((plain && (key == WXK_MENU || key == WXK_WINDOWS_MENU)) ||
              (modifiers == wxMOD_SHIFT && key == WXK_F10))
         show_menu(below_row(current()));
+    else if (plain && key == WXK_SPACE && !columns[check_column]->IsHidden() && is_row(current()))
+        perform(model->rows.set_checked(static_cast<std::size_t>(current()),
+                                        !model->rows.at(static_cast<std::size_t>(current())).checked));
     else if (plain && key == WXK_F4)
         press_more(current());
     else if (plain && (key == WXK_DELETE || key == WXK_NUMPAD_DELETE))
@@ -352,7 +355,9 @@ gboolean property_grid_t::impl_t::on_release(const GdkEventButton* event)
         return FALSE;
     }
     const place_t place = place_at(event->x, event->y);
-    if (place.row < 0 || place.row != pressed->row || place.column != pressed->column)
+    const bool is_click = place.row >= 0 && place.row == pressed->row && place.column == pressed->column;
+    pressed.reset();
+    if (!is_click)
         return FALSE;
     const bool is_input = place.row == static_cast<int>(model->rows.size());
     // Later: the list has not yet seen the release.

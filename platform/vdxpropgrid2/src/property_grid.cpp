@@ -7,7 +7,6 @@
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
-#include <wx/settings.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -103,10 +102,6 @@ void property_grid_t::impl_t::apply_texts()
     columns[mark_column]->SetWidth(margins +
                                    std::max(width_of(texts.mark_header), width_of(texts.widest_mark)));
     columns[check_column]->SetHidden(texts.check_header.empty());
-    int needed = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, view) + 2 * view->GetCharWidth();
-    for (const wxDataViewColumn* column : columns)
-        needed += column->IsHidden() ? 0 : column->GetWidth();
-    view->SetMinSize(wxSize(needed, wxDefaultCoord));
     model->RowChanged(static_cast<unsigned>(model->rows.size()));
 }
 
@@ -171,6 +166,7 @@ void property_grid_t::set_input_text(const std::string& text)
 void property_grid_t::set_name(const std::string& name)
 {
     wx_helpers1::set_accessible_name(m_impl->view, name);
+    m_impl->editor->set_name(name);
 }
 
 void property_grid_t::set_mark_picture(row_mark_t::kind_t kind, const wx_helpers1::wxStaticPicture& picture)
