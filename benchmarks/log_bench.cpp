@@ -408,7 +408,7 @@ void run_file(int count)
     gen_helpers2::variant_bag_t bag;
     control->save(bag);
     const gen_helpers2::path_t file("/tmp/log_bench_" + std::to_string(getpid()) + ".xml");
-    save(bag, file);
+    save_variant_bag(bag, file);
     print("saved to a file", now() - begin, "s");
     print("  memory, times the text", (resident_bytes() - resident) / text_bytes, "");
     control->clear();
@@ -416,7 +416,7 @@ void run_file(int count)
     malloc_trim(0);
     begin = now();
     gen_helpers2::variant_bag_t read;
-    load(file, read);
+    load_variant_bag(file, read);
     control->load(read);
     stage.run_until([&] { return log_size(*control) == static_cast<std::size_t>(count); });
     print("loaded and shown", now() - begin, "s");

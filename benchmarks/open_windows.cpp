@@ -60,5 +60,20 @@ BENCHMARK_CAPTURE(open_window, example, kind_t::example)
     ->Iterations(openings)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open_window, ask, kind_t::ask)
+    ->Name("open/dlg.ask")
+    ->Iterations(openings)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open_window, clipboard, kind_t::clipboard)
+    ->Name("open/dlg.clipboard")
+    ->Iterations(openings)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(open_window, consent, kind_t::consent)
+    ->Name("open/dlg.optin")
+    ->Iterations(openings)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "openings.h"
 
+#include <commondlg3/ask_dlg.h>
+#include <commondlg3/clipboard_dlg.h>
 #include <commondlg3/message_window.h>
+#include <commondlg3/opt_in_dlg.h>
 #include <commondlg3/result_saving_pp.h>
 #include <example_dialog.h>
 #include <page_frame.h>
@@ -147,8 +150,9 @@ std::optional<kind_t> kind_of(const std::string& name)
     static const std::map<std::string, kind_t> kinds = {
         {"message", kind_t::message}, {"message_check_box", kind_t::message_check_box},
         {"example", kind_t::example}, {"result_saving", kind_t::result_saving},
-        {"native", kind_t::native},   {"rich", kind_t::rich},
-        {"generic", kind_t::generic}};
+        {"ask", kind_t::ask},         {"clipboard", kind_t::clipboard},
+        {"consent", kind_t::consent}, {"native", kind_t::native},
+        {"rich", kind_t::rich},       {"generic", kind_t::generic}};
     const auto found = kinds.find(name);
     return found != kinds.end() ? std::optional<kind_t>(found->second) : std::nullopt;
 }
@@ -173,6 +177,15 @@ opening_t open(kind_t kind, wxWindow* parent)
         frame.show_modal(parent);
         break;
     }
+    case kind_t::ask:
+        commondlg3::ask_dlg_t().show_modal(parent);
+        break;
+    case kind_t::clipboard:
+        commondlg3::clipboard_dlg_t().show_modal(parent);
+        break;
+    case kind_t::consent:
+        commondlg3::opt_in_dlg_t(commondlg3::opt_in_pp_t::user_consent_t::given).show_modal(parent);
+        break;
     case kind_t::native:
         show_other<wxMessageDialog>(parent);
         break;

@@ -15,6 +15,9 @@ enum class kind_t
     message_check_box, ///< the same with a check box
     example,           ///< the gallery's dialog: two text fields with labels and limits, three buttons
     result_saving,     ///< the page about saving results in a dialog of the gallery
+    ask,               ///< the library's dialogs that ask for a file,
+    clipboard,         ///< show a text,
+    consent,           ///< and ask for consent
     native,            ///< wxMessageDialog
     rich,              ///< wxRichMessageDialog, which has a check box
     generic            ///< wxGenericMessageDialog

@@ -116,7 +116,7 @@ void bag_save(benchmark::State& state)
     const bench_dir_t dir;
     const variant_bag_t bag = records(100000);
     for (auto _ : state)
-        if (gen_helpers2::save(bag, dir.path() / "bag.xml").failed())
+        if (gen_helpers2::save_variant_bag(bag, dir.path() / "bag.xml").failed())
             state.SkipWithError("not saved");
 }
 BENCHMARK(bag_save)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -124,11 +124,11 @@ BENCHMARK(bag_save)->Unit(benchmark::kMillisecond)->UseRealTime();
 void bag_load(benchmark::State& state)
 {
     const bench_dir_t dir;
-    if (gen_helpers2::save(records(100000), dir.path() / "bag.xml").failed())
+    if (gen_helpers2::save_variant_bag(records(100000), dir.path() / "bag.xml").failed())
         state.SkipWithError("not saved");
     for (auto _ : state) {
         variant_bag_t bag;
-        if (gen_helpers2::load(dir.path() / "bag.xml", bag).failed())
+        if (gen_helpers2::load_variant_bag(dir.path() / "bag.xml", bag).failed())
             state.SkipWithError("not loaded");
     }
 }

@@ -168,6 +168,21 @@ void dialog_base_t::fit_to_contents()
     SetSize(needed);
 }
 
+// Labels that wrap need a width before they know their height. Until they do, the dialog is high enough for
+// anything, so that nothing is squeezed.
+void dialog_base_t::fit_to_contents(int width)
+{
+    if (!GetSizer())
+        return;
+    forget_measurements(this);
+    SetSize(std::max(width, ClientToWindowSize(GetSizer()->CalcMin()).x), GetSize().y + wxGetDisplaySize().y);
+    Layout();
+    // The inner size, as the first window of its kind does not know its frame yet.
+    const wxSize needed(GetClientSize().x, GetSizer()->CalcMin().y);
+    SetMinClientSize(needed);
+    SetClientSize(needed);
+}
+
 void dialog_base_t::centre_on_parent()
 {
     const wxWindow* over = GetParent() ? wxGetTopLevelParent(GetParent()) : nullptr;

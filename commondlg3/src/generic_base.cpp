@@ -66,8 +66,9 @@ template <class Base>
 generic_base_t<Base>::~generic_base_t() = default;
 
 template <class Base>
-void generic_base_t<Base>::save_settings()
+bool generic_base_t<Base>::save_settings()
 {
+    return true;
 }
 
 template <class Base>

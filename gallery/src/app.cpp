@@ -1,9 +1,13 @@
+#include "consent_page.h"
 #include "entries.h"
+#include "experimental_features.h"
 #include "json_report.h"
 #include "main_window.h"
 #include "missing_resource.h"
 #include "options.h"
 #include "picture_taker.h"
+#include "restart.h"
+#include "usage_record.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
@@ -19,6 +23,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
 
 namespace gallery {
 namespace {
@@ -49,6 +56,7 @@ public:
     bool OnInit() override
     {
         set_product();
+        set_feature_variables();
         if (!options.language.empty())
             cfgmgr2::set_language(options.language);
         wx_helpers1::set_right_to_left(cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()));
@@ -91,12 +99,16 @@ public:
 
     int OnExit() override
     {
+        if (is_used_by_a_person())
+            report_usage();
         wx_helpers1::tasks::Scheduler::Shutdown();
         wx_helpers1::ui_settings_t::shutdown();
         return wxApp::OnExit();
     }
 
 private:
+    static bool is_used_by_a_person() { return options.show.empty() && options.screenshots_dir.empty(); }
+
     void start()
     {
         if (!options.show.empty()) {
@@ -116,6 +128,8 @@ private:
         SetTopWindow(window);
         wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) {
             report_opened("gallery");
+            if (is_used_by_a_person())
+                CallAfter([this] { ask_for_consent_once(GetTopWindow()); });
             if (!options.screenshots_dir.empty())
                 take_pictures(options.screenshots_dir, [this](int failed) {
                     m_exit_code = failed ? exit_no_picture : 0;
@@ -146,5 +160,15 @@ int main(int argc, char** argv)
     // The toolkit's own texts (menus of its text fields) follow the same language.
     if (!gallery::options.language.empty())
         setenv("LANGUAGE", gallery::options.language.c_str(), 1);
-    return wxEntry(argc, argv);
+    std::vector<std::string> arguments(argv, argv + argc);
+    const int code = wxEntry(argc, argv);
+    if (gallery::is_restart_requested() && gallery::options.show.empty()) {
+        gallery::unset_feature_variables();
+        std::vector<char*> again;
+        for (std::string& argument : arguments)
+            again.push_back(argument.data());
+        again.push_back(nullptr);
+        execv("/proc/self/exe", again.data());
+    }
+    return code;
 }

@@ -2,14 +2,17 @@
 
 #include "advanced_panel_page.h"
 #include "caption_page.h"
+#include "consent_page.h"
 #include "example_dialog.h"
 #include "example_page.h"
+#include "experimental_page.h"
 #include "log_page.h"
 #include "message_entries.h"
 #include "preferences_dialog.h"
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
 #include "simple_message_page.h"
+#include "small_dialogs.h"
 
 #include <cpil/catalog.h>
 
@@ -70,6 +73,20 @@ const std::vector<entry_t>& entries()
          open_preferences},
         {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
          [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
+        {"page_experimental", catalog_key("gallery.category.pages"), experimental_page_t::object_name,
+         [](wxWindow* parent) { return open_experimental_page(json(), parent); }},
+        {"page_consent", catalog_key("gallery.category.pages"), consent_page_t::object_name,
+         [](wxWindow* parent) {
+             return open_consent_page({{"consent", 0}}, parent);
+         }},
+        {"dialog_consent", catalog_key("gallery.category.dialogs"), consent_dialog_object,
+         [](wxWindow* parent) {
+             return open_consent_dialog({{"consent", 0}}, parent);
+         }},
+        {"dialog_ask", catalog_key("gallery.category.dialogs"), ask_object,
+         [](wxWindow* parent) { return open_ask_dialog(json(), parent); }},
+        {"dialog_clipboard", catalog_key("gallery.category.dialogs"), clipboard_object,
+         open_clipboard_dialog},
         {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
          [](wxWindow* parent) { return open_search_dirs_tab(json(), parent); }},
         {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
@@ -102,6 +119,16 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_preferences(nullptr);
     else if (object == result_saving_page_t::object_name)
         open_result_saving_page(data, nullptr);
+    else if (object == experimental_page_t::object_name)
+        open_experimental_page(data, nullptr);
+    else if (object == consent_page_t::object_name)
+        open_consent_page(data, nullptr);
+    else if (object == consent_dialog_object)
+        open_consent_dialog(data, nullptr);
+    else if (object == ask_object)
+        open_ask_dialog(data, nullptr);
+    else if (object == clipboard_object)
+        open_clipboard_dialog(nullptr);
     else if (object == search_dirs_page_t::object_name)
         open_search_dirs_tab(data, nullptr);
     else if (object == "panel.search_dir")

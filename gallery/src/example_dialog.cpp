@@ -40,10 +40,11 @@ void example_dialog_t::on_init_dialog()
     centre_on_parent();
 }
 
-void example_dialog_t::save_settings()
+bool example_dialog_t::save_settings()
 {
     m_record.name = wx_helpers1::from_wx(m_name->GetValue());
     m_record.notes = wx_helpers1::from_wx(m_notes->GetValue());
+    return true;
 }
 
 void show_help(const std::string& object, const std::string& topic, wxWindow* parent)

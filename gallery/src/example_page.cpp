@@ -45,12 +45,13 @@ void example_page_t::on_help()
     show_help(object_name, "gallery.example_page", this);
 }
 
-void example_page_t::save_settings()
+bool example_page_t::save_settings()
 {
     if (!m_name || !m_notes)
-        return;
+        return true;
     m_record.name = wx_helpers1::from_wx(m_name->GetValue());
     m_record.notes = wx_helpers1::from_wx(m_notes->GetValue());
+    return true;
 }
 
 int open_example_page(const nlohmann::json& data, wxWindow* parent)

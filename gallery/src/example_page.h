@@ -20,7 +20,7 @@ public:
     void set_max_text_limit() override;
     void on_init_dialog() override;
     void on_help() override;
-    void save_settings() override;
+    bool save_settings() override;
 
 private:
     example_record_t m_record;

@@ -1,5 +1,7 @@
 #include "json_report.h"
 
+#include "usage_record.h"
+
 #include <cstdio>
 
 namespace gallery {
@@ -24,6 +26,7 @@ const nlohmann::json* find(const nlohmann::json& data, const char* name)
 
 void report_opened(const std::string& object)
 {
+    count_opened(object);
     print({{"object", object}, {"event", "opened"}});
 }
 

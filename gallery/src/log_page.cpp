@@ -183,7 +183,7 @@ void log_page_t::load()
     if (m_file.empty() || !std::filesystem::exists(m_file, ignored))
         return;
     gen_helpers2::variant_bag_t bag;
-    const auto loaded = gen_helpers2::load(gen_helpers2::path_t(m_file), bag);
+    const auto loaded = gen_helpers2::load_variant_bag(gen_helpers2::path_t(m_file), bag);
     if (loaded.failed())
         gen_helpers2::log_warning("gallery", "the log was not read: " + loaded.as_string());
     else
@@ -198,7 +198,7 @@ void log_page_t::keep()
     std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
     gen_helpers2::variant_bag_t bag;
     m_log->save(bag);
-    const auto saved = gen_helpers2::save(bag, gen_helpers2::path_t(m_file));
+    const auto saved = gen_helpers2::save_variant_bag(bag, gen_helpers2::path_t(m_file));
     if (saved.failed())
         gen_helpers2::log_warning("gallery", "the log was not kept: " + saved.as_string());
 }

@@ -1,11 +1,15 @@
 #include "main_window.h"
 
+#include "experimental_features.h"
 #include "missing_resource.h"
 #include "preferences_dialog.h"
 
 #include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <cfgmgr2/property_storage.h>
 #include <commondlg3/resources.h>
 #include <commondlg3/text_utils.h>
+#include <gen_helpers2/log.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/layout_direction.h>
 #include <wx_helpers1/text.h>
@@ -17,6 +21,8 @@
 #include <wx/sizer.h>
 #include <wx/srchctrl.h>
 #include <wx/stattext.h>
+
+#include <algorithm>
 
 namespace gallery {
 namespace {
@@ -80,7 +86,10 @@ void main_panel_t::fill_list()
         if (!words.Lower().Contains(wanted))
             continue;
         m_found.push_back(&entry);
-        m_list->Append(to_label(entry_text(entry, "name")));
+        std::string shown = entry_text(entry, "name");
+        if (is_feature_on(list_object_names_variable))
+            shown += " — " + entry.object;
+        m_list->Append(to_label(shown));
     }
     if (!m_found.empty())
         m_list->SetSelection(0);
@@ -120,7 +129,32 @@ main_window_t::main_window_t()
 {
     SetMinSize(wxSize(560, 420));
     fill();
+    if (is_feature_on(remember_window_size_variable))
+        restore_size();
     Centre();
+}
+
+void main_window_t::restore_size()
+{
+    gen_helpers2::error_code_t ignored; // what cannot be read is as if nothing had been remembered
+    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "windows.xml";
+    const auto storage = cfgmgr2::open_property_storage(file, ignored);
+    const auto stored = storage->get_child("gallery");
+    const auto number = [&](const char* name, int otherwise) {
+        const auto value = stored->get_value(name);
+        return value.can_get<int>() ? value.get<int>() : otherwise;
+    };
+    const wxSize screen = wxGetDisplaySize();
+    SetSize(std::clamp(number("width", GetSize().x), GetMinSize().x, screen.x),
+            std::clamp(number("height", GetSize().y), GetMinSize().y, screen.y));
+    Bind(wxEVT_CLOSE_WINDOW, [this, storage](wxCloseEvent& event) {
+        event.Skip();
+        storage->get_child("gallery")->set_value("width", GetSize().x);
+        storage->get_child("gallery")->set_value("height", GetSize().y);
+        const auto result = storage->save();
+        if (result.failed())
+            gen_helpers2::log_warning("gallery", "the window's size was not kept: " + result.as_string());
+    });
 }
 
 void main_window_t::fill()

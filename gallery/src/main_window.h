@@ -40,6 +40,7 @@ public:
     main_window_t();
 
 private:
+    void restore_size();
     void make_menus();
     void change_language(const std::string& language);
     void fill();

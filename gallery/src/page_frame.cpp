@@ -6,7 +6,6 @@
 
 #include <wx/sizer.h>
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -53,26 +52,14 @@ void page_frame_t::on_init_dialog()
     m_page->create(this);
     GetSizer()->Insert(0, m_page, 1, wxEXPAND);
     m_page->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
-    fit();
+    constexpr int comfortable_width = 560;
+    fit_to_contents(comfortable_width);
     centre_on_parent();
     // The toolkit's first focus goes by where controls are; the page's order counts, once it can be seen.
     after_first_paint(m_page, [this] {
         if (wxWindow* first = first_control(m_page))
             first->SetFocus();
     });
-}
-
-// Labels that wrap need a width before they know their height.
-void page_frame_t::fit()
-{
-    constexpr int comfortable_width = 560;
-    fit_to_contents();
-    const int width = std::max(comfortable_width, GetSize().x);
-    SetSize(width, GetSize().y);
-    Layout();
-    const wxSize needed(width, ClientToWindowSize(GetSizer()->CalcMin()).y);
-    SetMinSize(needed);
-    SetSize(needed);
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)

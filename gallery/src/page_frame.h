@@ -23,8 +23,6 @@ public:
     void on_cancel() override;
 
 private:
-    void fit();
-
     commondlg3::pref_base_t* m_page;
     std::string m_title;
 };

@@ -3,6 +3,7 @@
 #include "json_report.h"
 #include "missing_resource.h"
 #include "page_frame.h"
+#include "restart.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <commondlg3/message_window.h>
@@ -10,6 +11,7 @@
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
@@ -17,6 +19,8 @@
 #include <wx/listbox.h>
 #include <wx/scrolwin.h>
 #include <wx/sizer.h>
+#include <wx/srchctrl.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include <algorithm>
@@ -69,12 +73,16 @@ void preferences_dialog_t::on_init_dialog()
     m_list = commondlg3::from_xrc<wxListBox>(this, "m_pages");
     m_area = commondlg3::from_xrc<wxScrolledWindow>(this, "m_page_area");
     m_apply = commondlg3::from_xrc<wxButton>(this, "m_btn_apply");
-    if (!m_list || !m_area || !m_apply)
+    m_search = commondlg3::from_xrc<wxSearchCtrl>(this, "m_search");
+    m_nothing_found = commondlg3::from_xrc<wxStaticText>(this, "m_nothing_found");
+    if (!m_list || !m_area || !m_apply || !m_search || !m_nothing_found)
         return;
     m_area->SetScrollRate(0, 10);
     wx_helpers1::set_accessible_name(m_list, text("preferences.pages"));
+    m_search->SetDescriptiveText(wx_helpers1::to_label(text("preferences.search")));
+    wx_helpers1::set_accessible_name(m_search, text("preferences.search"));
+    m_nothing_found->Hide();
     for (const shown_page_t& shown : m_pages) {
-        m_list->Append(wx_helpers1::to_label(shown.page->get_title()));
         const auto result = shown.page->load();
         if (result.failed())
             CallAfter([this, result] {
@@ -82,8 +90,19 @@ void preferences_dialog_t::on_init_dialog()
                      result.message());
             });
     }
-    m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) { select(event.GetSelection()); });
-    m_apply->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { apply(); });
+    fill_list();
+    m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
+        const int row = event.GetSelection();
+        select(row >= 0 && row < static_cast<int>(m_listed.size()) ? m_listed[row] : -1);
+    });
+    m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { search(); });
+    Bind(wxEVT_CHAR_HOOK, &preferences_dialog_t::on_search_key, this);
+    m_apply->Bind(wxEVT_BUTTON, [this](wxCommandEvent& event) {
+        if (apply())
+            prompt_restart();
+        if (m_wants_restart)
+            handle_ok(event);
+    });
     const auto changed = [this](wxCommandEvent& event) {
         event.Skip();
         update_apply();
@@ -115,8 +134,7 @@ void preferences_dialog_t::restore()
 void preferences_dialog_t::remember()
 {
     const auto stored = m_remembered->get_child("preferences");
-    const int at = m_list->GetSelection();
-    if (at >= 0 && at < static_cast<int>(m_pages.size()))
+    if (const int at = get_selected(); at >= 0)
         stored->set_value("page", m_pages[at].page->get_object());
     stored->set_value("width", GetSize().x);
     stored->set_value("height", GetSize().y);
@@ -125,17 +143,80 @@ void preferences_dialog_t::remember()
         gen_helpers2::log_warning("gallery", "the window's size was not kept: " + result.as_string());
 }
 
+void preferences_dialog_t::fill_list()
+{
+    const search_words_t words(wx_helpers1::from_wx(m_search->GetValue()));
+    m_listed.clear();
+    m_list->Clear();
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i) {
+        const shown_page_t& shown = m_pages[i];
+        std::string texts = shown.page->get_title() + "\n" + shown.page->get_search_words() + "\n";
+        if (shown.window)
+            texts += get_page_texts(*shown.window);
+        if (!words.are_in(texts))
+            continue;
+        m_listed.push_back(i);
+        m_list->Append(wx_helpers1::to_label(shown.page->get_title()));
+    }
+}
+
+void preferences_dialog_t::search()
+{
+    const bool any_words = !search_words_t(wx_helpers1::from_wx(m_search->GetValue())).empty();
+    if (any_words)
+        for (shown_page_t& shown : m_pages) // only a page that is there has words to be searched
+            if (!shown.window) {
+                create_page(shown);
+                shown.window->Hide();
+            }
+    const int before = get_selected();
+    fill_list();
+    const bool stays = std::find(m_listed.begin(), m_listed.end(), before) != m_listed.end();
+    m_nothing_found->Show(m_listed.empty());
+    Layout();
+    select(stays ? before : m_listed.empty() ? before : m_listed.front());
+}
+
+// Enter would press OK, and Escape end the dialog, before a search is over.
+void preferences_dialog_t::on_search_key(wxKeyEvent& event)
+{
+    const wxWindow* focus = FindFocus();
+    const bool searching = focus && (focus == m_search || focus->GetParent() == m_search);
+    const int key = event.GetKeyCode();
+    if (event.ControlDown() && key == 'F')
+        m_search->SetFocus();
+    else if (searching && key == WXK_ESCAPE && !m_search->IsEmpty())
+        m_search->SetValue(wxEmptyString);
+    else if (searching && key == WXK_DOWN)
+        m_list->SetFocus();
+    else if (searching && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) && m_marks.get_first())
+        focus_setting(*m_marks.get_first());
+    else if (!(searching && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) && !m_search->IsEmpty()))
+        event.Skip();
+}
+
+int preferences_dialog_t::get_selected() const
+{
+    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i)
+        if (m_pages[i].window && m_pages[i].window->IsShown())
+            return i;
+    return -1;
+}
+
 void preferences_dialog_t::select(int index)
 {
     if (index < 0 || index >= static_cast<int>(m_pages.size()))
         return;
-    m_list->SetSelection(index);
+    const auto row = std::find(m_listed.begin(), m_listed.end(), index);
+    m_list->SetSelection(row == m_listed.end() ? wxNOT_FOUND : static_cast<int>(row - m_listed.begin()));
     create_page(m_pages[index]);
     for (int i = 0; i < static_cast<int>(m_pages.size()); ++i)
         if (m_pages[i].window)
             m_pages[i].window->Show(i == index);
     m_area->FitInside();
     m_area->Layout();
+    const search_words_t words(wx_helpers1::from_wx(m_search->GetValue()));
+    m_marks.show(find_settings(*m_pages[index].window, words));
     update_apply();
 }
 
@@ -178,6 +259,12 @@ bool preferences_dialog_t::apply()
     return written;
 }
 
+void preferences_dialog_t::prompt_restart()
+{
+    for (shown_page_t& shown : m_pages)
+        m_wants_restart = shown.page->prompt_restart() || m_wants_restart;
+}
+
 void preferences_dialog_t::update_apply()
 {
     const bool changed = std::any_of(m_pages.begin(), m_pages.end(), [](const shown_page_t& shown) {
@@ -198,6 +285,7 @@ void preferences_dialog_t::handle_ok(wxCommandEvent& event)
     if (!m_list || !apply())
         return;
     remember();
+    prompt_restart();
     dialog_base_t::handle_ok(event);
 }
 
@@ -212,6 +300,10 @@ int open_preferences(wxWindow* parent)
             [](wxTopLevelWindow*) { report_opened(preferences_dialog_t::object_name); });
         result = dialog.show_modal(parent);
         ended = dialog.get_data();
+        if (dialog.wants_restart()) {
+            report_signal(object, "restart", true);
+            request_restart();
+        }
     }
     report_result(object, result, ended);
     return result;

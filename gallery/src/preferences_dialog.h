@@ -1,12 +1,14 @@
 #pragma once
 
 #include "preferences_page.h"
+#include "preferences_search.h"
 
 #include <cfgmgr2/property_storage.h>
 #include <commondlg3/dialog_base.h>
 
 class wxListBox;
 class wxScrolledWindow;
+class wxSearchCtrl;
 
 namespace gallery {
 
@@ -15,6 +17,9 @@ namespace gallery {
 /// OK and Apply write what was changed on the pages that were looked at; when something cannot be written the
 /// user is told, the dialog stays open and the pages keep what they hold. Cancel writes nothing at all. Size
 /// and page are remembered when the dialog ends with OK.
+///
+/// The search field leaves in the list the pages that bear all its words, and marks the settings that do;
+/// Enter goes to the first of them.
 class preferences_dialog_t : public commondlg3::dialog_base_t
 {
 public:
@@ -28,6 +33,9 @@ public:
     void on_init_dialog() override;
     void handle_ok(wxCommandEvent& event) override;
 
+    /// Whether the user wants what was written to take effect by a restart.
+    bool wants_restart() const { return m_wants_restart; }
+
 private:
     struct shown_page_t
     {
@@ -35,16 +43,27 @@ private:
         commondlg3::pref_base_t* window = nullptr; // owned by the page area
     };
 
-    void select(int index);
+    void fill_list();
+    void search();
+    void on_search_key(wxKeyEvent& event);
+    /// Shows a page, by its place among all of them; -1: none.
+    void select(int page);
+    int get_selected() const;
     void create_page(shown_page_t& page);
     bool apply();
     void update_apply();
     void restore();
     void remember();
+    void prompt_restart();
     void tell(const char* main_key, const char* details_key, const std::string& reason);
 
     std::vector<shown_page_t> m_pages;
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
+    std::vector<int> m_listed; ///< the pages in the list, in its order
+    found_marks_t m_marks;
+    bool m_wants_restart = false;
+    wxSearchCtrl* m_search = nullptr;
+    wxStaticText* m_nothing_found = nullptr;
     wxListBox* m_list = nullptr;
     wxScrolledWindow* m_area = nullptr;
     wxButton* m_apply = nullptr;

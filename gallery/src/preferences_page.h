@@ -36,6 +36,9 @@ public:
     /// Takes what the page holds and writes it. On an error the page keeps it, and is_changed() stays true.
     virtual gen_helpers2::error_code_t apply() = 0;
 
+    /// After apply(): whether the user, asked for it, wants what was written to take effect by a restart now.
+    virtual bool prompt_restart() { return false; }
+
     /// What the page's accessors return, for reports.
     virtual nlohmann::json get_data() const = 0;
 };

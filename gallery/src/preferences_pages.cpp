@@ -1,3 +1,5 @@
+#include "consent_page.h"
+#include "experimental_page.h"
 #include "preferences_page.h"
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
@@ -12,6 +14,8 @@ std::vector<std::unique_ptr<preferences_page_t>> make_preferences_pages()
     pages.push_back(std::make_unique<search_dirs_page_t>(dirs, FF_2_13::category_binaries, "binaries"));
     pages.push_back(std::make_unique<search_dirs_page_t>(dirs, FF_2_13::category_sources, "sources"));
     pages.push_back(std::make_unique<search_dirs_page_t>(dirs, FF_2_13::category_others, "others"));
+    pages.push_back(std::make_unique<experimental_page_t>());
+    pages.push_back(std::make_unique<consent_page_t>());
     return pages;
 }
 

@@ -208,6 +208,57 @@ class SearchDirectories(unittest.TestCase):
                 expected = [{"path": "/usr", "recursive": True}]
                 self.assertEqual(expected, gallery.expect("result")["data"]["binaries"])
                 self.assertEqual(0, gallery.end())
+class SmallDialogs(unittest.TestCase):
+    def test_keyboard_alone_answers(self):
+        gallery = Gallery("--show", "dlg.ask", "--language", "en", "--data", json.dumps({"filename": "/a"}))
+        gallery.expect("opened")
+        gallery.press("alt+f", "End")
+        gallery.type("b")
+        gallery.press("Return")
+        result = gallery.expect("result")
+        self.assertEqual((5100, "/ab"), (result["result"], result["data"]["filename"]))
+        self.assertEqual(0, gallery.end())
+
+        gallery = Gallery("--show", "dlg.optin", "--language", "en", "--data", json.dumps({"consent": 0}))
+        gallery.expect("opened")
+        gallery.press("Return")  # nothing is chosen yet
+        gallery.press("alt+n", "Return")
+        answered = gallery.expect("signal")
+        self.assertEqual(("answer", False), (answered["name"], answered["value"]))
+        self.assertEqual({"consent": 2}, gallery.expect("result")["data"])
+        self.assertEqual(0, gallery.end())
+
+
+class FirstStart(unittest.TestCase):
+    def wait_for_window(self, title):
+        subprocess.run(["timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--name", f"^{title}$"],
+                       check=True, stdout=subprocess.DEVNULL)
+        time.sleep(0.3)  # its first painting, and the focus
+
+    def test_consent_is_asked_once_and_a_feature_takes_effect_by_a_restart(self):
+        with tempfile.TemporaryDirectory() as folder:
+            gallery = Gallery("--language", "en", "--config-dir", folder)
+            gallery.expect("opened")
+            self.wait_for_window("Usage data")
+            gallery.press("alt+y", "Return")
+            time.sleep(0.5)
+            with open(folder + "/preferences.xml", encoding="utf-8") as file:
+                self.assertIn('<int name="consent">1</int>', file.read())
+            gallery.press("ctrl+comma")
+            self.assertEqual("dlg.preferences", gallery.expect("opened")["object"])
+            gallery.press("ctrl+f")
+            gallery.type("object names")
+            gallery.press("Return", "space", "Return")
+            self.assertIs(True, gallery.expect("signal")["value"], "saved")
+            time.sleep(0.5)
+            gallery.press("Return")  # restart now
+            self.assertEqual("restart", gallery.expect("signal")["name"])
+            self.assertEqual(5100, gallery.expect("result")["result"])
+            self.assertEqual("gallery", gallery.expect("opened")["object"])  # and nothing is asked
+            self.assertTrue(os.path.exists(folder + "/usage_data.json"))
+            time.sleep(0.5)
+            gallery.press("ctrl+q")
+            self.assertEqual(0, gallery.end())
 
 
 class BadInput(unittest.TestCase):

@@ -42,7 +42,11 @@ public:
         if (code_of_cancel)
             set_code(code_of_cancel);
     }
-    void save_settings() override { ++calls["save"]; }
+    bool save_settings() override
+    {
+        ++calls["save"];
+        return true;
+    }
     void on_update_ui_settings() override
     {
         ++calls["fonts"];

@@ -17,54 +17,8 @@ namespace {
 using wx_helpers1::from_wx;
 using wx_helpers1::to_wx;
 
-std::string filename_of(GtkFileChooser* chooser)
-{
-    gchar* name = gtk_file_chooser_get_filename(chooser);
-    const std::string text = name ? name : "";
-    g_free(name);
-    return text;
-}
-
 // Waits for the toolkit's chooser, which fills itself in the background, notes where it begins, chooses and
 // accepts.
-struct real_answer_t
-{
-    std::string choice;
-    std::string* start;
-    bool chosen = false;
-
-    static gboolean step(gpointer data)
-    {
-        auto* self = static_cast<real_answer_t*>(data);
-        GList* windows = gtk_window_list_toplevels();
-        GtkFileChooser* chooser = nullptr;
-        for (GList* at = windows; at; at = at->next)
-            if (GTK_IS_FILE_CHOOSER(at->data) && gtk_widget_get_mapped(GTK_WIDGET(at->data)))
-                chooser = GTK_FILE_CHOOSER(at->data);
-        g_list_free(windows);
-        if (!chooser)
-            return G_SOURCE_CONTINUE;
-        if (!self->chosen) {
-            gchar* folder = gtk_file_chooser_get_current_folder(chooser);
-            if (!folder)
-                return G_SOURCE_CONTINUE;
-            *self->start = folder;
-            g_free(folder);
-            self->chosen = gtk_file_chooser_set_filename(chooser, self->choice.c_str());
-        }
-        if (filename_of(chooser) != self->choice)
-            return G_SOURCE_CONTINUE;
-        gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_ACCEPT);
-        delete self;
-        return G_SOURCE_REMOVE;
-    }
-};
-
-void answer_for_real(const std::string& choice, std::string& start)
-{
-    g_timeout_add(20, real_answer_t::step, new real_answer_t{choice, &start});
-}
-
 gboolean accept_when_shown(gpointer dialog)
 {
     if (!gtk_widget_get_mapped(GTK_WIDGET(dialog)))
@@ -117,7 +71,7 @@ TEST(Choosers, FileChooserStartsAtThePathAndItsExtension)
     EXPECT_EQ(wxFD_SAVE, seen.style);
     std::string start;
     test::make_file(sub + "/chosen.txt");
-    answer_for_real(sub + "/chosen.txt", start);
+    test::answer_for_real(sub + "/chosen.txt", start);
     EXPECT_TRUE(choose_file(true, path, "none", "", "", "", wxID_NONE, seen));
     EXPECT_EQ(sub + "/chosen.txt", path);
 }
@@ -138,13 +92,13 @@ TEST(Choosers, BrowsingForAFolderStartsAtTheFieldAndIsLikeTyping)
     EXPECT_EQ(dir.path(), from_wx(ctrl->GetValue()));
     code = wxID_NONE; // shown for real
     std::string start;
-    answer_for_real("/usr/bin", start);
+    test::answer_for_real("/usr/bin", start);
     commondlg3::process_browse_folder(test::main_window(), ctrl);
     EXPECT_EQ(dir.path(), start);
     EXPECT_EQ("/usr/bin", from_wx(ctrl->GetValue()));
     EXPECT_EQ(1, events);
     ctrl->ChangeValue(to_wx(dir.path() + "/not/yet"));
-    answer_for_real("/usr/bin", start);
+    test::answer_for_real("/usr/bin", start);
     commondlg3::process_browse_folder(test::main_window(), ctrl);
     EXPECT_EQ(dir.path(), start) << "a missing folder begins at what is there";
     commondlg3::process_browse_folder(test::main_window(), nullptr);

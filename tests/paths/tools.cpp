@@ -7,12 +7,58 @@
 
 #include <wx/stattext.h>
 
+#include <gtk/gtk.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <unistd.h>
 
 namespace test {
+namespace {
+
+std::string filename_of(GtkFileChooser* chooser)
+{
+    gchar* name = gtk_file_chooser_get_filename(chooser);
+    const std::string text = name ? name : "";
+    g_free(name);
+    return text;
+}
+
+struct real_answer_t
+{
+    std::string choice;
+    std::string* start;
+    bool chosen = false;
+
+    static gboolean step(gpointer data)
+    {
+        auto* self = static_cast<real_answer_t*>(data);
+        GList* windows = gtk_window_list_toplevels();
+        GtkFileChooser* chooser = nullptr;
+        for (GList* at = windows; at; at = at->next)
+            if (GTK_IS_FILE_CHOOSER(at->data) && gtk_widget_get_mapped(GTK_WIDGET(at->data)))
+                chooser = GTK_FILE_CHOOSER(at->data);
+        g_list_free(windows);
+        if (!chooser)
+            return G_SOURCE_CONTINUE;
+        if (!self->chosen) {
+            gchar* folder = gtk_file_chooser_get_current_folder(chooser);
+            if (!folder)
+                return G_SOURCE_CONTINUE;
+            *self->start = folder;
+            g_free(folder);
+            self->chosen = gtk_file_chooser_set_filename(chooser, self->choice.c_str());
+        }
+        if (filename_of(chooser) != self->choice)
+            return G_SOURCE_CONTINUE;
+        gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_ACCEPT);
+        delete self;
+        return G_SOURCE_REMOVE;
+    }
+};
+
+} // namespace
 
 int messages_t::Enter(wxDialog* dialog)
 {
@@ -61,6 +107,11 @@ std::string read_file(const std::string& path)
 {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void answer_for_real(const std::string& choice, std::string& start)
+{
+    g_timeout_add(20, real_answer_t::step, new real_answer_t{choice, &start});
 }
 
 } // namespace test

@@ -29,6 +29,10 @@ private:
     std::function<int(wxDialog*)> m_answer;
 };
 
+/// Chooses in the file chooser that is shown next, as the user would; `start` receives the folder that it
+/// began in.
+void answer_for_real(const std::string& choice, std::string& start);
+
 /// Collects the message windows that come up, as headline and explanation, and closes each.
 class messages_t : public wxModalDialogHook
 {

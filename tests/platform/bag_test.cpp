@@ -160,9 +160,9 @@ TEST(BagFile, EveryValueSurvives)
         bag.add_child(bytes).put("real", real);
     bag.add_child("child");
     const test_tools::temp_dir_t dir;
-    ASSERT_TRUE(save(bag, dir / "file").succeeded());
+    ASSERT_TRUE(save_variant_bag(bag, dir / "file").succeeded());
     variant_bag_t loaded;
-    const auto result = load(dir / "file", loaded);
+    const auto result = load_variant_bag(dir / "file", loaded);
     ASSERT_TRUE(result.succeeded()) << result.as_string();
     EXPECT_EQ(loaded, bag);
 }
@@ -216,9 +216,9 @@ TEST(BagFile, DamageIsAnErrorAndChangesNothing)
         EXPECT_EQ(load_text("<int name=\"good\">1</int>" + inner, bag).identifier(), "gh2::error::Damaged")
             << inner;
     const test_tools::temp_dir_t dir;
-    EXPECT_EQ(load(dir / "none", bag).identifier(), "gh2::error::Io");
-    ASSERT_TRUE(save(records(10), dir / "file").succeeded());
-    EXPECT_EQ(load(dir / "file", bag, 100).identifier(), "gh2::error::Io");
+    EXPECT_EQ(load_variant_bag(dir / "none", bag).identifier(), "gh2::error::Io");
+    ASSERT_TRUE(save_variant_bag(records(10), dir / "file").succeeded());
+    EXPECT_EQ(load_variant_bag(dir / "file", bag, 100).identifier(), "gh2::error::Io");
     EXPECT_EQ(bag, before);
 }
 

@@ -123,7 +123,7 @@ TEST_F(PropertyStorage, MendedFileIsNotMistakenForDamaged)
     root->set_value("mine", 1);
     variant_bag_t bag;
     bag.put("theirs", 2);
-    ASSERT_TRUE(gen_helpers2::save(bag, m_file).succeeded());
+    ASSERT_TRUE(gen_helpers2::save_variant_bag(bag, m_file).succeeded());
     save(root);
     EXPECT_EQ(open()->value_names(), (names_t{"mine", "theirs"}));
     EXPECT_FALSE(path_t(m_file.as_string() + ".damaged").exists());

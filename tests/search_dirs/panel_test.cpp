@@ -6,7 +6,9 @@
 #include <commondlg3/search_dirs_panel.h>
 #include <commondlg3/search_dirs_tab.h>
 #include <commondlg3/text_utils.h>
+#include <missing_resource.h>
 #include <preferences_dialog.h>
+#include <wx_helpers1/text.h>
 
 #include <wx/combobox.h>
 #include <wx/listbox.h>
@@ -145,9 +147,11 @@ protected:
         return test::run_modal([&] { return dialog.show_modal(test::main_window()); },
                                [&](wxTopLevelWindow* window) {
                                    auto* list = from_xrc<wxListBox>(window, "m_pages");
-                                   list->SetSelection(1);
+                                   const int row = list->FindString(wx_helpers1::to_wx(
+                                       gallery::text("preferences.page.search_dirs.binaries")));
+                                   list->SetSelection(row);
                                    wxCommandEvent event(wxEVT_LISTBOX, list->GetId());
-                                   event.SetInt(1);
+                                   event.SetInt(row);
                                    event.SetEventObject(list);
                                    list->ProcessWindowEvent(event);
                                    test::settle();

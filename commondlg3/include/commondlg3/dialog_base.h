@@ -64,6 +64,8 @@ protected:
     /// For on_init_dialog(): the least size that the sizer needs, now and as the dialog's minimum. A dialog
     /// that may need more than the screen has must scroll what it shows.
     void fit_to_contents();
+    /// The same for a dialog whose labels wrap: at least `width` pixels wide, and as high as that makes them.
+    void fit_to_contents(int width);
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
     void centre_on_parent();
 

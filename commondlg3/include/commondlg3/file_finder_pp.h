@@ -22,7 +22,7 @@ public:
     ~file_finder_pp_t() override;
 
     void on_init_dialog() override;
-    void save_settings() override;
+    bool save_settings() override;
     bool is_changed() const;
     /// Null when the layout could not be loaded.
     search_dirs_panel_t* get_panel() const { return m_panel; }

@@ -33,7 +33,8 @@ class COMMONDLG3_EXPORT dummy : public wx_helpers1::modal_flavor<wxDialog>
 ///
 ///     my_page_t::my_page_t() { set_resource_object("pref.mine"); }
 ///     void my_page_t::on_init_dialog() { m_name = from_xrc<wxTextCtrl>(this, "m_name"); ... }
-///     void my_page_t::save_settings()  { m_data.name = wx_helpers1::from_wx(m_name->GetValue()); }
+///     bool my_page_t::save_settings()  { m_data.name = wx_helpers1::from_wx(m_name->GetValue()); return
+///     true; }
 ///
 /// Lifecycle: constructed, hidden -> first init-dialog event (size, buttons, fonts, limits, path messages,
 /// then on_init_dialog()) -> shown -> OK, Cancel or closing -> end_dialog(code). Later init-dialog events,
@@ -56,8 +57,8 @@ public:
 
     // What a derived class overrides, in the order of a window's life.
 
-    /// Stores what the controls hold. Does nothing here.
-    virtual void save_settings();
+    /// Stores what the controls hold; false when it could not be stored. Does nothing, with success, here.
+    virtual bool save_settings();
     virtual bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
                                         const std::string& catalog_name, const std::string& object_name) = 0;
     /// Ends the window with a code (wxID_OK, wxID_CANCEL or one of its own). Raises the end signal here.

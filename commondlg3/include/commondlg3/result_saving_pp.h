@@ -57,7 +57,7 @@ public:
     void load_auxiliary_strings() override;
     void load_settings();
     /// Takes what the controls hold, makes it usable, and says what had to be changed.
-    void save_settings() override;
+    bool save_settings() override;
 
     void on_radio_disk(wxCommandEvent& event);
     void on_radio_proj(wxCommandEvent& event);

@@ -38,7 +38,7 @@ public:
     void on_init_dialog() override;
     void on_update_ui_settings() override;
     void load_settings();
-    void save_settings() override;
+    bool save_settings() override;
 
     /// Whether saving would write something. What is being typed counts.
     bool is_changed() const;

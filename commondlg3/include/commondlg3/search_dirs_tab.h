@@ -61,7 +61,7 @@ public:
     /// Takes the container's list. What was edited and not saved is lost.
     void load_settings();
     /// Keeps what is being typed, writes the list into the container and shows it as it was written.
-    void save_settings() override;
+    bool save_settings() override;
     /// Another container or category, whose list is shown.
     void set_data(container_t container, FF_2_13::search_category_t category);
 

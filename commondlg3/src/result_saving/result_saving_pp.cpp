@@ -5,6 +5,7 @@
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "wrapped_labels.h"
 
 #include <cctrl2/collection_controller.h>
 #include <cfgmgr2/message_catalog.h>
@@ -201,10 +202,10 @@ bool result_saving_pp_t::is_changed() const
            m_to_folder->GetValue() != to_folder;
 }
 
-void result_saving_pp_t::save_settings()
+bool result_saving_pp_t::save_settings()
 {
     if (!has_controls())
-        return;
+        return true;
     std::string title;
     std::string details;
     std::string name_template = text_in(m_template);
@@ -243,12 +244,13 @@ void result_saving_pp_t::save_settings()
         const wxWeakRef<wxWindow> alive(this); // the host may go while the warning is shown
         show_warning_message(title, details);
         if (!alive)
-            return;
+            return true;
     }
     m_data.set_vs_accessibility(m_accessibility->GetValue());
     m_data.set_proj_storing(m_to_folder->GetValue()
                                 ? result_saving_data_t::project_storing_t::to_folder
                                 : result_saving_data_t::project_storing_t::to_project_directory);
+    return true;
 }
 
 void result_saving_pp_t::show_warning_message(const std::string& title, const std::string& details)
@@ -291,12 +293,9 @@ void result_saving_pp_t::on_button_browse(wxCommandEvent&)
     m_folder->SetFocus();
 }
 
-void result_saving_pp_t::on_resize(wxSizeEvent& event)
+void result_saving_pp_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
-    if (!GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
-        return;
-    event.Skip();
+    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 
@@ -439,23 +438,8 @@ void result_saving_pp_t::show_example()
 // Labels wrap to the width that the page has; only then is their height known.
 void result_saving_pp_t::rewrap()
 {
-    // A page that was just made is smaller than anything in it, until its host lays it out.
-    if (!has_controls() || !GetSizer() || GetClientSize().x < GetSizer()->GetMinSize().x)
-        return;
-    Layout();
-    bool changed = false;
-    for (wxStaticText* label : {m_explanation, m_example, m_note, m_project_folder}) {
-        const int width = label->GetSize().x;
-        wx_helpers1::set_wrap_width(label, width);
-        const wxSize least(1,
-                           label->GetLabelText().empty() ? 0 : wx_helpers1::height_for_width(label, width));
-        changed |= least != label->GetMinSize();
-        label->SetMinSize(least);
-    }
-    if (!changed)
-        return;
-    Layout();
-    SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+    if (has_controls() && fit_wrapped_labels(*this, {m_explanation, m_example, m_note, m_project_folder}))
+        SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
 }
 
 } // namespace commondlg3

@@ -24,10 +24,9 @@ void file_finder_pp_t::on_init_dialog()
     GetSizer()->Add(m_panel, 1, wxEXPAND);
 }
 
-void file_finder_pp_t::save_settings()
+bool file_finder_pp_t::save_settings()
 {
-    if (m_panel)
-        m_panel->save_settings();
+    return !m_panel || m_panel->save_settings();
 }
 
 bool file_finder_pp_t::is_changed() const

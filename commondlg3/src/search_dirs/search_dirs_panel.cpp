@@ -145,10 +145,10 @@ void search_dirs_panel_t::keep_shown_rows()
     }
 }
 
-void search_dirs_panel_t::save_settings()
+bool search_dirs_panel_t::save_settings()
 {
     if (!m_grid || !m_container)
-        return;
+        return true;
     keep_shown_rows();
     fill_container();
     m_save_result = m_container->save();
@@ -161,8 +161,9 @@ void search_dirs_panel_t::save_settings()
         tell_not_a_dir();
     }
     if (!alive)
-        return;
+        return true;
     m_changed_signal.emit();
+    return m_save_result.succeeded();
 }
 
 void search_dirs_panel_t::fill_container()

@@ -112,16 +112,17 @@ void search_dirs_tab_t::set_data(container_t container, search_category_t catego
     load_settings();
 }
 
-void search_dirs_tab_t::save_settings()
+bool search_dirs_tab_t::save_settings()
 {
     if (!m_grid)
-        return;
+        return true;
     m_grid->commit();
     fill_dirs();
     if (m_container)
         fill_container(m_dirs);
     fill_grid();
     m_changed_signal.emit();
+    return true;
 }
 
 void search_dirs_tab_t::fill_dirs()

@@ -104,7 +104,7 @@ error_code_t document_t::open()
     if (!stamp.exists)
         return error_code_t();
     variant_bag_t bag;
-    error_code_t result = gen_helpers2::load(file, bag);
+    error_code_t result = gen_helpers2::load_variant_bag(file, bag);
     is_damaged = result == error_code_t::damaged("");
     if (result.succeeded())
         root->assign(bag, 0);
@@ -119,7 +119,7 @@ error_code_t document_t::take_over_changes()
     if (!now.exists || now == stamp)
         return error_code_t();
     variant_bag_t theirs;
-    error_code_t result = gen_helpers2::load(file, theirs);
+    error_code_t result = gen_helpers2::load_variant_bag(file, theirs);
     // A file that cannot be read at the moment may be all right: nothing must be written over it.
     if (result.failed() && !(result == error_code_t::damaged("")))
         return result;
@@ -137,14 +137,14 @@ error_code_t document_t::write()
     std::error_code error;
     const std::filesystem::path target = std::filesystem::canonical(file.as_filesystem_path(), error);
     if (!is_damaged || error || !std::filesystem::is_regular_file(target, error))
-        return gen_helpers2::save(bag, file);
+        return gen_helpers2::save_variant_bag(bag, file);
 
     std::filesystem::path aside = target;
     aside += ".damaged";
     std::filesystem::rename(target, aside, error);
     if (error)
         return error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
-    error_code_t result = gen_helpers2::save(bag, file);
+    error_code_t result = gen_helpers2::save_variant_bag(bag, file);
     if (result.failed())
         std::filesystem::rename(aside, target, error);
     return result;

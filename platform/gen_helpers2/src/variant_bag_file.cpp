@@ -122,7 +122,7 @@ error_code_t write_bag(const variant_bag_t& bag, Sink&& sink)
 
 } // namespace
 
-error_code_t save(const variant_bag_t& bag, const path_t& file)
+error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file)
 {
     _internal::atomic_file_t out(file);
     if (out.error().failed())
@@ -146,7 +146,7 @@ error_code_t save_to_string(const variant_bag_t& bag, std::string& text)
     return result;
 }
 
-error_code_t load(const path_t& file, variant_bag_t& bag, std::size_t max_bytes)
+error_code_t load_variant_bag(const path_t& file, variant_bag_t& bag, std::size_t max_bytes)
 {
     _internal::input_file_t in(file, max_bytes);
     _internal::bag_reader_t reader;

@@ -42,7 +42,14 @@ void set_label_text(wxStaticText* label, const std::string& text)
     if (!widget)
         return;
     label->SetLabelText(to_label(text));
-    // The widget turns both around for scripts from right to left, and the toolkit had done so before it.
+    align_label_to_start(label);
+}
+
+void align_label_to_start(wxStaticText* label)
+{
+    GtkLabel* widget = widget_of(label);
+    if (!widget || label->HasFlag(wxALIGN_RIGHT | wxALIGN_CENTRE_HORIZONTAL))
+        return;
     gtk_label_set_justify(widget, GTK_JUSTIFY_LEFT);
     gtk_label_set_xalign(widget, 0);
 }

@@ -3,6 +3,7 @@
 #include "spare_layouts.h"
 
 #include "wx_helpers1/accessibility.h"
+#include "wx_helpers1/label.h"
 #include "wx_helpers1/resource_file.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
@@ -198,8 +199,8 @@ bool needs_label(wxWindow* window)
            get_accessible_name(window).empty();
 }
 
-// What the toolkit's own building leaves out: a label names the field that follows it, long tool tips are
-// wrapped, and text fields have their height.
+// What the toolkit's own building leaves out: a label names the field that follows it and stands at its
+// script's edge, long tool tips are wrapped, and text fields have their height.
 void finish(wxWindow* window)
 {
     constexpr int characters_in_line = 60;
@@ -208,6 +209,7 @@ void finish(wxWindow* window)
         if (label && needs_label(child))
             set_label_for(label, child);
         label = wxDynamicCast(child, wxStaticText);
+        align_label_to_start(label);
         apply_native_height(child);
         if (child->GetToolTip())
             SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());

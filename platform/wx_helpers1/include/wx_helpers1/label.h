@@ -16,6 +16,10 @@ namespace wx_helpers1 {
 /// Sets the text as it stands: '&' shows as itself, bytes that are not UTF-8 as U+FFFD.
 WX_HELPERS1_EXPORT void set_label_text(wxStaticText* label, const std::string& text);
 
+/// Puts the text at the edge where its direction begins: the toolkit turns its alignment around for scripts
+/// from right to left although the widget does so itself. A label that is centred or at the end is left alone.
+WX_HELPERS1_EXPORT void align_label_to_start(wxStaticText* label);
+
 /// Lets the toolkit break lines wider than `width` pixels, inside words where it must; 0 breaks none.
 /// Breaking is slow (0.5 s for 60 KB where none costs 50 ms): leave it off for texts whose lines are short
 /// enough.

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "commondlg3/feature_config.h"
+#include "commondlg3/pref_base.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <vector>
+
+class wxCheckBox;
+class wxScrolledWindow;
+
+namespace commondlg3 {
+
+class simple_message_panel_t;
+
+/// The preference page on which users turn on features that are not finished.
+///
+///     list->load();
+///     active->load();
+///     auto* page = new experimental_options_panel_t(list, active);
+///     page->create(parent);                                            // the parent owns it
+///     ...
+///     if (page->save_settings() && page->is_restart_requested() && page->prompt_restart_now())
+///         restart();
+///
+/// The page shows a check box a feature, and writes the user's choice as a whole: a feature that the product
+/// no longer lists is gone from it with the next save. A change takes effect when the product starts again,
+/// which the page says as soon as there is one. Ownership: the two configurations are shared with the host;
+/// either may be missing. GUI thread.
+class COMMONDLG3_EXPORT experimental_options_panel_t : public pref_base_t
+{
+public:
+    struct feature_info_t
+    {
+        std::string name;
+        std::string description;
+        std::string env_variable;
+        bool enabled = false;
+
+        friend bool operator==(const feature_info_t& a, const feature_info_t& b)
+        {
+            return a.name == b.name && a.description == b.description && a.env_variable == b.env_variable &&
+                   a.enabled == b.enabled;
+        }
+        friend bool operator!=(const feature_info_t& a, const feature_info_t& b) { return !(a == b); }
+    };
+
+    experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> features,
+                                 boost::shared_ptr<active_features_config_t> active);
+    ~experimental_options_panel_t() override;
+
+    void on_init_dialog() override;
+    void on_update_ui_settings() override;
+    /// Takes the features from the list and their states from the choice.
+    void load_settings();
+    /// Writes the choice; whether that succeeded. Without a place to write to: whether anything was changed.
+    /// What could not be written stays changed.
+    bool save_settings() override;
+
+    /// Whether some feature is in another state than the one that was loaded or last saved.
+    bool is_changed() const;
+    bool is_experimental_on() const;
+    /// Whether the last save_settings() had a change to save.
+    bool is_restart_requested() const { return m_restart_requested; }
+    /// Asks the user, in a modal window.
+    bool prompt_restart_now() const;
+
+    void add_feature(const feature_info_t& feature);
+    const std::vector<feature_info_t>& get_features() const { return m_features; }
+
+    void on_checkbox(wxCommandEvent& event);
+
+private:
+    struct row_t
+    {
+        wxCheckBox* box;
+        wxStaticText* description;
+        bool stored; ///< the state that was loaded or last saved
+    };
+
+    bool has_controls() const;
+    void load_feature_list();
+    void remove_features();
+    void add_checkbox(const std::string& name, const std::string& description, bool enabled);
+    bool owns(const wxCheckBox* box) const;
+    void show_state();
+    void rewrap();
+    void on_size(wxSizeEvent& event);
+
+    boost::shared_ptr<feature_list_config_t> m_feature_list;
+    boost::shared_ptr<active_features_config_t> m_active;
+    std::vector<feature_info_t> m_features;
+    std::vector<row_t> m_rows; ///< one a feature
+    bool m_restart_requested = false;
+    bool m_loading = false;
+    wxStaticText* m_description = nullptr;
+    wxStaticText* m_status = nullptr;
+    wxScrolledWindow* m_list = nullptr;
+    simple_message_panel_t* m_notice = nullptr;
+};
+
+} // namespace commondlg3

@@ -1,0 +1,130 @@
+#include "commondlg3/feature_config.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/log.h>
+#include <gen_helpers2/variant_bag_file.h>
+
+#include <filesystem>
+
+namespace commondlg3 {
+namespace {
+
+constexpr char unit[] = "feature_config";
+constexpr char list_file[] = "evaluation_features.cfg";
+constexpr char active_file[] = "active_evaluation_features.cfg";
+constexpr char features_key[] = "features";
+constexpr char feature_key[] = "feature";
+constexpr char env_variable_key[] = "env_variable";
+// Thousands of features fit; a file that is larger is none of ours and not worth its memory.
+constexpr std::size_t max_file_bytes = 16 * 1024 * 1024;
+
+gen_helpers2::variant_bag_t read(const gen_helpers2::path_t& file)
+{
+    gen_helpers2::variant_bag_t bag;
+    std::error_code ignored;
+    if (!std::filesystem::exists(file.as_filesystem_path(), ignored))
+        return bag; // the usual case: nothing to tell
+    const auto result = gen_helpers2::load_variant_bag(file, bag, max_file_bytes);
+    if (result.failed())
+        gen_helpers2::log_warning(unit, result.as_string());
+    return bag;
+}
+
+std::string read_text(const gen_helpers2::variant_bag_t& bag, const char* name)
+{
+    const gen_helpers2::variant_t* value = bag.find_value(name);
+    return value && value->can_get<std::string>() ? value->get<std::string>() : std::string();
+}
+
+} // namespace
+
+feature_list_config_t::~feature_list_config_t() = default;
+active_features_config_t::~active_features_config_t() = default;
+
+feature_list_config_impl_t::feature_list_config_impl_t(const gen_helpers2::path_t& directory)
+    : m_directory(directory)
+{
+}
+
+void feature_list_config_impl_t::load()
+{
+    m_features.clear();
+    const gen_helpers2::variant_bag_t bag = read(m_directory / list_file);
+    const gen_helpers2::variant_bag_t* features = bag.find_child(features_key);
+    if (!features)
+        return;
+    features->for_each_child(feature_key, [this](const gen_helpers2::variant_bag_t& feature) {
+        m_features.push_back({read_text(feature, "name"), read_text(feature, "description"),
+                              read_text(feature, env_variable_key)});
+    });
+}
+
+int feature_list_config_impl_t::get_count() const
+{
+    return static_cast<int>(m_features.size());
+}
+
+feature_list_config_t::feature_info_t feature_list_config_impl_t::get_feature(int index) const
+{
+    return index >= 0 && index < get_count() ? m_features[index] : feature_info_t();
+}
+
+active_features_config_impl_t::active_features_config_impl_t(const gen_helpers2::path_t& directory)
+    : m_directory(directory)
+{
+}
+
+void active_features_config_impl_t::clear()
+{
+    m_env_variables.clear();
+    m_known.clear();
+}
+
+void active_features_config_impl_t::load()
+{
+    const gen_helpers2::variant_bag_t bag = read(gen_helpers2::path_t(get_config_filename()));
+    if (const gen_helpers2::variant_bag_t* features = bag.find_child(features_key))
+        features->for_each_child(feature_key, [this](const gen_helpers2::variant_bag_t& feature) {
+            add(read_text(feature, env_variable_key));
+        });
+}
+
+bool active_features_config_impl_t::save()
+{
+    gen_helpers2::variant_bag_t bag;
+    gen_helpers2::variant_bag_t& features = bag.add_child(features_key);
+    for (const std::string& env_variable : m_env_variables)
+        features.add_child(feature_key).put(env_variable_key, env_variable);
+    const gen_helpers2::path_t file(get_config_filename());
+    std::error_code ignored; // the write says what is wrong
+    std::filesystem::create_directories(file.as_filesystem_path().parent_path(), ignored);
+    const auto result = gen_helpers2::save_variant_bag(bag, file);
+    if (result.failed())
+        gen_helpers2::log_error(unit, result.as_string());
+    return result.succeeded();
+}
+
+void active_features_config_impl_t::turn_on(const feature_info_t& feature)
+{
+    add(feature.env_variable);
+}
+
+bool active_features_config_impl_t::is_turned_on(const feature_info_t& feature) const
+{
+    return m_known.count(feature.env_variable) != 0;
+}
+
+std::string active_features_config_impl_t::get_config_filename() const
+{
+    const gen_helpers2::path_t directory =
+        m_directory.is_empty() ? cfgmgr2::IProductLocations::get()->get_config_directory() : m_directory;
+    return (directory / active_file).as_string();
+}
+
+void active_features_config_impl_t::add(const std::string& env_variable)
+{
+    if (m_known.insert(env_variable).second)
+        m_env_variables.push_back(env_variable);
+}
+
+} // namespace commondlg3

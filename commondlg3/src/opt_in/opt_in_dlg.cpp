@@ -1,0 +1,62 @@
+#include "commondlg3/opt_in_dlg.h"
+
+#include "commondlg3/resources.h"
+
+#include <wx/button.h>
+#include <wx/sizer.h>
+
+namespace commondlg3 {
+namespace {
+
+constexpr int comfortable_width = 520;
+
+} // namespace
+
+opt_in_dlg_t::opt_in_dlg_t(opt_in_pp_t::user_consent_t consent) : m_consent(consent)
+{
+    set_resource_object("dlg.optin");
+}
+
+opt_in_dlg_t::~opt_in_dlg_t() = default;
+
+opt_in_pp_t::user_consent_t opt_in_dlg_t::get_consent() const
+{
+    return m_page ? m_page->get_consent() : m_consent;
+}
+
+void opt_in_dlg_t::on_init_dialog()
+{
+    auto* place = from_xrc<wxPanel>(this, "m_panel");
+    if (!place)
+        return;
+    m_page = new opt_in_pp_t(m_consent);
+    m_page->set_record(m_record);
+    m_page->create(place);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(m_page, 1, wxEXPAND);
+    place->SetSizer(sizer);
+    if (m_btn_ok)
+        m_btn_ok->Enable(m_consent != opt_in_pp_t::user_consent_t::not_decided);
+    Bind(wxEVT_RADIOBUTTON, &opt_in_dlg_t::on_input, this);
+    fit_to_contents(comfortable_width);
+    centre_on_parent();
+}
+
+void opt_in_dlg_t::on_input(wxCommandEvent& event)
+{
+    event.Skip();
+    if (!m_page)
+        return;
+    m_page->save_settings();
+    if (m_btn_ok && m_page->get_consent() != opt_in_pp_t::user_consent_t::not_decided)
+        m_btn_ok->Enable(true);
+}
+
+void opt_in_dlg_t::on_ok()
+{
+    dialog_base_t::on_ok();
+    const auto signal = m_answer_signal; // a slot may destroy this window
+    signal.emit(get_consent() == opt_in_pp_t::user_consent_t::given);
+}
+
+} // namespace commondlg3

@@ -1,0 +1,141 @@
+#include "consent_page.h"
+
+#include "json_report.h"
+#include "missing_resource.h"
+#include "page_frame.h"
+
+#include <commondlg3/message_window.h>
+#include <commondlg3/opt_in_dlg.h>
+#include <commondlg3/resources.h>
+#include <cpil/catalog.h>
+#include <wx_helpers1/painted.h>
+
+namespace gallery {
+namespace {
+
+using nlohmann::json;
+using user_consent_t = opt_in_pp_t::user_consent_t;
+
+json json_of(user_consent_t consent)
+{
+    return {{"consent", static_cast<int>(consent)}};
+}
+
+user_consent_t consent_from(const json& data)
+{
+    gen_helpers2::error_code_t ignored;
+    const int number = get_int(data, "consent", static_cast<int>(load_consent(ignored)));
+    return number == 1 || number == 2 ? static_cast<user_consent_t>(number) : user_consent_t::not_decided;
+}
+
+std::string library_layouts()
+{
+    return commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
+}
+
+} // namespace
+
+std::string consent_page_t::get_title() const
+{
+    return text("preferences.page.consent");
+}
+
+std::string consent_page_t::get_search_words() const
+{
+    return text("preferences.page.consent.words");
+}
+
+gen_helpers2::error_code_t consent_page_t::load()
+{
+    gen_helpers2::error_code_t result;
+    m_stored = load_consent(result);
+    return result;
+}
+
+commondlg3::pref_base_t* consent_page_t::create(wxWindow* parent)
+{
+    m_page = new opt_in_pp_t(m_stored);
+    m_page->set_record(get_usage_record());
+    m_page->create(parent);
+    return m_page.get();
+}
+
+bool consent_page_t::is_changed() const
+{
+    return m_page && (m_page->is_changed() || m_page->get_consent() != m_stored);
+}
+
+gen_helpers2::error_code_t consent_page_t::apply()
+{
+    if (!m_page)
+        return {};
+    m_page->save_settings();
+    const auto result = save_consent(m_page->get_consent());
+    if (result.succeeded())
+        m_stored = m_page->get_consent();
+    return result;
+}
+
+json consent_page_t::get_data() const
+{
+    return json_of(m_page ? m_page->get_consent() : m_stored);
+}
+
+int open_consent_page(const json& data, wxWindow* parent)
+{
+    constexpr auto object = consent_page_t::object_name;
+    int result = 0;
+    json ended = json::object();
+    if (check_resource(library_layouts(), object, parent) &&
+        check_resource(resource_file(), "dlg.page_frame", parent)) {
+        auto* page = new opt_in_pp_t(consent_from(data));
+        page->set_record(get_usage_record());
+        page_frame_t frame(page, text("preferences.page.consent"));
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(consent_page_t::object_name); });
+        result = frame.show_modal(parent);
+        ended = json_of(page->get_consent());
+    }
+    report_result(object, result, ended);
+    return result;
+}
+
+int open_consent_dialog(const json& data, wxWindow* parent)
+{
+    int result = 0;
+    json ended = json::object();
+    if (check_resource(library_layouts(), consent_dialog_object, parent)) {
+        commondlg3::opt_in_dlg_t dialog(consent_from(data));
+        dialog.set_record(get_usage_record());
+        dialog.get_answer_signal().connect(
+            &dialog, [](bool agreed) { report_signal(consent_dialog_object, "answer", agreed); });
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(consent_dialog_object); });
+        result = dialog.show_modal(parent);
+        ended = json_of(dialog.get_consent());
+    }
+    report_result(consent_dialog_object, result, ended);
+    return result;
+}
+
+void ask_for_consent_once(wxWindow* parent)
+{
+    gen_helpers2::error_code_t read;
+    if (load_consent(read) != user_consent_t::not_decided || read.failed())
+        return;
+    commondlg3::opt_in_dlg_t dialog(user_consent_t::not_decided);
+    dialog.set_record(get_usage_record());
+    dialog.get_answer_signal().connect(&dialog, [&dialog](bool agreed) {
+        const auto result = save_consent(agreed ? user_consent_t::given : user_consent_t::refused);
+        if (result.succeeded())
+            return;
+        auto window = commondlg3::message_window_t::simple_error_wnd(
+            "gallery", CPIL_2_18::i18n::catalog_key("preferences.not_written"),
+            CPIL_2_18::i18n::catalog_key("consent.not_written_details"), {}, {});
+        window.details_message = result.message();
+        commondlg3::show_modal(window, &dialog);
+    });
+    dialog.show_modal(parent);
+}
+
+} // namespace gallery

@@ -1,0 +1,145 @@
+#include "experimental_page.h"
+
+#include "experimental_features.h"
+#include "json_report.h"
+#include "missing_resource.h"
+#include "page_frame.h"
+
+#include <commondlg3/resources.h>
+#include <wx_helpers1/painted.h>
+
+#include <set>
+#include <utility>
+
+namespace gallery {
+namespace {
+
+using commondlg3::experimental_options_panel_t;
+using nlohmann::json;
+
+/// Features that a script named.
+class given_features_t : public commondlg3::feature_list_config_t
+{
+public:
+    explicit given_features_t(const json& data) : m_data(data) {}
+    void load() override {}
+    int get_count() const override { return static_cast<int>(m_data.size()); }
+    feature_info_t get_feature(int index) const override
+    {
+        const json& each = m_data.at(index);
+        return {get_string(each, "name", ""), get_string(each, "description", ""),
+                get_string(each, "env_variable", "")};
+    }
+
+private:
+    json m_data;
+};
+
+/// A choice that is never written.
+class choice_in_memory_t : public commondlg3::active_features_config_t
+{
+public:
+    void clear() override { m_on.clear(); }
+    void load() override {}
+    bool save() override { return true; }
+    void turn_on(const feature_info_t& feature) override { m_on.insert(feature.env_variable); }
+    bool is_turned_on(const feature_info_t& feature) const override
+    {
+        return m_on.count(feature.env_variable) != 0;
+    }
+
+private:
+    std::set<std::string> m_on;
+};
+
+json json_of(const experimental_options_panel_t& page)
+{
+    json features = json::array();
+    for (const auto& feature : page.get_features())
+        features.push_back({{"name", feature.name},
+                            {"description", feature.description},
+                            {"env_variable", feature.env_variable},
+                            {"enabled", feature.enabled}});
+    return {{"features", features}};
+}
+
+} // namespace
+
+std::string experimental_page_t::get_title() const
+{
+    return text("preferences.page.experimental");
+}
+
+std::string experimental_page_t::get_search_words() const
+{
+    return text("preferences.page.experimental.words");
+}
+
+// A file that cannot be read is explained by the log: there is nothing that the user could lose.
+gen_helpers2::error_code_t experimental_page_t::load()
+{
+    m_list = load_feature_list();
+    m_active = load_active_features();
+    return {};
+}
+
+commondlg3::pref_base_t* experimental_page_t::create(wxWindow* parent)
+{
+    m_page = new experimental_options_panel_t(m_list, m_active);
+    m_page->create(parent);
+    return m_page.get();
+}
+
+bool experimental_page_t::is_changed() const
+{
+    return m_page && m_page->is_changed();
+}
+
+gen_helpers2::error_code_t experimental_page_t::apply()
+{
+    if (!m_page)
+        return {};
+    if (!m_page->save_settings())
+        return gen_helpers2::error_code_t::io_error(m_active->get_config_filename());
+    m_restart_due = m_restart_due || m_page->is_restart_requested();
+    return {};
+}
+
+bool experimental_page_t::prompt_restart()
+{
+    return std::exchange(m_restart_due, false) && m_page && m_page->prompt_restart_now();
+}
+
+json experimental_page_t::get_data() const
+{
+    return m_page ? json_of(*m_page) : json::object();
+}
+
+int open_experimental_page(const json& data, wxWindow* parent)
+{
+    constexpr auto object = experimental_page_t::object_name;
+    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
+    int result = 0;
+    json ended = json::object();
+    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
+        const boost::shared_ptr<choice_in_memory_t> active(new choice_in_memory_t);
+        boost::shared_ptr<commondlg3::feature_list_config_t> list = load_feature_list();
+        if (data.is_object() && data.contains("features") && data["features"].is_array()) {
+            list.reset(new given_features_t(data["features"]));
+            for (int i = 0; i < list->get_count(); ++i)
+                if (get_bool(data["features"][i], "enabled", false))
+                    active->turn_on(list->get_feature(i));
+        }
+        auto* page = new experimental_options_panel_t(list, active);
+        page_frame_t frame(page, text("preferences.page.experimental"));
+        wx_helpers1::when_next_window_is_painted(
+            [](wxTopLevelWindow*) { report_opened(experimental_page_t::object_name); });
+        result = frame.show_modal(parent);
+        ended = json_of(*page);
+        ended["restart_requested"] = page->is_restart_requested();
+    }
+    report_result(object, result, ended);
+    return result;
+}
+
+} // namespace gallery

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "preferences_page.h"
+
+#include <commondlg3/experimental_options_panel.h>
+
+#include <wx/weakref.h>
+
+namespace gallery {
+
+/// Experimental features, kept in a file of their own beside the preferences.
+class experimental_page_t : public preferences_page_t
+{
+public:
+    static constexpr char object_name[] = "panel.experimental";
+
+    std::string get_object() const override { return object_name; }
+    std::string get_title() const override;
+    std::string get_search_words() const override;
+    gen_helpers2::error_code_t load() override;
+    commondlg3::pref_base_t* create(wxWindow* parent) override;
+    bool is_changed() const override;
+    gen_helpers2::error_code_t apply() override;
+    bool prompt_restart() override;
+    nlohmann::json get_data() const override;
+
+private:
+    boost::shared_ptr<commondlg3::feature_list_config_t> m_list;
+    boost::shared_ptr<commondlg3::active_features_config_impl_t> m_active;
+    wxWeakRef<commondlg3::experimental_options_panel_t> m_page;
+    bool m_restart_due = false;
+};
+
+/// Opens the page alone and reports by JSON lines; nothing is written. Null data: the product's own features.
+int open_experimental_page(const nlohmann::json& data, wxWindow* parent);
+
+} // namespace gallery

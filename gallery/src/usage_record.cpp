@@ -1,0 +1,89 @@
+#include "usage_record.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <cfgmgr2/property_storage.h>
+#include <gen_helpers2/file.h>
+#include <gen_helpers2/log.h>
+
+#include <nlohmann/json.hpp>
+
+#include <wx/utils.h>
+#include <wx/version.h>
+
+#include <filesystem>
+#include <map>
+
+namespace gallery {
+namespace {
+
+using user_consent_t = opt_in_pp_t::user_consent_t;
+
+constexpr char child_name[] = "usage_data";
+constexpr char value_name[] = "consent";
+
+std::map<std::string, int>& opened()
+{
+    static std::map<std::string, int> counts;
+    return counts;
+}
+
+gen_helpers2::path_t in_config_directory(const char* file)
+{
+    return cfgmgr2::IProductLocations::get()->get_config_directory() / file;
+}
+
+} // namespace
+
+void count_opened(const std::string& object)
+{
+    ++opened()[object];
+}
+
+std::string get_usage_record()
+{
+    const nlohmann::ordered_json record = {
+        {"product", cfgmgr2::IProductLocations::get()->get_product_name()},
+        {"version", "3.0"},
+        {"system", wxGetOsDescription().utf8_string()},
+        {"toolkit", wxGetLibraryVersionInfo().GetVersionString().utf8_string()},
+        {"language", cfgmgr2::get_language()},
+        {"windows_opened", opened()},
+    };
+    constexpr int indent = 2;
+    return record.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+}
+
+user_consent_t load_consent(gen_helpers2::error_code_t& result)
+{
+    const auto storage = cfgmgr2::open_property_storage(in_config_directory("preferences.xml"), result);
+    if (!storage->has_child(child_name))
+        return user_consent_t::not_decided;
+    const auto value = storage->get_child(child_name)->get_value(value_name);
+    const int number = value.can_get<int>() ? value.get<int>() : 0;
+    return number == 1 || number == 2 ? static_cast<user_consent_t>(number) : user_consent_t::not_decided;
+}
+
+gen_helpers2::error_code_t save_consent(user_consent_t consent)
+{
+    gen_helpers2::error_code_t ignored; // a file that could not be read is kept aside by save()
+    const auto storage = cfgmgr2::open_property_storage(in_config_directory("preferences.xml"), ignored);
+    storage->get_child(child_name)->set_value(value_name, static_cast<int>(consent));
+    return storage->save();
+}
+
+void report_usage()
+{
+    gen_helpers2::error_code_t result;
+    const auto file = in_config_directory("usage_data.json");
+    if (load_consent(result) == user_consent_t::given) {
+        result = gen_helpers2::write_whole_file(file, get_usage_record() + "\n");
+        if (result.failed())
+            gen_helpers2::log_warning("gallery", "the usage record was not kept: " + result.as_string());
+    } else if (result.succeeded()) {
+        std::error_code missing_is_right;
+        std::filesystem::remove(file.as_filesystem_path(), missing_is_right);
+    }
+}
+
+} // namespace gallery

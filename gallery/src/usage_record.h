@@ -1,0 +1,26 @@
+/// What the product that the gallery plays would report of its use, and whether it may.
+#pragma once
+
+#include <commondlg3/opt_in_pp.h>
+#include <gen_helpers2/error_code.h>
+
+#include <string>
+
+namespace gallery {
+
+using commondlg3::opt_in_pp_t;
+
+/// Counts a window that was opened, by its object.
+void count_opened(const std::string& object);
+/// The whole record, as text.
+std::string get_usage_record();
+
+/// The user's stored answer; not decided when there is none, or none that can be read.
+opt_in_pp_t::user_consent_t load_consent(gen_helpers2::error_code_t& result);
+gen_helpers2::error_code_t save_consent(opt_in_pp_t::user_consent_t consent);
+
+/// At the product's end: reports the record if the user agreed. The gallery reports to nobody: it leaves the
+/// record in a file of the configuration directory, and takes it away when the user does not agree.
+void report_usage();
+
+} // namespace gallery

@@ -1,0 +1,273 @@
+#include "tools.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/experimental_options_panel.h>
+#include <commondlg3/resources.h>
+#include <gen_helpers2/variant_bag_file.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/checkbox.h>
+#include <wx/scrolwin.h>
+#include <wx/uiaction.h>
+
+#include <filesystem>
+
+namespace {
+
+using commondlg3::active_features_config_impl_t;
+using commondlg3::experimental_options_panel_t;
+using commondlg3::feature_list_config_impl_t;
+using gen_helpers2::path_t;
+using gen_helpers2::variant_bag_t;
+
+using names_t = std::vector<std::string>;
+
+struct feature_t
+{
+    std::string name, description, env_variable;
+};
+
+void write_list(const std::string& folder, const std::vector<feature_t>& features)
+{
+    variant_bag_t bag;
+    variant_bag_t& all = bag.add_child("features");
+    for (const feature_t& feature : features) {
+        variant_bag_t& each = all.add_child("feature");
+        each.put("name", feature.name);
+        each.put("description", feature.description);
+        each.put("env_variable", feature.env_variable);
+    }
+    ASSERT_TRUE(gen_helpers2::save_variant_bag(bag, path_t(folder) / "evaluation_features.cfg").succeeded());
+}
+
+// What the file holds, read without the class that wrote it: "name=value" of every value of every feature.
+names_t active_file(const std::string& folder)
+{
+    variant_bag_t bag;
+    names_t found;
+    if (gen_helpers2::load_variant_bag(path_t(folder) / "active_evaluation_features.cfg", bag).failed())
+        return {"unreadable"};
+    for (const auto& item : *bag.find_child("features"))
+        for (const auto& value : *item.child())
+            found.push_back(std::string(value.name()) + "=" + value.value().get<std::string>());
+    return found;
+}
+
+TEST(Features, ListKeepsOrderAndToleratesWhatIsMissingOrDamaged)
+{
+    const test::temp_dir_t dir;
+    const std::string file = dir.path() + "/evaluation_features.cfg";
+    feature_list_config_impl_t list{path_t(dir.path())};
+    list.load();
+    EXPECT_EQ(0, list.get_count());
+    test::make_file(file, "<bag version=\"1\"><child name=\"features\">"
+                          "<child name=\"feature\"><string name=\"name\">b</string></child>"
+                          "<child name=\"feature\"><int name=\"name\">5</int>"
+                          "<string name=\"env_variable\">A\\xFF</string></child>"
+                          "<string name=\"feature\">no child</string></child></bag>");
+    list.load();
+    list.load(); // anew, not once more
+    ASSERT_EQ(2, list.get_count());
+    EXPECT_EQ("b", list.get_feature(0).name);
+    EXPECT_EQ("", list.get_feature(0).env_variable);
+    EXPECT_EQ("", list.get_feature(1).name);
+    EXPECT_EQ("A\xFF", list.get_feature(1).env_variable);
+    EXPECT_EQ("", list.get_feature(2).name + list.get_feature(-1).name);
+    for (const std::string& damaged :
+         {std::string(), std::string("<bag version=\"1\"><child name=\"feat"),
+          std::string(20'000'000, '\x9b'), std::string("<bag version=\"1\"/>")}) {
+        test::make_file(file, damaged);
+        list.load();
+        EXPECT_EQ(0, list.get_count()) << damaged.substr(0, 20);
+    }
+}
+
+TEST(Features, ActiveOnesStandOnceInTheFileHoweverOftenTheyAreLoaded)
+{
+    const test::temp_dir_t dir;
+    active_features_config_impl_t active{path_t(dir.path() + "/made/on/the/way")};
+    active.turn_on({"", "", "B"});
+    active.turn_on({"", "", "A"});
+    active.turn_on({"", "", "B"});
+    ASSERT_TRUE(active.save());
+    active.load();
+    active.load();
+    ASSERT_TRUE(active.save());
+    EXPECT_EQ((names_t{"env_variable=B", "env_variable=A"}), active_file(dir.path() + "/made/on/the/way"));
+    test::make_file(active.get_config_filename(), "<bag");
+    active.load(); // changes nothing
+    EXPECT_TRUE(active.is_turned_on({"other", "texts", "A"}));
+    active.clear();
+    EXPECT_FALSE(active.is_turned_on({"", "", "A"}));
+    active.turn_on({"", "", "A"});
+    EXPECT_EQ((names_t{"A"}), active.get_env_variables());
+}
+
+TEST(Features, WithoutADirectoryTheProductsOwnIsUsed)
+{
+    const test::temp_dir_t dir;
+    auto product = std::make_shared<cfgmgr2::product_locations_t>();
+    product->config_directory = dir.path();
+    cfgmgr2::IProductLocations::set(product);
+    EXPECT_EQ(dir.path() + "/active_evaluation_features.cfg",
+              active_features_config_impl_t{path_t()}.get_config_filename());
+    test::use_default_product();
+}
+
+TEST(Features, AFileThatCannotBeWrittenStaysAsItWas)
+{
+    const test::temp_dir_t dir;
+    active_features_config_impl_t active{path_t(dir.path())};
+    active.turn_on({"", "", "OLD"});
+    ASSERT_TRUE(active.save());
+    active.turn_on({"", "", "NEW"});
+    std::filesystem::permissions(dir.path(), std::filesystem::perms(0555));
+    {
+        const test::ordinary_user_t user;
+        EXPECT_FALSE(active.save());
+    }
+    std::filesystem::permissions(dir.path(), std::filesystem::perms(0755));
+    EXPECT_EQ((names_t{"env_variable=OLD"}), active_file(dir.path()));
+}
+
+class ExperimentalPage : public testing::Test
+{
+protected:
+    ExperimentalPage()
+        : m_list(new feature_list_config_impl_t(path_t(m_dir.path()))),
+          m_active(new active_features_config_impl_t(path_t(m_dir.path())))
+    {
+    }
+    ~ExperimentalPage() override
+    {
+        if (m_page)
+            m_page->Destroy();
+        test::settle();
+    }
+
+    void show(const std::vector<feature_t>& features)
+    {
+        write_list(m_dir.path(), features);
+        m_list->load();
+        m_active->clear();
+        m_active->load();
+        m_page = new experimental_options_panel_t(m_list, m_active);
+        m_page->create(test::main_window());
+        m_page->SetSize(test::main_window()->GetClientSize());
+        test::settle();
+    }
+    std::vector<wxCheckBox*> boxes() const
+    {
+        std::vector<wxCheckBox*> found;
+        auto* list = commondlg3::from_xrc<wxScrolledWindow>(m_page, "m_feature_list_wnd");
+        for (wxWindow* child : list->GetChildren())
+            if (auto* box = wxDynamicCast(child, wxCheckBox))
+                found.push_back(box);
+        return found;
+    }
+    bool tells_restart() const
+    {
+        return commondlg3::from_xrc<wxPanel>(m_page, "m_mesage_panel")->GetChildren().front()->IsShown();
+    }
+
+    const test::temp_dir_t m_dir;
+    boost::shared_ptr<feature_list_config_impl_t> m_list;
+    boost::shared_ptr<active_features_config_impl_t> m_active;
+    experimental_options_panel_t* m_page = nullptr;
+};
+
+TEST_F(ExperimentalPage, WhatIsTickedByKeyboardIsWrittenAsAWhole)
+{
+    m_active->turn_on({"", "", "GONE"}); // in no list any more
+    m_active->turn_on({"", "", "LAST"});
+    ASSERT_TRUE(m_active->save());
+    show({{"First & only", "what it does", "FIRST"},
+          {"First & only", "what it does", "FIRST"},
+          {"Last", "", "LAST"}});
+    ASSERT_EQ(2U, boxes().size());
+    EXPECT_EQ("First & only", boxes()[0]->GetLabelText());
+    EXPECT_FALSE(boxes()[0]->GetValue());
+    EXPECT_TRUE(boxes()[1]->GetValue());
+    EXPECT_FALSE(m_page->is_changed() || tells_restart());
+    boxes()[0]->SetFocus();
+    test::press(WXK_SPACE);
+    ASSERT_TRUE(test::wait_for([&] { return m_page->is_changed(); }));
+    EXPECT_TRUE(tells_restart());
+    test::press(WXK_SPACE);
+    ASSERT_TRUE(test::wait_for([&] { return !m_page->is_changed(); }));
+    EXPECT_FALSE(tells_restart());
+    EXPECT_TRUE(m_page->save_settings());
+    EXPECT_FALSE(m_page->is_restart_requested());
+    test::press(WXK_SPACE);
+    ASSERT_TRUE(test::wait_for([&] { return m_page->is_changed(); }));
+    m_page->on_ok(); // the host's OK and the page's own saving are one
+    EXPECT_TRUE(m_page->is_restart_requested() && tells_restart());
+    EXPECT_FALSE(m_page->is_changed());
+    EXPECT_EQ((names_t{"env_variable=FIRST", "env_variable=LAST"}), active_file(m_dir.path()));
+}
+
+TEST_F(ExperimentalPage, AFailedWriteLosesNothing)
+{
+    show({{"Feature", "", "FEATURE"}});
+    std::filesystem::create_directory(m_active->get_config_filename());
+    boxes()[0]->SetFocus();
+    test::press(WXK_SPACE);
+    ASSERT_TRUE(test::wait_for([&] { return m_page->is_changed(); }));
+    EXPECT_FALSE(m_page->save_settings());
+    EXPECT_TRUE(m_page->is_changed() && m_page->is_experimental_on());
+    std::filesystem::remove(m_active->get_config_filename());
+    EXPECT_TRUE(m_page->save_settings());
+    EXPECT_EQ((names_t{"env_variable=FEATURE"}), active_file(m_dir.path()));
+}
+
+TEST_F(ExperimentalPage, NamesakesKeepTheirOwnStatesAndForeignBoxesAreFoundByLabel)
+{
+    show({{"Same", "one", "ONE"}, {"Same", "two", "TWO"}});
+    auto* foreign = new wxCheckBox(m_page, wxID_ANY, "Same");
+    auto* three = new wxCheckBox(m_page, wxID_ANY, "Same", wxDefaultPosition, wxDefaultSize, wxCHK_3STATE);
+    const auto send = [&](wxCheckBox* box, bool value) {
+        if (!box->Is3State())
+            box->SetValue(value);
+        wxCommandEvent event(wxEVT_CHECKBOX, box->GetId());
+        event.SetEventObject(box);
+        m_page->on_checkbox(event);
+    };
+    send(boxes()[1], true);
+    EXPECT_FALSE(m_page->get_features()[0].enabled);
+    EXPECT_TRUE(m_page->get_features()[1].enabled);
+    send(foreign, true);
+    EXPECT_TRUE(m_page->get_features()[0].enabled);
+    send(three, false);
+    EXPECT_EQ((names_t{"!Is3State()"}), test::take_assertions());
+    EXPECT_TRUE(m_page->get_features()[0].enabled);
+}
+
+TEST_F(ExperimentalPage, WithoutConfigurationsItIsEmptyOrWritesNothing)
+{
+    experimental_options_panel_t empty(nullptr, nullptr);
+    EXPECT_FALSE(empty.save_settings() || empty.is_experimental_on());
+    show({{"Feature", "", "FEATURE"}});
+    m_page->Destroy();
+    m_page = new experimental_options_panel_t(m_list, nullptr);
+    m_page->create(test::main_window());
+    EXPECT_FALSE(m_page->save_settings()) << "unchanged";
+    boxes()[0]->SetValue(true);
+    wxCommandEvent event(wxEVT_CHECKBOX, boxes()[0]->GetId());
+    event.SetEventObject(boxes()[0]);
+    boxes()[0]->ProcessWindowEvent(event);
+    EXPECT_TRUE(m_page->save_settings()) << "changed";
+    EXPECT_FALSE(std::filesystem::exists(m_active->get_config_filename()));
+}
+
+TEST_F(ExperimentalPage, OnlyYesRestarts)
+{
+    show({});
+    for (const auto& [key, restarts] : {std::pair<int, bool>{WXK_RETURN, true}, {WXK_ESCAPE, false}}) {
+        bool answer = !restarts;
+        test::run_modal([&] { return answer = m_page->prompt_restart_now(); },
+                        [&, pressed = key](wxTopLevelWindow*) { test::press(pressed); });
+        EXPECT_EQ(restarts, answer);
+    }
+}
+
+} // namespace

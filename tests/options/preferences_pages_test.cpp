@@ -1,0 +1,162 @@
+#include "tools.h"
+
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/resources.h>
+#include <preferences_dialog.h>
+#include <preferences_search.h>
+#include <usage_record.h>
+#include <wx_helpers1/text.h>
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/listbox.h>
+#include <wx/radiobut.h>
+#include <wx/srchctrl.h>
+
+#include <filesystem>
+
+namespace {
+
+using gallery::preferences_dialog_t;
+
+class PreferencesPages : public testing::Test
+{
+protected:
+    PreferencesPages()
+    {
+        auto product = std::make_shared<cfgmgr2::product_locations_t>();
+        product->resource_directory = RESOURCE_DIR;
+        product->locale_directory = LOCALE_DIR;
+        product->product_name = product->product_short_name = "Vorbex";
+        product->config_directory = m_dir.path() + "/config";
+        cfgmgr2::IProductLocations::set(product);
+    }
+    ~PreferencesPages() override { test::use_default_product(); }
+
+    static int run(preferences_dialog_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
+    {
+        return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
+    }
+    static void search(wxWindow* dialog, const char* words)
+    {
+        commondlg3::from_xrc<wxSearchCtrl>(dialog, "m_search")->SetValue(wxString::FromUTF8(words));
+    }
+    static std::vector<std::string> listed(wxWindow* dialog)
+    {
+        std::vector<std::string> pages;
+        for (const wxString& page : commondlg3::from_xrc<wxListBox>(dialog, "m_pages")->GetStrings())
+            pages.push_back(page.utf8_string());
+        return pages;
+    }
+    std::string files() const
+    {
+        std::string all;
+        if (std::filesystem::exists(m_dir.path() + "/config"))
+            for (const auto& file : std::filesystem::directory_iterator(m_dir.path() + "/config"))
+                all += file.path().filename().string() + "\n" + test::read_file(file.path().string());
+        return all;
+    }
+
+    const test::temp_dir_t m_dir;
+};
+
+TEST_F(PreferencesPages, SearchFindsSettingsByTheWordsOnTheirPages)
+{
+    preferences_dialog_t dialog;
+    run(dialog, [](wxTopLevelWindow* window) {
+        const auto all = listed(window);
+        test::press('F', wxMOD_CONTROL);
+        test::type("object NAMES"); // a check box of a page that was not looked at
+        EXPECT_TRUE(test::wait_for(
+            [&] { return listed(window) == std::vector<std::string>{"Experimental features"}; }));
+        test::press(WXK_RETURN);
+        EXPECT_TRUE(test::wait_for([] {
+            const auto* box = wxDynamicCast(wxWindow::FindFocus(), wxCheckBox);
+            return box && box->GetLabelText() == "Object names in the list";
+        }));
+        search(window, "telemetry"); // a word that stands nowhere, but means the page
+        EXPECT_EQ(std::vector<std::string>{"Usage data"}, listed(window));
+        search(window, "no such words");
+        EXPECT_TRUE(listed(window).empty());
+        commondlg3::from_xrc<wxSearchCtrl>(window, "m_search")->SetFocus();
+        test::press(WXK_ESCAPE);
+        EXPECT_TRUE(test::wait_for([&] { return listed(window) == all; }));
+        EXPECT_TRUE(window->IsShown()) << "Escape ended the search, not the dialog";
+        test::press(WXK_ESCAPE);
+    });
+    const gallery::search_words_t words("straße  ÉT");
+    EXPECT_TRUE(words.are_in("été STRASSE"));
+    EXPECT_FALSE(words.are_in("STRASSE"));
+    EXPECT_TRUE(gallery::search_words_t("  ").empty());
+}
+
+TEST_F(PreferencesPages, AFreshProductIsSetUpAndFoundAgain)
+{
+    preferences_dialog_t dialog;
+    const auto change = [](wxTopLevelWindow* window) {
+        search(window, "Usage");
+        commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn6")->SetFocus();
+        test::press(WXK_SPACE);
+        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
+        EXPECT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
+    };
+    EXPECT_EQ(wxID_CANCEL, run(dialog, [&](wxTopLevelWindow* window) {
+                  change(window);
+                  test::press(WXK_ESCAPE);
+              }));
+    EXPECT_EQ("", files()) << "Cancel writes nothing";
+    preferences_dialog_t again;
+    EXPECT_EQ(wxID_OK, run(again, [&](wxTopLevelWindow* window) {
+                  change(window);
+                  test::press(WXK_RETURN);
+              }));
+    gen_helpers2::error_code_t read;
+    EXPECT_EQ(gallery::opt_in_pp_t::user_consent_t::refused, gallery::load_consent(read));
+    preferences_dialog_t third;
+    run(third, [](wxTopLevelWindow*) { test::press(WXK_ESCAPE); });
+    EXPECT_EQ(2, third.get_data().at("pref.optin").at("consent").get<int>());
+}
+
+TEST_F(PreferencesPages, AChangedFeatureAsksForARestartOnceItIsWritten)
+{
+    const auto tick = [](wxTopLevelWindow* window) {
+        search(window, "object names");
+        test::settle();
+        wxCheckBox* box = nullptr;
+        for (wxWindow* child : commondlg3::from_xrc<wxWindow>(window, "m_feature_list_wnd")->GetChildren())
+            box = box ? box : wxDynamicCast(child, wxCheckBox);
+        ASSERT_NE(nullptr, box);
+        box->SetFocus();
+        test::press(WXK_SPACE);
+        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
+        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
+    };
+    preferences_dialog_t dialog;
+    EXPECT_EQ(wxID_OK, run(dialog, [&](wxTopLevelWindow* window) {
+                  tick(window);
+                  test::messages_t messages; // answers No
+                  wxCommandEvent event(wxEVT_BUTTON, window->FindWindow(XRCID("m_btn_ok"))->GetId());
+                  window->FindWindow(XRCID("m_btn_ok"))->ProcessWindowEvent(event);
+                  ASSERT_EQ(1U, messages.shown.size());
+                  EXPECT_EQ("Restart Vorbex now?", messages.shown[0].first);
+              }));
+    EXPECT_FALSE(dialog.wants_restart());
+    EXPECT_NE(std::string::npos, files().find("VORBEX_LIST_OBJECT_NAMES"));
+}
+
+TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
+{
+    const std::string file = m_dir.path() + "/config/usage_data.json";
+    gallery::count_opened("dlg.counted");
+    gallery::report_usage();
+    EXPECT_FALSE(std::filesystem::exists(file));
+    ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::given).succeeded());
+    gallery::report_usage();
+    EXPECT_EQ(gallery::get_usage_record() + "\n", test::read_file(file));
+    EXPECT_NE(std::string::npos, test::read_file(file).find("\"dlg.counted\": 1"));
+    ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::refused).succeeded());
+    gallery::report_usage();
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+} // namespace
