@@ -81,7 +81,7 @@ void property_grid_t::impl_t::add_columns()
 // Each column is as wide as its texts; what is left over is for the rows' own.
 void property_grid_t::impl_t::apply_texts()
 {
-    constexpr int least_characters = 24;
+    constexpr int least_characters = 14;
     const grid_texts_t& texts = model->texts;
     const std::string* headers[] = {&texts.text_header, &texts.check_header, &texts.mark_header,
                                     &texts.more_header};
@@ -97,8 +97,7 @@ void property_grid_t::impl_t::apply_texts()
         columns[i]->SetTitle(wx_helpers1::to_label(*headers[i]));
         columns[i]->SetWidth(margins + width_of(*headers[i]));
     }
-    columns[text_column]->SetWidth(
-        std::max(least_characters * view->GetCharWidth(), 2 * margins + width_of(texts.input_row)));
+    columns[text_column]->SetWidth(least_characters * view->GetCharWidth());
     columns[mark_column]->SetWidth(margins +
                                    std::max(width_of(texts.mark_header), width_of(texts.widest_mark)));
     columns[check_column]->SetHidden(texts.check_header.empty());
