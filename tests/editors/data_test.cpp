@@ -4,7 +4,6 @@
 #include <commondlg3/editor_data.h>
 #include <commondlg3/text_utils.h>
 
-#include <chrono>
 
 namespace {
 
@@ -264,30 +263,6 @@ TEST(EditorData, DamagedPartsAreLeftOutAndTheRestIsLoaded)
     EXPECT_EQ(names_t{"of another language"}, names_of(data, other));
     EXPECT_EQ("", data.get_selected_editor_name(cpp) + data.get_default_editor_name(cpp));
     EXPECT_EQ(cpp, data.get_selected_language());
-}
-
-// Ten thousand are no use to anybody, but a file may hold them; what is quadratic takes seconds then.
-TEST(EditorData, TenThousandTakeNoTime)
-{
-    constexpr int count = 10000;
-    editor_data_t data;
-    for (int i = 0; i < count; ++i)
-        data.add_editor(cpp, custom("editor " + std::to_string(i * 7919 % count)));
-    const auto storage = cfgmgr2::make_memory_property_storage();
-    const auto milliseconds = [](const std::function<void()>& work) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-    };
-    constexpr double limit = 1000; // sanitizers and a busy machine included
-    EXPECT_LT(milliseconds([&] { data.save_storage_info(storage); }), limit);
-    EXPECT_LT(milliseconds([&] { data.save_storage_info(storage); }), limit) << "in place of what is there";
-    editor_data_t loaded;
-    EXPECT_LT(milliseconds([&] { loaded.load_storage_info(storage); }), limit);
-    EXPECT_LT(milliseconds([&] { EXPECT_EQ(10000U, loaded.get_editors(cpp).size()); }), limit);
-    EXPECT_EQ(data, loaded);
-    EXPECT_LT(milliseconds([&] { loaded.remove_editors_ex(cpp, false); }), limit);
-    EXPECT_FALSE(loaded.get_editors(cpp).is_valid());
 }
 
 } // namespace

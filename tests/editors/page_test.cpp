@@ -367,17 +367,4 @@ TEST_F(EditorPage, AClickOnTheBrowseEntryOpensTheChooserOnce)
     EXPECT_EQ("s", m_page->get_selected_editor_name());
 }
 
-TEST_F(EditorPage, TenThousandEditorsAreShown)
-{
-    editor_data_t data;
-    for (int i = 0; i < 10000; ++i)
-        data.add_editor(cpp,
-                        {std::to_string(i), "Editor " + std::to_string(i) + "\nx", "/bin/sh", "/bin/sh"});
-    data.set_selected_editor_name(cpp, "9000");
-    open(data);
-    EXPECT_EQ(10001U, list()->GetCount());
-    EXPECT_EQ("9000", m_page->get_selected_editor_name());
-    EXPECT_EQ("Editor 9000 x", from_wx(list()->GetStringSelection()));
-}
-
 } // namespace

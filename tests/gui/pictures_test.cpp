@@ -101,17 +101,6 @@ TEST(Pictures, AreDrawnAnewAtEachScaleAndKeepTheirColours)
     EXPECT_FALSE(wxStaticPicture().getImage(true).IsOk());
 }
 
-TEST(Pictures, GoToTheControlFrameworkAsTheyAre)
-{
-    const auto picture = image_loader_t::get().load_image(type_t::warning12);
-    vdxcfrw7::CImage image(3);
-    commondlg3::set_vdxc_icon(image, picture);
-    EXPECT_TRUE(image.get_picture().get_still().is_same(picture));
-    EXPECT_EQ(-1, image.get_index()) << "the index it had would be drawn instead";
-    commondlg3::set_vdxc_icon(image, {});
-    EXPECT_TRUE(image.get_picture().is_empty());
-}
-
 TEST(Pictures, AnimationRunsInItsControlAndEndsWithIt)
 {
     auto* control = new wx_helpers1::static_picture_ctrl_t(test::main_window(), wxID_ANY);

@@ -53,15 +53,6 @@ TEST(Texts, LineEndings)
     EXPECT_EQ(done, restore_line_endings(done));
 }
 
-TEST(Texts, ReasonOfADisabledControlFollowsItsText)
-{
-    using commondlg3::get_disabled_tooltip_text;
-    EXPECT_EQ("Save", get_disabled_tooltip_text("Save", "Nothing changed", false));
-    EXPECT_EQ("Save\n\nNothing changed", get_disabled_tooltip_text("Save", "Nothing changed", true));
-    EXPECT_EQ("Nothing changed", get_disabled_tooltip_text("", "Nothing changed", true));
-    EXPECT_EQ("Save", get_disabled_tooltip_text("Save", "", true));
-}
-
 TEST(Texts, MeasuringAndWrappingOfLabels)
 {
     auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");

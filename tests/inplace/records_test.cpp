@@ -65,19 +65,6 @@ TEST(InplaceRecords, sets_store_their_number_as_the_default)
     }
 }
 
-TEST(InplaceRecords, icons)
-{
-    for (int type = 0; type < 4; ++type) {
-        const auto picture = standard::get_icon_by_type(static_cast<standard::icon_types_t>(type));
-        EXPECT_TRUE(picture.is_still() && !picture.is_empty()) << type;
-    }
-    EXPECT_TRUE(standard::get_icon_by_type(standard::icon_types_t::progress).is_animation());
-    const auto unknown = standard::get_icon_by_type(static_cast<standard::icon_types_t>(77));
-    EXPECT_TRUE(
-        unknown.get_still().is_same(standard::get_icon_by_type(standard::icon_types_t::error).get_still()));
-    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"unsupported picture type"});
-}
-
 TEST(InplaceRecords, saving_and_loading)
 {
     message_t::ptr_t message(new message_t);

@@ -85,18 +85,6 @@ TEST(IntrusivePointerThreads, LastReferenceDeletesOnce)
     EXPECT_EQ(living, 0);
 }
 
-TEST(ErrorCode, CarriesIdentifierAndMessage)
-{
-    EXPECT_TRUE(gh2::error_code_t().succeeded());
-    EXPECT_EQ(gh2::error_code_t().as_string(), "success");
-    const auto error = gh2::error_code_t::invalid_parameter("no such field");
-    EXPECT_TRUE(error.failed());
-    EXPECT_EQ(error.as_string(), "gh2::error::IsNot.Valid.Parameter: no such field");
-    EXPECT_EQ(gh2::error_code_t::invalid_value("").identifier(), "gh2::error::IsNot.Valid.Value");
-    EXPECT_EQ(error, gh2::error_code_t::invalid_parameter("another"));
-    EXPECT_NE(error, gh2::error_code_t());
-}
-
 TEST(Assertion, ReportsAndGoesOn)
 {
     test_tools::expected_assertions_t expected;
@@ -212,22 +200,6 @@ TEST(Path, NormalisesText)
         EXPECT_EQ(gh2::path_t(c.text).as_string(), c.normalised) << c.text;
     EXPECT_TRUE(gh2::path_t(std::string("a\0b", 3)).is_empty());
     EXPECT_TRUE(gh2::path_t(static_cast<const char*>(nullptr)).is_empty());
-}
-
-TEST(Path, TakesApartAndPutsTogether)
-{
-    EXPECT_EQ(gh2::path_t("/a/b").parent(), gh2::path_t("/a"));
-    EXPECT_EQ(gh2::path_t("/a").parent(), gh2::path_t("/"));
-    EXPECT_TRUE(gh2::path_t("/").parent().is_empty());
-    EXPECT_TRUE(gh2::path_t("a").parent().is_empty());
-    EXPECT_EQ(gh2::path_t("..").parent(), gh2::path_t("../.."));
-    EXPECT_EQ(gh2::path_t("/a/b.c").file_name(), "b.c");
-    EXPECT_EQ(gh2::path_t("/").file_name(), "");
-    EXPECT_EQ(gh2::path_t("/a") / "../b", gh2::path_t("/b"));
-    EXPECT_EQ(gh2::path_t("/a") / "/b", gh2::path_t("/b"));
-    // A refused name must not turn into the folder it was meant for.
-    EXPECT_TRUE((gh2::path_t("/a") / "*").is_empty());
-    EXPECT_TRUE((gh2::path_t() / "a").is_empty());
 }
 
 TEST(Path, AsksTheDisk)

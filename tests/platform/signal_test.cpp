@@ -106,16 +106,6 @@ TEST(Signal, ForwardsToAnotherSignal)
     EXPECT_EQ(sum, 7);
 }
 
-TEST(Signal, NothingToCallIsNotConnected)
-{
-    signal_t<int> signal;
-    signal.connect(std::function<void(int)>());
-    signal.connect(static_cast<receiver_t*>(nullptr), &receiver_t::on_number);
-    signal.connect(static_cast<subscriber_base_t*>(nullptr), [](int) {});
-    EXPECT_TRUE(signal.empty());
-    signal.emit(1);
-}
-
 TEST(Signal, SlotMayDestroySignalAndSubscriber)
 {
     auto signal = std::make_unique<signal_t<int>>();
