@@ -177,6 +177,22 @@ TEST(UpperCase, FollowsUnicodeAndKeepsBadBytes)
               "abc");
 }
 
+TEST(Path, TakesApartAndPutsTogether)
+{
+    EXPECT_EQ(gh2::path_t("/a/b").parent(), gh2::path_t("/a"));
+    EXPECT_EQ(gh2::path_t("/a").parent(), gh2::path_t("/"));
+    EXPECT_TRUE(gh2::path_t("/").parent().is_empty());
+    EXPECT_TRUE(gh2::path_t("a").parent().is_empty());
+    EXPECT_EQ(gh2::path_t("..").parent(), gh2::path_t("../.."));
+    EXPECT_EQ(gh2::path_t("/a/b.c").file_name(), "b.c");
+    EXPECT_EQ(gh2::path_t("/").file_name(), "");
+    EXPECT_EQ(gh2::path_t("/a") / "../b", gh2::path_t("/b"));
+    EXPECT_EQ(gh2::path_t("/a") / "/b", gh2::path_t("/b"));
+    // A refused name must not turn into the folder it was meant for.
+    EXPECT_TRUE((gh2::path_t("/a") / "*").is_empty());
+    EXPECT_TRUE((gh2::path_t() / "a").is_empty());
+}
+
 TEST(Path, NormalisesText)
 {
     const struct
