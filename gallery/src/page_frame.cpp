@@ -11,6 +11,23 @@
 
 namespace gallery {
 
+namespace {
+
+wxWindow* first_control(wxWindow* parent)
+{
+    for (wxWindow* child : parent->GetChildren()) {
+        if (!child->IsShown() || !child->IsEnabled())
+            continue;
+        if (wxWindow* inside = first_control(child))
+            return inside;
+        if (child->GetChildren().empty() && child->AcceptsFocusFromKeyboard())
+            return child;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 void after_first_paint(wxWindow* window, const std::function<void()>& done)
 {
     auto painted = std::make_shared<bool>(false);
@@ -34,9 +51,15 @@ void page_frame_t::on_init_dialog()
     set_title(m_title);
     m_page->create(this);
     GetSizer()->Insert(0, m_page, 1, wxEXPAND);
+    m_page->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
     constexpr int comfortable_width = 560;
     fit_to_contents(comfortable_width);
     centre_on_parent();
+    // The toolkit's first focus goes by where controls are; the page's order counts, once it can be seen.
+    after_first_paint(m_page, [this] {
+        if (wxWindow* first = first_control(m_page))
+            first->SetFocus();
+    });
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)

@@ -104,7 +104,7 @@ int open_search_dirs_tab(const json& data, wxWindow* parent)
     const auto lists = make_search_dir_container(nullptr);
     dirs_from_json(data.is_object() && data.contains("dirs") ? data["dirs"] : sample_dirs(), lists, category);
     return open_alone(
-        search_dirs_page_t::object_name, "preferences.page.search_dirs.sources", parent,
+        search_dirs_page_t::object_name, "preferences.page.search_dirs", parent,
         [&] { return new commondlg3::search_dirs_tab_t(lists, category, get_int(data, "error_mode", 1)); },
         [&] {
             json state = lists_to_json(lists);

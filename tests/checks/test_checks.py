@@ -56,6 +56,8 @@ LAYER_TREE = {
     "platform/msngr2/src/a.cpp": "#include <gen_helpers2/a.h>\n#include <string>\n",
     "platform/rdmgr2/src/a.cpp": "#include <cfgmgr2/a.h>\n#include <string>\n",
     "platform/cctrl2/src/a.cpp": "#include <rdmgr2/a.h>\n#include <string>\n",
+    "platform/ff/src/a.cpp": "#include <cfgmgr2/a.h>\n#include <string>\n",
+    "platform/vdxpropgrid2/src/a.cpp": "#include <wx_helpers1/a.h>\n#include <gtk/gtk.h>\n",
     "platform/vdx/src/a.cpp": "#include <wx_helpers1/a.h>\n#include <gtk/gtk.h>\n",
     "commondlg3/src/a.cpp": '#include "inner.h"\n#include "sub/b.h"\n#include <wx_helpers1/a.h>\n#include <wx/wx.h>\n'
                             "#include <string>\n#include <unistd.h>\n// #include <gallery/a.h>\n",
@@ -217,6 +219,7 @@ class LayerTest(CheckTest):
             (wx, "gtk/gtk.h", "commondlg3/a.h", f"./{wx}:2", "wx_helpers1 stands below commondlg3"),
             (messenger, "<string>", "<wx/window.h>", f"./{messenger}:2", "may not include wx/window.h"),
             (vdx, "gtk/gtk.h", "commondlg3/a.h", f"./{vdx}:2", "vdx stands below commondlg3"),
+            ("platform/ff/src/a.cpp", "<string>", "<wx/window.h>", "./platform/ff/src/a.cpp:2", "may not include wx"),
             ("commondlg3/src/a.cpp", "<string>", "<gallery/a.h>", "./commondlg3/src/a.cpp:5", "stands below gallery"),
             ("commondlg3/src/a.cpp", "<string>", "<nlohmann/json.hpp>", "./commondlg3/src/a.cpp:5", "may not"),
             ("commondlg3/src/a.cpp", "<string>", "<expat.h>", "./commondlg3/src/a.cpp:5", "may not include expat.h"),

@@ -254,6 +254,40 @@ class Editors(unittest.TestCase):
         self.assertEqual(0, gallery.end())
 
 
+class SearchDirectories(unittest.TestCase):
+    def paths(self, dirs):
+        return [entry["path"] for entry in dirs]
+
+    def test_keyboard_alone_edits_sorts_and_pastes_nothing_away(self):
+        data = {"category": 1, "dirs": ["/usr", "/none"]}
+        gallery = Gallery("--show", "panel.search_dir_tab", "--language", "en", "--data", json.dumps(data))
+        gallery.expect("opened")
+        time.sleep(0.5)  # the first control gets the focus once it can be seen
+        gallery.press("F2", "End")
+        gallery.type("/bin")
+        gallery.press("Return", "alt+Down", "Down")  # below the other one, then on to the input row
+        gallery.type("/typed/last")
+        gallery.press("alt+o")  # OK, with what is being typed
+        self.assertEqual(5100, gallery.expect("signal")["value"])
+        data = gallery.expect("result")["data"]
+        self.assertEqual(["/none", "/usr/bin", "/typed/last"], self.paths(data["binaries"]))
+        self.assertEqual(data["binaries"], data["symbols"])
+        self.assertEqual([], data["sources"])
+        self.assertEqual(0, gallery.end())
+
+    def test_lists_that_cannot_be_written_are_told(self):
+        data = {"binaries": [{"path": "/usr", "recursive": True}, 7, {"path": ""}], "save_fails": True}
+        for window in ("panel.search_dir", "pref.file_finder_pp"):
+            with self.subTest(window=window):
+                gallery = Gallery("--show", window, "--language", "en", "--data", json.dumps(data))
+                gallery.expect("opened")
+                gallery.press("Return")
+                time.sleep(0.5)
+                gallery.press("Escape")  # the message
+                self.assertEqual(5100, gallery.expect("signal")["value"])
+                expected = [{"path": "/usr", "recursive": True}]
+                self.assertEqual(expected, gallery.expect("result")["data"]["binaries"])
+                self.assertEqual(0, gallery.end())
 class SmallDialogs(unittest.TestCase):
     def test_keyboard_alone_answers(self):
         gallery = Gallery("--show", "dlg.ask", "--language", "en", "--data", json.dumps({"filename": "/a"}))

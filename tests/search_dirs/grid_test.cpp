@@ -132,6 +132,9 @@ TEST_F(PropertyGrid, KeysAloneDoEverything)
     m_grid->set_current_row(1);
     test::press(WXK_DELETE);
     EXPECT_EQ(std::vector<int>({1}), unwanted);
+    test::press(WXK_SPACE);
+    EXPECT_TRUE(m_grid->get_rows()[1].checked);
+    EXPECT_FALSE(m_grid->is_editing());
     std::vector<int> more;
     m_grid->get_more_signal().connect([&](const click_data_t& data) { more.push_back(data.row); });
     test::press(WXK_F4);
@@ -259,6 +262,61 @@ TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
     EXPECT_TRUE(m_grid->get_rows()[0].checked);
     m_grid->undo();
     EXPECT_FALSE(m_grid->get_rows()[0].checked);
+}
+
+TEST_F(PropertyGrid, TheMenuOpensByKeyboardAndDoesWhatItSays)
+{
+    grid_texts_t texts_of_menu;
+    texts_of_menu.menu_edit = "&Edit";
+    texts_of_menu.menu_down = "Move &down";
+    texts_of_menu.menu_remove = "&Remove";
+    texts_of_menu.menu_undo = "U&ndo";
+    m_grid->set_texts(texts_of_menu);
+    const auto choose = [&](const char* letter) {
+        wxTimer timer;
+        timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { wxUIActionSimulator().Text(letter); });
+        timer.StartOnce(300);
+        test::press(WXK_F10, wxMOD_SHIFT); // comes back when something has been chosen
+        test::wait_for([] { return false; }, 500);
+    };
+    choose("d");
+    EXPECT_EQ(texts_t({"/b", "/a", "/c"}), texts());
+    choose("n");
+    EXPECT_EQ(texts_t({"/a", "/b", "/c"}), texts());
+    std::vector<int> unwanted;
+    m_grid->get_remove_signal().connect([&](int row) { unwanted.push_back(row); });
+    m_grid->set_current_row(2);
+    choose("r");
+    EXPECT_EQ(std::vector<int>({2}), unwanted);
+    choose("e");
+    EXPECT_TRUE(m_grid->is_editing());
+}
+
+TEST_F(PropertyGrid, FoldersDroppedFromElsewhereBecomeRowsWhereTheyFall)
+{
+    GtkWidget* source = m_button->GetHandle();
+    gtk_drag_source_set(source, GDK_BUTTON1_MASK, nullptr, 0, GDK_ACTION_COPY);
+    gtk_drag_source_add_uri_targets(source);
+    const auto give = +[](GtkWidget*, GdkDragContext*, GtkSelectionData* data, guint, guint, gpointer) {
+        const char* addresses[] = {"file:///one", "file:///two", nullptr};
+        gtk_selection_data_set_uris(data, const_cast<gchar**>(addresses));
+    };
+    g_signal_connect(source, "drag-data-get", G_CALLBACK(give), nullptr);
+    const wxPoint start = m_button->GetScreenPosition() + wxPoint(20, 10);
+    const wxPoint end = middle_of(1, 0) + wxPoint(0, -6);
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(start);
+    mouse.MouseDown();
+    test::settle();
+    for (int i = 1; i <= 10; ++i) {
+        mouse.MouseMove(wxPoint(start.x + (end.x - start.x) * i / 10, start.y + (end.y - start.y) * i / 10));
+        test::settle();
+    }
+    mouse.MouseUp();
+    EXPECT_TRUE(test::wait_for([this] { return m_grid->row_count() == 6; }));
+    EXPECT_EQ(texts_t({"/a", "file:///one", "file:///two", "/b", "/c"}), texts());
+    EXPECT_TRUE(m_grid->undo());
+    EXPECT_EQ(texts_t({"/a", "/b", "/c"}), texts());
 }
 
 TEST_F(PropertyGrid, ScreenReadersFindTextsMarksAndTheReason)

@@ -127,17 +127,22 @@ TEST_F(SearchDirsPanel, WhatCannotBeSavedIsToldAndStaysToBeSaved)
     EXPECT_NE("", test::read_file(m_dir.path() + "/config/dirs.xml"));
 }
 
-// The host's dialog: Apply, Cancel and the file behind them.
-TEST(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
+// The host's dialog, with the page of binaries in front.
+class SearchDirsPreferences : public testing::Test
 {
-    const test::temp_dir_t dir;
-    auto product = std::make_shared<cfgmgr2::product_locations_t>();
-    product->resource_directory = RESOURCE_DIR;
-    product->locale_directory = LOCALE_DIR;
-    product->config_directory = dir.path();
-    cfgmgr2::IProductLocations::set(product);
-    const auto stored = [&] { return test::read_file(dir.path() + "/search_directories.xml"); };
-    const auto run = [&](const std::function<void(wxWindow*, search_dirs_tab_t*)>& act) {
+protected:
+    SearchDirsPreferences()
+    {
+        auto product = std::make_shared<cfgmgr2::product_locations_t>();
+        product->resource_directory = RESOURCE_DIR;
+        product->locale_directory = LOCALE_DIR;
+        product->config_directory = m_dir.path() + "/config";
+        cfgmgr2::IProductLocations::set(product);
+    }
+    ~SearchDirsPreferences() override { test::use_default_product(); }
+
+    static int run(const std::function<void(wxWindow*, search_dirs_tab_t*)>& act)
+    {
         gallery::preferences_dialog_t dialog;
         return test::run_modal([&] { return dialog.show_modal(test::main_window()); },
                                [&](wxTopLevelWindow* window) {
@@ -150,28 +155,38 @@ TEST(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
                                    event.SetEventObject(list);
                                    list->ProcessWindowEvent(event);
                                    test::settle();
-                                   auto* area = from_xrc<wxWindow>(window, "m_page_area");
-                                   for (wxWindow* child : area->GetChildren())
-                                       if (auto* tab = dynamic_cast<search_dirs_tab_t*>(child))
-                                           act(window, tab);
+                                   search_dirs_tab_t* tab = nullptr;
+                                   for (wxWindow* child :
+                                        from_xrc<wxWindow>(window, "m_page_area")->GetChildren())
+                                       tab = tab ? tab : dynamic_cast<search_dirs_tab_t*>(child);
+                                   ASSERT_TRUE(tab);
+                                   act(window, tab);
                                });
-    };
-    const auto click = [](wxWindow* window, const char* name) {
-        auto* button = from_xrc<wxButton>(window, name);
-        wxCommandEvent event(wxEVT_BUTTON, button->GetId());
-        event.SetEventObject(button);
-        button->ProcessWindowEvent(event);
-    };
+    }
+    static wxButton* button(wxWindow* window, const char* name) { return from_xrc<wxButton>(window, name); }
+    static void click(wxWindow* window, const char* name)
+    {
+        wxCommandEvent event(wxEVT_BUTTON, button(window, name)->GetId());
+        event.SetEventObject(button(window, name));
+        button(window, name)->ProcessWindowEvent(event);
+    }
+    std::string file() const { return m_dir.path() + "/config/search_directories.xml"; }
+    std::string stored() const { return test::read_file(file()); }
+
+    const test::temp_dir_t m_dir;
+};
+
+TEST_F(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
+{
     EXPECT_EQ(wxID_OK, run([&](wxWindow* window, search_dirs_tab_t* tab) {
-                  auto* apply = from_xrc<wxButton>(window, "m_btn_apply");
-                  EXPECT_FALSE(apply->IsEnabled());
+                  EXPECT_FALSE(button(window, "m_btn_apply")->IsEnabled());
                   tab->get_grid()->SetFocus();
                   tab->get_grid()->edit(0);
                   test::type("/typ");
-                  EXPECT_TRUE(apply->IsEnabled()) << "while it is typed";
+                  EXPECT_TRUE(button(window, "m_btn_apply")->IsEnabled()) << "while it is typed";
                   test::type("ed");
                   click(window, "m_btn_apply");
-                  EXPECT_FALSE(apply->IsEnabled());
+                  EXPECT_FALSE(button(window, "m_btn_apply")->IsEnabled());
                   EXPECT_NE(std::string::npos, stored().find("/typed"));
                   tab->get_grid()->insert_rows(0, {"/second"});
                   click(window, "m_btn_ok");
@@ -184,7 +199,43 @@ TEST(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
                   test::press(WXK_ESCAPE);
               }));
     EXPECT_EQ(before, stored());
-    test::use_default_product();
+}
+
+TEST_F(SearchDirsPreferences, AnotherProgramsListsStayAndAFailedWriteLosesNothing)
+{
+    const auto other_program = [&](search_category_t category, const char* dir) {
+        gen_helpers2::error_code_t result;
+        const auto lists = make_search_dir_container(cfgmgr2::open_property_storage(file(), result));
+        lists->get_dirs(category)->add(dir, false);
+        EXPECT_TRUE(lists->save().succeeded());
+    };
+    EXPECT_EQ(wxID_OK, run([&](wxWindow* window, search_dirs_tab_t* tab) {
+                  other_program(category_sources, "/from/elsewhere");
+                  tab->get_grid()->insert_rows(0, {"/mine"});
+                  {
+                      std::filesystem::rename(m_dir.path() + "/config", m_dir.path() + "/away");
+                      test::make_file(m_dir.path() + "/config"); // where the folder should be
+                      test::messages_t messages;
+                      click(window, "m_btn_ok");
+                      EXPECT_EQ(1U, messages.shown.size());
+                  }
+                  EXPECT_EQ("/mine", tab->get_grid()->get_text(0));
+                  EXPECT_TRUE(button(window, "m_btn_apply")->IsEnabled());
+                  std::filesystem::remove(m_dir.path() + "/config");
+                  std::filesystem::rename(m_dir.path() + "/away", m_dir.path() + "/config");
+                  click(window, "m_btn_ok");
+              }));
+    EXPECT_NE(std::string::npos, stored().find("/mine"));
+    EXPECT_NE(std::string::npos, stored().find("/from/elsewhere"));
+    test::make_file(file(), "<bag");
+    test::messages_t messages;
+    EXPECT_EQ(wxID_CANCEL, run([&](wxWindow*, search_dirs_tab_t* tab) {
+                  EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
+                  EXPECT_EQ(1, tab->get_grid()->row_count());
+                  test::press(WXK_ESCAPE);
+              }));
+    EXPECT_EQ(1U, messages.shown.size()) << "once, though three pages share the file";
+    EXPECT_EQ("<bag", stored());
 }
 
 } // namespace

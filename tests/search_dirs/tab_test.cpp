@@ -316,8 +316,39 @@ TEST_F(SearchDirsTab, SourcesHaveTheirOwnHeadingAndALayoutThatFailsIsSurvived)
     EXPECT_FALSE(page->validate_dir(path_info_t("/none"), 0));
 }
 
+// A page that puts ten thousand messages into its heading at once would not answer for seconds.
+TEST_F(SearchDirsTab, ManyMissingDirectoriesLeaveTheWindowAlive)
+{
+    constexpr int count = 10000;
+    texts_t dirs;
+    for (int i = 0; i < count; ++i)
+        dirs.push_back("/none/" + std::to_string(i % (count / 2)));
+    open({});
+    m_container = make_search_dir_container(nullptr);
+    const auto at = m_container->get_dirs(category_others);
+    for (const std::string& dir : dirs)
+        at->add(dir, false);
+    int ticks = 0;
+    wxTimer timer;
+    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { ++ticks; });
+    m_tab->set_data(m_container, category_others);
+    timer.Start(5);
+    const auto* caption = m_tab->get_caption_panel();
+    ASSERT_TRUE(test::wait_for([&] { return caption->get_message_count() == count; }, 60000));
+    timer.Stop();
+    EXPECT_GE(ticks, 10) << "timers, and with them keys and painting, came in between";
+    EXPECT_TRUE(test::wait_for([&] { return m_grid->get_mark(count - 1).word == "Missing"; }));
+    m_tab->remove_row(count - 1);
+    m_grid->move_row(count - 2, 0);
+    EXPECT_EQ(count - 1, caption->get_message_count());
+    EXPECT_EQ("Missing", m_grid->get_mark(0).word);
+    m_tab->set_data(nullptr, category_sources);
+    EXPECT_EQ(0, caption->get_message_count());
+    EXPECT_EQ(1, m_grid->row_count());
+}
+
 // The examiner that does not come back stands for a network folder.
-TEST(DirChecker, AFolderThatDoesNotAnswerKeepsNobodyWaiting)
+TEST(DirCheckerThreads, AFolderThatDoesNotAnswerKeepsNobodyWaiting)
 {
     auto mutex = std::make_shared<std::mutex>();
     auto answered = std::make_shared<bool>(false);

@@ -121,6 +121,7 @@ private:
     void remove_message(vdxpropgrid2::row_key_t key);
     void move_current(int by);
     void update_buttons();
+    void tell_height();
 
     container_t m_container;
     FF_2_13::search_category_t m_category;
@@ -128,6 +129,7 @@ private:
     dirs_t m_dirs;
     std::map<vdxpropgrid2::row_key_t, int> m_messages;
     bool m_removing = false;
+    int m_told_height = 0;
     gen_helpers2::signal_t<> m_changed_signal;
     caption_panel_t* m_caption = nullptr;
     vdxpropgrid2::property_grid_t* m_grid = nullptr;

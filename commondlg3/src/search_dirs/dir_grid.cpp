@@ -21,8 +21,8 @@ using type = image_loader_t::image_type_t;
 using vdxpropgrid2::property_grid_t;
 using vdxpropgrid2::row_mark_t;
 
-constexpr int least_characters = 45;
-constexpr int least_lines = 10;
+constexpr int least_characters = 28;
+constexpr int least_lines = 8;
 
 vdxpropgrid2::grid_texts_t texts_of_grid(const std::string& check_header, const std::string& input_row)
 {
@@ -79,7 +79,8 @@ property_grid_t* make_dir_grid(wxWindow* area, const std::string& check_header, 
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(grid, 1, wxEXPAND);
     area->SetSizer(sizer);
-    area->SetMinSize(wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    grid->SetMinSize(wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    area->SetMinSize(wxDefaultSize); // the layout's stands for the empty panel
     return grid;
 }
 

@@ -10,6 +10,7 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <utility>
 
 // The list: from the container into the grid, what the user does to it, and back.
 namespace commondlg3 {
@@ -86,6 +87,7 @@ void search_dirs_tab_t::connect_grid()
         update_buttons();
         m_changed_signal.emit();
     });
+    m_caption->get_shown_signal().connect(this, [this](int) { tell_height(); });
     m_checker->get_verdict_signal().connect(
         this, [this](int row, dir_state_t state) { tell_state(m_grid->get_text(row), state.kind, row); });
     m_checker->get_gone_signal().connect(this, &search_dirs_tab_t::remove_message);
@@ -264,6 +266,14 @@ void search_dirs_tab_t::on_resize(wxSizeEvent& event)
     // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
     if (GetSizer() && GetClientSize().x >= GetSizer()->GetMinSize().x)
         event.Skip();
+}
+
+// A host that scrolls its pages learns that this one needs another height.
+void search_dirs_tab_t::tell_height()
+{
+    const int height = GetMinSize().y;
+    if (std::exchange(m_told_height, height) != height)
+        PostSizeEventToParent();
 }
 
 // With room for a message, so that the list does not shrink when the first one comes.

@@ -97,6 +97,7 @@ void cell_editor_t::adopt(void* editable)
     m_entry = editable;
     m_menu_is_open = false;
     gtk_entry_set_text(GTK_ENTRY(m_entry), m_text.c_str());
+    atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(m_entry)), m_name.c_str());
     gtk_editable_select_region(GTK_EDITABLE(m_entry), 0, -1);
     g_object_set_data(G_OBJECT(m_entry), "vdxpropgrid2-editor", this);
     g_signal_connect(m_entry, "changed", G_CALLBACK(handlers_t::changed), this);

@@ -22,6 +22,8 @@ public:
     cell_editor_t(const cell_editor_t&) = delete;
     cell_editor_t& operator=(const cell_editor_t&) = delete;
 
+    /// What screen readers call the entry.
+    void set_name(const std::string& name) { m_name = name; }
     /// @param typed what a key has typed already takes the place of the text
     void start(int row, const std::string& text, const std::string& typed);
     bool is_active() const { return m_entry != nullptr; }
@@ -47,6 +49,7 @@ private:
     GtkTreeViewColumn* m_column;
     GtkCellRenderer* m_renderer;
     void* m_entry = nullptr;
+    std::string m_name;
     std::string m_text;
     bool m_menu_is_open = false;
 };

@@ -28,7 +28,7 @@ struct property_grid_t::impl_t
     std::size_t row_count() const { return model->rows.size() + 1; }
     bool is_row(int row) const { return row >= 0 && static_cast<std::size_t>(row) < model->rows.size(); }
 
-    // grid_input.cpp: keys, mouse, menu, clipboard
+    // grid_input.cpp: keys, menu, clipboard
     void connect_input();
     void on_key(wxKeyEvent& event);
     void on_char(wxKeyEvent& event);
@@ -40,14 +40,19 @@ struct property_grid_t::impl_t
     void copy();
     void request_paste();
     void paste(const std::string& text);
-    void show_menu();
+    void add(int before, const std::vector<std::string>& texts);
+    wxPoint below_row(int row) const;
+    void show_menu(const wxPoint& place);
 
+    // grid_pointer.cpp
     struct place_t
     {
         int row = -1;
         int column = -1;
         double y_in_row = 0; ///< 0 at its top, 1 at its bottom
     };
+    void connect_pointer();
+    void on_dropped(int x, int y, GtkSelectionData* data);
     place_t place_at(double x, double y) const;
     gboolean on_press(const GdkEventButton* event);
     gboolean on_motion(const GdkEventMotion* event);

@@ -81,7 +81,7 @@ void property_grid_t::impl_t::add_columns()
 // Each column is as wide as its texts; what is left over is for the rows' own.
 void property_grid_t::impl_t::apply_texts()
 {
-    constexpr int least_characters = 16;
+    constexpr int least_characters = 14;
     const grid_texts_t& texts = model->texts;
     const std::string* headers[] = {&texts.text_header, &texts.check_header, &texts.mark_header,
                                     &texts.more_header};
@@ -92,7 +92,7 @@ void property_grid_t::impl_t::apply_texts()
         view->GetTextExtent(wx_helpers1::to_label(text), &width, nullptr, nullptr, nullptr, &bold);
         return width;
     };
-    const int margins = 3 * view->GetCharWidth();
+    const int margins = 2 * view->GetCharWidth();
     for (unsigned i = 0; i <= more_column; ++i) {
         columns[i]->SetTitle(wx_helpers1::to_label(*headers[i]));
         columns[i]->SetWidth(margins + width_of(*headers[i]));
@@ -165,6 +165,7 @@ void property_grid_t::set_input_text(const std::string& text)
 void property_grid_t::set_name(const std::string& name)
 {
     wx_helpers1::set_accessible_name(m_impl->view, name);
+    m_impl->editor->set_name(name);
 }
 
 void property_grid_t::set_mark_picture(row_mark_t::kind_t kind, const wx_helpers1::wxStaticPicture& picture)

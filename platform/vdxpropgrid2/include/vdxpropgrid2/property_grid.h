@@ -72,10 +72,10 @@ struct grid_texts_t
 ///
 /// Rows are counted from 0; the last one is the input row, so that row_count() is at least 1. Besides the
 /// mouse (double click, drag, the context menu) the keys are: F2, Enter or a letter edits, F4 presses the
-/// more-button, Alt+Up and Alt+Down move the row, Delete asks for its removal, Ctrl+C copies it, Ctrl+V adds
-/// what the clipboard holds, Ctrl+Z and Ctrl+Shift+Z undo and redo, Tab leaves. What was typed into a row is
-/// kept when the focus goes elsewhere; only Escape drops it. A row whose text is emptied is asked to be
-/// removed.
+/// more-button, the space bar changes the check box, Alt+Up and Alt+Down move the row, Delete asks for its
+/// removal, Ctrl+C copies it, Ctrl+V adds what the clipboard holds, Ctrl+Z and Ctrl+Shift+Z undo and redo,
+/// Tab leaves. What was typed into a row is kept when the focus goes elsewhere; only Escape drops it. A row
+/// whose text is emptied is asked to be removed.
 ///
 /// The rows are in a native list that screen readers know. Ownership: a window, destroyed by its parent. GUI
 /// thread. A row that is none does nothing.
