@@ -305,6 +305,20 @@ TEST_F(EditorPage, FlagsDecideWhatIsShown)
     }
 }
 
+TEST_F(EditorPage, AMissingControlIsNamedAndThePageStays)
+{
+    open(three_editors());
+    default_button()->Destroy();
+    const editor_data_t before = m_page->get_data();
+    m_page->on_init_dialog();
+    EXPECT_EQ(std::vector<std::string>{"m_default"}, test::take_assertions());
+    m_page->load_settings();
+    m_page->update_state_for_language(fortran);
+    m_page->update_shown_controls();
+    m_page->fill_info_message(cpp, {});
+    EXPECT_EQ(before, m_page->get_data());
+}
+
 // Passing over an entry must not open a window.
 TEST_F(EditorPage, KeyboardReachesEverythingAndArrowsPassOverTheBrowseEntry)
 {

@@ -8,7 +8,6 @@
 #include "wrapped_labels.h"
 
 #include <gen_helpers2/assertion.h>
-#include <gen_helpers2/path.h>
 #include <gen_helpers2/stdpaths.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
@@ -18,7 +17,7 @@
 #include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/listbox.h>
-#include <wx/sizer.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 
@@ -206,7 +205,7 @@ void editor_pp_t::browse()
         return;
     m_browsing = true;
     CallAfter([this] {
-        const wxWeakRef<wxWindow> alive(this); // the host may go while the chooser is shown
+        const wxWeakRef<wxWindow> alive(this); // the host may go while the chooser or a message is shown
         std::string path;
         const bool chosen = file_dlg(this, true, path, std::string(), std::string(),
                                      translate_message("pref.editor.open_editor_dlg", {}),
@@ -218,7 +217,8 @@ void editor_pp_t::browse()
             add_custom_editor(path);
         else
             select_entry_of(m_data.get_selected_editor_name(m_data.get_selected_language()));
-        m_editor_list->SetFocus();
+        if (alive)
+            m_editor_list->SetFocus();
     });
 }
 
@@ -237,7 +237,7 @@ std::string editor_pp_t::find_free_name(const std::string& leaf) const
 void editor_pp_t::add_custom_editor(const std::string& path)
 {
     const language_t language = m_data.get_selected_language();
-    const std::string leaf = gen_helpers2::path_t(path).get_leaf();
+    const std::string leaf = path.substr(path.rfind('/') + 1);
     const std::string name = find_free_name(leaf);
     if (leaf.empty() || name.empty()) {
         select_entry_of(m_data.get_selected_editor_name(language));
