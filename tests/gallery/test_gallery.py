@@ -179,8 +179,8 @@ class SearchDirectories(unittest.TestCase):
         return [entry["path"] for entry in dirs]
 
     def test_keyboard_alone_edits_sorts_and_pastes_nothing_away(self):
-        data = {"category": 1, "dirs": ["/usr", "/none"]}
-        gallery = Gallery("--show", "panel.search_dir_tab", "--language", "en", "--data", json.dumps(data))
+        data = {"dirs": ["/usr", "/none"]}
+        gallery = Gallery("--show", "panel.search_dir_tab.symbols", "--language", "en", "--data", json.dumps(data))
         gallery.expect("opened")
         time.sleep(0.5)  # the first control gets the focus once it can be seen
         gallery.press("F2", "End")
