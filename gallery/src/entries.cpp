@@ -94,7 +94,7 @@ const std::vector<entry_t>& entries()
         {"dialog_clipboard", catalog_key("gallery.category.dialogs"), clipboard_object,
          open_clipboard_dialog},
         {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
-         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent); }},
+         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent, FF_2_13::category_sources); }},
         {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
          [](wxWindow* parent) { return open_search_dirs_panel(json(), parent); }},
         {"page_file_finder", catalog_key("gallery.category.pages"), "pref.file_finder_pp",
@@ -139,8 +139,8 @@ bool open_object(const std::string& object, const nlohmann::json& data)
         open_ask_dialog(data, nullptr);
     else if (object == clipboard_object)
         open_clipboard_dialog(nullptr);
-    else if (object == search_dirs_page_t::object_name)
-        open_search_dirs_tab(data, nullptr);
+    else if (const auto category = category_of_page(object))
+        open_search_dirs_tab(data, nullptr, *category);
     else if (object == "panel.search_dir")
         open_search_dirs_panel(data, nullptr);
     else if (object == "pref.file_finder_pp")

@@ -98,9 +98,20 @@ int open_alone(const char* object, const char* title, wxWindow* parent,
 
 } // namespace
 
-int open_search_dirs_tab(const json& data, wxWindow* parent)
+std::optional<search_category_t> category_of_page(const std::string& object)
 {
-    const auto category = static_cast<search_category_t>(get_int(data, "category", category_sources));
+    const std::string base = search_dirs_page_t::object_name;
+    if (object == base)
+        return category_sources;
+    for (const auto& [name, category] : categories)
+        if (object == base + "." + name)
+            return category;
+    return {};
+}
+
+int open_search_dirs_tab(const json& data, wxWindow* parent, search_category_t usual_category)
+{
+    const auto category = static_cast<search_category_t>(get_int(data, "category", usual_category));
     const auto lists = make_search_dir_container(nullptr);
     dirs_from_json(data.is_object() && data.contains("dirs") ? data["dirs"] : sample_dirs(), lists, category);
     return open_alone(

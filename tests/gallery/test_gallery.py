@@ -259,8 +259,8 @@ class SearchDirectories(unittest.TestCase):
         return [entry["path"] for entry in dirs]
 
     def test_keyboard_alone_edits_sorts_and_pastes_nothing_away(self):
-        data = {"category": 1, "dirs": ["/usr", "/none"]}
-        gallery = Gallery("--show", "panel.search_dir_tab", "--language", "en", "--data", json.dumps(data))
+        data = {"dirs": ["/usr", "/none"]}
+        gallery = Gallery("--show", "panel.search_dir_tab.symbols", "--language", "en", "--data", json.dumps(data))
         gallery.expect("opened")
         time.sleep(0.5)  # the first control gets the focus once it can be seen
         gallery.press("F2", "End")
@@ -275,13 +275,28 @@ class SearchDirectories(unittest.TestCase):
         self.assertEqual([], data["sources"])
         self.assertEqual(0, gallery.end())
 
+    def test_keyboard_alone_fills_the_lists_of_two_types(self):
+        gallery = Gallery("--show", "pref.file_finder_pp", "--language", "en", "--data", "{}")
+        gallery.expect("opened")
+        time.sleep(0.5)
+        gallery.press("Tab")
+        gallery.type("/first")
+        gallery.press("Return", "Up", "space", "alt+d", "Down", "Tab")  # its subdirectories; the next type
+        gallery.type("/second")
+        gallery.press("alt+o")
+        self.assertEqual(5100, gallery.expect("signal")["value"])
+        data = gallery.expect("result")["data"]
+        self.assertEqual([{"path": "/first", "recursive": True}], data["binaries"])
+        self.assertEqual([{"path": "/second", "recursive": False}], data["symbols"])
+        self.assertEqual(0, gallery.end())
+
     def test_lists_that_cannot_be_written_are_told(self):
         data = {"binaries": [{"path": "/usr", "recursive": True}, 7, {"path": ""}], "save_fails": True}
         for window in ("panel.search_dir", "pref.file_finder_pp"):
             with self.subTest(window=window):
                 gallery = Gallery("--show", window, "--language", "en", "--data", json.dumps(data))
                 gallery.expect("opened")
-                gallery.press("Return")
+                gallery.press("alt+o")
                 time.sleep(0.5)
                 gallery.press("Escape")  # the message
                 self.assertEqual(5100, gallery.expect("signal")["value"])

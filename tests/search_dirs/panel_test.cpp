@@ -10,7 +10,7 @@
 #include <preferences_dialog.h>
 #include <wx_helpers1/text.h>
 
-#include <wx/combobox.h>
+#include <wx/choice.h>
 #include <wx/listbox.h>
 
 #include <filesystem>
@@ -58,14 +58,14 @@ protected:
 
 TEST_F(SearchDirsPanel, EachTypeKeepsItsListAndAllAreSaved)
 {
-    auto* types = from_xrc<wxComboBox>(m_panel, "m_comboBox4");
+    auto* types = from_xrc<wxChoice>(m_panel, "m_comboBox4");
     EXPECT_EQ(4U, types->GetCount());
     EXPECT_FALSE(m_page->is_changed());
     m_panel->get_grid()->set_checked(0, false);
     m_panel->get_grid()->insert_rows(1, {"/bin"});
     EXPECT_TRUE(m_page->is_changed());
     types->SetSelection(2);
-    wxCommandEvent event(wxEVT_COMBOBOX, types->GetId());
+    wxCommandEvent event(wxEVT_CHOICE, types->GetId());
     event.SetInt(2);
     event.SetEventObject(types);
     types->ProcessWindowEvent(event);

@@ -10,7 +10,7 @@
 #include <vector>
 
 class wxBitmapButton;
-class wxComboBox;
+class wxChoice;
 
 namespace commondlg3 {
 
@@ -79,7 +79,7 @@ private:
     int m_type = 0;
     gen_helpers2::error_code_t m_save_result;
     gen_helpers2::signal_t<> m_changed_signal;
-    wxComboBox* m_type_box = nullptr;
+    wxChoice* m_type_box = nullptr;
     vdxpropgrid2::property_grid_t* m_grid = nullptr;
     wxBitmapButton* m_up = nullptr;
     wxBitmapButton* m_down = nullptr;

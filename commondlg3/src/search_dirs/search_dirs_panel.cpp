@@ -11,7 +11,7 @@
 #include <wx_helpers1/text.h>
 
 #include <wx/bmpbuttn.h>
-#include <wx/combobox.h>
+#include <wx/choice.h>
 #include <wx/sizer.h>
 #include <wx/weakref.h>
 
@@ -58,7 +58,7 @@ void search_dirs_panel_t::on_init_dialog()
 {
     auto* area = from_xrc<wxPanel>(this, "m_grid_area");
     auto* label = from_xrc<wxStaticText>(this, "m_type_label");
-    m_type_box = from_xrc<wxComboBox>(this, "m_comboBox4");
+    m_type_box = from_xrc<wxChoice>(this, "m_comboBox4");
     m_up = from_xrc<wxBitmapButton>(this, "m_bpButton1");
     m_down = from_xrc<wxBitmapButton>(this, "m_bpButton2");
     m_remove = from_xrc<wxBitmapButton>(this, "m_bpButton3");
@@ -77,7 +77,7 @@ void search_dirs_panel_t::on_init_dialog()
 
 void search_dirs_panel_t::connect_grid()
 {
-    m_type_box->Bind(wxEVT_COMBOBOX, [this](wxCommandEvent& event) { select_type(event.GetSelection()); });
+    m_type_box->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) { select_type(event.GetSelection()); });
     m_up->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { move_current(-1); });
     m_down->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { move_current(1); });
     m_remove->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { remove_row(m_grid->get_current_row()); });
