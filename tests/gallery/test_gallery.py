@@ -5,6 +5,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 
@@ -18,6 +19,10 @@ class Gallery:
     def __init__(self, *arguments, binary=GALLERY, environment=None):
         self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         env=environment and {**os.environ, **environment})
+        # A key that got lost must not keep everybody waiting: the line that is waited for is then missing.
+        self.limit = threading.Timer(60, self.process.kill)
+        self.limit.daemon = True
+        self.limit.start()
 
     def expect(self, event):
         """The next line, which must be of this event."""
@@ -37,7 +42,9 @@ class Gallery:
     def end(self):
         self.process.stdout.close()
         self.process.stderr.close()
-        return self.process.wait(20)
+        code = self.process.wait(20)
+        self.limit.cancel()
+        return code
 
 
 def answer(keys, **data):
