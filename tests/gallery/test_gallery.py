@@ -20,7 +20,7 @@ class Gallery:
         self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                         env=environment and {**os.environ, **environment})
         # A key that got lost must not keep everybody waiting: the line that is waited for is then missing.
-        self.limit = threading.Timer(60, self.process.kill)
+        self.limit = threading.Timer(90, self.process.kill)
         self.limit.daemon = True
         self.limit.start()
 
@@ -31,7 +31,18 @@ class Gallery:
             raise AssertionError(f"no line of event '{event}': {self.process.communicate()[1].decode()}")
         message = json.loads(line)
         assert message["event"] == event, message
+        if event == "opened":
+            self.wait_for_focus()
         return message
+
+    def wait_for_focus(self):
+        """A window is painted before the window manager gives it the focus; keys pressed meanwhile are lost."""
+        for _ in range(250):
+            owner = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid"], capture_output=True, text=True)
+            if owner.stdout.strip() == str(self.process.pid):
+                return
+            time.sleep(0.02)
+        raise AssertionError("the window did not get the focus")
 
     def press(self, *keys):
         subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
