@@ -6,12 +6,22 @@
 
 #include <wx/sizer.h>
 
+#include <functional>
 #include <memory>
 #include <utility>
 
 namespace gallery {
-
 namespace {
+
+void after_first_paint(wxWindow* window, const std::function<void()>& done)
+{
+    auto painted = std::make_shared<bool>(false);
+    window->Bind(wxEVT_PAINT, [window, done, painted](wxPaintEvent& event) {
+        event.Skip();
+        if (!std::exchange(*painted, true))
+            window->CallAfter(done);
+    });
+}
 
 wxWindow* first_control(wxWindow* parent)
 {
@@ -27,16 +37,6 @@ wxWindow* first_control(wxWindow* parent)
 }
 
 } // namespace
-
-void after_first_paint(wxWindow* window, const std::function<void()>& done)
-{
-    auto painted = std::make_shared<bool>(false);
-    window->Bind(wxEVT_PAINT, [window, done, painted](wxPaintEvent& event) {
-        event.Skip();
-        if (!std::exchange(*painted, true))
-            window->CallAfter(done);
-    });
-}
 
 page_frame_t::page_frame_t(commondlg3::pref_base_t* page, const std::string& title)
     : m_page(page), m_title(title)

@@ -3,13 +3,7 @@
 #include <commondlg3/dialog_base.h>
 #include <commondlg3/pref_base.h>
 
-#include <functional>
-
 namespace gallery {
-
-/// Calls back once the window has been painted for the first time: text fields know their style, and with it
-/// their height, only once they are on the screen.
-void after_first_paint(wxWindow* window, const std::function<void()>& done);
 
 /// A dialog with OK and Cancel around one page that has no buttons of its own.
 class page_frame_t : public commondlg3::dialog_base_t

@@ -2,7 +2,6 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
 #include "restart.h"
 
 #include <cfgmgr2/product_locations.h>
@@ -227,19 +226,6 @@ void preferences_dialog_t::create_page(shown_page_t& shown)
         return;
     shown.window = shown.page->create(m_area);
     m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
-    // Controls know their style, and with it their size, only once they are about to be shown; text fields
-    // even later.
-    CallAfter([this, window = shown.window] {
-        for (wxWindow* child : window->GetChildren())
-            child->InvalidateBestSize();
-        m_area->SendSizeEvent();
-    });
-    after_first_paint(shown.window, [this, window = shown.window] {
-        for (wxWindow* child : window->GetChildren())
-            if (wxDynamicCast(child, wxTextCtrl))
-                child->InvalidateBestSize();
-        m_area->SendSizeEvent();
-    });
 }
 
 bool preferences_dialog_t::apply()

@@ -4,7 +4,6 @@
 #include <commondlg3/editor_data.h>
 #include <commondlg3/text_utils.h>
 
-
 namespace {
 
 using commondlg3::editor_data_t;

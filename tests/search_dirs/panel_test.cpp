@@ -144,24 +144,24 @@ protected:
     static int run(const std::function<void(wxWindow*, search_dirs_tab_t*)>& act)
     {
         gallery::preferences_dialog_t dialog;
-        return test::run_modal([&] { return dialog.show_modal(test::main_window()); },
-                               [&](wxTopLevelWindow* window) {
-                                   auto* list = from_xrc<wxListBox>(window, "m_pages");
-                                   const int row = list->FindString(wx_helpers1::to_wx(
-                                       gallery::text("preferences.page.search_dirs.binaries")));
-                                   list->SetSelection(row);
-                                   wxCommandEvent event(wxEVT_LISTBOX, list->GetId());
-                                   event.SetInt(row);
-                                   event.SetEventObject(list);
-                                   list->ProcessWindowEvent(event);
-                                   test::settle();
-                                   search_dirs_tab_t* tab = nullptr;
-                                   for (wxWindow* child :
-                                        from_xrc<wxWindow>(window, "m_page_area")->GetChildren())
-                                       tab = tab ? tab : dynamic_cast<search_dirs_tab_t*>(child);
-                                   ASSERT_TRUE(tab);
-                                   act(window, tab);
-                               });
+        return test::run_modal(
+            [&] { return dialog.show_modal(test::main_window()); },
+            [&](wxTopLevelWindow* window) {
+                auto* list = from_xrc<wxListBox>(window, "m_pages");
+                const int row = list->FindString(
+                    wx_helpers1::to_wx(gallery::text("preferences.page.search_dirs.binaries")));
+                list->SetSelection(row);
+                wxCommandEvent event(wxEVT_LISTBOX, list->GetId());
+                event.SetInt(row);
+                event.SetEventObject(list);
+                list->ProcessWindowEvent(event);
+                test::settle();
+                search_dirs_tab_t* tab = nullptr;
+                for (wxWindow* child : from_xrc<wxWindow>(window, "m_page_area")->GetChildren())
+                    tab = tab ? tab : dynamic_cast<search_dirs_tab_t*>(child);
+                ASSERT_TRUE(tab);
+                act(window, tab);
+            });
     }
     static wxButton* button(wxWindow* window, const char* name) { return from_xrc<wxButton>(window, name); }
     static void click(wxWindow* window, const char* name)

@@ -23,7 +23,7 @@ constexpr std::int64_t longest_scrollbar = 1000 * 1000 * 1000;
 constexpr int lines_per_wheel_step = 3;
 // Measuring bodies waits while somebody scrolls, and leaves most of the time to others.
 constexpr std::chrono::milliseconds pause_after_scrolling(300);
-constexpr int between_bodies = 15; // milliseconds
+constexpr int between_bodies = 15;     // milliseconds
 constexpr std::size_t few_bodies = 20; // so many take no time worth saving
 
 bool is_blank(const wxImage& image)

@@ -16,8 +16,8 @@ namespace wx_helpers1 {
 ///       <frame>pictures/progress_00.svg</frame> ...
 ///     </object>
 ///
-/// The list is read at the first picture asked for, each drawing when it is needed; what fails is tried again. GUI
-/// thread.
+/// The list is read at the first picture asked for, each drawing when it is needed; what fails is tried
+/// again. GUI thread.
 class WX_HELPERS1_EXPORT image_loader_t
 {
 public:

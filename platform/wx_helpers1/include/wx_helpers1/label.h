@@ -17,7 +17,8 @@ namespace wx_helpers1 {
 WX_HELPERS1_EXPORT void set_label_text(wxStaticText* label, const std::string& text);
 
 /// Puts the text at the edge where its direction begins: the toolkit turns its alignment around for scripts
-/// from right to left although the widget does so itself. A label that is centred or at the end is left alone.
+/// from right to left although the widget does so itself. A label that is centred or at the end is left
+/// alone.
 WX_HELPERS1_EXPORT void align_label_to_start(wxStaticText* label);
 
 /// Lets the toolkit break lines wider than `width` pixels, inside words where it must; 0 breaks none.
