@@ -45,35 +45,31 @@ void open_window(benchmark::State& state, kind_t ours)
 
 constexpr int openings = 40;
 
+void forty_by_turns(benchmark::internal::Benchmark* of)
+{
+    of->Iterations(openings)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
 BENCHMARK_CAPTURE(open_window, message, kind_t::message)
     ->Name("open/dlg.error_warning_dialog")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(forty_by_turns);
 BENCHMARK_CAPTURE(open_window, message_check_box, kind_t::message_check_box)
     ->Name("open/dlg.error_warning_dialog/check_box")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open_window, example, kind_t::example)
-    ->Name("open/dlg.example")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open_window, ask, kind_t::ask)
-    ->Name("open/dlg.ask")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, example, kind_t::example)->Name("open/dlg.example")->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, ask, kind_t::ask)->Name("open/dlg.ask")->Apply(forty_by_turns);
 BENCHMARK_CAPTURE(open_window, clipboard, kind_t::clipboard)
     ->Name("open/dlg.clipboard")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(open_window, consent, kind_t::consent)
-    ->Name("open/dlg.optin")
-    ->Iterations(openings)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, consent, kind_t::consent)->Name("open/dlg.optin")->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, result_saving, kind_t::result_saving)
+    ->Name("open/dlg.page_frame/pref.result_saving")
+    ->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, page_result_saving, kind_t::page_result_saving)
+    ->Name("open/pref.result_saving")
+    ->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, page_consent, kind_t::page_consent)
+    ->Name("open/pref.optin")
+    ->Apply(forty_by_turns);
 
 } // namespace

@@ -143,22 +143,70 @@ void show_other(wxWindow* parent, const std::function<void(Dialog&)>& prepare = 
     dialog.ShowModal();
 }
 
+commondlg3::pref_base_t* make_page(kind_t kind)
+{
+    if (kind == kind_t::page_consent)
+        return new commondlg3::opt_in_pp_t(commondlg3::opt_in_pp_t::user_consent_t::given);
+    const commondlg3::result_saving_data_t data({}, {}, true, "result_@@@", "/tmp");
+    return new commondlg3::result_saving_pp_t(data, true, true);
+}
+
+// A page is painted when its widget was drawn and nothing else is left to do.
+opening_t open_page(kind_t kind, wxWindow* parent)
+{
+    struct watch_t
+    {
+        double painted_at = 0;
+        static gboolean on_draw(GtkWidget* widget, cairo_t*, gpointer data)
+        {
+            g_signal_handlers_disconnect_by_data(widget, data);
+            g_idle_add_full(G_PRIORITY_LOW, on_idle, data, nullptr);
+            return FALSE;
+        }
+        static gboolean on_idle(gpointer data)
+        {
+            gdk_display_sync(gdk_display_get_default());
+            static_cast<watch_t*>(data)->painted_at = now_ms();
+            return G_SOURCE_REMOVE;
+        }
+    };
+    watch_t watch;
+    const double start = now_ms();
+    auto* page = make_page(kind);
+    page->create(parent);
+    page->SetSize(parent->GetClientSize());
+    g_signal_connect_after(page->GetHandle(), "draw", G_CALLBACK(watch_t::on_draw), &watch);
+    while (watch.painted_at == 0)
+        gtk_main_iteration();
+    page->Destroy();
+    gdk_display_sync(gdk_display_get_default());
+    return {watch.painted_at - start, now_ms() - start};
+}
+
 } // namespace
 
 std::optional<kind_t> kind_of(const std::string& name)
 {
-    static const std::map<std::string, kind_t> kinds = {
-        {"message", kind_t::message}, {"message_check_box", kind_t::message_check_box},
-        {"example", kind_t::example}, {"result_saving", kind_t::result_saving},
-        {"ask", kind_t::ask},         {"clipboard", kind_t::clipboard},
-        {"consent", kind_t::consent}, {"native", kind_t::native},
-        {"rich", kind_t::rich},       {"generic", kind_t::generic}};
+    static const std::map<std::string, kind_t> kinds = {{"message", kind_t::message},
+                                                        {"message_check_box", kind_t::message_check_box},
+                                                        {"example", kind_t::example},
+                                                        {"result_saving", kind_t::result_saving},
+                                                        {"page_result_saving", kind_t::page_result_saving},
+                                                        {"page_consent", kind_t::page_consent},
+                                                        {"ask", kind_t::ask},
+                                                        {"clipboard", kind_t::clipboard},
+                                                        {"consent", kind_t::consent},
+                                                        {"native", kind_t::native},
+                                                        {"rich", kind_t::rich},
+                                                        {"generic", kind_t::generic}};
     const auto found = kinds.find(name);
     return found != kinds.end() ? std::optional<kind_t>(found->second) : std::nullopt;
 }
 
 opening_t open(kind_t kind, wxWindow* parent)
 {
+    if (kind == kind_t::page_result_saving || kind == kind_t::page_consent)
+        return open_page(kind, parent);
     const paint_watch_t watch(kind == kind_t::native ? end_native : end_dialog_of);
     const double start = now_ms();
     switch (kind) {
@@ -186,6 +234,9 @@ opening_t open(kind_t kind, wxWindow* parent)
     case kind_t::consent:
         commondlg3::opt_in_dlg_t(commondlg3::opt_in_pp_t::user_consent_t::given).show_modal(parent);
         break;
+    case kind_t::page_result_saving:
+    case kind_t::page_consent:
+        break; // no windows
     case kind_t::native:
         show_other<wxMessageDialog>(parent);
         break;

@@ -11,16 +11,18 @@ namespace bench {
 /// The windows whose openings are compared: ours, and the toolkit's own message windows with the same texts.
 enum class kind_t
 {
-    message,           ///< two texts, OK and Cancel, the warning icon
-    message_check_box, ///< the same with a check box
-    example,           ///< the gallery's dialog: two text fields with labels and limits, three buttons
-    result_saving,     ///< the page about saving results in a dialog of the gallery
-    ask,               ///< the library's dialogs that ask for a file,
-    clipboard,         ///< show a text,
-    consent,           ///< and ask for consent
-    native,            ///< wxMessageDialog
-    rich,              ///< wxRichMessageDialog, which has a check box
-    generic            ///< wxGenericMessageDialog
+    message,            ///< two texts, OK and Cancel, the warning icon
+    message_check_box,  ///< the same with a check box
+    example,            ///< the gallery's dialog: two text fields with labels and limits, three buttons
+    result_saving,      ///< the page about saving results in a dialog of the gallery
+    page_result_saving, ///< that page inside a window that is open already: choosing it in the preferences
+    page_consent,       ///< the same with the page that asks for consent
+    ask,                ///< the library's dialogs that ask for a file,
+    clipboard,          ///< show a text,
+    consent,            ///< and ask for consent
+    native,             ///< wxMessageDialog
+    rich,               ///< wxRichMessageDialog, which has a check box
+    generic             ///< wxGenericMessageDialog
 };
 
 std::optional<kind_t> kind_of(const std::string& name);

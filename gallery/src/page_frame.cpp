@@ -6,22 +6,8 @@
 
 #include <wx/sizer.h>
 
-#include <functional>
-#include <memory>
-#include <utility>
-
 namespace gallery {
 namespace {
-
-void after_first_paint(wxWindow* window, const std::function<void()>& done)
-{
-    auto painted = std::make_shared<bool>(false);
-    window->Bind(wxEVT_PAINT, [window, done, painted](wxPaintEvent& event) {
-        event.Skip();
-        if (!std::exchange(*painted, true))
-            window->CallAfter(done);
-    });
-}
 
 wxWindow* first_control(wxWindow* parent)
 {
@@ -55,11 +41,9 @@ void page_frame_t::on_init_dialog()
     constexpr int comfortable_width = 560;
     fit_to_contents(comfortable_width);
     centre_on_parent();
-    // The toolkit's first focus goes by where controls are; the page's order counts, once it can be seen.
-    after_first_paint(m_page, [this] {
-        if (wxWindow* first = first_control(m_page))
-            first->SetFocus();
-    });
+    // The toolkit's first focus would go by where controls are; the page's order counts.
+    if (wxWindow* first = first_control(m_page))
+        first->SetFocus();
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)
