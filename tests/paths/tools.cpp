@@ -29,7 +29,8 @@ struct real_answer_t
 {
     std::string choice;
     std::string* start;
-    bool chosen = false;
+    bool seen = false;
+    int turns = 0;
 
     static gboolean step(gpointer data)
     {
@@ -42,14 +43,18 @@ struct real_answer_t
         g_list_free(windows);
         if (!chooser)
             return G_SOURCE_CONTINUE;
-        if (!self->chosen) {
+        if (!self->seen) {
             gchar* folder = gtk_file_chooser_get_current_folder(chooser);
             if (!folder)
                 return G_SOURCE_CONTINUE;
             *self->start = folder;
             g_free(folder);
-            self->chosen = gtk_file_chooser_set_filename(chooser, self->choice.c_str());
+            self->seen = true;
         }
+        // A chooser that still reads its first folder forgets what was chosen meanwhile.
+        constexpr int turns_to_wait = 25;
+        if (self->turns++ % turns_to_wait == 0)
+            gtk_file_chooser_set_filename(chooser, self->choice.c_str());
         if (filename_of(chooser) != self->choice)
             return G_SOURCE_CONTINUE;
         gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_ACCEPT);
