@@ -135,7 +135,7 @@ gen_helpers2::error_code_t editor_page_t::apply()
 
 json editor_page_t::get_data() const
 {
-    return m_page ? json_of(m_page->get_data()) : json::object();
+    return json_of(m_page ? m_page->get_data() : editors_in(m_storage));
 }
 
 int open_editor_page(const json& data, wxWindow* parent)

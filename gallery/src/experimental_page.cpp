@@ -112,7 +112,11 @@ bool experimental_page_t::prompt_restart()
 
 json experimental_page_t::get_data() const
 {
-    return m_page ? json_of(*m_page) : json::object();
+    if (m_page)
+        return json_of(*m_page);
+    experimental_options_panel_t unseen(m_list, m_active);
+    unseen.load_settings();
+    return json_of(unseen);
 }
 
 int open_experimental_page(const json& data, wxWindow* parent)

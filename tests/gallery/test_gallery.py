@@ -321,6 +321,8 @@ class SearchDirectories(unittest.TestCase):
                 expected = [{"path": "/usr", "recursive": True}]
                 self.assertEqual(expected, gallery.expect("result")["data"]["binaries"])
                 self.assertEqual(0, gallery.end())
+
+
 class SmallDialogs(unittest.TestCase):
     def test_keyboard_alone_answers(self):
         gallery = Gallery("--show", "dlg.ask", "--language", "en", "--data", json.dumps({"filename": "/a"}))
@@ -340,6 +342,52 @@ class SmallDialogs(unittest.TestCase):
         self.assertEqual(("answer", False), (answered["name"], answered["value"]))
         self.assertEqual({"consent": 2}, gallery.expect("result")["data"])
         self.assertEqual(0, gallery.end())
+
+
+class FreshProduct(unittest.TestCase):
+    """Every page of the preferences, set by keyboard alone, and found again."""
+
+    def run_once(self, folder, *keys_and_texts):
+        gallery = Gallery("--show", "dlg.preferences", "--language", "en", "--config-dir", folder,
+                          environment={"VISUAL": "code --wait"})
+        gallery.expect("opened")
+        for keys, text in keys_and_texts:
+            for key in keys:
+                gallery.press(key)
+                time.sleep(0.5 if key == "Down" else 0.1)  # a page can be operated once the toolkit was idle
+            gallery.type(text)
+        return gallery
+
+    def test_what_is_set_is_there_at_the_next_start(self):
+        next_page = ["ctrl+f", "Down", "Down"]
+        with tempfile.TemporaryDirectory() as folder:
+            gallery = self.run_once(
+                folder, (["alt+t", "ctrl+a"], "run_@@"),
+                (next_page + ["alt+e", "End", "Up"], ""),  # the editor of the environment, above Browse
+                (next_page + ["Tab"], "/opt/bin"), (["Return"], "/opt/lib"), (["Return"], ""),
+                (next_page + ["Tab"], "/opt/src"), (["Return"], ""),
+                (next_page + ["Tab"], "/opt/other"), (["Return"], ""),
+                (next_page + ["Tab", "space"], ""), (next_page + ["alt+n", "Return"], ""))
+            self.assertIs(True, gallery.expect("signal")["value"], "saved")
+            time.sleep(0.5)
+            gallery.press("Escape")  # no restart
+            data = gallery.expect("result")["data"]
+            self.assertEqual(0, gallery.end())
+
+            gallery = self.run_once(folder, (["Escape"], ""))
+            found = gallery.expect("result")
+            self.assertEqual((5101, data), (found["result"], found["data"]))
+            self.assertEqual(0, gallery.end())
+            self.assertEqual("run_@@", data["pref.result_saving"]["name_template"])
+            chosen = data["pref.editor"]["languages"][0]
+            self.assertEqual("code --wait", {editor["name"]: editor for editor in chosen["editors"]}[
+                chosen["selected_editor"]]["command_line"])
+            self.assertEqual([True, False], [each["enabled"] for each in data["panel.experimental"]["features"]])
+            self.assertEqual({"consent": 2}, data["pref.optin"])
+            with open(folder + "/search_directories.xml", encoding="utf-8") as file:
+                kept = file.read()
+            for path in ("/opt/bin", "/opt/lib", "/opt/src", "/opt/other"):
+                self.assertIn(path, kept)
 
 
 class FirstStart(unittest.TestCase):
