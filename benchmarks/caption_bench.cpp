@@ -7,6 +7,7 @@
 // 99th of a hundred, and the longest of the operations, in milliseconds of the program's own time: of a
 // resize up to the last of its painting.
 #include "app.h"
+#include "measured.h"
 
 #include <commondlg3/caption_panel.h>
 
@@ -17,46 +18,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <string>
-#include <vector>
 
 namespace {
 
+using bench::measured_t;
 using commondlg3::caption_panel_t;
-
-double cpu_ms()
-{
-    timespec now;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-class measured_t
-{
-public:
-    explicit measured_t(const char* name) : m_name(name) {}
-    ~measured_t()
-    {
-        std::sort(m_times.begin(), m_times.end());
-        if (!m_times.empty())
-            std::printf("%-28s %6zu times  median %7.3f  p99 %7.3f  longest %7.3f ms\n", m_name,
-                        m_times.size(), m_times[m_times.size() / 2], m_times[m_times.size() * 99 / 100],
-                        m_times.back());
-    }
-
-    template <class F>
-    void run(F&& operation)
-    {
-        const double begin = cpu_ms();
-        operation();
-        m_times.push_back(cpu_ms() - begin);
-    }
-
-private:
-    const char* m_name;
-    std::vector<double> m_times;
-};
 
 std::string text_of(int i)
 {
@@ -68,7 +35,7 @@ std::string text_of(int i)
 
 void drag(wxFrame* frame, const char* name)
 {
-    measured_t resize(name);
+    measured_t resize(name, bench::cpu_ms);
     for (int i = 0; i < 200; ++i)
         resize.run([&] {
             const int width = 400 + (i < 100 ? i : 200 - i) * 4;
@@ -89,7 +56,7 @@ int measure(wxFrame* frame, int count)
     frame->Layout();
     bench::wait_until_quiet(50);
     {
-        measured_t add("add, severities mixed");
+        measured_t add("add, severities mixed", bench::cpu_ms);
         for (int i = 0; i < count; ++i)
             add.run([&] {
                 heading->add_message(static_cast<caption_panel_t::severity_t>(i * 7 % 4), text_of(i));
@@ -97,12 +64,12 @@ int measure(wxFrame* frame, int count)
     }
     bench::wait_until_quiet(50);
     {
-        measured_t step("step");
+        measured_t step("step", bench::cpu_ms);
         for (int i = 0; i < count; ++i)
             step.run([&] { heading->show_next_message(); });
     }
     {
-        measured_t edit("edit the shown one");
+        measured_t edit("edit the shown one", bench::cpu_ms);
         for (int i = 0; i < 1000; ++i)
             edit.run([&] { heading->edit_message(heading->get_current_id(), text_of(i + 1)); });
     }
@@ -117,7 +84,7 @@ int measure(wxFrame* frame, int count)
     bench::wait_until_quiet(50);
     drag(frame, "resize, text of 2,000 bytes");
     {
-        measured_t remove("remove the shown one");
+        measured_t remove("remove the shown one", bench::cpu_ms);
         while (heading->get_message_count() > 0)
             remove.run([&] { heading->remove_message(heading->get_current_id()); });
     }

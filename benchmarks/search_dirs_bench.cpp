@@ -7,6 +7,7 @@
 // event loop takes while all directories are looked at in the background and their messages come in: what a
 // key press would have to wait for.
 #include "app.h"
+#include "measured.h"
 
 #include <commondlg3/caption_panel.h>
 #include <commondlg3/search_dirs_tab.h>
@@ -18,7 +19,6 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -27,53 +27,22 @@
 
 namespace {
 
+using bench::measured_t;
 using commondlg3::search_dirs_tab_t;
-
-double now_ms()
-{
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
-
-class measured_t
-{
-public:
-    explicit measured_t(const char* name) : m_name(name) {}
-    ~measured_t()
-    {
-        std::sort(m_times.begin(), m_times.end());
-        if (!m_times.empty())
-            std::printf("%-34s %6zu times  median %8.3f  p99 %8.3f  longest %8.3f ms\n", m_name,
-                        m_times.size(), m_times[m_times.size() / 2], m_times[m_times.size() * 99 / 100],
-                        m_times.back());
-    }
-
-    template <class F>
-    void run(F&& operation)
-    {
-        const double begin = now_ms();
-        operation();
-        m_times.push_back(now_ms() - begin);
-    }
-
-private:
-    const char* m_name;
-    std::vector<double> m_times;
-};
 
 // Until nothing has been said for a while.
 void turn_until_checked(measured_t& turns, const search_dirs_tab_t* tab)
 {
     int messages = -1;
-    double since = now_ms();
-    while (now_ms() - since < 400) {
+    double since = bench::wall_ms();
+    while (bench::wall_ms() - since < 400) {
         if (g_main_context_pending(nullptr))
             turns.run([] { g_main_context_iteration(nullptr, FALSE); });
         else if (!wxTheApp->ProcessIdle())
             g_usleep(200);
         if (tab->get_caption_panel()->get_message_count() != messages) {
             messages = tab->get_caption_panel()->get_message_count();
-            since = now_ms();
+            since = bench::wall_ms();
         }
     }
     std::printf("%d messages\n", messages);
@@ -100,54 +69,54 @@ int measure(wxFrame* frame, int count)
     bench::wait_until_quiet(50);
     auto* grid = tab->get_grid();
     {
-        measured_t fill("fill");
+        measured_t fill("fill", bench::wall_ms);
         fill.run([&] { tab->set_data(container, FF_2_13::category_sources); });
     }
     {
-        measured_t turns("turn while all are looked at");
-        measured_t all("all looked at, with 400 ms quiet");
+        measured_t turns("turn while all are looked at", bench::wall_ms);
+        measured_t all("all looked at, with 400 ms quiet", bench::wall_ms);
         all.run([&] { turn_until_checked(turns, tab); });
     }
     {
-        measured_t move("move by one");
+        measured_t move("move by one", bench::wall_ms);
         for (int i = 0; i < 1000; ++i)
             move.run([&] { grid->move_row(count / 2 + i % 10, count / 2 + i % 10 + 1); });
     }
     bench::wait_until_quiet(100);
     {
-        measured_t move("move from end to beginning");
+        measured_t move("move from end to beginning", bench::wall_ms);
         for (int i = 0; i < 200; ++i)
             move.run([&] { grid->move_row(count - 1, 0); });
     }
     bench::wait_until_quiet(100);
     {
-        measured_t turns("turn after a change");
-        measured_t typed("change a text");
+        measured_t turns("turn after a change", bench::wall_ms);
+        measured_t typed("change a text", bench::wall_ms);
         for (int i = 0; i < 20; ++i) {
             typed.run([&] { grid->set_text(i, "/none/" + std::to_string(i)); });
             turn_until_checked(turns, tab);
         }
     }
     {
-        measured_t remove("remove, with its message");
+        measured_t remove("remove, with its message", bench::wall_ms);
         for (int i = 0; i < 1000 && grid->row_count() > 1; ++i)
             remove.run([&] { tab->remove_row(grid->row_count() / 2); });
     }
     bench::wait_until_quiet(100);
     {
-        measured_t undo("undo a removal");
+        measured_t undo("undo a removal", bench::wall_ms);
         for (int i = 0; i < 100; ++i)
             undo.run([&] { grid->undo(); });
     }
     {
-        measured_t save("save");
+        measured_t save("save", bench::wall_ms);
         save.run([&] { tab->save_settings(); });
     }
     {
         std::vector<std::string> many(static_cast<std::size_t>(count), "/usr");
-        measured_t paste("insert as many again");
+        measured_t paste("insert as many again", bench::wall_ms);
         paste.run([&] { grid->insert_rows(0, many); });
-        measured_t undo("undo that");
+        measured_t undo("undo that", bench::wall_ms);
         undo.run([&] { grid->undo(); });
     }
     std::filesystem::remove_all(base);
