@@ -44,7 +44,7 @@ std::string get_usage_record()
 {
     const nlohmann::ordered_json record = {
         {"product", cfgmgr2::IProductLocations::get()->get_product_name()},
-        {"version", "3.0"},
+        {"version", PRODUCT_VERSION},
         {"system", wxGetOsDescription().utf8_string()},
         {"toolkit", wxGetLibraryVersionInfo().GetVersionString().utf8_string()},
         {"language", cfgmgr2::get_language()},

@@ -102,10 +102,15 @@ TEST_F(Consent, TheDialogEndsWithOkOnlyAfterAnAnswer)
         return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
     };
     EXPECT_EQ(wxID_CANCEL, run([](wxTopLevelWindow* window) {
-                  EXPECT_FALSE(commondlg3::from_xrc<wxButton>(window, "m_btn_ok")->IsEnabled());
+                  auto* ok = commondlg3::from_xrc<wxButton>(window, "m_btn_ok");
+                  EXPECT_FALSE(ok->IsEnabled());
+                  choice(window, "m_radioBtn5")->SetFocus();
+                  test::press(WXK_SPACE);
+                  EXPECT_TRUE(test::wait_for([&] { return ok->IsEnabled(); }));
                   test::press(WXK_ESCAPE);
               }));
     EXPECT_FALSE(told) << "no answer is none";
+    EXPECT_EQ(consent_t::not_decided, dialog.get_consent());
     EXPECT_EQ(wxID_OK, run([](wxTopLevelWindow* window) {
                   choice(window, "m_radioBtn6")->SetFocus();
                   test::press(WXK_SPACE);

@@ -26,7 +26,8 @@ public:
     gen_helpers2::signal_t<bool>& get_answer_signal() { return m_answer_signal; }
     /// As opt_in_pp_t::set_record(); before the dialog is shown.
     void set_record(const std::string& record) { m_record = record; }
-    opt_in_pp_t::user_consent_t get_consent() const;
+    /// What was given, or what OK decided: a choice that was cancelled is none.
+    opt_in_pp_t::user_consent_t get_consent() const { return m_consent; }
 
     void on_init_dialog() override;
     void on_input(wxCommandEvent& event);

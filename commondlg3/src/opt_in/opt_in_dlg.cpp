@@ -19,11 +19,6 @@ opt_in_dlg_t::opt_in_dlg_t(opt_in_pp_t::user_consent_t consent) : m_consent(cons
 
 opt_in_dlg_t::~opt_in_dlg_t() = default;
 
-opt_in_pp_t::user_consent_t opt_in_dlg_t::get_consent() const
-{
-    return m_page ? m_page->get_consent() : m_consent;
-}
-
 void opt_in_dlg_t::on_init_dialog()
 {
     auto* place = from_xrc<wxPanel>(this, "m_panel");
@@ -55,8 +50,10 @@ void opt_in_dlg_t::on_input(wxCommandEvent& event)
 void opt_in_dlg_t::on_ok()
 {
     dialog_base_t::on_ok();
+    if (m_page)
+        m_consent = m_page->get_consent();
     const auto signal = m_answer_signal; // a slot may destroy this window
-    signal.emit(get_consent() == opt_in_pp_t::user_consent_t::given);
+    signal.emit(m_consent == opt_in_pp_t::user_consent_t::given);
 }
 
 } // namespace commondlg3
