@@ -47,11 +47,13 @@ GLogWriterOutput on_glib_log(GLogLevelFlags level, const GLogField* fields, gsiz
     return G_LOG_WRITER_HANDLED;
 }
 
-void set_product(const std::string& resource_dir, const std::string& locale_dir)
+void set_product(const std::string& resource_dir, const std::string& locale_dir,
+                 const std::string& config_dir = {})
 {
     auto product = std::make_shared<cfgmgr2::product_locations_t>();
     product->resource_directory = gen_helpers2::path_t(resource_dir);
     product->locale_directory = gen_helpers2::path_t(locale_dir);
+    product->config_directory = gen_helpers2::path_t(config_dir);
     product->product_name = "Vorbex Performance Studio";
     product->product_short_name = "Vorbex";
     cfgmgr2::IProductLocations::set(product);
@@ -166,6 +168,16 @@ void use_default_product()
 }
 
 product_guard_t::~product_guard_t()
+{
+    use_default_product();
+}
+
+config_guard_t::config_guard_t(const std::string& directory)
+{
+    set_product(RESOURCE_DIR, LOCALE_DIR, directory);
+}
+
+config_guard_t::~config_guard_t()
 {
     use_default_product();
 }

@@ -44,6 +44,14 @@ public:
     ~product_guard_t();
 };
 
+/// Another folder for the user's settings for as long as it lives; need not exist.
+class config_guard_t
+{
+public:
+    explicit config_guard_t(const std::string& directory);
+    ~config_guard_t();
+};
+
 /// Another language for as long as it lives.
 class language_guard_t
 {

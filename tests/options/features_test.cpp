@@ -1,6 +1,5 @@
 #include "tools.h"
 
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/experimental_options_panel.h>
 #include <commondlg3/resources.h>
 #include <gen_helpers2/variant_bag_file.h>
@@ -106,12 +105,9 @@ TEST(Features, ActiveOnesStandOnceInTheFileHoweverOftenTheyAreLoaded)
 TEST(Features, WithoutADirectoryTheProductsOwnIsUsed)
 {
     const test::temp_dir_t dir;
-    auto product = std::make_shared<cfgmgr2::product_locations_t>();
-    product->config_directory = dir.path();
-    cfgmgr2::IProductLocations::set(product);
+    const test::config_guard_t config(dir.path());
     EXPECT_EQ(dir.path() + "/active_evaluation_features.cfg",
               active_features_config_impl_t{path_t()}.get_config_filename());
-    test::use_default_product();
 }
 
 TEST(Features, AFileThatCannotBeWrittenStaysAsItWas)

@@ -1,6 +1,5 @@
 #include "tools.h"
 
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/resources.h>
 #include <preferences_dialog.h>
 #include <preferences_search.h>
@@ -22,17 +21,6 @@ using gallery::preferences_dialog_t;
 class PreferencesPages : public testing::Test
 {
 protected:
-    PreferencesPages()
-    {
-        auto product = std::make_shared<cfgmgr2::product_locations_t>();
-        product->resource_directory = RESOURCE_DIR;
-        product->locale_directory = LOCALE_DIR;
-        product->product_name = product->product_short_name = "Vorbex";
-        product->config_directory = m_dir.path() + "/config";
-        cfgmgr2::IProductLocations::set(product);
-    }
-    ~PreferencesPages() override { test::use_default_product(); }
-
     static int run(preferences_dialog_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
     {
         return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
@@ -58,6 +46,7 @@ protected:
     }
 
     const test::temp_dir_t m_dir;
+    const test::config_guard_t m_config{m_dir.path() + "/config"};
 };
 
 TEST_F(PreferencesPages, SearchFindsSettingsByTheWordsOnTheirPages)
@@ -138,7 +127,7 @@ TEST_F(PreferencesPages, AChangedFeatureAsksForARestartOnceItIsWritten)
                   wxCommandEvent event(wxEVT_BUTTON, window->FindWindow(XRCID("m_btn_ok"))->GetId());
                   window->FindWindow(XRCID("m_btn_ok"))->ProcessWindowEvent(event);
                   ASSERT_EQ(1U, messages.shown.size());
-                  EXPECT_EQ("Restart Vorbex now?", messages.shown[0].first);
+                  EXPECT_EQ("Restart Vorbex Performance Studio now?", messages.shown[0].first);
               }));
     EXPECT_FALSE(dialog.wants_restart());
     EXPECT_NE(std::string::npos, files().find("VORBEX_LIST_OBJECT_NAMES"));

@@ -1,6 +1,5 @@
 #include "tools.h"
 
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/resources.h>
 #include <preferences_dialog.h>
 #include <wx_helpers1/text.h>
@@ -17,17 +16,6 @@ using wx_helpers1::to_wx;
 class Preferences : public testing::Test
 {
 protected:
-    Preferences()
-    {
-        auto product = std::make_shared<cfgmgr2::product_locations_t>();
-        product->resource_directory = RESOURCE_DIR;
-        product->locale_directory = LOCALE_DIR;
-        product->product_name = product->product_short_name = "Vorbex";
-        product->config_directory = m_dir.path() + "/config";
-        cfgmgr2::IProductLocations::set(product);
-    }
-    ~Preferences() override { test::use_default_product(); }
-
     static int run(const std::function<void(wxTopLevelWindow*)>& act)
     {
         preferences_dialog_t dialog;
@@ -50,6 +38,7 @@ protected:
     std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
 
     const test::temp_dir_t m_dir;
+    const test::config_guard_t m_config{m_dir.path() + "/config"};
 };
 
 TEST_F(Preferences, OkAndApplyKeepWhatCancelLeavesAlone)

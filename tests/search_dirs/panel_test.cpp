@@ -131,16 +131,6 @@ TEST_F(SearchDirsPanel, WhatCannotBeSavedIsToldAndStaysToBeSaved)
 class SearchDirsPreferences : public testing::Test
 {
 protected:
-    SearchDirsPreferences()
-    {
-        auto product = std::make_shared<cfgmgr2::product_locations_t>();
-        product->resource_directory = RESOURCE_DIR;
-        product->locale_directory = LOCALE_DIR;
-        product->config_directory = m_dir.path() + "/config";
-        cfgmgr2::IProductLocations::set(product);
-    }
-    ~SearchDirsPreferences() override { test::use_default_product(); }
-
     static int run(const std::function<void(wxWindow*, search_dirs_tab_t*)>& act)
     {
         gallery::preferences_dialog_t dialog;
@@ -174,6 +164,7 @@ protected:
     std::string stored() const { return test::read_file(file()); }
 
     const test::temp_dir_t m_dir;
+    const test::config_guard_t m_config{m_dir.path() + "/config"};
 };
 
 TEST_F(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
