@@ -9,12 +9,14 @@
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/text_limit.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
 #include <wx/dcclient.h>
 #include <wx/gdicmn.h>
 #include <wx/sizer.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 
@@ -219,9 +221,11 @@ void generic_base_t<Base>::limit_text(wxTextCtrl* ctrl)
     const long limit = gen_max_len_options(ctrl).effective_max_length();
     // The toolkit limits only controls of a single line, and asserts when asked to limit another.
     if (ctrl->HasFlag(wxTE_MULTILINE)) {
+        wx_helpers1::follow_insertions(ctrl);
         ctrl->Bind(wxEVT_TEXT, &generic_base_t::on_text_changed, this);
     } else {
         ctrl->SetMaxLength(limit);
+        wx_helpers1::keep_what_fits(ctrl);
         ctrl->Bind(wxEVT_TEXT_MAXLEN, &generic_base_t::on_max_len, this);
     }
 }
@@ -231,15 +235,14 @@ void generic_base_t<Base>::on_text_changed(wxCommandEvent& event)
 {
     event.Skip();
     auto* ctrl = wxStaticCast(event.GetEventObject(), wxTextCtrl);
-    const auto limit = static_cast<std::size_t>(gen_max_len_options(ctrl).effective_max_length());
-    const wxString value = ctrl->GetValue();
-    if (value.length() <= limit)
+    const long limit = gen_max_len_options(ctrl).effective_max_length();
+    if (limit < 0 || ctrl->GetLastPosition() <= limit)
         return;
-    // Without an event of its own: this change is answered here, once.
-    const long caret = ctrl->GetInsertionPoint();
-    ctrl->ChangeValue(value.Left(limit));
-    ctrl->SetInsertionPoint(std::min(caret, ctrl->GetLastPosition()));
-    on_max_len(event);
+    const wxWeakRef<wxWindow> alive(this);
+    wx_helpers1::cut_text(ctrl, limit, [this, alive, tell = event]() mutable {
+        if (alive)
+            on_max_len(tell);
+    });
 }
 
 template <class Base>

@@ -88,8 +88,8 @@ public:
 
     /// A copy of the control's options; a control that nobody registered gets the default ones first.
     max_len_options_t gen_max_len_options(wxTextCtrl* ctrl);
-    void on_max_len(wxCommandEvent& event);
-    void on_text_changed(wxCommandEvent& event);
+    virtual void on_max_len(wxCommandEvent& event);
+    virtual void on_text_changed(wxCommandEvent& event);
     /// Gives all these windows and their children the text font; each keeps its own slant and weight.
     void on_update_ui_settings_recursively(wxWindowList& children);
     /// Puts a long text into a label of this dialog and wraps it to the dialog. Meant for dialogs.

@@ -1,5 +1,7 @@
 #include "wx_helpers1/ui_settings.h"
 
+#include "accessible_actions.h"
+
 #include <wx/event.h>
 #include <wx/fontutil.h>
 #include <wx/settings.h>
@@ -174,6 +176,7 @@ void ui_settings_t::initialize()
 {
     if (!instance())
         instance().reset(new ui_settings_t);
+    run_accessible_actions_from_loop();
 }
 
 void ui_settings_t::shutdown()

@@ -82,6 +82,7 @@ public:
     /// The average width of the font's characters, in pixels; at least 1.
     int get_char_width(int number) const;
     wxColour get_colour(int number) const;
+    wxColour get_color(int number) const { return get_colour(number); }
     /// In pixels.
     int get_metric(int number) const;
     bool is_dark() const;

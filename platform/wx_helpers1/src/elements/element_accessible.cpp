@@ -1,5 +1,7 @@
 #include "element_accessible.h"
 
+#include "accessible_actions.h"
+
 #include "wx_helpers1/elements/element_adapter.h"
 
 #include <gen_helpers2/strings.h>
@@ -76,6 +78,7 @@ struct element_accessible_t::impl_t
             impl_t* self = of(object);
             return index == 0 && self && self->adapter.activate_first();
         };
+        run_actions_from_loop(action);
     }
 
     // With a reference, as the object's end gives one back.
