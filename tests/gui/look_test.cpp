@@ -1,6 +1,7 @@
 #include "support.h"
 
 #include <commondlg3/text_utils.h>
+#include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
@@ -8,6 +9,8 @@
 
 #include <wx/dcclient.h>
 #include <wx/stattext.h>
+
+#include <gtk/gtk.h>
 
 namespace {
 
@@ -105,6 +108,35 @@ TEST(Look, WindowsMoveBackOntoTheScreenFromTheRightAndBelowOnly)
     EXPECT_EQ(wxPoint(-50, -20), popup->GetScreenPosition());
     popup->Destroy();
     commondlg3::move_to_visible_area(nullptr);
+}
+
+// The widget goes by the first letter of each line, isolated or not.
+TEST(Look, ALabelsLinesRunInTheDirectionOfItsSentence)
+{
+    struct row_t
+    {
+        const char* text;
+        bool right_to_left[2]; // of its first two lines
+    };
+    const row_t rows[] = {
+        {"\u2068Vorbex\u2069 \u0645\u0644\u0641 \u062c\u062f\u064a\u062f\nVorbex 2", {true, true}},
+        {"\u0645\u0644\u0641\n/home/u \u0645\u0644\u0641", {true, true}},
+        {"File \u0645\u0644\u0641\n\u0645\u0644\u0641 is gone", {false, false}},
+        {"\u2068\u0645\u0644\u0641\u2069 is gone\n12", {false, false}},
+    };
+    wxStaticText label(test::main_window(), wxID_ANY, "x");
+    auto* widget = GTK_LABEL(label.GetHandle());
+    for (const row_t& row : rows) {
+        wx_helpers1::set_label_text(&label, row.text);
+        for (int line : {0, 1})
+            EXPECT_EQ(row.right_to_left[line],
+                      pango_layout_get_line_readonly(gtk_label_get_layout(widget), line)->resolved_dir ==
+                          PANGO_DIRECTION_RTL)
+                << row.text << ", line " << line;
+        wx_helpers1::set_selectable(&label, true);
+        wx_helpers1::select_label_text(&label, true);
+        EXPECT_EQ(row.text, wx_helpers1::get_selected_text(&label)) << "what is copied is the text";
+    }
 }
 
 } // namespace

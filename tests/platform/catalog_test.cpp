@@ -45,6 +45,25 @@ TEST(Message, ApostropheQuotesBraces)
     EXPECT_EQ(shown("a } b '", args), "a } b '");
 }
 
+// Without its marks a path would draw the full stop, or the next word, into its own direction.
+TEST(Message, ArgumentsAgainstTheLanguagesDirectionAreIsolated)
+{
+    const std::string path = "/home/u/a.txt";
+    const std::string arabic = "\u0645\u0644\u0641";
+    const std::string isolated_path = "\u2068" + path + "\u2069";
+    const auto in = [](const std::string& language, const std::string& pattern, const std::string& value) {
+        return shown(pattern, {{"dir", value}, {"n", 2}}, language);
+    };
+    EXPECT_EQ(in("ar", "{dir}.", path), isolated_path + ".");
+    EXPECT_EQ(in("ar", "{n, plural, other {{dir}.}}", path), isolated_path + ".") << "in plural forms too";
+    EXPECT_EQ(in("ar", "{dir}.", arabic), arabic + ".");
+    EXPECT_EQ(in("en", "{dir}.", arabic), "\u2068" + arabic + "\u2069.");
+    EXPECT_EQ(in("en", "{dir}.", path + "\u00e9\u65e5"), path + "\u00e9\u65e5.");
+    EXPECT_EQ(in("ar", "{dir}.", "1/2"), "1/2.");
+    EXPECT_EQ(in("ar", "{dir}", "a\nb"), "a\nb") << "an isolate ends with its line";
+    EXPECT_EQ(in("ar", "{dir}.", "\xff"), "\xff.");
+}
+
 TEST(Message, PluralFollowsLanguage)
 {
     const std::string pattern = "{n, plural, one {# file} other {# files}} in {dir}";

@@ -1,9 +1,12 @@
 #include "message_pattern.h"
 
+#include "cpil/strings.h"
+
 #include <unicode/fmtable.h>
 #include <unicode/locid.h>
 #include <unicode/msgfmt.h>
 #include <unicode/numfmt.h>
+#include <unicode/uloc.h>
 #include <unicode/unistr.h>
 
 #include <map>
@@ -58,25 +61,36 @@ bool is_nested_too_deeply(std::string_view pattern)
     return false;
 }
 
-icu::Formattable to_formattable(const generic::varg_t& arg)
+// A path or a name from another script would draw the signs and words around it into its own direction.
+std::string isolated(const std::string& text, bool right_to_left)
+{
+    const auto against =
+        right_to_left ? strings::direction_t::left_to_right : strings::direction_t::right_to_left;
+    if (!strings::has_letters(text, against) || text.find('\n') != std::string::npos)
+        return text;
+    return "\u2068" + text + "\u2069";
+}
+
+icu::Formattable to_formattable(const generic::varg_t& arg, bool right_to_left)
 {
     if (const auto* whole = std::get_if<long long>(&arg.value))
         return icu::Formattable(static_cast<int64_t>(*whole));
     if (const auto* real = std::get_if<double>(&arg.value))
         return icu::Formattable(*real);
-    return icu::Formattable(to_icu(std::get<std::string>(arg.value)));
+    return icu::Formattable(to_icu(isolated(std::get<std::string>(arg.value), right_to_left)));
 }
 
-void append_argument(std::string& out, const generic::varg_t& arg, const std::string& language)
+void append_argument(std::string& out, const generic::varg_t& arg, const std::string& language,
+                     bool right_to_left)
 {
     if (const auto* text = std::get_if<std::string>(&arg.value)) {
-        out += *text;
+        out += isolated(*text, right_to_left);
         return;
     }
     icu::UnicodeString shown;
     UErrorCode error = U_ZERO_ERROR;
     if (const icu::NumberFormat* format = number_format(language))
-        format->format(to_formattable(arg), shown, error);
+        format->format(to_formattable(arg, right_to_left), shown, error);
     shown.toUTF8String(out);
 }
 
@@ -90,7 +104,10 @@ struct message_pattern_t::icu_t
 };
 
 message_pattern_t::message_pattern_t(const std::string& pattern, const std::string& language)
-    : m_raw(pattern), m_language(language), m_simple(parse_pieces())
+    : m_raw(pattern),
+      m_language(language),
+      m_right_to_left(uloc_isRightToLeft(language.c_str())),
+      m_simple(parse_pieces())
 {
     if (m_simple)
         return;
@@ -154,7 +171,7 @@ std::string message_pattern_t::format_pieces(const generic::varg_list& args) con
         if (!piece.is_argument) {
             out += piece.text;
         } else if (const generic::varg_t* arg = args.find(piece.text)) {
-            append_argument(out, *arg, m_language);
+            append_argument(out, *arg, m_language, m_right_to_left);
         } else {
             out += '{';
             out += piece.text;
@@ -176,7 +193,7 @@ std::string message_pattern_t::format(const generic::varg_list& args) const
     values.reserve(args.size());
     for (const generic::varg_t& arg : args) {
         names.push_back(to_icu(arg.name));
-        values.push_back(to_formattable(arg));
+        values.push_back(to_formattable(arg, m_right_to_left));
     }
     icu::UnicodeString text;
     UErrorCode error = U_ZERO_ERROR;

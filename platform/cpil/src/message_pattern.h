@@ -38,6 +38,7 @@ private:
     std::string m_raw;
     std::string m_language;
     std::vector<piece_t> m_pieces;
+    bool m_right_to_left;
     bool m_simple;
     std::unique_ptr<icu_t> m_icu;
 };

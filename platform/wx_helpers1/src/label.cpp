@@ -2,6 +2,8 @@
 
 #include "wx_helpers1/text.h"
 
+#include <cpil/strings.h>
+
 #include <wx/stattext.h>
 
 #include <gtk/gtk.h>
@@ -10,6 +12,9 @@
 
 namespace wx_helpers1 {
 namespace {
+
+constexpr char left_to_right_mark[] = "\u200e";
+constexpr char right_to_left_mark[] = "\u200f";
 
 GtkLabel* widget_of(wxStaticText* label)
 {
@@ -34,6 +39,27 @@ int average_width(GtkLabel* widget)
     return std::max(1, width);
 }
 
+// The widget gives each line the direction of its first letter, isolated or not: a sentence that begins with
+// a name from another script, or is broken in front of one, would run the wrong way.
+std::string with_direction(const std::string& text)
+{
+    using CPIL_2_18::strings::direction_t;
+    const direction_t wanted = CPIL_2_18::strings::base_direction(text);
+    if (wanted == direction_t::none)
+        return text;
+    const bool right_to_left = wanted == direction_t::right_to_left;
+    const direction_t other = right_to_left ? direction_t::left_to_right : direction_t::right_to_left;
+    std::string marked;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        if (CPIL_2_18::strings::has_letters(std::string_view(text).substr(start, end - start), other))
+            marked += right_to_left ? right_to_left_mark : left_to_right_mark;
+        marked.append(text, start, end + 1 - start);
+        start = end + 1;
+    }
+    return marked;
+}
+
 } // namespace
 
 void set_label_text(wxStaticText* label, const std::string& text)
@@ -41,7 +67,12 @@ void set_label_text(wxStaticText* label, const std::string& text)
     GtkLabel* widget = widget_of(label);
     if (!widget)
         return;
-    label->SetLabelText(to_label(text));
+    const wxString plain = to_label(text);
+    label->SetLabelText(plain);
+    const std::string valid = plain.utf8_string();
+    const std::string marked = with_direction(valid);
+    if (marked != valid)
+        gtk_label_set_text(widget, marked.c_str());
     align_label_to_start(label);
 }
 
@@ -91,7 +122,16 @@ std::string get_selected_text(wxStaticText* label)
         return {};
     const char* text = gtk_label_get_text(widget);
     const char* from = g_utf8_offset_to_pointer(text, start);
-    return std::string(from, static_cast<const char*>(g_utf8_offset_to_pointer(from, end - start)));
+    std::string selected(from, static_cast<const char*>(g_utf8_offset_to_pointer(from, end - start)));
+    // The marks are ours, not the text's.
+    for (const std::string mark : {left_to_right_mark, right_to_left_mark})
+        for (std::size_t at = 0; (at = selected.find(mark, at)) != std::string::npos;) {
+            if (at == 0 || selected[at - 1] == '\n')
+                selected.erase(at, mark.size());
+            else
+                at += mark.size();
+        }
+    return selected;
 }
 
 void select_label_text(wxStaticText* label, bool all)

@@ -32,9 +32,10 @@ public:
 
     bool empty() const noexcept { return !m_pattern; }
 
-    /// The text with the arguments put in, UTF-8. A missing argument shows as `{name}`; a pattern that is
-    /// broken, or that cannot take an argument of that type, shows as it stands in the catalog. Never throws
-    /// for either.
+    /// The text with the arguments put in, UTF-8. An argument whose letters run against the language's
+    /// direction, as a path does in Arabic, stands in isolating marks, so that it leaves the order of the
+    /// words around it alone. A missing argument shows as `{name}`; a pattern that is broken, or that cannot
+    /// take an argument of that type, shows as it stands in the catalog. Never throws for either.
     std::string as_ustring(const generic::varg_list& args = generic::varg_list()) const;
 
     /// The pattern as it stands in the catalog.

@@ -18,6 +18,20 @@ CPIL_EXPORT std::string to_upper(std::string_view text);
 /// from parts.
 CPIL_EXPORT std::string first_to_upper(std::string_view text);
 
+enum class direction_t
+{
+    none, ///< nothing in it has a direction: digits, blanks, signs
+    left_to_right,
+    right_to_left
+};
+
+/// The direction of a text by the rule of Unicode: that of its first letter that stands in no isolate. Looks
+/// at the first 1,000 bytes at most.
+CPIL_EXPORT direction_t base_direction(std::string_view text);
+
+/// Whether any letter of the text runs in that direction.
+CPIL_EXPORT bool has_letters(std::string_view text, direction_t direction);
+
 } // namespace strings
 } // namespace CPIL_2_18
 
