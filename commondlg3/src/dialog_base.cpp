@@ -148,6 +148,13 @@ wxSize dialog_base_t::get_proportional_size(float fx, float fy, const wxSize& mi
     return wxSize(part(fx, size.x, min.x), part(fy, size.y, min.y));
 }
 
+wxSizer* dialog_base_t::need_sizer()
+{
+    if (!GetSizer())
+        SetSizer(new wxBoxSizer(wxVERTICAL));
+    return GetSizer();
+}
+
 // The toolkit's own ways of sizing and centring ask the window manager for the free part of the screen, a
 // dozen questions to the display each time; what is larger than the screen would be no better for being cut
 // off.

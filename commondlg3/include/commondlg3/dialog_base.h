@@ -66,6 +66,8 @@ protected:
     void fit_to_contents();
     /// The same for a dialog whose labels wrap: at least `width` pixels wide, and as high as that makes them.
     void fit_to_contents(int width);
+    /// For windows that add to their layout: its sizer, or a new one where the layout has none.
+    wxSizer* need_sizer();
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
     void centre_on_parent();
 

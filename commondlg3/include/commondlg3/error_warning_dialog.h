@@ -9,10 +9,13 @@
 #include <wx/checkbox.h>
 #include <wx/scrolwin.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace commondlg3 {
+
+class long_text_t;
 
 /// Breaks a text into lines of at most `max_len` bytes, at spaces; a line feed always ends a line. A line
 /// without a space that reaches the limit gives an empty line and loses its first byte: never pass a limit
@@ -43,7 +46,8 @@ public:
     void refill();
 
     /// The widest line of the headline or of the explanation, in pixels; -1 breaks at every space. Smaller
-    /// values are ignored.
+    /// values are ignored. Without it lines are some sixty characters wide in every script, and no word is
+    /// cut.
     void set_max_main_msg_width(int width);
     void set_max_supp_msg_width(int width);
     /// Shows an animation in place of the still icon.
@@ -62,17 +66,24 @@ public:
     /// Whether the texts are taller than their room.
     bool is_scrolled() const;
 
-private:
+protected:
     void load_images();
     void fill_controls();
+    void fill_text_controls();
+    /// Puts a text into one of the labels, broken into lines, in a font. An empty text changes nothing.
+    void fill_static_text(wxStaticText* label, bool main, const std::string& text, const wxFont& font);
+    /// The widest line of that label, in characters of average width.
+    int max_string_len_in_label(bool main) const;
+
+private:
     void fill_buttons();
     void fill_check_box();
-    void fill_text_controls();
-    void fill_static_text(wxStaticText* label, bool main, const std::string& text);
-    int max_string_len_in_label(bool main) const;
-    int max_width(bool main) const { return main ? m_max_main_width : m_max_supp_width; }
+    int max_width(bool main) const;
+    int default_line_width(const std::string& text, int char_width) const;
     int most_width(bool main, int natural) const;
     void fit_texts();
+    void show_long_text(bool is_long);
+    bool is_long() const;
     std::vector<wxStaticText*> labels() const;
 
     message_window_t m_window;
@@ -82,8 +93,9 @@ private:
     wxScrolledWindow* m_text_area = nullptr;
     wx_helpers1::static_picture_ctrl_t* m_icon = nullptr;
     wxCheckBox* m_check_box = nullptr;
-    int m_max_main_width;
-    int m_max_supp_width;
+    long_text_t* m_long_text = nullptr;  // once a text was too long for labels
+    std::optional<int> m_max_main_width; // what the host has set
+    std::optional<int> m_max_supp_width;
 };
 
 /// The modal window around an error_warning_panel_t; made by show_modal(const message_window_t&, wxWindow*).
@@ -91,11 +103,12 @@ class COMMONDLG3_EXPORT error_warning_dialog_t : public dialog_base_t
 {
 public:
     explicit error_warning_dialog_t(const message_window_t& window);
+    ~error_warning_dialog_t() override;
 
     /// Another message, shown when the dialog is run again.
     void set_window(const message_window_t& window);
 
-    /// Null until the dialog is loaded.
+    /// The panel, from construction on. It belongs to the dialog.
     error_warning_panel_t* get_panel() const { return m_panel; }
 
     bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -104,14 +117,16 @@ public:
     void on_cancel() override;
     void on_update_ui_settings() override;
 
+protected:
+    virtual void on_end_panel(generic_base_t<wxPanel>* panel, int code);
+
 private:
     void present();
-    void on_end_panel(generic_base_t<wxPanel>* panel, int code);
     void on_key(wxKeyEvent& event);
 
     message_window_t m_window;
-    error_warning_panel_t* m_panel = nullptr;
-    bool m_stale = false; // shows another message than it holds
+    error_warning_panel_t* m_panel; // a window from the first showing on
+    bool m_stale = false;           // shows another message than it holds
 };
 
 } // namespace commondlg3

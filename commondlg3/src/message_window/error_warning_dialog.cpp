@@ -32,10 +32,17 @@ const char* title_key(message_window_t::icon_types_t type)
 
 } // namespace
 
-error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window) : m_window(window)
+error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window)
+    : m_window(window), m_panel(new error_warning_panel_t(window))
 {
     set_resource_object("dlg.error_warning_dialog");
     Bind(wxEVT_CHAR_HOOK, &error_warning_dialog_t::on_key, this);
+}
+
+error_warning_dialog_t::~error_warning_dialog_t()
+{
+    if (!m_panel->GetParent())
+        delete m_panel; // never shown, it is nobody's child
 }
 
 bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
@@ -43,37 +50,24 @@ bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std:
                                                     const std::string& object_name)
 {
     using wx_helpers1::resource_loader_t;
-    auto* panel = new error_warning_panel_t(m_window);
     // A frame without its panel would be a window that says nothing: it counts as not loaded.
-    if (resource_loader_t(resource_file, catalog_name).examine(panel->get_resource_object()) !=
-            resource_loader_t::state_t::ok ||
-        !dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name)) {
-        delete panel;
-        return false;
-    }
-    m_panel = panel;
-    return true;
+    return resource_loader_t(resource_file, catalog_name).examine(m_panel->get_resource_object()) ==
+               resource_loader_t::state_t::ok &&
+           dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name);
 }
 
 void error_warning_dialog_t::set_window(const message_window_t& window)
 {
     m_window = window;
-    if (m_panel)
-        m_panel->set_window(window);
+    m_panel->set_window(window);
     m_stale = is_initialized();
 }
 
 void error_warning_dialog_t::on_init_dialog()
 {
-    if (!m_panel) {
-        set_title(translate_message(title_key(m_window.icon_type)));
-        return;
-    }
     m_panel->get_end_signal().connect(
         this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
-    if (!GetSizer())
-        SetSizer(new wxBoxSizer(wxVERTICAL));
-    GetSizer()->Add(m_panel, 1, wxEXPAND);
+    need_sizer()->Add(m_panel, 1, wxEXPAND);
     m_panel->create(this);
     wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
     present();
@@ -83,7 +77,9 @@ void error_warning_dialog_t::on_init_dialog()
 void error_warning_dialog_t::present()
 {
     set_title(translate_message(title_key(m_window.icon_type)));
-    wx_helpers1::set_accessible_description(this, m_panel->get_text_for_clipboard(std::string()));
+    constexpr std::size_t spoken_bytes = 4096; // nobody listens to more without asking for it
+    wx_helpers1::set_accessible_description(
+        this, m_panel->get_text_for_clipboard(std::string()).substr(0, spoken_bytes));
     fit_to_contents();
     centre_on_parent();
 }
@@ -91,7 +87,7 @@ void error_warning_dialog_t::present()
 void error_warning_dialog_t::on_update_ui_settings()
 {
     // The panel hears of the change by itself, once its texts are there to be measured anew.
-    if (!m_panel || !m_panel->is_initialized())
+    if (!m_panel->is_initialized())
         return;
     if (m_stale) {
         m_stale = false;
@@ -105,8 +101,7 @@ void error_warning_dialog_t::on_update_ui_settings()
 
 void error_warning_dialog_t::on_cancel()
 {
-    if (m_panel)
-        m_panel->on_cancel();
+    m_panel->on_cancel();
 }
 
 void error_warning_dialog_t::on_end_panel(generic_base_t<wxPanel>*, int code)
@@ -119,11 +114,11 @@ void error_warning_dialog_t::on_key(wxKeyEvent& event)
     const int key = event.GetKeyCode();
     const bool copies = event.GetModifiers() == wxMOD_CONTROL && (key == 'C' || key == WXK_INSERT);
     const bool plain = event.GetModifiers() == wxMOD_NONE;
-    if (copies && m_panel)
+    if (copies)
         m_panel->copy(get_title());
     else if (plain && key == WXK_ESCAPE && m_window.button_type == message_window_t::button_type_t::none)
         Close(); // there is no button that the toolkit could press
-    else if (!plain || !m_panel || !m_panel->scroll_by_key(key))
+    else if (!plain || !m_panel->scroll_by_key(key))
         event.Skip();
 }
 

@@ -2,6 +2,8 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 
+#include "long_text.h"
+
 #include <cpil/catalog.h>
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/accessibility.h>
@@ -19,6 +21,7 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <climits>
 
 namespace commondlg3 {
 namespace {
@@ -113,8 +116,7 @@ private:
 
 } // namespace
 
-error_warning_panel_t::error_warning_panel_t(const message_window_t& window)
-    : m_window(window), m_max_main_width(default_text_width), m_max_supp_width(default_text_width)
+error_warning_panel_t::error_warning_panel_t(const message_window_t& window) : m_window(window)
 {
     set_resource_object("panel.error_warning");
 }
@@ -210,12 +212,13 @@ void error_warning_panel_t::fill_check_box()
 void error_warning_panel_t::fill_text_controls()
 {
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    if (m_main)
-        wx_helpers1::set_font(m_main,
-                              settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold());
-    fill_static_text(m_main, true, m_window.main_message);
-    fill_static_text(m_supplemental, false, m_window.supplemental_message);
-    fill_static_text(m_details, false, m_window.details_message);
+    const wxFont main_font = settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold();
+    const wxFont plain_font = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
+    show_long_text(is_long_text(m_window.main_message) || is_long_text(m_window.supplemental_message) ||
+                   is_long_text(m_window.details_message));
+    fill_static_text(m_main, true, m_window.main_message, main_font);
+    fill_static_text(m_supplemental, false, m_window.supplemental_message, plain_font);
+    fill_static_text(m_details, false, m_window.details_message, plain_font);
     if (m_main)
         m_main->Show(!m_window.main_message.empty());
     if (m_supplemental)
@@ -228,12 +231,34 @@ void error_warning_panel_t::fill_text_controls()
     fit_texts();
 }
 
-void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text)
+// A long text stands in one view in place of the labels, which keep their texts but are not measured.
+void error_warning_panel_t::show_long_text(bool is_long)
+{
+    if (!m_text_area)
+        return;
+    wxSizer* sizer = m_text_area->GetContainingSizer();
+    if (is_long && !m_long_text && sizer) {
+        m_long_text = new long_text_t(m_text_area->GetParent());
+        sizer->Add(m_long_text, 1, wxEXPAND);
+        m_long_text->MoveAfterInTabOrder(m_text_area);
+    }
+    if (m_long_text) {
+        m_long_text->Show(is_long);
+        if (is_long)
+            m_long_text->set_texts(m_window.main_message, m_window.supplemental_message,
+                                   m_window.details_message);
+    }
+    m_text_area->Show(!is_long);
+}
+
+void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, const std::string& text,
+                                             const wxFont& font)
 {
     if (text.empty() || !label)
         return;
     const auto max_len = static_cast<std::size_t>(std::max(0, max_string_len_in_label(main)));
     const auto lines = create_multi_line(std::max(max_len, longest_word(text)), text);
+    wx_helpers1::set_font(label, font);
     wx_helpers1::set_label_text(label, content_for_label(lines));
 }
 
@@ -243,7 +268,31 @@ int error_warning_panel_t::max_string_len_in_label(bool main) const
     const int char_width =
         settings ? settings->get_char_width(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text)
                  : std::max(1, GetCharWidth());
-    return max_width(main) / char_width;
+    const std::optional<int>& set_by_host = main ? m_max_main_width : m_max_supp_width;
+    const std::string& text = main ? m_window.main_message : m_window.supplemental_message;
+    return set_by_host.value_or(default_line_width(text, char_width)) / char_width;
+}
+
+// Lines are counted in bytes: a width that is right for one script gives lines of a third of it in another.
+// And a word that is as long as a line would lose its first byte.
+int error_warning_panel_t::default_line_width(const std::string& text, int char_width) const
+{
+    int width = default_text_width;
+    if (!std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; })) {
+        constexpr std::size_t sample_bytes = 1000;
+        const std::string sample = text.substr(0, sample_bytes);
+        const int pixels = get_text_extent(const_cast<error_warning_panel_t*>(this), sample).x;
+        const int bytes_wide = static_cast<int>(sample.size()) * char_width;
+        if (pixels > 0)
+            width = std::max(width, static_cast<int>(static_cast<double>(width) * bytes_wide / pixels));
+    }
+    return std::max(width, (static_cast<int>(std::min<std::size_t>(longest_word(text), INT_MAX / 64)) + 1) *
+                               char_width);
+}
+
+int error_warning_panel_t::max_width(bool main) const
+{
+    return (main ? m_max_main_width : m_max_supp_width).value_or(default_text_width);
 }
 
 // The limit counts characters of average width: a line of wide ones may be somewhat wider without being
@@ -258,9 +307,17 @@ int error_warning_panel_t::most_width(bool main, int natural) const
 // that inside its words. What is higher than the screen has room for scrolls.
 void error_warning_panel_t::fit_texts()
 {
-    if (!m_text_area)
+    if (!m_text_area || !m_text_area->GetSizer())
         return;
     const screen_t screen(this);
+    if (is_long()) {
+        const int width = screen.width_up_to(default_text_width + width_beside_texts) - width_beside_texts;
+        const int needed = m_long_text->estimated_height(width);
+        const int room = screen.height_up_to(needed + height_beside_texts) - height_beside_texts;
+        m_long_text->SetMinSize(
+            wxSize(std::max(least_text_width, width), std::clamp(needed, 100, std::max(100, room))));
+        return;
+    }
     int width = least_text_width;
     std::vector<wxSize> naturals;
     for (wxStaticText* label : labels()) {
@@ -344,6 +401,11 @@ std::string error_warning_panel_t::get_text_for_clipboard(const std::string& tit
 
 void error_warning_panel_t::copy(const std::string& title) const
 {
+    if (is_long()) {
+        const std::string selected = m_long_text->get_selected();
+        wx_helpers1::copy_to_clipboard(selected.empty() ? get_text_for_clipboard(title) : selected);
+        return;
+    }
     for (wxStaticText* label : labels()) {
         const std::string selected = wx_helpers1::get_selected_text(label);
         if (!selected.empty()) {
@@ -354,13 +416,20 @@ void error_warning_panel_t::copy(const std::string& title) const
     wx_helpers1::copy_to_clipboard(get_text_for_clipboard(title));
 }
 
+bool error_warning_panel_t::is_long() const
+{
+    return m_long_text && m_long_text->IsShown();
+}
+
 bool error_warning_panel_t::is_scrolled() const
 {
-    return m_text_area && m_text_area->GetVirtualSize().y > m_text_area->GetClientSize().y;
+    return is_long() || (m_text_area && m_text_area->GetVirtualSize().y > m_text_area->GetClientSize().y);
 }
 
 bool error_warning_panel_t::scroll_by_key(int key_code)
 {
+    if (is_long())
+        return m_long_text->scroll_by_key(key_code);
     if (!is_scrolled())
         return false;
     int unit = 1;

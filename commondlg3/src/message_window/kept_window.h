@@ -6,7 +6,8 @@ class wxWindow;
 
 namespace commondlg3 {
 
-/// Runs a message window and returns the identifier that ended it, 0 when it could not be loaded.
+/// Runs a message window and returns the identifier that ended it; 0 when it could not be loaded, or went
+/// with its parent. The text of one that could not be loaded is in the program's log.
 ///
 /// The window is kept, hidden, and shows the next message of the same parent as well: a window that is there
 /// already opens in half the time of a new one. It goes with its parent. A message that comes while another

@@ -1,38 +1,279 @@
 #include "wx_helpers1/modal_flavor.h"
 
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/weakref.h>
+
+#include <gtk/gtk.h>
+
+#include <algorithm>
 #include <vector>
 
 namespace wx_helpers1 {
+
+struct modal_run_t::state_t
+{
+    wxDialog* dialog = nullptr; // null once it is destroyed
+    bool running = false;
+    bool abandoned = false;
+    int code = wxID_CANCEL;
+};
+
 namespace {
 
-std::vector<wxWindow*>& windows()
+using state_t = modal_run_t::state_t;
+
+std::vector<std::shared_ptr<state_t>>& runs()
 {
-    static std::vector<wxWindow*> stack;
+    static std::vector<std::shared_ptr<state_t>> stack;
     return stack;
 }
+
+// The toolkit's own loop waits until somebody tells it to end. This one looks at each turn whether there
+// still is a window that somebody could end it by.
+class modal_loop_t : public wxGUIEventLoop
+{
+public:
+    explicit modal_loop_t(std::shared_ptr<state_t> state) : m_state(std::move(state)) {}
+
+    void ScheduleExit(int = 0) override
+    {
+        m_shouldExit = true;
+        g_main_context_wakeup(nullptr);
+    }
+
+protected:
+    int DoRun() override
+    {
+        while (!m_shouldExit && m_state->running && m_state->dialog && m_state->dialog->IsShown())
+            g_main_context_iteration(nullptr, TRUE);
+        OnExit();
+        if (wxTheApp)
+            wxTheApp->RethrowStoredException(); // a handler's, which could not pass through the dispatch
+        return 0;
+    }
+
+private:
+    std::shared_ptr<state_t> m_state;
+};
+
+// The toolkit defers showing a window until the window manager has told the size of its frame. One that is
+// restarted at that moment never does.
+class mapping_watch_t
+{
+public:
+    explicit mapping_watch_t(std::shared_ptr<state_t> state) : m_state(std::move(state))
+    {
+        constexpr guint patience_ms = 1000;
+        m_source = g_timeout_add(patience_ms, on_time, this);
+    }
+    ~mapping_watch_t()
+    {
+        if (m_source)
+            g_source_remove(m_source);
+    }
+    mapping_watch_t(const mapping_watch_t&) = delete;
+    mapping_watch_t& operator=(const mapping_watch_t&) = delete;
+
+private:
+    static gboolean on_time(gpointer data)
+    {
+        auto* self = static_cast<mapping_watch_t*>(data);
+        self->m_source = 0;
+        const wxDialog* dialog = self->m_state->dialog;
+        if (dialog && dialog->IsShown() && !gtk_widget_get_visible(dialog->GetHandle()))
+            gtk_widget_show(dialog->GetHandle());
+        return G_SOURCE_REMOVE;
+    }
+
+    std::shared_ptr<state_t> m_state;
+    guint m_source = 0;
+};
+
+gboolean on_blocked_event(GtkWidget*, GdkEvent* event, gpointer)
+{
+    return event->type == GDK_DELETE;
+}
+
+bool is_below(const wxWindow* window, const wxWindow* ancestor)
+{
+    for (; window; window = window->GetParent())
+        if (window == ancestor)
+            return true;
+    return false;
+}
+
+// A modal window keeps keys and clicks from the others by itself, but not the requests of the window manager.
+class other_windows_t
+{
+public:
+    explicit other_windows_t(const wxWindow* modal)
+    {
+        for (const wxWindow* window : wxTopLevelWindows) {
+            GtkWidget* widget = window->GetHandle();
+            if (!GTK_IS_WINDOW(widget) || is_below(window, modal))
+                continue;
+            const gulong handler = g_signal_connect(widget, "event", G_CALLBACK(on_blocked_event), nullptr);
+            m_blocked.push_back({GTK_WIDGET(g_object_ref(widget)), handler});
+        }
+    }
+    ~other_windows_t()
+    {
+        for (const blocked_t& one : m_blocked) {
+            if (g_signal_handler_is_connected(one.widget, one.handler))
+                g_signal_handler_disconnect(one.widget, one.handler);
+            g_object_unref(one.widget);
+        }
+    }
+    other_windows_t(const other_windows_t&) = delete;
+    other_windows_t& operator=(const other_windows_t&) = delete;
+
+private:
+    struct blocked_t
+    {
+        GtkWidget* widget;
+        gulong handler;
+    };
+    std::vector<blocked_t> m_blocked;
+};
+
+// Ends the runs above this one and then this one. A run above cannot return before those above it have.
+void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
+{
+    if (!state->running)
+        return;
+    const auto stack = runs(); // hiding a window runs handlers
+    for (auto above = stack.rbegin(); above != stack.rend() && *above != state; ++above)
+        end_run(*above, wxID_CANCEL, true);
+    state->running = false;
+    state->abandoned = abandoned;
+    state->code = code;
+    g_main_context_wakeup(nullptr);
+    if (wxDialog* dialog = state->dialog) {
+        dialog->SetReturnCode(code);
+        dialog->Hide();
+    }
+}
+
+// Follows the parent of a running dialog.
+class parent_watch_t
+{
+public:
+    parent_watch_t(std::shared_ptr<state_t> state, std::function<void()> leave_parent)
+        : m_state(std::move(state)),
+          m_leave_parent(std::move(leave_parent)),
+          m_parent(m_state->dialog->GetParent())
+    {
+        if (m_parent)
+            m_parent->Bind(wxEVT_DESTROY, &parent_watch_t::on_destroy, this);
+    }
+    ~parent_watch_t()
+    {
+        if (m_parent)
+            m_parent->Unbind(wxEVT_DESTROY, &parent_watch_t::on_destroy, this);
+    }
+    parent_watch_t(const parent_watch_t&) = delete;
+    parent_watch_t& operator=(const parent_watch_t&) = delete;
+
+private:
+    void on_destroy(wxWindowDestroyEvent& event)
+    {
+        event.Skip();
+        if (event.GetEventObject() != m_parent.get() || !m_state->dialog)
+            return; // a child of the parent's went
+        m_leave_parent();
+        end_run(m_state, wxID_CANCEL, true);
+    }
+
+    std::shared_ptr<state_t> m_state;
+    std::function<void()> m_leave_parent;
+    wxWeakRef<wxWindow> m_parent;
+};
+
+// The run's place among the others, from its beginning to its end, also by an exception.
+class listed_run_t
+{
+public:
+    explicit listed_run_t(std::shared_ptr<state_t> state)
+        : m_state(std::move(state)), m_focused(wxWindow::FindFocus())
+    {
+        if (wxWindow* captured = wxWindow::GetCapture())
+            captured->GTKReleaseMouseAndNotify(); // what is grabbed would stay so behind the modal window
+        runs().push_back(m_state);
+    }
+    ~listed_run_t()
+    {
+        runs().erase(std::find(runs().begin(), runs().end(), m_state));
+        m_state->running = false;
+        if (wxDialog* dialog = m_state->dialog) {
+            gtk_window_set_modal(GTK_WINDOW(dialog->GetHandle()), FALSE);
+            dialog->Hide(); // it may have been ended before it was shown
+            wxModalDialogHook::CallExit(dialog);
+        }
+        if (m_focused && m_focused->IsShownOnScreen())
+            m_focused->SetFocus();
+    }
+    listed_run_t(const listed_run_t&) = delete;
+    listed_run_t& operator=(const listed_run_t&) = delete;
+
+private:
+    std::shared_ptr<state_t> m_state;
+    wxWeakRef<wxWindow> m_focused;
+};
 
 } // namespace
 
 wxWindow* modal_stack_t::top()
 {
-    return windows().empty() ? nullptr : windows().back();
+    return runs().empty() ? nullptr : runs().back()->dialog;
 }
 
 int modal_stack_t::depth()
 {
-    return static_cast<int>(windows().size());
+    return static_cast<int>(runs().size());
 }
 
-modal_stack_t::entry_t::entry_t(wxWindow* window) : m_focused(wxWindow::FindFocus())
+modal_run_t::modal_run_t() : m_state(std::make_shared<state_t>()) {}
+
+modal_run_t::~modal_run_t()
 {
-    windows().push_back(window);
+    m_state->dialog = nullptr;
+    end_run(m_state, wxID_CANCEL, true);
 }
 
-modal_stack_t::entry_t::~entry_t()
+int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void()>& leave_parent)
 {
-    windows().pop_back();
-    if (m_focused && m_focused->IsShownOnScreen())
-        m_focused->SetFocus();
+    const std::shared_ptr<state_t> state = m_state;
+    if (state->running)
+        return wxID_CANCEL;
+    *state = {};
+    state->dialog = dialog;
+    state->running = true;
+    const listed_run_t listed(state);
+    const parent_watch_t parent(state, leave_parent);
+    const other_windows_t blocked(dialog);
+    const mapping_watch_t mapping(state);
+    if (over && GTK_IS_WINDOW(over->GetHandle()))
+        gtk_window_set_transient_for(GTK_WINDOW(dialog->GetHandle()), GTK_WINDOW(over->GetHandle()));
+    gtk_window_set_modal(GTK_WINDOW(dialog->GetHandle()), TRUE);
+    dialog->Show(true);
+    modal_loop_t(state).Run();
+    return state->code;
+}
+
+void modal_run_t::end(int code)
+{
+    end_run(m_state, code, false);
+}
+
+bool modal_run_t::is_running() const
+{
+    return m_state->running;
+}
+
+bool modal_run_t::was_abandoned() const
+{
+    return m_state->abandoned;
 }
 
 } // namespace wx_helpers1

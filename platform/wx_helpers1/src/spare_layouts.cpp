@@ -26,16 +26,18 @@ namespace {
 // Long enough for the window that was just opened to be painted and its first key to be answered.
 constexpr guint delay_ms = 60;
 
-// A window that is never shown, and does not keep the application running.
+// A window that is never shown. The application must not take it for one of its own: it would be its main
+// window as long as nobody named another, and the parent of message windows.
 class holder_t : public wxDialog
 {
 public:
+    void hide_from_application() { wxTopLevelWindows.DeleteObject(this); }
     bool ShouldPreventAppExit() const override { return false; }
 };
 
 struct spare_t
 {
-    wxWeakRef<holder_t> holder; // the toolkit destroys it at the end, with all windows that are left
+    wxWeakRef<holder_t> holder; // lives until it is used, or until the process ends
     wxWindow* built = nullptr;  // the holder itself, or the panel in it
 };
 
@@ -99,6 +101,7 @@ void build(const order_t& order)
         delete holder;
         return;
     }
+    holder->hide_from_application();
     order.finish(built);
     if (const auto* settings = ui_settings_t::get())
         set_fonts(built, settings->get_font(ui_font::text));

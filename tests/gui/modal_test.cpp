@@ -1,0 +1,214 @@
+// Modal runs end with what the user sees of them, whatever becomes of the windows.
+#include "probe.h"
+#include "support.h"
+
+#include <commondlg3/message_window.h>
+#include <commondlg3/text_utils.h>
+#include <wx_helpers1/modal_flavor.h>
+
+#include <gtk/gtk.h>
+
+#include <set>
+
+namespace {
+
+using test::probe_dialog_t;
+using test::run_modal;
+using wx_helpers1::modal_stack_t;
+
+commondlg3::message_window_t sample()
+{
+    commondlg3::message_window_t window;
+    window.main_message = "A message";
+    window.button_type = commondlg3::message_window_t::button_type_t::yes_no;
+    return window;
+}
+
+// Two messages, one over the other, over `parent`; `act` comes when both are painted. Gives their answers.
+std::pair<int, int> two_messages(wxWindow* parent, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    int inner_answer = -1;
+    const int outer_answer =
+        run_modal([&] { return commondlg3::show_modal(sample(), parent); },
+                  [&](wxTopLevelWindow* outer) {
+                      inner_answer = run_modal([&] { return commondlg3::show_modal(sample(), outer); }, act);
+                  });
+    return {outer_answer, inner_answer};
+}
+
+const std::pair<int, int> neither{7, 7};
+
+TEST(Modal, MessagesEndUnansweredWithTheirParent)
+{
+    for (const bool at_once : {false, true}) {
+        SCOPED_TRACE(at_once ? "deleted" : "destroyed");
+        auto* parent = new wxFrame(test::main_window(), wxID_ANY, "parent");
+        auto* panel = new wxPanel(parent); // the parent of a message need not be a window of its own
+        parent->Show();
+        EXPECT_EQ(neither, two_messages(panel, [&](wxTopLevelWindow*) {
+                      if (at_once)
+                          delete parent;
+                      else
+                          parent->Destroy();
+                  }));
+        EXPECT_EQ(0, modal_stack_t::depth());
+    }
+    // The next one is as good as ever.
+    EXPECT_EQ(1, run_modal([] { return commondlg3::show_modal(sample(), test::main_window()); },
+                           [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
+}
+
+TEST(Modal, DialogOnTheStackOutlivesItsParent)
+{
+    auto* parent = new wxFrame(test::main_window(), wxID_ANY, "parent");
+    parent->Show();
+    {
+        probe_dialog_t dialog("dlg.example");
+        EXPECT_EQ(wxID_CANCEL, run_modal([&] { return dialog.show_modal(parent); },
+                                         [&](wxTopLevelWindow*) { parent->Destroy(); }));
+        EXPECT_FALSE(dialog.IsShown());
+        EXPECT_TRUE(dialog.was_abandoned());
+    }
+    test::settle();
+}
+
+// The outer one's caller waits for its answer, which cannot come before the inner one's.
+TEST(Modal, EndingTheOuterOneEndsTheInnerOne)
+{
+    struct row_t
+    {
+        const char* way;
+        std::function<void(probe_dialog_t*)> end;
+        int answer;
+    };
+    const row_t rows[] = {
+        {"ended", [](probe_dialog_t* dialog) { dialog->end_dialog(5); }, 5},
+        {"closed", [](probe_dialog_t* dialog) { dialog->Close(); }, wxID_CANCEL},
+        {"hidden", [](probe_dialog_t* dialog) { dialog->Hide(); }, wxID_CANCEL},
+        {"destroyed", [](probe_dialog_t* dialog) { dialog->Destroy(); }, wxID_CANCEL},
+    };
+    for (const row_t& row : rows) {
+        SCOPED_TRACE(row.way);
+        auto* dialog = new probe_dialog_t("dlg.example");
+        const wxWeakRef<wxWindow> alive(dialog);
+        int inner = -1;
+        EXPECT_EQ(row.answer,
+                  run_modal([&] { return dialog->show_modal(test::main_window()); },
+                            [&](wxTopLevelWindow*) {
+                                inner = run_modal([&] { return commondlg3::show_modal(sample(), dialog); },
+                                                  [&](wxTopLevelWindow*) { row.end(dialog); });
+                            }));
+        EXPECT_EQ(7, inner);
+        if (alive)
+            dialog->Destroy();
+        test::settle();
+        EXPECT_FALSE(alive);
+    }
+}
+
+TEST(Modal, RequestToCloseDuringOpeningIsKept)
+{
+    probe_dialog_t dialog("dlg.example");
+    dialog.on_init = [&] { dialog.Close(); };
+    EXPECT_EQ(wxID_CANCEL, dialog.show_modal(test::main_window()));
+    EXPECT_FALSE(dialog.IsShown());
+    dialog.on_init = nullptr;
+    EXPECT_EQ(3, run_modal([&] { return dialog.show_modal(test::main_window()); },
+                           [&](wxTopLevelWindow*) { dialog.end_dialog(3); }));
+}
+
+// The window manager's request to close comes to windows that a modal one blocks as well.
+TEST(Modal, BlockedWindowsCannotBeClosedByTheUser)
+{
+    auto* other = new wxFrame(test::main_window(), wxID_ANY, "other");
+    other->Show();
+    probe_dialog_t dialog("dlg.example");
+    const auto ask_to_close = [](wxWindow* window) {
+        GdkEvent* event = gdk_event_new(GDK_DELETE);
+        event->any.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(window->GetHandle())));
+        gtk_main_do_event(event);
+        gdk_event_free(event);
+        test::settle();
+    };
+    run_modal([&] { return dialog.show_modal(test::main_window()); },
+              [&](wxTopLevelWindow*) {
+                  run_modal([&] { return commondlg3::show_modal(sample(), &dialog); },
+                            [&](wxTopLevelWindow* inner) {
+                                ask_to_close(other);
+                                ask_to_close(&dialog);
+                                EXPECT_TRUE(other->IsShown());
+                                EXPECT_TRUE(dialog.IsShown());
+                                ask_to_close(inner);
+                                EXPECT_FALSE(inner->IsShown());
+                            });
+                  ask_to_close(&dialog);
+                  EXPECT_FALSE(dialog.IsShown());
+              });
+    const wxWeakRef<wxWindow> alive(other);
+    ask_to_close(other);
+    EXPECT_TRUE(test::wait_for([&] { return !alive; }));
+}
+
+// Layouts are built ahead in windows that the application must not take for its own.
+TEST(Modal, WithoutAnyWindowOfTheApplicationMessagesStandAlone)
+{
+    const auto all_windows = [] {
+        GList* windows = gtk_window_list_toplevels();
+        const auto count = g_list_length(windows);
+        g_list_free(windows);
+        return count;
+    };
+    wxFrame* main = test::main_window();
+    const wxWindowList others = wxTopLevelWindows;
+    wxTheApp->SetTopWindow(nullptr);
+    wxTopLevelWindows.Clear();
+    for (int i = 0; i < 2; ++i) {
+        guint with_message = 0;
+        EXPECT_EQ(1, run_modal([] { return commondlg3::show_modal(sample(), nullptr); },
+                               [&](wxTopLevelWindow* shown) {
+                                   with_message = all_windows();
+                                   EXPECT_EQ(nullptr, shown->GetParent());
+                                   test::click(shown, "m_btn_ok");
+                               }));
+        EXPECT_TRUE(test::wait_for([&] { return all_windows() > with_message; }))
+            << "no layout was built ahead: the test would pass for nothing";
+        EXPECT_EQ(0u, wxTopLevelWindows.GetCount());
+        using icon = commondlg3::message_window_t::icon_types_t;
+        EXPECT_EQ(6, commondlg3::show_msg_box("a", "b", icon::error, nullptr));
+    }
+    for (wxWindow* window : others)
+        wxTopLevelWindows.Append(window);
+    wxTheApp->SetTopWindow(main);
+    using icon = commondlg3::message_window_t::icon_types_t;
+    EXPECT_EQ(0, run_modal([] { return commondlg3::show_msg_box("a", "b", icon::error, nullptr); },
+                           [&](wxTopLevelWindow* shown) {
+                               EXPECT_EQ(main, shown->GetParent());
+                               shown->Close();
+                           }));
+}
+
+// A screen reader's action waits for an answer from the bus: a modal loop must not run before it has one.
+TEST(Modal, AccessibleActionOpensItsWindowAfterItHasAnswered)
+{
+    auto* button = new wxButton(test::main_window(), wxID_ANY, "Ask");
+    int pressed = 0;
+    button->Bind(wxEVT_BUTTON, [&](wxCommandEvent&) {
+        ++pressed;
+        commondlg3::show_modal(sample(), test::main_window());
+    });
+    AtkObject* object = gtk_widget_get_accessible(button->GetHandle());
+    run_modal(
+        [&] {
+            EXPECT_TRUE(atk_action_do_action(ATK_ACTION(object), 0));
+            EXPECT_EQ(0, pressed);
+            test::wait_for([&] { return pressed > 0; });
+            return 0;
+        },
+        [](wxTopLevelWindow* shown) { shown->Close(); });
+    EXPECT_EQ(1, pressed);
+    button->Disable();
+    EXPECT_FALSE(atk_action_do_action(ATK_ACTION(object), 0));
+    button->Destroy();
+}
+
+} // namespace
