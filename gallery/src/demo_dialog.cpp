@@ -8,6 +8,9 @@
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/checkbox.h>
+#include <wx/sizer.h>
+
+#include <algorithm>
 
 namespace gallery {
 
@@ -19,8 +22,9 @@ demo_dialog_t::demo_dialog_t(const char* object) : m_object(object)
 
 void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin, wxWindow* after)
 {
-    GetSizer()->Insert(static_cast<std::size_t>(place), panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP,
-                       margin);
+    wxSizer* sizer = need_sizer();
+    const auto index = std::min(static_cast<std::size_t>(place), sizer->GetItemCount());
+    sizer->Insert(index, panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, margin);
     if (after)
         panel->MoveAfterInTabOrder(after);
     else if (GetChildren().GetFirst()->GetData() != panel)

@@ -120,9 +120,10 @@ void main_panel_t::open_selected()
     if (!entry)
         return;
     const int result = entry->open(wxGetTopLevelParent(this));
-    const auto said = commondlg3::message_window_t::get_message(
-        "gallery", "status.result", {{"object", entry->object}, {"result", result}});
-    m_status->SetLabelText(to_label(said));
+    m_status->SetLabelText(to_label(
+        can_show_messages() ? commondlg3::message_window_t::get_message(
+                                  "gallery", "status.result", {{"object", entry->object}, {"result", result}})
+                            : text("status.messages_in_log")));
 }
 
 main_window_t::main_window_t()

@@ -77,13 +77,9 @@ int report_message(const commondlg3::message_window_t& window, wxWindow* parent,
 {
     const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
     const bool silenced = window.check_box && window.check_box->is_checked();
-    int result = commondlg3::message_window_t::result_none;
-    if (silenced || check_resource(file, message_object, parent)) {
-        if (!silenced)
-            wx_helpers1::when_next_window_is_painted(
-                [](wxTopLevelWindow*) { report_opened(message_object); });
-        result = show();
-    }
+    if (!silenced && check_resource(file, message_object, parent))
+        wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(message_object); });
+    const int result = show();
     report_result(message_object, result, data_of(window));
     return result;
 }

@@ -4,11 +4,9 @@
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/resources.h>
+#include <gen_helpers2/log.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/resource_loader.h>
-#include <wx_helpers1/text.h>
-
-#include <wx/msgdlg.h>
 
 namespace gallery {
 namespace {
@@ -34,6 +32,13 @@ std::string text(const std::string& key)
     return commondlg3::message_window_t::get_message(catalog_name, key, {});
 }
 
+bool can_show_messages()
+{
+    const std::string library_file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
+    return is_there(library_file, "dlg.error_warning_dialog") &&
+           is_there(library_file, "panel.error_warning");
+}
+
 bool check_resource(const std::string& file, const std::string& object, wxWindow* parent)
 {
     if (is_there(file, object))
@@ -42,14 +47,12 @@ bool check_resource(const std::string& file, const std::string& object, wxWindow
                                                                        "error.missing_resource_details", {},
                                                                        {{"object", object}, {"file", file}});
     report_error(object, window.supplemental_message);
-    const std::string library_file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    if (is_there(library_file, "dlg.error_warning_dialog") && is_there(library_file, "panel.error_warning")) {
+    if (can_show_messages()) {
         wx_helpers1::when_next_window_is_painted(
             [](wxTopLevelWindow*) { report_opened("dlg.error_warning_dialog"); });
         commondlg3::show_modal(window, parent);
     } else {
-        wxMessageBox(wx_helpers1::to_label(window.main_message + "\n\n" + window.supplemental_message),
-                     wx_helpers1::to_label(text("gallery.title")), wxOK | wxICON_ERROR, parent);
+        gen_helpers2::log_error("gallery", window.main_message + "\n" + window.supplemental_message);
     }
     return false;
 }

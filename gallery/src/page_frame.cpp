@@ -36,8 +36,10 @@ void page_frame_t::on_init_dialog()
 {
     set_title(m_title);
     m_page->create(this);
-    GetSizer()->Insert(0, m_page, 1, wxEXPAND);
-    m_page->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
+    need_sizer()->Insert(0, m_page, 1, wxEXPAND);
+    wxWindow* first_child = GetChildren().GetFirst()->GetData();
+    if (first_child != m_page)
+        m_page->MoveBeforeInTabOrder(first_child);
     constexpr int comfortable_width = 560;
     fit_to_contents(comfortable_width);
     centre_on_parent();

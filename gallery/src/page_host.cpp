@@ -16,7 +16,7 @@ void page_host_t::on_init_dialog()
     m_page->get_end_signal().connect(
         this, [this](commondlg3::generic_base_t<wxPanel>*, int code) { end_dialog(code); });
     m_page->create(this);
-    GetSizer()->Add(m_page, 1, wxEXPAND);
+    need_sizer()->Add(m_page, 1, wxEXPAND);
     fit_to_contents();
     centre_on_parent();
 }

@@ -17,15 +17,17 @@ COMMONDLG3_EXPORT std::string create_resource_filename(const std::string& archiv
 ///
 ///     m_name = from_xrc<wxTextCtrl>(this, "m_name");
 ///
-/// @return null when there is none: check it. A control of another class fails the toolkit's checked cast.
-/// The control stays its parent's. GUI thread.
+/// @return null when there is none, or one of another class, which also fails the toolkit's check of casts: a
+/// layout may be replaced, so check it. The control stays its parent's. GUI thread.
 template <class T>
 T* from_xrc(wxWindow* parent, const std::string& name)
 {
     wxWindow* found =
         parent ? parent->FindWindow(wxXmlResource::GetXRCID(wxString::FromUTF8(name.data(), name.size())))
                : nullptr;
-    return found ? wxStaticCast(found, T) : nullptr;
+    T* control = dynamic_cast<T*>(found);
+    wxASSERT_MSG(control || !found, "wxStaticCast() used incorrectly");
+    return control;
 }
 
 } // namespace commondlg3
