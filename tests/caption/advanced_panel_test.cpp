@@ -219,6 +219,7 @@ TEST(AdvancedPanel, screen_reader_finds_a_toggle_button_with_its_state)
     EXPECT_TRUE(has(ATK_STATE_EXPANDABLE) && has(ATK_STATE_EXPANDED) && has(ATK_STATE_FOCUSABLE));
     ASSERT_TRUE(ATK_IS_ACTION(header));
     EXPECT_TRUE(atk_action_do_action(ATK_ACTION(header), 0));
+    test::settle();
     EXPECT_FALSE(page.panel->is_opened());
     EXPECT_FALSE(has(ATK_STATE_EXPANDED));
     page.panel->set_caption("More");

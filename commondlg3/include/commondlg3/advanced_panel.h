@@ -7,6 +7,7 @@
 #include <wx_helpers1/picture.h>
 
 #include <wx/panel.h>
+#include <wx/sizer.h>
 
 #include <array>
 #include <cstdint>
@@ -84,6 +85,14 @@ public:
 
     int get_header_height() const { return m_header_height; }
 
+protected:
+    void init(const std::string& caption);
+    /// Works out the header's height anew, and the frame's margins from it.
+    void reset_border();
+    /// Turns the panel from open to closed or back.
+    virtual void on_open_close();
+    virtual void on_resize(wxSizeEvent& event);
+
 private:
     class header_t;
     struct button_images_t
@@ -92,14 +101,10 @@ private:
         std::array<wx_helpers1::wxStaticPicture, states> images;
     };
 
-    void init(const std::string& caption);
-    void reset_border();
     void insert_content();
     void place_elements();
     void apply_min_size();
     void after_adding(wxSizerItem* item);
-    void on_open_close();
-    void on_resize(wxSizeEvent& event);
     void keep_focus_visible();
     void lay_out_ancestors();
 

@@ -71,9 +71,11 @@ public:
 
     /// @return the message's id, from 0 upwards, never used again
     int add_message(severity_t severity, const std::string& text);
-    /// Replaces the text. When the shown message becomes empty another one is shown, or none.
+    /// Replaces the text, also on the screen where it is the shown one. An empty text is never shown: the
+    /// pane keeps the one before until another message is shown.
     void edit_message(int id, const std::string& text);
-    /// Forgets the message. When it is the shown one the first of the rest takes its place.
+    /// Forgets the message. When it is the shown one the first of the rest takes its place, unless its text
+    /// is empty.
     void remove_message(int id);
     /// Forgets all messages, and nothing else: what is shown stays on the screen until the next message, or
     /// until the pane is hidden.
@@ -102,7 +104,7 @@ public:
     /// Raised with the id each time a message has been shown, also by the user's stepping.
     gen_helpers2::signal_t<int>& get_shown_signal() { return m_shown_signal; }
 
-    /// A read-only page: the message that is shown stays, and its arrows are disabled.
+    /// Whether the page around is read only. The reader may step through the messages all the same.
     void set_read_only(bool read_only);
     bool get_read_only() const { return m_read_only; }
     /// From now on the pane is not shown any more; messages are kept as before.
@@ -114,14 +116,16 @@ public:
     virtual void on_ui_changed();
     static wx_helpers1::wxStaticPicture get_picture(severity_t severity);
 
-    void on_size(wxSizeEvent& event);
+    virtual void on_size(wxSizeEvent& event);
     bool InformFirstDirection(int direction, int size, int available_other_dir) override;
+
+protected:
+    void init(const std::string& caption, const std::string& description);
+    void create_top_controls();
 
 private:
     std::vector<message_info_t>::iterator find(int id);
     std::vector<message_info_t>::const_iterator find(int id) const;
-    void init(const std::string& caption, const std::string& description);
-    void create_top_controls();
     void create_message_pane();
     void learn_message_delta();
     bool has_all_controls() const;
@@ -130,7 +134,6 @@ private:
     void update_min_height();
     void show_pane(bool shown);
     void hide_messages();
-    void show_first_with_text();
     void number_buttons();
     void tell_message(const message_info_t& message);
 

@@ -40,4 +40,13 @@ private:
     bool m_dying = false;
 };
 
+inline void intrusive_ptr_add_ref(global_show_help_flavor* instance)
+{
+    instance->add_ref();
+}
+inline void intrusive_ptr_release(global_show_help_flavor* instance)
+{
+    instance->release();
+}
+
 } // namespace commondlg3

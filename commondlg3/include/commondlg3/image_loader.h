@@ -18,7 +18,7 @@ class COMMONDLG3_EXPORT image_loader_t
 {
 public:
     /// Named as the objects of the image resource; the values count from 0.
-    enum class image_type_t
+    enum image_type_t : int
     {
         advanced_close,
         advanced_close_hovered,
@@ -61,7 +61,7 @@ public:
         advanced_cb_open_disabled
     };
 
-    enum class animation_type_t
+    enum animation_type_t : int
     {
         progress
     };
@@ -71,11 +71,12 @@ public:
     wx_helpers1::wxStaticPicture load_image(image_type_t type);
     wx_helpers1::wxAnimation load_animation(animation_type_t type);
 
-private:
+protected:
     image_loader_t();
     void create_image_names_map();
     void create_animation_names_map();
 
+private:
     wx_helpers1::image_loader_t m_loader;
     std::map<image_type_t, const char*> m_image_names;
     std::map<animation_type_t, const char*> m_animation_names;

@@ -39,6 +39,15 @@ protected:
     virtual ~i_check_box_definition() = default;
 };
 
+inline void intrusive_ptr_add_ref(i_check_box_definition* definition)
+{
+    definition->add_ref();
+}
+inline void intrusive_ptr_release(i_check_box_definition* definition)
+{
+    definition->release();
+}
+
 /// A modal error or warning window, as a value: fill it, hand it to show_modal(), read the code of the
 /// button.
 ///

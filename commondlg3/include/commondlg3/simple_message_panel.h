@@ -54,8 +54,8 @@ public:
     /// Shows or hides the panel; laying the page out is up to the page.
     void enable(bool shown);
 
-    void on_size(wxSizeEvent& event);
-    void on_ui_changed();
+    virtual void on_size(wxSizeEvent& event);
+    virtual void on_ui_changed();
     bool InformFirstDirection(int direction, int size, int available_other_dir) override;
 
 private:

@@ -54,11 +54,8 @@ void caption_panel_t::edit_message(int id, const std::string& text)
     if (message == m_messages.end())
         return;
     message->text = text;
-    if (id != m_current_id)
-        return;
-    if (text.empty())
-        show_first_with_text();
-    else
+    // An empty text is not shown: the pane keeps the one before.
+    if (id == m_current_id)
         show_message(id, false);
 }
 
@@ -71,9 +68,8 @@ void caption_panel_t::remove_message(int id)
     if (id == m_current_id && m_messages.empty())
         hide_messages();
     else if (id == m_current_id && m_pane->IsShown())
-        show_first_with_text();
-    else
-        number_buttons();
+        show_message(m_messages.front().id, true);
+    number_buttons(); // one that is left over has no arrows, also where its text is empty
 }
 
 void caption_panel_t::clear_messages()
@@ -145,23 +141,6 @@ void caption_panel_t::show_prev_message()
     show_message(shown != m_messages.begin() ? (shown - 1)->id : m_messages.back().id, true);
 }
 
-// The first message as a rule; one without a text cannot be shown, and nothing stale may stay in its place.
-void caption_panel_t::show_first_with_text()
-{
-    const auto first = std::find_if(m_messages.begin(), m_messages.end(),
-                                    [](const message_info_t& message) { return !message.text.empty(); });
-    if (first != m_messages.end()) {
-        show_message(first->id, true);
-        return;
-    }
-    // An emptied message stays the current one, so that its next text shows it again.
-    if (find(m_current_id) == m_messages.end())
-        m_current_id = -1;
-    m_message->set_label(std::string());
-    update_buttons();
-    show_pane(false);
-}
-
 void caption_panel_t::hide_messages()
 {
     m_current_id = -1;
@@ -177,8 +156,6 @@ void caption_panel_t::hide_message_pane()
 void caption_panel_t::set_read_only(bool read_only)
 {
     m_read_only = read_only;
-    m_previous->Enable(!read_only);
-    m_next->Enable(!read_only);
 }
 
 void caption_panel_t::disable()
