@@ -1,11 +1,20 @@
+#include "interface.h"
+
 #include <cfgmgr2/product_locations.h>
 #include <commondlg3/resources.h>
 #include <commondlg3/text_utils.h>
 
 #include <cstdio>
 
-int main()
+volatile const void* last_named;
+
+int main(int count, char**)
 {
+    if (count > 1) { // never: to be linked is enough
+        name_messages();
+        name_log();
+        name_pages();
+    }
     auto product = std::make_shared<cfgmgr2::product_locations_t>();
     product->resource_directory = gen_helpers2::path_t(DATA_DIR);
     product->locale_directory = gen_helpers2::path_t(LOCALE_DIR);
