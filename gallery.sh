@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, and starts the gallery with the arguments given. Without a display it runs the
-# gallery on one of its own and writes the pictures of every window, in both themes and every language, to a folder.
+# gallery on one of its own; without arguments either it writes the pictures of every window, in both themes and every
+# language, to a folder.
 set -euo pipefail
 cd "$(dirname "$0")"
 
 scripts/setup.sh
-cmake --preset release -DCOMMONDLG3_BUILD_TESTS=OFF -DCOMMONDLG3_BUILD_BENCHMARKS=OFF -B build >/dev/null
-cmake --build build
+cmake --preset release >/dev/null
+cmake --build --preset release --target commondlg3_gallery
 
 gallery=build/gallery/commondlg3_gallery
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then

@@ -1,18 +1,36 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs all tests: as released, under AddressSanitizer and
-# UndefinedBehaviorSanitizer, the thread tests under ThreadSanitizer, and each fuzzer for a short while.
+# Installs what is missing, builds, and tests.
+#
+#   ./test.sh        everything as released
+#   ./test.sh all    also the linters, AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under
+#                    ThreadSanitizer, each fuzzer for a short while, and the monkey
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
 cd "$(dirname "$0")"
 
+case "${1:-}" in
+    "") all=false ;;
+    all) all=true ;;
+    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+esac
+
 scripts/setup.sh
 
-step() { printf '\n== %s (%s)\n' "$1" "$(date +%H:%M:%S)"; }
+begun=$SECONDS
+step() { printf '\n== %s (after %d s)\n' "$1" $((SECONDS - begun)); }
 
-build() {
-    cmake --preset "$1" >/dev/null
-    cmake --build "$2"
+build() { # preset, targets...
+    local preset=$1
+    shift
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" --target "$@"
+}
+
+run_tests() { # preset, options of ctest...
+    local preset=$1
+    shift
+    scripts/with_display.sh ctest --preset "$preset" "$@"
 }
 
 # A short stack: further down every stack passes through the event loop, and its suppressions would match ours too.
@@ -22,33 +40,39 @@ export UBSAN_OPTIONS=print_stacktrace=1
 export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1:report_mutex_bugs=0"
 
 step "Building as released"
-build release build
+build release test_programs
 step "Tests as released"
-scripts/with_display.sh ctest --test-dir build --output-on-failure --timeout 300 -j2
+run_tests release
 
-step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
-build asan build-asan
-step "Tests under AddressSanitizer and UndefinedBehaviorSanitizer"
-scripts/with_display.sh ctest --test-dir build-asan --output-on-failure --timeout 600 -j2 -LE installs
+if $all; then
+    step "Linters"
+    scripts/lint.sh
+    step "The monkey"
+    scripts/with_display.sh python3 -B tests/torture/monkey.py build/gallery/commondlg3_gallery
 
-step "Building under ThreadSanitizer"
-build tsan build-tsan
-step "Thread tests under ThreadSanitizer"
-scripts/with_display.sh ctest --test-dir build-tsan --output-on-failure --timeout 600 -R Threads
+    step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
+    build asan test_programs
+    step "Tests under AddressSanitizer and UndefinedBehaviorSanitizer"
+    run_tests asan
 
-fuzz_seconds=${FUZZ_SECONDS:-20}
-if [ "$fuzz_seconds" -gt 0 ]; then
-    step "Building the fuzzers"
-    cmake --preset fuzz >/dev/null
-    cmake --build build-fuzz --target fuzzers
-    for corpus in fuzz/corpus/*; do
-        fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
-        step "$(basename "$fuzzer") for $fuzz_seconds s"
-        new_inputs=$(mktemp -d)
-        "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 -verbosity=0 \
-            -artifact_prefix="build-fuzz/" "$new_inputs" "$corpus"
-        rm -rf "$new_inputs"
-    done
+    step "Building under ThreadSanitizer"
+    build tsan thread_test_programs
+    step "Thread tests under ThreadSanitizer"
+    run_tests tsan
+
+    fuzz_seconds=${FUZZ_SECONDS:-20}
+    if [ "$fuzz_seconds" -gt 0 ]; then
+        step "Building the fuzzers"
+        build fuzz fuzzers
+        for corpus in fuzz/corpus/*; do
+            fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
+            step "$(basename "$fuzzer") for $fuzz_seconds s"
+            new_inputs=$(mktemp -d)
+            "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 \
+                -verbosity=0 -artifact_prefix="build-fuzz/" "$new_inputs" "$corpus"
+            rm -rf "$new_inputs"
+        done
+    fi
 fi
 
 step "All passed"

@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# What is wrong with the sources that no compiler says: their format, words, scripts, layers, and the public headers'
+# independence of each other. Changes nothing.
+#
+#   scripts/lint.sh          all files; the headers need a build folder (cmake --preset release)
+#   scripts/lint.sh --quick  without compiling: for a hook before each commit
+#   scripts/lint.sh --tidy   also clang-tidy, over every source of the library; some 20 minutes
+set -uo pipefail
+cd "$(dirname "$0")/.." || exit
+
+quick=false tidy=false
+case "${1:-}" in
+    "") ;;
+    --quick) quick=true ;;
+    --tidy) tidy=true ;;
+    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+esac
+
+failed=()
+check() { # name, command...
+    local name=$1
+    shift
+    local said
+    if ! said=$("$@" 2>&1); then
+        printf '== %s\n%s\n' "$name" "$said"
+        failed+=("$name")
+    fi
+}
+
+mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
+mapfile -t scripts < <(git ls-files --cached --others --exclude-standard '*.sh' .ci/run)
+mapfile -t programs < <(git ls-files --cached --others --exclude-standard '*.py')
+
+wide_comments() { ! awk 'length > 110 && /^ *\/\// { print FILENAME ":" FNR ": longer than 110 columns" }' "${sources[@]}" | grep .; }
+long_files() { ! wc -l "${sources[@]}" "${programs[@]}" | awk '$2 != "total" && $1 > 520 { print $2 ": " $1 " lines" }' | grep .; }
+
+check "format" clang-format --dry-run -Werror "${sources[@]}"
+check "width of comments" wide_comments
+check "length of files" long_files
+check "spelling" codespell
+check "shell" shellcheck "${scripts[@]}"
+check "python" pyflakes3 "${programs[@]}"
+check "layers" python3 -B scripts/check_layers.py .
+
+# Each header in a unit of its own, and all of them behind and in front of the headers that hosts bring along.
+headers_stand_alone() {
+    local flags folder
+    flags=$(python3 -B scripts/compile_flags.py build commondlg3/src/resources.cpp) || return 1
+    folder=$(mktemp -d)
+    local theirs='#include <boost/smart_ptr/intrusive_ptr.hpp>\n#include <wx/wx.h>\n'
+    local ours=''
+    for header in commondlg3/include/commondlg3/*.h; do
+        local name=${header#commondlg3/include/}
+        printf '#include <%s>\n' "$name" >"$folder/$(basename "$name").cpp"
+        ours+="#include <$name>\n"
+    done
+    # shellcheck disable=SC2059 # the line ends are meant
+    printf "$theirs$ours" >"$folder/behind.cpp"
+    # shellcheck disable=SC2059
+    printf "$ours$theirs" >"$folder/before.cpp"
+    # shellcheck disable=SC2086 # flags are words
+    find "$folder" -name '*.cpp' -print0 | xargs -0 -P 2 -n 1 g++ $flags -fsyntax-only
+    local code=$?
+    rm -rf "$folder"
+    return $code
+}
+
+$quick || check "headers stand alone" headers_stand_alone
+$tidy && check "clang-tidy" clang-tidy -p build --quiet commondlg3/src/*/*.cpp commondlg3/src/*.cpp
+
+if [ ${#failed[@]} -gt 0 ]; then
+    printf '%d of the checks failed: %s\n' ${#failed[@]} "${failed[*]}"
+    exit 1
+fi
+echo "Nothing found"
