@@ -235,6 +235,17 @@ public:
         GH2_ASSERT_TEXT(complete, "the bag is nested too deeply for a storage", "property_storage");
     }
 
+    void change(const variant_bag_t& before, const variant_bag_t& after,
+                const std::vector<std::string>& keys) override
+    {
+        bool complete = false;
+        {
+            const auto guard = lock();
+            complete = m_node->change(before, after, keys, m_depth);
+        }
+        GH2_ASSERT_TEXT(complete, "the bag is nested too deeply for a storage", "property_storage");
+    }
+
     error_code_t save() override
     {
         const auto guard = lock();
