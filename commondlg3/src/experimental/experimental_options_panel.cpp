@@ -64,6 +64,7 @@ void experimental_options_panel_t::on_init_dialog()
 void experimental_options_panel_t::load_settings()
 {
     remove_features();
+    m_loaded_features = true;
     m_loading = true; // many features are laid out once
     load_feature_list();
     m_loading = false;
@@ -102,6 +103,7 @@ void experimental_options_panel_t::add_feature(const feature_info_t& feature)
     if (std::find(m_features.begin(), m_features.end(), feature) != m_features.end())
         return;
     m_features.push_back(feature);
+    m_loaded_features = true;
     if (!m_list)
         return;
     add_checkbox(feature.name, feature.description, feature.enabled);
@@ -161,6 +163,8 @@ bool experimental_options_panel_t::save_settings()
     m_restart_requested = is_changed();
     if (!m_active)
         return m_restart_requested;
+    if (!m_loaded_features)
+        return true; // nothing was shown, so nothing was chosen: an empty list would be nobody's choice
     m_active->clear();
     for (const feature_info_t& feature : m_features)
         if (feature.enabled)
