@@ -294,6 +294,32 @@ TEST_F(SearchDirsTab, KeyboardAloneAddsPastesSortsAndLeaves)
     EXPECT_TRUE(after->HasFocus());
 }
 
+TEST_F(SearchDirsTab, AButtonThatCannotBePressedAnyMoreGivesTheFocusOn)
+{
+    open({"/1", "/2", "/3"});
+    m_frame->Raise();
+    ASSERT_TRUE(test::wait_for([this] { return m_frame->IsActive(); }));
+    m_grid->set_current_row(2);
+    button("m_btn_up")->SetFocus();
+    ASSERT_TRUE(test::wait_for([this] { return button("m_btn_up")->HasFocus(); }));
+    for (const int row : {1, 0}) {
+        test::press(WXK_SPACE);
+        ASSERT_TRUE(test::wait_for([&] { return m_grid->get_current_row() == row; }));
+    }
+    EXPECT_EQ(texts_t({"/3", "/1", "/2"}), rows());
+    EXPECT_TRUE(test::wait_for([this] { return button("m_btn_down")->HasFocus(); }));
+    button("m_btn_remove")->SetFocus();
+    for (int left = 3; left > 0; --left) {
+        ASSERT_TRUE(test::wait_for([this] { return button("m_btn_remove")->HasFocus(); }));
+        test::press(WXK_SPACE);
+        ASSERT_TRUE(test::wait_for([&] { return m_grid->row_count() == left; }));
+    }
+    EXPECT_TRUE(test::wait_for([this] {
+        const wxWindow* focus = wxWindow::FindFocus();
+        return focus && (focus == m_grid || focus->GetParent() == m_grid);
+    })) << "none of the buttons can have it";
+}
+
 TEST_F(SearchDirsTab, SourcesHaveTheirOwnHeadingAndALayoutThatFailsIsSurvived)
 {
     open({}, category_others);
