@@ -43,7 +43,7 @@ void add_stored(variant_bag_t& language, const std::string& name)
     editor.put("is_system", false);
 }
 
-TEST(Languages, FilesBelongToThemByTheirExtensionsAsTheyStand)
+TEST(Languages, FilesBelongToThemByTheirExtensions)
 {
     const struct
     {
@@ -51,13 +51,15 @@ TEST(Languages, FilesBelongToThemByTheirExtensionsAsTheyStand)
         language_info::language_t language;
     } cases[] = {{"main.cpp", cpp},    {"/a/b.d/x.c++", cpp}, {"x.h++", cpp},        {"x.C", cpp},
                  {"x.mii", cpp},       {"x.F90", fortran},    {"x.fd", fortran},     {"x.cs", csharp},
-                 {"x.ccc", other},     {"x.c+", other},       {"x.Cpp", other},      {"x.cp|p", other},
+                 {"x.ccc", cpp},       {"x.c+", other},       {"x.Cpp", other},      {"x.cp|p", other},
+                 {"x.hhh", cpp},       {"x.c++c", other},     {"x.fff", other},      {"x.chc", other},
                  {"x.txt", other},     {"Makefile", other},   {"/a.c/x", other},     {".c", other},
                  {"x.", other},        {"", other},           {"..", other},         {"x.c/", cpp},
                  {"y/x.c/.", cpp},     {"x.f/y/..", fortran}, {"\xFF.f08", fortran}, {"x.\xFF", other},
                  {"a\nb.tar.cc", cpp}, {"x*.c", other},       {"/x.c/..", other},    {"x.*", other}};
-    for (const auto& c : cases)
-        EXPECT_EQ(c.language, language_info::get_language(c.file)) << c.file;
+    for (int i = 0; i < 2; ++i) // the second answer may be one that was kept
+        for (const auto& c : cases)
+            EXPECT_EQ(c.language, language_info::get_language(c.file)) << c.file;
     EXPECT_EQ(other, language_info::get_language(std::string("x.c\0", 4)));
 }
 
