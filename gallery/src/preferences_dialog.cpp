@@ -83,14 +83,16 @@ void preferences_dialog_t::on_init_dialog()
     m_nothing_found->Hide();
     for (const shown_page_t& shown : m_pages) {
         const auto result = shown.page->load();
+    std::string reasons; // told together: a window over a window would be in the way
         if (result.failed())
-            CallAfter([this, result] {
-                tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"),
-                     result.message());
-            });
+            reasons += (reasons.empty() ? "" : "\n") + result.message();
     }
     fill_list();
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
+    if (!reasons.empty())
+        CallAfter([this, reasons] {
+            tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"), reasons);
+        });
         const int row = event.GetSelection();
         select(row >= 0 && row < static_cast<int>(m_listed.size()) ? m_listed[row] : -1);
     });

@@ -143,7 +143,20 @@ TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
     gallery::report_usage();
     EXPECT_EQ(gallery::get_usage_record() + "\n", test::read_file(file));
     EXPECT_NE(std::string::npos, test::read_file(file).find("\"dlg.counted\": 1"));
-    ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::refused).succeeded());
+    preferences_dialog_t dialog;
+    run(dialog, [&](wxTopLevelWindow* window) {
+        search(window, "Usage");
+        commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn6")->SetFocus();
+        test::press(WXK_SPACE);
+        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
+        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
+        apply->SetFocus();
+        ASSERT_TRUE(test::wait_for([&] { return apply->HasFocus(); }));
+        test::press(WXK_SPACE);
+        EXPECT_TRUE(test::wait_for([&] { return !apply->IsEnabled(); }));
+        EXPECT_FALSE(std::filesystem::exists(file)) << "whoever refuses need not wait for the end";
+        test::press(WXK_ESCAPE); // heard also now that the button that had the focus cannot have it
+    });
     gallery::report_usage();
     EXPECT_FALSE(std::filesystem::exists(file));
 }
