@@ -43,6 +43,7 @@ private:
         commondlg3::pref_base_t* window = nullptr; // owned by the page area
     };
 
+    void make_room();
     void fill_list();
     void search();
     void on_search_key(wxKeyEvent& event);

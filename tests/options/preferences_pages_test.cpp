@@ -161,4 +161,41 @@ TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+// What stands in a window, as far as it can be seen.
+void collect_shown(wxWindow* window, std::vector<wxWindow*>& shown)
+{
+    for (wxWindow* child : window->GetChildren()) {
+        if (!child->IsShown() || child->IsTopLevel())
+            continue;
+        shown.push_back(child);
+        collect_shown(child, shown);
+    }
+}
+
+// At larger fonts a page may need more width than its host has: what it then must not do is give up.
+TEST_F(PreferencesPages, APageIsLaidOutHoweverNarrowItsHostIs)
+{
+    auto* frame = new wxFrame(test::main_window(), wxID_ANY, "host", wxDefaultPosition, wxSize(220, 200));
+    frame->Show();
+    for (const auto& page : gallery::make_preferences_pages()) {
+        SCOPED_TRACE(page->get_object());
+        EXPECT_TRUE(page->load().succeeded());
+        auto* host = new wxPanel(frame, wxID_ANY, wxPoint(0, 0), wxSize(120, 100));
+        auto* window = page->create(host);
+        window->SetSize(120, 100);
+        test::settle();
+        std::vector<wxWindow*> shown;
+        collect_shown(window, shown);
+        EXPECT_GT(shown.size(), 3U);
+        for (const wxWindow* one : shown)
+            for (const wxWindow* other : shown) {
+                const bool are_neighbours = one < other && one->GetParent() == other->GetParent();
+                EXPECT_FALSE(are_neighbours && one->GetRect().Intersects(other->GetRect()))
+                    << wx_helpers1::from_wx(one->GetName() + " " + other->GetName());
+            }
+        host->Destroy();
+    }
+    frame->Destroy();
+}
+
 } // namespace

@@ -13,6 +13,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/scrolwin.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -230,6 +231,10 @@ void experimental_options_panel_t::rewrap()
 {
     if (!has_controls())
         return;
+    // Their boxes do not wrap: the page is as wide as they are, whoever shows it.
+    const int bar = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_list);
+    m_list->SetMinSize(wxSize(std::max(m_list->GetMinSize().x, m_list->GetSizer()->CalcMin().x + bar),
+                              m_list->GetMinSize().y));
     bool changed = fit_wrapped_labels(*this, {m_description, m_status});
     std::vector<wxStaticText*> descriptions;
     for (const row_t& row : m_rows)

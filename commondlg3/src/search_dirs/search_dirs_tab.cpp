@@ -5,6 +5,7 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 #include "dir_grid.h"
+#include "wrapped_labels.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
@@ -263,9 +264,8 @@ void search_dirs_tab_t::on_more_button_clicked(click_data_t data)
 
 void search_dirs_tab_t::on_resize(wxSizeEvent& event)
 {
-    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
-    if (GetSizer() && GetClientSize().x >= GetSizer()->GetMinSize().x)
-        event.Skip();
+    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
+    lay_out_unsqueezed(*this);
 }
 
 // A host that scrolls its pages learns that this one needs another height.
