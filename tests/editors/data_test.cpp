@@ -136,7 +136,7 @@ TEST(EditorData, WhatIsNotThereIsToldByItsConditionAndChangesNothing)
         EXPECT_FALSE(data.set_selected_language(unsupported));
         EXPECT_FALSE(data.set_default_editor_name(unsupported, "a"));
         EXPECT_EQ("", data.get_default_editor_name(unsupported));
-        EXPECT_EQ(system_editor_t(), data.get_editor_ex(unsupported, "a"));
+        EXPECT_EQ(editor_data_t::editor_t(), data.get_editor_ex(unsupported, "a"));
         EXPECT_FALSE(data.get_editors(unsupported).is_valid());
     }
     EXPECT_EQ(before, data);
@@ -196,8 +196,6 @@ TEST(EditorData, ComesBackFromADiskAsItWas)
     EXPECT_EQ(data, loaded);
 }
 
-TEST(EditorData, WhatIsHereAlreadyWinsOverWhatWasKept)
-{
 TEST(EditorData, AFileThatSomebodyWroteByHandIsUnderstood)
 {
     const test::temp_dir_t dir;
@@ -269,6 +267,8 @@ TEST(EditorData, EditorsThatTwoProgramsAddAreBothKept)
     EXPECT_EQ((names_t{"of one", "of two"}), names_of(kept())) << "what is removed goes";
 }
 
+TEST(EditorData, WhatIsHereAlreadyWinsOverWhatWasKept)
+{
     variant_bag_t bag;
     variant_bag_t& stored = bag.add_child("language");
     stored.put("language_name", language_info::get_localized_name(cpp));

@@ -50,8 +50,10 @@ public:
     struct COMMONDLG3_EXPORT editor_t
     {
         editor_t() = default;
+        /// One of which nothing but its name is known.
+        explicit editor_t(const std::string& name);
         /// A custom one.
-        explicit editor_t(const system_editor_t& editor);
+        editor_t(const system_editor_t& editor);
         operator system_editor_t() const;
 
         std::string name;
@@ -172,8 +174,8 @@ private:
     names_t m_selected_names;
     names_t m_default_names;
     names_t m_system_default_names;
-};
-
     /// As the storage had it when it was last loaded or saved.
     mutable gen_helpers2::variant_bag_t m_stored;
+};
+
 } // namespace commondlg3
