@@ -242,23 +242,23 @@ TEST_F(SearchDirsTab, TheMoreButtonFillsItsRowAndMakesOneOfTheInputRow)
 {
     open({"/usr"});
     std::string title;
-    int code = wxID_OK;
+    int code = wxID_CANCEL;
     const test::chooser_answer_t answer([&](wxDialog* shown) {
         auto* dialog = wxDynamicCast(shown, wxDirDialog);
         EXPECT_TRUE(dialog);
         title = wx_helpers1::from_wx(dialog->GetMessage());
-        dialog->SetPath(wx_helpers1::to_wx(m_dir.path()));
         return code;
     });
-    code = wxID_CANCEL;
     m_tab->on_more_button_clicked({0, m_grid->get_key(0), "/usr"});
     EXPECT_EQ(texts_t({"/usr"}), rows());
     EXPECT_EQ(translate_message("panel.search_dirs.choose"), title);
-    code = wxID_OK;
-    m_tab->on_more_button_clicked({1, vdxpropgrid2::no_key, ""});
-    EXPECT_EQ(2U, rows().size());
-    EXPECT_EQ("/usr", rows()[0]);
-    m_tab->on_more_button_clicked({7, 12345, "/gone"}); // a row that is no longer there
+    code = wxID_NONE; // shown for real
+    std::string start;
+    test::answer_for_real(m_dir.path(), start);
+    m_tab->on_more_button_clicked({1, vdxpropgrid2::no_key, "/usr"});
+    EXPECT_EQ(texts_t({"/usr", m_dir.path()}), rows());
+    test::answer_for_real(m_dir.path(), start);
+    m_tab->on_more_button_clicked({7, 12345, "/usr"}); // a row that is no longer there
     EXPECT_EQ(2U, rows().size());
 }
 
