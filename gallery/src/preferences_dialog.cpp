@@ -24,6 +24,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace gallery {
 namespace {
@@ -90,9 +91,7 @@ void preferences_dialog_t::on_init_dialog()
             reasons += (reasons.empty() ? "" : "\n") + result.message();
     }
     if (!reasons.empty())
-        CallAfter([this, reasons] {
-            tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"), reasons);
-        });
+        tell_once_shown(reasons);
     fill_list();
     // The titles as wide as the font makes them: the width in the layout is the least one.
     m_list->SetMinSize(
@@ -117,6 +116,19 @@ void preferences_dialog_t::on_init_dialog()
          {wxEVT_TEXT, wxEVT_CHECKBOX, wxEVT_RADIOBUTTON, wxEVT_CHOICE, wxEVT_LISTBOX, wxEVT_BUTTON})
         Bind(type, changed);
     restore();
+}
+
+// The toolkit may show the dialog later than it is asked to: a message before would come to lie behind it.
+void preferences_dialog_t::tell_once_shown(const std::string& reasons)
+{
+    Bind(wxEVT_SHOW, [this, reasons](wxShowEvent& event) {
+        event.Skip();
+        if (event.IsShown() && !std::exchange(m_told, true))
+            CallAfter([this, reasons] {
+                tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"),
+                     reasons);
+            });
+    });
 }
 
 void preferences_dialog_t::restore()

@@ -6,10 +6,14 @@ namespace gallery {
 
 gen_helpers2::error_code_t settings_store_t::load()
 {
-    gen_helpers2::error_code_t result;
-    if (!m_storage)
-        m_storage = cfgmgr2::open_property_storage(
-            cfgmgr2::IProductLocations::get()->get_config_directory() / m_file, result);
+    using gen_helpers2::error_code_t;
+    error_code_t result;
+    if (m_storage)
+        return result;
+    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / m_file;
+    m_storage = cfgmgr2::open_property_storage(file, result);
+    if (result == error_code_t::damaged("")) // which says where in the file, but not in which
+        result = error_code_t::damaged(m_file + ": " + result.message());
     return result;
 }
 
