@@ -408,7 +408,8 @@ void run_file(int count)
     gen_helpers2::variant_bag_t bag;
     control->save(bag);
     const gen_helpers2::path_t file("/tmp/log_bench_" + std::to_string(getpid()) + ".xml");
-    save_variant_bag(bag, file);
+    if (save_variant_bag(bag, file).failed())
+        std::printf("NOT SAVED\n");
     print("saved to a file", now() - begin, "s");
     print("  memory, times the text", (resident_bytes() - resident) / text_bytes, "");
     control->clear();
@@ -416,7 +417,8 @@ void run_file(int count)
     malloc_trim(0);
     begin = now();
     gen_helpers2::variant_bag_t read;
-    load_variant_bag(file, read);
+    if (load_variant_bag(file, read).failed())
+        std::printf("NOT READ\n");
     control->load(read);
     stage.run_until([&] { return log_size(*control) == static_cast<std::size_t>(count); });
     print("loaded and shown", now() - begin, "s");

@@ -66,7 +66,10 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
     dialog.SetFilterIndex(index);
     if (dialog.ShowModal() != wxID_OK)
         return false;
-    path = wx_helpers1::get_chosen_path(dialog);
+    const std::string chosen = wx_helpers1::get_chosen_path(dialog);
+    if (chosen.empty())
+        return false;
+    path = chosen;
     return true;
 }
 
@@ -74,9 +77,13 @@ bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title)
 {
     const std::string& usual_title = kept_text(CPIL_2_18::i18n::catalog_key("dlg.browse_folder.name"));
     wxDirDialog dialog(parent, to_label(title.empty() ? usual_title : title), to_wx(nearest_folder(path)), 0);
+    wx_helpers1::cancel_empty_choice(dialog);
     if (dialog.ShowModal() != wxID_OK)
         return false;
-    path = from_wx(dialog.GetPath());
+    const std::string chosen = wx_helpers1::get_chosen_path(dialog);
+    if (chosen.empty())
+        return false;
+    path = chosen;
     return true;
 }
 

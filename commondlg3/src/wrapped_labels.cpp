@@ -6,9 +6,18 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
-#include <algorithm>
-
 namespace commondlg3 {
+
+void lay_out_unsqueezed(wxWindow& window)
+{
+    wxSizer* sizer = window.GetSizer();
+    if (!sizer)
+        return;
+    wxSize size = window.GetClientSize();
+    size.IncTo(sizer->CalcMin());
+    sizer->SetDimension(wxPoint(0, 0), size);
+}
+
 namespace {
 
 void lay_out(wxWindow& window)
@@ -18,21 +27,20 @@ void lay_out(wxWindow& window)
         scrolled->Layout();
         return;
     }
-    const wxSize size = window.GetClientSize();
-    const int least = window.GetSizer()->CalcMin().y;
-    window.GetSizer()->SetDimension(wxPoint(0, 0), wxSize(size.x, std::max(size.y, least)));
+    lay_out_unsqueezed(window);
 }
 
 } // namespace
 
 bool fit_wrapped_labels(wxWindow& window, const std::vector<wxStaticText*>& labels)
 {
-    // In a window that is too narrow for them, controls complain of the room that they are given.
-    if (!window.GetSizer() || window.GetClientSize().x < window.GetSizer()->GetMinSize().x)
+    if (!window.GetSizer())
         return false;
     lay_out(window);
     bool changed = false;
     for (wxStaticText* label : labels) {
+        if (!label)
+            continue;
         const int width = label->GetSize().x;
         wx_helpers1::set_wrap_width(label, width);
         const wxSize least(1,

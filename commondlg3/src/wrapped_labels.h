@@ -8,9 +8,13 @@ class wxWindow;
 
 namespace commondlg3 {
 
-/// Lays `window` out and gives each label the height that its text needs at the width it got. Nothing is
-/// squeezed for it: what does not fit hangs over the lower edge until there is room. A window that is
-/// narrower than its contents is left alone, as one is that its host has not laid out yet.
+/// Lays a window out by its sizer, but never smaller than its contents: what does not fit hangs over the
+/// edges until the host makes room, where the toolkit would squeeze controls into less than they can be drawn
+/// in, and complain of it.
+void lay_out_unsqueezed(wxWindow& window);
+
+/// The same, and gives each label the height that its text needs at the width it got. Null ones are passed
+/// over.
 ///
 /// For a handler of size events, which then must not let the toolkit lay out as well.
 /// @return whether a height changed, so that whoever is around is to be laid out again

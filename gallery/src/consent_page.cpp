@@ -47,8 +47,8 @@ std::string consent_page_t::get_search_words() const
 
 gen_helpers2::error_code_t consent_page_t::load()
 {
-    gen_helpers2::error_code_t result;
-    m_stored = load_consent(result);
+    const auto result = m_store->load();
+    m_stored = get_consent(*m_store->get());
     return result;
 }
 
@@ -70,7 +70,7 @@ gen_helpers2::error_code_t consent_page_t::apply()
     if (!m_page)
         return {};
     m_page->save_settings();
-    const auto result = save_consent(m_page->get_consent());
+    const auto result = save_consent(*m_store->get(), m_page->get_consent());
     if (result.succeeded())
         m_stored = m_page->get_consent();
     return result;

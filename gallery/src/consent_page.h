@@ -1,6 +1,7 @@
 #pragma once
 
 #include "preferences_page.h"
+#include "settings_store.h"
 #include "usage_record.h"
 
 #include <wx/weakref.h>
@@ -13,6 +14,8 @@ class consent_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "pref.optin";
 
+    explicit consent_page_t(settings_store_ptr_t store) : m_store(std::move(store)) {}
+
     std::string get_object() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
@@ -23,6 +26,7 @@ public:
     nlohmann::json get_data() const override;
 
 private:
+    settings_store_ptr_t m_store;
     opt_in_pp_t::user_consent_t m_stored = opt_in_pp_t::user_consent_t::not_decided;
     wxWeakRef<opt_in_pp_t> m_page;
 };

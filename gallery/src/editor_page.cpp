@@ -4,7 +4,6 @@
 #include "missing_resource.h"
 #include "page_frame.h"
 
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/resources.h>
 #include <wx_helpers1/painted.h>
 
@@ -19,12 +18,6 @@ using nlohmann::json;
 
 constexpr unsigned all_flags =
     editor_pp_t::choose_language | editor_pp_t::show_default | editor_pp_t::show_info;
-
-gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> open_preferences_file(gen_helpers2::error_code_t& result)
-{
-    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "preferences.xml";
-    return cfgmgr2::open_property_storage(file, result);
-}
 
 editor_data_t editors_in(const gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage>& storage)
 {
@@ -89,7 +82,9 @@ editor_data_t data_from(const json& record)
 
 editor_data_t load_editors(gen_helpers2::error_code_t& result)
 {
-    return editors_in(open_preferences_file(result));
+    settings_store_t store(preferences_file);
+    result = store.load();
+    return editors_in(store.get());
 }
 
 std::string editor_page_t::get_title() const
@@ -102,16 +97,9 @@ std::string editor_page_t::get_search_words() const
     return text("preferences.page.editor.words");
 }
 
-gen_helpers2::error_code_t editor_page_t::load()
-{
-    gen_helpers2::error_code_t result;
-    m_storage = open_preferences_file(result);
-    return result;
-}
-
 commondlg3::pref_base_t* editor_page_t::create(wxWindow* parent)
 {
-    m_page = new editor_pp_t(editors_in(m_storage), all_flags);
+    m_page = new editor_pp_t(editors_in(m_store->get()), all_flags);
     m_page->create(parent);
     return m_page.get();
 }
@@ -126,16 +114,16 @@ gen_helpers2::error_code_t editor_page_t::apply()
     if (!m_page)
         return {};
     m_page->on_ok();
-    m_page->get_data().save_storage_info(m_storage);
+    m_page->get_data().save_storage_info(m_store->get());
     m_page->set_unchanged();
-    const auto result = m_storage->save();
+    const auto result = m_store->get()->save();
     m_unwritten = result.failed();
     return result;
 }
 
 json editor_page_t::get_data() const
 {
-    return json_of(m_page ? m_page->get_data() : editors_in(m_storage));
+    return json_of(m_page ? m_page->get_data() : editors_in(m_store->get()));
 }
 
 int open_editor_page(const json& data, wxWindow* parent)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "preferences_page.h"
+#include "settings_store.h"
 
-#include <cfgmgr2/property_storage.h>
 #include <commondlg3/editor_pp.h>
 
 #include <wx/weakref.h>
@@ -15,17 +15,19 @@ class editor_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "pref.editor";
 
+    explicit editor_page_t(settings_store_ptr_t store) : m_store(std::move(store)) {}
+
     std::string get_object() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
-    gen_helpers2::error_code_t load() override;
+    gen_helpers2::error_code_t load() override { return m_store->load(); }
     commondlg3::pref_base_t* create(wxWindow* parent) override;
     bool is_changed() const override;
     gen_helpers2::error_code_t apply() override;
     nlohmann::json get_data() const override;
 
 private:
-    gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_storage;
+    settings_store_ptr_t m_store;
     wxWeakRef<commondlg3::editor_pp_t> m_page;
     bool m_unwritten = false;
 };

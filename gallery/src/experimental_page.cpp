@@ -43,7 +43,7 @@ public:
     void load() override {}
     bool save() override { return true; }
     void turn_on(const feature_info_t& feature) override { m_on.insert(feature.env_variable); }
-    bool is_turned_on(const feature_info_t& feature) const override
+    bool is_turned_on(const feature_info_t& feature) override
     {
         return m_on.count(feature.env_variable) != 0;
     }

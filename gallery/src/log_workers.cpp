@@ -6,6 +6,7 @@
 
 #include <commondlg3/message_window.h>
 #include <cpil/catalog.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
 
@@ -136,7 +137,7 @@ void walk_page_t::start()
     walk->messenger = get_log().get_messenger(walk->tag);
     walk->progress = get_log().get_progress(walk->tag);
     m_walk = walk;
-    m_start->Disable();
+    wx_helpers1::set_enabled(m_start, false);
     m_finished = gen_helpers2::signal_t<>();
     m_finished.connect(&m_receiver, [this, walk] { finished(walk); });
     m_worker = std::thread([walk, signal = m_finished] {

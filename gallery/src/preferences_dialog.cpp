@@ -10,6 +10,7 @@
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
@@ -23,16 +24,18 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace gallery {
 namespace {
 
 using CPIL_2_18::i18n::catalog_key;
 
-constexpr int usual_width = 760;
-constexpr int usual_height = 520;
-constexpr int least_width = 520;
-constexpr int least_height = 320;
+// In characters of the present font.
+constexpr int usual_columns = 95;
+constexpr int usual_lines = 30;
+constexpr int least_columns = 65;
+constexpr int least_lines = 19;
 
 int stored_number(cfgmgr2::IPropertyStorage& storage, const char* name, int otherwise)
 {
@@ -76,20 +79,23 @@ void preferences_dialog_t::on_init_dialog()
     m_nothing_found = commondlg3::from_xrc<wxStaticText>(this, "m_nothing_found");
     if (!m_list || !m_area || !m_apply || !m_search || !m_nothing_found)
         return;
-    m_area->SetScrollRate(0, 10);
+    m_area->SetScrollRate(10, 10);
     wx_helpers1::set_accessible_name(m_list, text("preferences.pages"));
     m_search->SetDescriptiveText(wx_helpers1::to_label(text("preferences.search")));
     wx_helpers1::set_accessible_name(m_search, text("preferences.search"));
     m_nothing_found->Hide();
+    std::string reasons; // told together: a window over a window would be in the way
     for (const shown_page_t& shown : m_pages) {
         const auto result = shown.page->load();
         if (result.failed())
-            CallAfter([this, result] {
-                tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"),
-                     result.message());
-            });
+            reasons += (reasons.empty() ? "" : "\n") + result.message();
     }
+    if (!reasons.empty())
+        tell_once_shown(reasons);
     fill_list();
+    // The titles as wide as the font makes them: the width in the layout is the least one.
+    m_list->SetMinSize(
+        wxSize(std::max(m_list->GetMinSize().x, m_list->GetBestSize().x), m_list->GetMinSize().y));
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
         const int row = event.GetSelection();
         select(row >= 0 && row < static_cast<int>(m_listed.size()) ? m_listed[row] : -1);
@@ -112,6 +118,19 @@ void preferences_dialog_t::on_init_dialog()
     restore();
 }
 
+// The toolkit may show the dialog later than it is asked to: a message before would come to lie behind it.
+void preferences_dialog_t::tell_once_shown(const std::string& reasons)
+{
+    Bind(wxEVT_SHOW, [this, reasons](wxShowEvent& event) {
+        event.Skip();
+        if (event.IsShown() && !std::exchange(m_told, true))
+            CallAfter([this, reasons] {
+                tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"),
+                     reasons);
+            });
+    });
+}
+
 void preferences_dialog_t::restore()
 {
     const auto stored = m_remembered->get_child("preferences");
@@ -120,15 +139,38 @@ void preferences_dialog_t::restore()
         return page.can_get<std::string>() && page.get<std::string>() == shown.page->get_object();
     });
     fit_to_contents();
-    SetMinSize(wxSize(std::max(least_width, GetMinSize().x), std::max(least_height, GetMinSize().y)));
-    SetSize(std::max(GetMinSize().x, stored_number(*stored, "width", usual_width)),
-            std::max(GetMinSize().y, stored_number(*stored, "height", usual_height)));
-    centre_on_parent();
+    // At large fonts less than the usual size is on the screen, with the frame around it; the area scrolls
+    // then.
+    const wxSize character(GetCharWidth(), GetCharHeight());
+    const wxSize screen = wxGetClientDisplayRect().GetSize() - wxSize(character.x, 3 * character.y);
+    wxSize least(least_columns * character.x, least_lines * character.y);
+    least.IncTo(GetMinSize());
+    least.DecTo(screen);
+    SetMinSize(least);
+    wxSize size(stored_number(*stored, "width", usual_columns * character.x),
+                stored_number(*stored, "height", usual_lines * character.y));
+    size.DecTo(screen);
+    size.IncTo(least);
+    SetSize(size);
     Layout();
     const auto at = found == m_pages.end() ? m_pages.begin() : found;
     if (at != m_pages.end())
         select(static_cast<int>(at - m_pages.begin()));
+    make_room();
+    centre_on_parent();
     m_list->SetFocus();
+}
+
+// The page that is seen first says how wide the dialog must be at the present font, as far as the screen
+// goes; what is wider than the area scrolls.
+void preferences_dialog_t::make_room()
+{
+    const int missing = m_area->GetSizer()->CalcMin().x - m_area->GetClientSize().x;
+    if (missing <= 0)
+        return;
+    const int widest = std::max(GetSize().x, wxGetClientDisplayRect().width);
+    SetSize(std::min(GetSize().x + missing, widest), GetSize().y);
+    Layout();
 }
 
 void preferences_dialog_t::remember()
@@ -257,7 +299,7 @@ void preferences_dialog_t::update_apply()
     const bool changed = std::any_of(m_pages.begin(), m_pages.end(), [](const shown_page_t& shown) {
         return shown.window && shown.page->is_changed();
     });
-    m_apply->Enable(changed);
+    wx_helpers1::set_enabled(m_apply, changed, m_btn_ok);
 }
 
 void preferences_dialog_t::tell(const char* main_key, const char* details_key, const std::string& reason)

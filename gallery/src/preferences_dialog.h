@@ -43,6 +43,8 @@ private:
         commondlg3::pref_base_t* window = nullptr; // owned by the page area
     };
 
+    void make_room();
+    void tell_once_shown(const std::string& reasons);
     void fill_list();
     void search();
     void on_search_key(wxKeyEvent& event);
@@ -61,6 +63,7 @@ private:
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
     std::vector<int> m_listed; ///< the pages in the list, in its order
     found_marks_t m_marks;
+    bool m_told = false;
     bool m_wants_restart = false;
     wxSearchCtrl* m_search = nullptr;
     wxStaticText* m_nothing_found = nullptr;

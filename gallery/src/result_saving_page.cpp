@@ -5,8 +5,8 @@
 #include "page_frame.h"
 
 #include <cctrl2/collection_controller.h>
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/resources.h>
+#include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
 #include <wx_helpers1/painted.h>
 
@@ -65,7 +65,10 @@ result_saving_data_t data_from(const json& data, result_saving_data_t record)
 
 } // namespace
 
-result_saving_page_t::result_saving_page_t() : m_data(initial_data()) {}
+result_saving_page_t::result_saving_page_t(settings_store_ptr_t store)
+    : m_store(std::move(store)), m_data(initial_data())
+{
+}
 
 std::string result_saving_page_t::get_title() const
 {
@@ -79,12 +82,10 @@ std::string result_saving_page_t::get_search_words() const
 
 gen_helpers2::error_code_t result_saving_page_t::load()
 {
-    gen_helpers2::error_code_t result;
-    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "preferences.xml";
-    m_storage = cfgmgr2::open_property_storage(file, result);
-    if (!m_storage->has_child("result_saving"))
+    const auto result = m_store->load();
+    if (!m_store->get()->has_child("result_saving"))
         return result;
-    const auto stored = m_storage->get_child("result_saving");
+    const auto stored = m_store->get()->get_child("result_saving");
     const auto number = [&](const char* name) {
         const auto value = stored->get_value(name);
         return value.can_get<int>() && value.get<int>() == 1 ? 1 : 0;
@@ -122,13 +123,13 @@ gen_helpers2::error_code_t result_saving_page_t::apply()
     m_page->on_ok();
     m_data = m_page->get_data();
     m_page->load_settings(); // what was replaced by a safe value is shown as such
-    const auto stored = m_storage->get_child("result_saving");
+    const auto stored = m_store->get()->get_child("result_saving");
     stored->set_value("temp_storing", static_cast<int>(m_data.get_temp_storing()));
     stored->set_value("project_storing", static_cast<int>(m_data.get_proj_storing()));
     stored->set_value("vs_accessibility", m_data.get_vs_accessibility());
     stored->set_value("name_template", m_data.get_name_template());
     stored->set_value("folder", m_data.get_folder());
-    const auto result = m_storage->save();
+    const auto result = m_store->get()->save();
     m_unwritten = result.failed();
     return result;
 }
@@ -145,8 +146,9 @@ int open_result_saving_page(const json& data, wxWindow* parent)
     int result = 0;
     json ended = json::object();
     if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
-        result_saving_page_t stored;
-        stored.load();
+        result_saving_page_t stored(std::make_shared<settings_store_t>(preferences_file));
+        if (const auto read = stored.load(); read.failed())
+            gen_helpers2::log_warning("gallery", read.as_string());
         const auto record = data_from(stored.get_data(), initial_data());
         const unsigned flags = static_cast<unsigned>(get_int(data, "flags", all_flags));
         auto* page = new result_saving_pp_t(data_from(data, record), flags);

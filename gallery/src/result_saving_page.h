@@ -1,8 +1,8 @@
 #pragma once
 
 #include "preferences_page.h"
+#include "settings_store.h"
 
-#include <cfgmgr2/property_storage.h>
 #include <commondlg3/result_saving_pp.h>
 
 #include <wx/weakref.h>
@@ -15,7 +15,7 @@ class result_saving_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "pref.result_saving";
 
-    result_saving_page_t();
+    explicit result_saving_page_t(settings_store_ptr_t store);
 
     std::string get_object() const override { return object_name; }
     std::string get_title() const override;
@@ -27,7 +27,7 @@ public:
     nlohmann::json get_data() const override;
 
 private:
-    gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_storage;
+    settings_store_ptr_t m_store;
     commondlg3::result_saving_data_t m_data;
     wxWeakRef<commondlg3::result_saving_pp_t> m_page;
     bool m_unwritten = false;

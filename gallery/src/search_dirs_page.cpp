@@ -3,8 +3,6 @@
 #include "missing_resource.h"
 #include "search_dirs_json.h"
 
-#include <cfgmgr2/product_locations.h>
-
 namespace gallery {
 
 using commondlg3::search_dirs_tab_t;
@@ -13,9 +11,8 @@ gen_helpers2::error_code_t search_dirs_store_t::load()
 {
     if (m_container)
         return {}; // it has been told already
-    gen_helpers2::error_code_t result;
-    const auto file = cfgmgr2::IProductLocations::get()->get_config_directory() / "search_directories.xml";
-    m_container = FF_2_13::make_search_dir_container(cfgmgr2::open_property_storage(file, result));
+    const auto result = m_file.load();
+    m_container = FF_2_13::make_search_dir_container(m_file.get());
     return result;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "preferences_page.h"
+#include "settings_store.h"
 
-#include <cfgmgr2/property_storage.h>
 #include <commondlg3/search_dirs_tab.h>
 #include <ff/search_directories.h>
 
@@ -23,7 +23,7 @@ public:
     const FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>& get() const { return m_container; }
 
 private:
-    gen_helpers2::error_code_t m_result;
+    settings_store_t m_file{"search_directories.xml"};
     FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer> m_container;
 };
 

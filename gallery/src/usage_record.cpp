@@ -1,8 +1,9 @@
 #include "usage_record.h"
 
+#include "settings_store.h"
+
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
-#include <cfgmgr2/property_storage.h>
 #include <gen_helpers2/file.h>
 #include <gen_helpers2/log.h>
 
@@ -28,9 +29,15 @@ std::map<std::string, int>& opened()
     return counts;
 }
 
-gen_helpers2::path_t in_config_directory(const char* file)
+gen_helpers2::path_t record_file()
 {
-    return cfgmgr2::IProductLocations::get()->get_config_directory() / file;
+    return cfgmgr2::IProductLocations::get()->get_config_directory() / "usage_data.json";
+}
+
+void remove_record()
+{
+    std::error_code missing_is_right;
+    std::filesystem::remove(record_file().as_filesystem_path(), missing_is_right);
 }
 
 } // namespace
@@ -54,35 +61,48 @@ std::string get_usage_record()
     return record.dump(indent, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-user_consent_t load_consent(gen_helpers2::error_code_t& result)
+user_consent_t get_consent(cfgmgr2::IPropertyStorage& preferences)
 {
-    const auto storage = cfgmgr2::open_property_storage(in_config_directory("preferences.xml"), result);
-    if (!storage->has_child(child_name))
+    if (!preferences.has_child(child_name))
         return user_consent_t::not_decided;
-    const auto value = storage->get_child(child_name)->get_value(value_name);
+    const auto value = preferences.get_child(child_name)->get_value(value_name);
     const int number = value.can_get<int>() ? value.get<int>() : 0;
     return number == 1 || number == 2 ? static_cast<user_consent_t>(number) : user_consent_t::not_decided;
 }
 
+gen_helpers2::error_code_t save_consent(cfgmgr2::IPropertyStorage& preferences, user_consent_t consent)
+{
+    preferences.get_child(child_name)->set_value(value_name, static_cast<int>(consent));
+    const auto result = preferences.save();
+    if (result.succeeded() && consent != user_consent_t::given)
+        remove_record();
+    return result;
+}
+
+user_consent_t load_consent(gen_helpers2::error_code_t& result)
+{
+    settings_store_t store(preferences_file);
+    result = store.load();
+    return get_consent(*store.get());
+}
+
 gen_helpers2::error_code_t save_consent(user_consent_t consent)
 {
-    gen_helpers2::error_code_t ignored; // a file that could not be read is kept aside by save()
-    const auto storage = cfgmgr2::open_property_storage(in_config_directory("preferences.xml"), ignored);
-    storage->get_child(child_name)->set_value(value_name, static_cast<int>(consent));
-    return storage->save();
+    settings_store_t store(preferences_file);
+    if (const auto read = store.load(); read.failed()) // the file is kept aside by saving
+        gen_helpers2::log_warning("gallery", read.as_string());
+    return save_consent(*store.get(), consent);
 }
 
 void report_usage()
 {
     gen_helpers2::error_code_t result;
-    const auto file = in_config_directory("usage_data.json");
     if (load_consent(result) == user_consent_t::given) {
-        result = gen_helpers2::write_whole_file(file, get_usage_record() + "\n");
+        result = gen_helpers2::write_whole_file(record_file(), get_usage_record() + "\n");
         if (result.failed())
             gen_helpers2::log_warning("gallery", "the usage record was not kept: " + result.as_string());
     } else if (result.succeeded()) {
-        std::error_code missing_is_right;
-        std::filesystem::remove(file.as_filesystem_path(), missing_is_right);
+        remove_record();
     }
 }
 

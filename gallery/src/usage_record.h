@@ -1,6 +1,7 @@
 /// What the product that the gallery plays would report of its use, and whether it may.
 #pragma once
 
+#include <cfgmgr2/property_storage.h>
 #include <commondlg3/opt_in_pp.h>
 #include <gen_helpers2/error_code.h>
 
@@ -17,10 +18,16 @@ std::string get_usage_record();
 
 /// The user's stored answer; not decided when there is none, or none that can be read.
 opt_in_pp_t::user_consent_t load_consent(gen_helpers2::error_code_t& result);
-gen_helpers2::error_code_t save_consent(opt_in_pp_t::user_consent_t consent);
+/// Keeps the answer. Whoever does not agree is forgotten at once: the record that was left is taken away.
+[[nodiscard]] gen_helpers2::error_code_t save_consent(opt_in_pp_t::user_consent_t consent);
+
+/// The same in preferences that are open.
+opt_in_pp_t::user_consent_t get_consent(cfgmgr2::IPropertyStorage& preferences);
+[[nodiscard]] gen_helpers2::error_code_t save_consent(cfgmgr2::IPropertyStorage& preferences,
+                                                      opt_in_pp_t::user_consent_t consent);
 
 /// At the product's end: reports the record if the user agreed. The gallery reports to nobody: it leaves the
-/// record in a file of the configuration directory, and takes it away when the user does not agree.
+/// record in a file of the configuration directory, which is taken away when the user does not agree.
 void report_usage();
 
 } // namespace gallery

@@ -113,6 +113,8 @@ TEST_F(EditorLaunch, WhatCannotStartIsToldAtOnceWithItsReason)
 {
     const std::string ed = make_program("ed");
     make_program("vim");
+    make_program("my"); // what a program with a blank in its path must not be cut down to
+    const std::string gone = m_dir.path() + "/my editor/ed";
     test::make_file(m_dir.path() + "/no program");
     const struct
     {
@@ -126,7 +128,9 @@ TEST_F(EditorLaunch, WhatCannotStartIsToldAtOnceWithItsReason)
         {by_variable("ed \"x"), m_file, reason_t::bad_quotes, "variable"},
         {{"c", "Mine", ed, ed + " 'x"}, m_file, reason_t::bad_quotes, "Mine"},
         {by_variable("/gone/ed -n"), m_file, reason_t::not_found, "/gone/ed w"},
-        {{"c", "Mine", "/my gone/ed", "/my gone/ed -n"}, m_file, reason_t::not_found, "/my gone/ed w"},
+        {{"c", "Mine", gone, gone + " -n"}, m_file, reason_t::not_found, gone + " w"},
+        {{"c", "Mine", gone, "my editor"}, m_file, reason_t::not_found, gone + " w"},
+        {{"c", "Mine", "", "my editor"}, m_file, reason_t::not_found, "my editor w"},
         {by_variable("'" + m_dir.path() + "/no program'"), m_file, reason_t::not_found, "no program"},
         {by_variable("vim"), m_file, reason_t::no_terminal, "vim runs"},
         {by_variable("ed"), m_dir.path() + "/gone.cpp", reason_t::no_file, "gone.cpp"}};

@@ -153,6 +153,10 @@ TEST_F(EditorPage, LanguagesHaveTheirOwnListsAndChoices)
     EXPECT_FALSE(default_button()->IsEnabled());
     EXPECT_EQ("\n", info());
     EXPECT_EQ(language_info::other, m_page->get_data().get_selected_language());
+    m_page->update_state_for_language(cpp); // of which nothing is selected: neither is another's
+    EXPECT_EQ("b", m_page->get_selected_editor_name());
+    EXPECT_EQ("", m_page->get_data().get_selected_editor_name(language_info::other));
+    EXPECT_TRUE(arguments()->IsEnabled() && default_button()->IsEnabled());
 }
 
 TEST_F(EditorPage, TheDefaultIsSetOnce)
@@ -160,9 +164,12 @@ TEST_F(EditorPage, TheDefaultIsSetOnce)
     open(three_editors());
     select(1);
     EXPECT_TRUE(default_button()->IsEnabled());
-    send(wxEVT_BUTTON, default_button());
+    default_button()->SetFocus();
+    ASSERT_TRUE(test::wait_for([this] { return default_button()->HasFocus(); }));
+    test::press(WXK_SPACE);
+    EXPECT_TRUE(test::wait_for([this] { return !default_button()->IsEnabled(); }));
+    EXPECT_TRUE(list()->HasFocus()) << "or no key would be heard any more";
     EXPECT_EQ("a", m_page->get_data().get_default_editor_name(cpp));
-    EXPECT_FALSE(default_button()->IsEnabled());
     select(0);
     EXPECT_TRUE(default_button()->IsEnabled());
     select(1);
@@ -189,7 +196,8 @@ TEST_F(EditorPage, BrowsedProgramsGetFreeNamesUpToAHundred)
     EXPECT_EQ("v&m \xC3\xA4 \xEF\xBF\xBD", from_wx(list()->GetStringSelection()));
     EXPECT_EQ(system_editor_t(leaf, leaf, path, path), m_page->get_data().get_editor(cpp, leaf));
     EXPECT_EQ(editor_data_t::editor_type_custom, m_page->get_data().get_editor_type(cpp, leaf));
-    EXPECT_EQ(translate_message("pref.editor.editor_not_found_custom", {}), info());
+    EXPECT_EQ("\n", info());
+    EXPECT_TRUE(commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program")->IsShown());
     browse(path);
     EXPECT_EQ(leaf + " (2)", m_page->get_selected_editor_name());
     browse(path);
@@ -265,14 +273,22 @@ TEST_F(EditorPage, AnEditorThatIsNotThereIsToldWhenItIsChosen)
     data.add_editor(cpp, {"e", "E", "", ""});
     data.add_editor(cpp, {"q", "Q", "sh", "sh -c 'x y'"});
     open(data);
-    const char* const keys[] = {"pref.editor.editor_not_found_system", "pref.editor.editor_not_found_env_var",
-                                "pref.editor.editor_not_found_custom", "pref.editor.editor_not_found_custom"};
-    for (int i = 0; i < 4; ++i) {
+    const auto gone = [](const char* program) {
+        return translate_message("pref.editor.program_not_found", {{"program", program}});
+    };
+    const std::pair<std::string, std::string> expected[] = {
+        {"\n", gone("/gone/s")},
+        {translate_message("pref.editor.editor_not_found_env_var", {}), ""},
+        {"\n", gone("/gone/c")},
+        {translate_message("pref.editor.editor_not_found_custom", {}), ""},
+        {"\n", ""}};
+    auto* missing = commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program");
+    for (int i = 0; i < 5; ++i) {
         select(i);
-        EXPECT_EQ(translate_message(keys[i], {}), info());
+        EXPECT_EQ(expected[i].first, info());
+        EXPECT_EQ(expected[i].second, from_wx(missing->GetLabelText()));
+        EXPECT_EQ(!expected[i].second.empty(), missing->IsShown());
     }
-    select(4);
-    EXPECT_EQ("\n", info());
     EXPECT_NE(std::string::npos,
               from_wx(list()->GetToolTipText()).find("sh -c 'x y' +<line> <path to file>"));
     m_page->fill_info_message(cpp, {"nobody", "N", "", ""});

@@ -112,6 +112,8 @@ TEST_F(Consent, TheDialogEndsWithOkOnlyAfterAnAnswer)
     EXPECT_FALSE(told) << "no answer is none";
     EXPECT_EQ(consent_t::not_decided, dialog.get_consent());
     EXPECT_EQ(wxID_OK, run([](wxTopLevelWindow* window) {
+                  EXPECT_FALSE(choice(window, "m_radioBtn5")->GetValue()) << "what was cancelled";
+                  EXPECT_FALSE(commondlg3::from_xrc<wxButton>(window, "m_btn_ok")->IsEnabled());
                   choice(window, "m_radioBtn6")->SetFocus();
                   test::press(WXK_SPACE);
                   auto* ok = commondlg3::from_xrc<wxButton>(window, "m_btn_ok");

@@ -96,6 +96,9 @@ TEST(Features, ActiveOnesStandOnceInTheFileHoweverOftenTheyAreLoaded)
     test::make_file(active.get_config_filename(), "<bag");
     active.load(); // changes nothing
     EXPECT_TRUE(active.is_turned_on({"other", "texts", "A"}));
+    ASSERT_TRUE(active.save());
+    EXPECT_EQ("<bag", test::read_file(active.get_config_filename() + ".damaged"));
+    EXPECT_EQ((names_t{"env_variable=B", "env_variable=A"}), active_file(dir.path() + "/made/on/the/way"));
     active.clear();
     EXPECT_FALSE(active.is_turned_on({"", "", "A"}));
     active.turn_on({"", "", "A"});
@@ -242,6 +245,12 @@ TEST_F(ExperimentalPage, WithoutConfigurationsItIsEmptyOrWritesNothing)
 {
     experimental_options_panel_t empty(nullptr, nullptr);
     EXPECT_FALSE(empty.save_settings() || empty.is_experimental_on());
+    m_active->turn_on({"", "", "KEPT"});
+    ASSERT_TRUE(m_active->save());
+    experimental_options_panel_t never_shown(m_list, m_active); // as one whose layout does not load
+    EXPECT_TRUE(never_shown.save_settings());
+    EXPECT_EQ((names_t{"env_variable=KEPT"}), active_file(m_dir.path()));
+    std::filesystem::remove(m_active->get_config_filename());
     show({{"Feature", "", "FEATURE"}});
     m_page->Destroy();
     m_page = new experimental_options_panel_t(m_list, nullptr);

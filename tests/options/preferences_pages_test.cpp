@@ -143,9 +143,59 @@ TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
     gallery::report_usage();
     EXPECT_EQ(gallery::get_usage_record() + "\n", test::read_file(file));
     EXPECT_NE(std::string::npos, test::read_file(file).find("\"dlg.counted\": 1"));
-    ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::refused).succeeded());
+    preferences_dialog_t dialog;
+    run(dialog, [&](wxTopLevelWindow* window) {
+        search(window, "Usage");
+        commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn6")->SetFocus();
+        test::press(WXK_SPACE);
+        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
+        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
+        apply->SetFocus();
+        ASSERT_TRUE(test::wait_for([&] { return apply->HasFocus(); }));
+        test::press(WXK_SPACE);
+        EXPECT_TRUE(test::wait_for([&] { return !apply->IsEnabled(); }));
+        EXPECT_FALSE(std::filesystem::exists(file)) << "whoever refuses need not wait for the end";
+        test::press(WXK_ESCAPE); // heard also now that the button that had the focus cannot have it
+    });
     gallery::report_usage();
     EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+// What stands in a window, as far as it can be seen.
+void collect_shown(wxWindow* window, std::vector<wxWindow*>& shown)
+{
+    for (wxWindow* child : window->GetChildren()) {
+        if (!child->IsShown() || child->IsTopLevel())
+            continue;
+        shown.push_back(child);
+        collect_shown(child, shown);
+    }
+}
+
+// At larger fonts a page may need more width than its host has: what it then must not do is give up.
+TEST_F(PreferencesPages, APageIsLaidOutHoweverNarrowItsHostIs)
+{
+    auto* frame = new wxFrame(test::main_window(), wxID_ANY, "host", wxDefaultPosition, wxSize(220, 200));
+    frame->Show();
+    for (const auto& page : gallery::make_preferences_pages()) {
+        SCOPED_TRACE(page->get_object());
+        EXPECT_TRUE(page->load().succeeded());
+        auto* host = new wxPanel(frame, wxID_ANY, wxPoint(0, 0), wxSize(120, 100));
+        auto* window = page->create(host);
+        window->SetSize(120, 100);
+        test::settle();
+        std::vector<wxWindow*> shown;
+        collect_shown(window, shown);
+        EXPECT_GT(shown.size(), 3U);
+        for (const wxWindow* one : shown)
+            for (const wxWindow* other : shown) {
+                const bool are_neighbours = one < other && one->GetParent() == other->GetParent();
+                EXPECT_FALSE(are_neighbours && one->GetRect().Intersects(other->GetRect()))
+                    << wx_helpers1::from_wx(one->GetName() + " " + other->GetName());
+            }
+        host->Destroy();
+    }
+    frame->Destroy();
 }
 
 } // namespace

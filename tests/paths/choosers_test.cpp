@@ -69,6 +69,9 @@ TEST(Choosers, FileChooserStartsAtThePathAndItsExtension)
     EXPECT_EQ("a.txt", seen.name);
     EXPECT_EQ(2, seen.filter);
     EXPECT_EQ(wxFD_SAVE, seen.style);
+    EXPECT_FALSE(
+        choose_file(true, path, "txt", "Text|*.txt\nNotes|*.txt;*.md\nAll|*.*", "", "", wxID_CANCEL, seen));
+    EXPECT_EQ(1, seen.filter) << "of two entries with it the last";
     std::string start;
     test::make_file(sub + "/chosen.txt");
     test::answer_for_real(sub + "/chosen.txt", start);
@@ -103,6 +106,42 @@ TEST(Choosers, BrowsingForAFolderStartsAtTheFieldAndIsLikeTyping)
     EXPECT_EQ(dir.path(), start) << "a missing folder begins at what is there";
     commondlg3::process_browse_folder(test::main_window(), nullptr);
     ctrl->Destroy();
+}
+
+TEST(Choosers, AFolderWhoseNameIsNoTextIsChosenByItsBytes)
+{
+    const test::temp_dir_t dir;
+    const std::string odd = dir.path() + "/\xFF\xC3";
+    std::filesystem::create_directory(odd);
+    std::string path = dir.path();
+    std::string start;
+    test::answer_for_real(odd, start);
+    EXPECT_TRUE(commondlg3::folder_dlg(test::main_window(), path, ""));
+    EXPECT_EQ(odd, path);
+}
+
+// A chooser that has just appeared has not read its folder yet: nothing is selected then.
+gboolean accept_nothing(gpointer dialog)
+{
+    if (!gtk_widget_get_visible(GTK_WIDGET(dialog)))
+        return G_SOURCE_CONTINUE;
+    gchar* selected = gtk_file_chooser_get_filename(GTK_FILE_CHOOSER(dialog));
+    EXPECT_EQ(nullptr, selected);
+    g_free(selected);
+    gtk_dialog_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
+    return G_SOURCE_REMOVE;
+}
+
+TEST(Choosers, NothingSelectedIsACancel)
+{
+    const test::temp_dir_t dir;
+    std::string path = dir.path();
+    const test::chooser_answer_t answer([](wxDialog* shown) {
+        g_idle_add_full(G_PRIORITY_HIGH, accept_nothing, shown->GetHandle(), nullptr);
+        return static_cast<int>(wxID_NONE);
+    });
+    EXPECT_FALSE(commondlg3::folder_dlg(test::main_window(), path, ""));
+    EXPECT_EQ(dir.path(), path);
 }
 
 TEST(Choosers, FontAndColourComeBackOnlyOnOk)

@@ -9,6 +9,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -17,6 +18,17 @@ using commondlg3::translate_message;
 using commondlg3::validate_path;
 using wx_helpers1::from_wx;
 using wx_helpers1::to_wx;
+
+/// Another working directory for as long as it lives.
+class working_dir_t
+{
+public:
+    explicit working_dir_t(const std::string& dir) { std::filesystem::current_path(dir); }
+    ~working_dir_t() { std::filesystem::current_path(m_before); }
+
+private:
+    std::filesystem::path m_before = std::filesystem::current_path();
+};
 
 class PathFields : public testing::Test
 {
@@ -33,7 +45,11 @@ protected:
     }
     void TearDown() override { m_frame->Destroy(); }
 
-    bool is_red() const { return m_ctrl->GetForegroundColour() == commondlg3::get_path_error_colour(); }
+    bool is_red() const
+    {
+        const wxColour colour = m_ctrl->GetForegroundColour();
+        return colour.Red() > 2 * std::max(colour.Green(), colour.Blue());
+    }
     std::string tooltip() const { return from_wx(m_ctrl->GetToolTipText()); }
     std::string description() const
     {
@@ -167,13 +183,18 @@ TEST_F(PathFields, BareNamesAreFoundInPathThenInTheSearchPaths)
     test::make_file(one.path() + "/tool");
     test::make_file(two.path() + "/tool");
     test::make_file(two.path() + "/other");
+    const working_dir_t here(two.path());
     m_page->set_search_paths({"relative", two.path()});
     std::vector<bool> told;
     m_page->get_path_checked_signal().connect([&](bool usable) { told.push_back(usable); });
     {
         const test::variable_guard_t path("PATH", ("bin:.::" + one.path() + ":").c_str());
         EXPECT_EQ(one.path() + "/tool", m_page->find_in_environment("tool"));
-        EXPECT_EQ("", m_page->find_in_environment("CMakeCache.txt"))
+        std::filesystem::create_directory("bin");
+        test::make_file("bin/tool_of_bin");
+        test::make_file("tool_of_here");
+        EXPECT_EQ("",
+                  m_page->find_in_environment("tool_of_bin") + m_page->find_in_environment("tool_of_here"))
             << "neither relative nor empty entries count";
         EXPECT_EQ("", m_page->find_in_environment(""));
         EXPECT_TRUE(check("tool", true, true));

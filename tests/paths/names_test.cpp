@@ -4,7 +4,6 @@
 #include <commondlg3/path_info.h>
 #include <commondlg3/path_validation.h>
 #include <commondlg3/result_saving_pp.h>
-#include <gen_helpers2/path_expansion.h>
 #include <gen_helpers2/path_state.h>
 #include <gen_helpers2/stdpaths.h>
 #include <rdmgr2/result_directory_manager.h>
@@ -205,35 +204,6 @@ TEST(ResultNames, AFolderThatCannotTakeResultsIsKnownBeforehand)
     EXPECT_EQ(state::usable, examine_folder(root / "x"));
     EXPECT_EQ(state::not_allowed, examine_folder(root / "closed"));
     EXPECT_EQ(state::not_allowed, examine_folder(root / "closed/x"));
-}
-
-TEST(ResultNames, ShorthandOfTheShellIsUnderstood)
-{
-    using gen_helpers2::expansion_t;
-    const test::variable_guard_t set("PATHS_TEST", "/v");
-    const test::variable_guard_t unset("PATHS_NONE", nullptr);
-    const std::string home = gen_helpers2::stdpaths::get_home_dir().as_string();
-    const test::temp_dir_t dir;
-    std::filesystem::create_directory(dir.path() + "/$PATHS_TEST");
-    const struct
-    {
-        std::string before;
-        std::string after;
-        expansion_t result;
-    } cases[] = {{"~", home, expansion_t::expanded},
-                 {"~/a", home + "/a", expansion_t::expanded},
-                 {"$PATHS_TEST/x${PATHS_TEST}", "/v/x/v", expansion_t::expanded},
-                 {"~/$PATHS_NONE", "~/$PATHS_NONE", expansion_t::unknown_variable},
-                 {"~other/a", "~other/a", expansion_t::nothing_to_do},
-                 {"/a$ b/${/$1", "/a$ b/${/$1", expansion_t::nothing_to_do},
-                 {dir.path() + "/$PATHS_TEST", dir.path() + "/$PATHS_TEST", expansion_t::nothing_to_do}};
-    for (const auto& c : cases) {
-        std::string text = c.before;
-        std::string name;
-        EXPECT_EQ(c.result, gen_helpers2::expand_path(text, name)) << c.before;
-        EXPECT_EQ(c.after, text);
-        EXPECT_EQ(c.result == expansion_t::unknown_variable ? "PATHS_NONE" : "", name);
-    }
 }
 
 } // namespace

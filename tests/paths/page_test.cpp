@@ -82,10 +82,10 @@ TEST_F(ResultPage, OkMakesBadInputUsableAndWarnsOnce)
                  {"n@@", "", 7, "n@@", temp, bad_folder},
                  {"none", "relative", 7, "result_@@@", temp, bad_name},
                  {"n@@", "relative/* ", 5, "n@@", "relative/*", ""},
-                 {"n@@", "~/r", 7, "n@@", gen_helpers2::stdpaths::get_home_dir().as_string() + "/r", ""},
-                 {"n@@", "/$PATHS_NONE/r", 7, "n@@", temp, bad_folder},
+                 {"n@@", "~/r", 7, "n@@", temp, bad_folder},
+                 {"n@@", good + "/$HOME", 7, "n@@", good + "/$HOME", ""},
+                 {"n@@", "$HOME", 5, "n@@", "$HOME", ""},
                  {"n@@", good + "/\xFF", 7, "n@@", good + "/\xFF", ""}};
-    const test::variable_guard_t unset("PATHS_NONE", nullptr);
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name + " in " + c.folder);
         open("x@", "/x", c.flags);
@@ -106,6 +106,23 @@ TEST_F(ResultPage, OkMakesBadInputUsableAndWarnsOnce)
         m_frame->Destroy();
         m_frame = nullptr;
     }
+}
+
+TEST_F(ResultPage, OpeningItIsNoChangeWhateverTheRecordHolds)
+{
+    for (const char* folder_text : {"/a*b<c", "  /x  ", "\xFF*", "~", ""}) {
+        open("a*@b@", folder_text);
+        EXPECT_FALSE(m_page->is_changed()) << folder_text;
+        EXPECT_EQ(folder_text, from_wx(folder()->GetValue())) << "it is marked, but not cleaned";
+        m_page->on_update_ui_settings();
+        EXPECT_FALSE(m_page->is_changed()) << folder_text;
+        m_frame->Destroy();
+        m_frame = nullptr;
+    }
+    open("n@", "/a*b");
+    EXPECT_EQ(commondlg3::get_path_error_colour(), folder()->GetForegroundColour());
+    folder()->AppendText("c");
+    EXPECT_EQ("/abc", folder()->GetValue());
 }
 
 TEST_F(ResultPage, ProjectsDirectoryTakesTheFolderOutOfTheGame)
@@ -183,24 +200,18 @@ TEST_F(ResultPage, WhatWouldGoWrongLaterIsToldWhileTheFolderIsTyped)
     std::filesystem::create_directory(m_dir.path() + "/closed");
     std::filesystem::permissions(m_dir.path() + "/closed", std::filesystem::perms::none);
     open("n@", m_dir.path());
-    const test::variable_guard_t unset("PATHS_NONE", nullptr);
     const std::pair<std::string, const char*> cases[] = {
         {"/file/x", "pref.result_saving.folder_is_file"},
         {"/link/x", "pref.result_saving.folder_is_broken_link"},
-        {"/$PATHS_NONE", "pref.result_saving.unknown_variable"},
         {"/closed/x", "pref.result_saving.folder_not_writable"}};
     for (const auto& [below, key] : cases) {
         const test::ordinary_user_t user;
         folder()->SetValue(to_wx(m_dir.path() + below));
-        const std::string said = translate_message(key, {{"name", "PATHS_NONE"}});
+        const std::string said = translate_message(key);
         EXPECT_EQ(said, from_wx(folder()->GetToolTipText()));
         EXPECT_EQ(said, label("m_folder_note"));
         EXPECT_EQ(commondlg3::get_path_error_colour(), folder()->GetForegroundColour());
     }
-    folder()->SetValue("~/x");
-    EXPECT_EQ("", from_wx(folder()->GetToolTipText()));
-    EXPECT_NE(std::string::npos,
-              label("m_folder_note").find(gen_helpers2::stdpaths::get_home_dir().as_string() + "/x"));
     folder()->SetValue(to_wx(m_dir.path()));
     EXPECT_EQ("", label("m_folder_note"));
 }

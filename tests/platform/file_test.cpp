@@ -3,9 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <vector>
 
 namespace {
@@ -24,13 +28,22 @@ unsigned mode_of(const gh2::path_t& file)
     return status.st_mode & 07777;
 }
 
-TEST(WriteWholeFile, NewFileHasUsualPermissions)
+ino_t inode_of(const gh2::path_t& file)
+{
+    struct stat status
+    {
+    };
+    ::stat(file.as_string().c_str(), &status);
+    return status.st_ino;
+}
+
+TEST(WriteWholeFile, NewFileIsItsOwnersAlone)
 {
     const test_tools::temp_dir_t dir;
-    const mode_t mask = ::umask(027);
+    const mode_t mask = ::umask(0);
     EXPECT_TRUE(gh2::write_whole_file(dir / "file", std::string("a\0b", 3)).succeeded());
     ::umask(mask);
-    EXPECT_EQ(mode_of(dir / "file"), 0640U);
+    EXPECT_EQ(mode_of(dir / "file"), 0600U);
     std::string text;
     EXPECT_TRUE(gh2::read_whole_file(dir / "file", text).succeeded());
     EXPECT_EQ(text, std::string("a\0b", 3));
@@ -73,6 +86,52 @@ TEST(WriteWholeFile, FailureLeavesEverythingAsItWas)
     EXPECT_EQ(read_text(dir / "file"), "old");
     EXPECT_EQ(read_text(dir / "protected"), "old");
     EXPECT_EQ(dir.names(), (names_t{"file", "loop", "protected"}));
+}
+
+// Files without a name need no cleaning up; where a file system cannot do that there is nothing to be seen
+// here.
+TEST(WriteWholeFile, AProgramThatIsKilledLeavesNothingBehind)
+{
+    const test_tools::temp_dir_t dir;
+    const int unnamed = ::open(dir.path().as_string().c_str(), O_WRONLY | O_TMPFILE, 0600);
+    if (unnamed < 0)
+        GTEST_SKIP() << "files have names at once on this file system";
+    ::close(unnamed);
+    const std::string bytes(1 << 20, 'x');
+    constexpr int programs = 20;
+    for (int i = 0; i < programs; ++i) {
+        const ino_t before = inode_of(dir / "file");
+        const pid_t program = ::fork();
+        ASSERT_GE(program, 0);
+        while (program == 0)
+            if (gh2::write_whole_file(dir / "file", bytes).failed())
+                ::_exit(1);
+        // It has written once, and is at it again.
+        while (inode_of(dir / "file") == before)
+            ASSERT_EQ(::waitpid(program, nullptr, WNOHANG), 0) << "it could not write";
+        ::kill(program, SIGKILL);
+        ::waitpid(program, nullptr, 0);
+    }
+    EXPECT_EQ(read_text(dir / "file"), bytes);
+    EXPECT_LT(dir.names().size(), programs / 4U) << "but for a moment between linking and renaming";
+}
+
+TEST(WriteWholeFile, WhatAnEarlierProgramLeftIsTakenAwayUnlessItIsInUse)
+{
+    const test_tools::temp_dir_t dir;
+    const names_t names = {".unsaved-0123456789abcdef.tmp", ".unsaved-1123456789abcdef.tmp",
+                           ".unsaved-2123456789abcdef.tmp", ".unsaved-mine.tmp"};
+    for (const std::string& name : names) {
+        write_text(dir / name.c_str(), "x");
+        const timespec long_ago[2] = {{1000, 0}, {1000, 0}};
+        ::utimensat(AT_FDCWD, (dir / name.c_str()).as_string().c_str(), long_ago, 0);
+    }
+    const int in_use = ::open((dir / names[1].c_str()).as_string().c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(in_use, LOCK_EX), 0);
+    write_text(dir / names[2].c_str(), "just now");
+    EXPECT_TRUE(gh2::write_whole_file(dir / "file", "new").succeeded());
+    ::close(in_use);
+    EXPECT_EQ(dir.names(), (names_t{names[1], names[2], names[3], "file"}));
 }
 
 TEST(WriteWholeFile, LongestNameIsPossible)

@@ -61,6 +61,10 @@ TEST_F(PropertyStorage, IsThereAgainNextTime)
     root->remove_child("dialog");
     save(root);
     EXPECT_FALSE(open()->has_child("dialog"));
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(m_file.as_string()).permissions(),
+              perms::owner_read | perms::owner_write);
+    EXPECT_EQ(std::filesystem::status(m_file.parent().as_string()).permissions(), perms::owner_all);
 }
 
 TEST_F(PropertyStorage, KeepsRepeatedChildrenOfABag)
@@ -183,6 +187,45 @@ TEST_F(PropertyStorage, WhatAnotherProcessWroteIsTakenOver)
     held->set_value("n", 3);
     save(mine);
     EXPECT_EQ(number(open(), "removed_there"), 3);
+}
+
+variant_bag_t records(const std::vector<std::pair<const char*, int>>& all)
+{
+    variant_bag_t bag;
+    for (const auto& [name, n] : all) {
+        variant_bag_t& record = bag.add_child("record");
+        record.put("n", n);
+        record.put("key", name);
+    }
+    return bag;
+}
+
+// A program gives back the list that it read at its start, and knows nothing of what came into it meanwhile.
+TEST_F(PropertyStorage, RecordsOfTwoProgramsStandSideBySide)
+{
+    const auto list = [](const storage_t& storage) { return storage->get_child("list"); };
+    const std::vector<std::string> keys{"key"};
+    const auto first = records({{"a", 1}, {"b", 2}, {"c", 3}});
+    {
+        const storage_t root = open();
+        list(root)->change({}, first, keys);
+        save(root);
+    }
+    const storage_t mine = open(), theirs = open();
+    const auto theirs_now = records({{"b", 20}, {"c", 3}, {"new there", 5}});
+    list(theirs)->change(first, theirs_now, keys);
+    save(theirs);
+    const auto mine_now = records({{"c", 30}, {"a", 1}, {"new here", 4}});
+    list(mine)->change(first, mine_now, keys);
+    save(mine);
+    EXPECT_EQ(list(open())->to_bag(), records({{"c", 30}, {"new here", 4}, {"new there", 5}}))
+        << "what one changed or removed and the other did not touch";
+    list(mine)->change(mine_now, mine_now, keys);
+    save(mine);
+    list(theirs)->change(theirs_now, records({{"new there", 5}}), keys);
+    save(theirs);
+    EXPECT_EQ(list(open())->to_bag(), records({{"new there", 5}, {"a", 1}, {"new here", 4}}))
+        << "what was never known here is not removed from here, and what is kept here is put back";
 }
 
 TEST_F(PropertyStorage, UnreadableFileIsNotReplaced)

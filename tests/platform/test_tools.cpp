@@ -100,7 +100,7 @@ std::vector<std::string> temp_dir_t::names() const
     return found;
 }
 
-disk_limit_t::disk_limit_t(unsigned long bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
+disk_limit_t::disk_limit_t(unsigned long bytes)
 {
     rlimit limit{};
     ::getrlimit(RLIMIT_FSIZE, &limit);
@@ -115,7 +115,6 @@ disk_limit_t::~disk_limit_t()
     ::getrlimit(RLIMIT_FSIZE, &limit);
     limit.rlim_cur = m_before;
     ::setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, m_handler);
 }
 
 std::string read_text(const gen_helpers2::path_t& file)

@@ -40,7 +40,7 @@ private:
     gen_helpers2::path_t m_path;
 };
 
-/// Lets no file grow beyond so many bytes, as a full disk does.
+/// Lets no file grow beyond so many bytes, as a full disk does; to try it ends a program that does not mind.
 class disk_limit_t
 {
 public:
@@ -51,7 +51,6 @@ public:
 
 private:
     unsigned long m_before;
-    void (*m_handler)(int);
 };
 
 std::string read_text(const gen_helpers2::path_t& file);

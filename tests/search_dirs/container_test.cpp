@@ -3,6 +3,7 @@
 #include <ff/search_directories.h>
 
 #include <filesystem>
+#include <functional>
 
 namespace {
 
@@ -64,6 +65,57 @@ TEST(SearchDirContainer, OfTwoProgramsThatWriteEachKeepsItsListsWhole)
     EXPECT_TRUE(two->save().succeeded());
     EXPECT_EQ(list_t({{"/4", false}}), dirs_of(open(file), category_sources));
     EXPECT_EQ(list_t({{"/bin", true}}), dirs_of(open(file), category_binaries)) << "not touched by the other";
+}
+
+/// In memory, but something happens while it is saved.
+class busy_storage_t : public gen_helpers2::ref_counted_of_t<cfgmgr2::IPropertyStorage>
+{
+public:
+    using variant_t = gen_helpers2::variant_t;
+    using bag_t = gen_helpers2::variant_bag_t;
+    gen_helpers2::sptr_t<IPropertyStorage> get_child(const std::string& name) override
+    {
+        return m_inner->get_child(name);
+    }
+    bool has_child(const std::string& name) const override { return m_inner->has_child(name); }
+    void remove_child(const std::string& name) override { m_inner->remove_child(name); }
+    std::vector<std::string> child_names() const override { return m_inner->child_names(); }
+    void set_value(const std::string& name, const variant_t& value) override
+    {
+        m_inner->set_value(name, value);
+    }
+    variant_t get_value(const std::string& name) const override { return m_inner->get_value(name); }
+    bool has_value(const std::string& name) const override { return m_inner->has_value(name); }
+    void remove_value(const std::string& name) override { m_inner->remove_value(name); }
+    std::vector<std::string> value_names() const override { return m_inner->value_names(); }
+    bag_t to_bag() const override { return m_inner->to_bag(); }
+    void from_bag(const bag_t& bag) override { m_inner->from_bag(bag); }
+    void change(const bag_t& before, const bag_t& after, const std::vector<std::string>& keys) override
+    {
+        m_inner->change(before, after, keys);
+    }
+    gen_helpers2::error_code_t save() override
+    {
+        if (while_saving)
+            while_saving();
+        return m_inner->save();
+    }
+    std::function<void()> while_saving;
+
+private:
+    gen_helpers2::sptr_t<IPropertyStorage> m_inner = cfgmgr2::make_memory_property_storage();
+};
+
+TEST(SearchDirContainer, WhatIsChangedWhileItIsSavedIsSavedTheNextTime)
+{
+    const gen_helpers2::sptr_t<busy_storage_t> storage(new busy_storage_t);
+    const auto container = make_search_dir_container(storage);
+    fill(container, category_sources, {{"/first", false}});
+    storage->while_saving = [&] { fill(container, category_sources, {{"/second", false}}); };
+    EXPECT_TRUE(container->save().succeeded());
+    storage->while_saving = nullptr;
+    EXPECT_TRUE(container->save().succeeded());
+    EXPECT_EQ(list_t({{"/second", false}}), dirs_of(make_search_dir_container(storage), category_sources));
 }
 
 TEST(SearchDirContainer, WhatCannotBeWrittenStaysToBeWritten)

@@ -242,23 +242,23 @@ TEST_F(SearchDirsTab, TheMoreButtonFillsItsRowAndMakesOneOfTheInputRow)
 {
     open({"/usr"});
     std::string title;
-    int code = wxID_OK;
+    int code = wxID_CANCEL;
     const test::chooser_answer_t answer([&](wxDialog* shown) {
         auto* dialog = wxDynamicCast(shown, wxDirDialog);
         EXPECT_TRUE(dialog);
         title = wx_helpers1::from_wx(dialog->GetMessage());
-        dialog->SetPath(wx_helpers1::to_wx(m_dir.path()));
         return code;
     });
-    code = wxID_CANCEL;
     m_tab->on_more_button_clicked({0, m_grid->get_key(0), "/usr"});
     EXPECT_EQ(texts_t({"/usr"}), rows());
     EXPECT_EQ(translate_message("panel.search_dirs.choose"), title);
-    code = wxID_OK;
-    m_tab->on_more_button_clicked({1, vdxpropgrid2::no_key, ""});
-    EXPECT_EQ(2U, rows().size());
-    EXPECT_EQ("/usr", rows()[0]);
-    m_tab->on_more_button_clicked({7, 12345, "/gone"}); // a row that is no longer there
+    code = wxID_NONE; // shown for real
+    std::string start;
+    test::answer_for_real(m_dir.path(), start);
+    m_tab->on_more_button_clicked({1, vdxpropgrid2::no_key, "/usr"});
+    EXPECT_EQ(texts_t({"/usr", m_dir.path()}), rows());
+    test::answer_for_real(m_dir.path(), start);
+    m_tab->on_more_button_clicked({7, 12345, "/usr"}); // a row that is no longer there
     EXPECT_EQ(2U, rows().size());
 }
 
@@ -278,7 +278,7 @@ TEST_F(SearchDirsTab, KeyboardAloneAddsPastesSortsAndLeaves)
     test::press('V', wxMOD_CONTROL);
     ASSERT_TRUE(test::wait_for([this] { return m_grid->row_count() == 5; }));
     EXPECT_EQ("/etc", rows()[2]);
-    EXPECT_EQ('/', rows()[3][0]) << "the home folder is filled in";
+    EXPECT_EQ("~/x", rows()[3]) << "as it was written";
     test::press(WXK_UP, wxMOD_ALT);
     EXPECT_EQ("/etc", rows()[3]);
     test::press(WXK_DELETE);
@@ -292,6 +292,32 @@ TEST_F(SearchDirsTab, KeyboardAloneAddsPastesSortsAndLeaves)
     for (int i = 0; i < 6 && !after->HasFocus(); ++i)
         test::press(WXK_TAB);
     EXPECT_TRUE(after->HasFocus());
+}
+
+TEST_F(SearchDirsTab, AButtonThatCannotBePressedAnyMoreGivesTheFocusOn)
+{
+    open({"/1", "/2", "/3"});
+    m_frame->Raise();
+    ASSERT_TRUE(test::wait_for([this] { return m_frame->IsActive(); }));
+    m_grid->set_current_row(2);
+    button("m_btn_up")->SetFocus();
+    ASSERT_TRUE(test::wait_for([this] { return button("m_btn_up")->HasFocus(); }));
+    for (const int row : {1, 0}) {
+        test::press(WXK_SPACE);
+        ASSERT_TRUE(test::wait_for([&] { return m_grid->get_current_row() == row; }));
+    }
+    EXPECT_EQ(texts_t({"/3", "/1", "/2"}), rows());
+    EXPECT_TRUE(test::wait_for([this] { return button("m_btn_down")->HasFocus(); }));
+    button("m_btn_remove")->SetFocus();
+    for (int left = 3; left > 0; --left) {
+        ASSERT_TRUE(test::wait_for([this] { return button("m_btn_remove")->HasFocus(); }));
+        test::press(WXK_SPACE);
+        ASSERT_TRUE(test::wait_for([&] { return m_grid->row_count() == left; }));
+    }
+    EXPECT_TRUE(test::wait_for([this] {
+        const wxWindow* focus = wxWindow::FindFocus();
+        return focus && (focus == m_grid || focus->GetParent() == m_grid);
+    })) << "none of the buttons can have it";
 }
 
 TEST_F(SearchDirsTab, SourcesHaveTheirOwnHeadingAndALayoutThatFailsIsSurvived)

@@ -22,13 +22,13 @@ public:
     ~ask_dlg_t() override;
 
     /// What the field shows; once the dialog was ended by OK, what it showed then.
-    std::string get_filename() const;
+    [[nodiscard]] std::string get_filename() const;
     void set_filename(const std::string& filename);
 
     void on_init_dialog() override;
     void set_max_text_limit() override;
     void on_update_ui_settings() override;
-    void on_btn_browse_file(wxCommandEvent& event);
+    virtual void on_btn_browse_file(wxCommandEvent& event);
     void on_ok() override;
 
     /// The least size of the dialog, in pixels, without the explanation.

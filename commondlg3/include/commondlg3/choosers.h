@@ -1,6 +1,6 @@
 /// The toolkit's own choosers of files, folders, fonts and colours, all called in one way: the current value
 /// goes in by reference, the chooser starts from it, and on OK it is replaced and the answer is true. On any
-/// other ending it stays as it was.
+/// other ending it stays as it was, and so it does when nothing was selected.
 ///
 ///     std::string path = m_data.file;
 ///     if (commondlg3::file_dlg(this, true, path, "txt", "Text|*.txt\nAll|*.*", {}, {}))

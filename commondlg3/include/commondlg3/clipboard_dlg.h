@@ -21,7 +21,7 @@ public:
     void on_init_dialog() override;
     void fill_controls();
     void on_ok() override;
-    void on_resize(wxSizeEvent& event);
+    virtual void on_resize(wxSizeEvent& event);
 
 private:
     wxTextCtrl* m_text = nullptr;

@@ -50,8 +50,10 @@ public:
     struct COMMONDLG3_EXPORT editor_t
     {
         editor_t() = default;
+        /// One of which nothing but its name is known.
+        explicit editor_t(const std::string& name);
         /// A custom one.
-        explicit editor_t(const system_editor_t& editor);
+        editor_t(const system_editor_t& editor);
         operator system_editor_t() const;
 
         std::string name;
@@ -141,7 +143,9 @@ public:
     static storage_t get_storage(const storage_t& storage);
     /// False when there is no storage.
     bool load_storage_info(const storage_t& storage);
-    /// Puts it into the storage; writing the storage is its owner's affair. False when there is none.
+    /// Puts what was changed since it was loaded, or saved last, into the storage: editors and choices that
+    /// another program put there meanwhile stay. Writing the storage is its owner's affair. False when there
+    /// is none.
     bool save_storage_info(const storage_t& storage) const;
 
     // For the log.
@@ -170,6 +174,8 @@ private:
     names_t m_selected_names;
     names_t m_default_names;
     names_t m_system_default_names;
+    /// As the storage had it when it was last loaded or saved.
+    mutable gen_helpers2::variant_bag_t m_stored;
 };
 
 } // namespace commondlg3

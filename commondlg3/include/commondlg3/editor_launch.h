@@ -4,10 +4,11 @@
 ///         show_editor_failure(failure, this);
 ///     });
 ///
-/// The editor's command line is read by the shell's rules of quoting, but by no shell: `code --wait` and
-/// `"/opt/my editor/ed" -n` do what they say, `;` and `$` do nothing. Editors of a terminal get one. How an
-/// editor wants to be told the line is known by its program; one that is not known gets `+<line>` before the
-/// file. GUI thread.
+/// An editor's executable is taken as it stands, its arguments are read by the shell's rules of quoting, but
+/// by no shell: `;` and `$` do nothing. The variable's editor is read so as a whole where it is no program as
+/// it stands: `code --wait` and `"/opt/my editor/ed" -n` do what they say. Editors of a terminal get one. How
+/// an editor wants to be told the line is known by its program; one that is not known gets `+<line>` before
+/// the file. GUI thread.
 #pragma once
 
 #include "commondlg3/export.h"

@@ -26,7 +26,8 @@ namespace commondlg3 {
 /// The list ends with an entry that browses for a program: a click, Enter or Space on it open the file
 /// chooser, the arrow keys pass over it. What was browsed for is added, chosen and reported to the host as a
 /// list-box event, as if it had been clicked. Below the list stands why an editor cannot be used: that there
-/// is no command for it, or that its program is not installed any more. GUI thread.
+/// is no command for it, in the line for information, or that its program is not installed any more, in one
+/// of its own. GUI thread.
 class COMMONDLG3_EXPORT editor_pp_t : public pref_base_t
 {
 public:
@@ -53,7 +54,7 @@ public:
     const editor_data_t& get_data() const { return m_data; }
     /// Whether the user changed or chose anything; that the page selected an editor where none was is no
     /// change.
-    bool is_changed() const { return m_chosen || m_data != m_unchanged; }
+    [[nodiscard]] bool is_changed() const { return m_chosen || m_data != m_unchanged; }
     /// From here on what there is now counts as not changed: for a host that has stored it.
     void set_unchanged();
 
@@ -63,12 +64,12 @@ public:
     void load_settings();
     bool save_settings() override;
 
-    void on_language_changed(wxCommandEvent& event);
+    virtual void on_language_changed(wxCommandEvent& event);
     /// An entry was clicked: the browse entry opens the chooser.
-    void on_editor_list_clicked(wxCommandEvent& event);
-    void on_cmd_line_edit(wxCommandEvent& event);
-    void on_set_as_default(wxCommandEvent& event);
-    void on_resize(wxSizeEvent& event);
+    virtual void on_editor_list_clicked(wxCommandEvent& event);
+    virtual void on_cmd_line_edit(wxCommandEvent& event);
+    virtual void on_set_as_default(wxCommandEvent& event);
+    virtual void on_resize(wxSizeEvent& event);
 
     /// The name of the editor behind the list's selection; empty for the browse entry and for none.
     std::string get_selected_editor_name() const;
@@ -91,11 +92,13 @@ private:
     void browse();
     std::string find_free_name(const std::string& leaf) const;
     void add_custom_editor(const std::string& path);
-    void select_entry_of(const std::string& name);
-    void use_selected_editor();
-    void show_editor(const system_editor_t& editor);
+    void select_entry_of(language_t language, const std::string& name);
+    void select_selected_editor();
+    void use_selected_editor(language_t language);
+    void show_editor(language_t language, const system_editor_t& editor);
     void set_info_text(const std::string& text);
-    void update_default_button();
+    void show_missing_program(const system_editor_t& editor);
+    void update_default_button(language_t language);
     void rewrap();
 
     editor_data_t m_data;
@@ -113,6 +116,7 @@ private:
     wxTextCtrl* m_command_line = nullptr;
     wxButton* m_default = nullptr;
     wxStaticText* m_info_text = nullptr;
+    wxStaticText* m_missing_program = nullptr;
     wxStaticText* m_language_label = nullptr;
     wxStaticText* m_list_label = nullptr;
 };

@@ -56,21 +56,25 @@ public:
     /// Takes the features from the list and their states from the choice.
     void load_settings();
     /// Writes the choice; whether that succeeded. Without a place to write to: whether anything was changed.
-    /// What could not be written stays changed.
+    /// What could not be written stays changed. A page that never got its features writes nothing.
     bool save_settings() override;
 
     /// Whether some feature is in another state than the one that was loaded or last saved.
-    bool is_changed() const;
+    [[nodiscard]] bool is_changed() const;
     bool is_experimental_on() const;
     /// Whether the last save_settings() had a change to save.
     bool is_restart_requested() const { return m_restart_requested; }
     /// Asks the user, in a modal window.
-    bool prompt_restart_now() const;
+    [[nodiscard]] bool prompt_restart_now() const;
 
     void add_feature(const feature_info_t& feature);
     const std::vector<feature_info_t>& get_features() const { return m_features; }
 
-    void on_checkbox(wxCommandEvent& event);
+    virtual void on_checkbox(wxCommandEvent& event);
+
+protected:
+    void load_feature_list();
+    void add_checkbox(const std::string& name, const std::string& description, bool enabled);
 
 private:
     struct row_t
@@ -81,9 +85,7 @@ private:
     };
 
     bool has_controls() const;
-    void load_feature_list();
     void remove_features();
-    void add_checkbox(const std::string& name, const std::string& description, bool enabled);
     bool owns(const wxCheckBox* box) const;
     void show_state();
     void rewrap();
@@ -95,6 +97,7 @@ private:
     std::vector<row_t> m_rows; ///< one a feature
     bool m_restart_requested = false;
     bool m_loading = false;
+    bool m_loaded_features = false;
     wxStaticText* m_description = nullptr;
     wxStaticText* m_status = nullptr;
     wxScrolledWindow* m_list = nullptr;

@@ -73,10 +73,13 @@ public:
     /// Adds what the file holds to the list; a name that is in it already stays where it is. A file that is
     /// missing or cannot be understood changes nothing.
     virtual void load() = 0;
-    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written.
-    virtual bool save() = 0;
+    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written. One
+    /// that could not be understood is kept as `<file>.damaged`; one that cannot be read is not replaced.
+    [[nodiscard]] virtual bool save() = 0;
     virtual void turn_on(const feature_info_t& feature) = 0;
-    virtual bool is_turned_on(const feature_info_t& feature) const = 0;
+    virtual bool is_turned_on(const feature_info_t& feature) = 0;
+    /// The file; empty where the choice is not kept in one.
+    virtual std::string get_config_filename() const;
 };
 
 /// The choice in "active_evaluation_features.cfg" of a directory; of the product's configuration directory
@@ -90,9 +93,9 @@ public:
     void load() override;
     bool save() override;
     void turn_on(const feature_info_t& feature) override;
-    bool is_turned_on(const feature_info_t& feature) const override;
+    bool is_turned_on(const feature_info_t& feature) override;
+    std::string get_config_filename() const override;
 
-    std::string get_config_filename() const;
     /// The variables of the features that are on, in the order of the file.
     const std::vector<std::string>& get_env_variables() const { return m_env_variables; }
 

@@ -23,7 +23,7 @@ public:
 
     void on_init_dialog() override;
     bool save_settings() override;
-    bool is_changed() const;
+    [[nodiscard]] bool is_changed() const;
     /// Null when the layout could not be loaded.
     search_dirs_panel_t* get_panel() const { return m_panel; }
 

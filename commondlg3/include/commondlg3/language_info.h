@@ -25,8 +25,8 @@ public:
         other = 3
     };
 
-    /// By the extension alone, upper and lower case apart; `other` for a name without one. The file need not
-    /// exist.
+    /// By the extension alone, upper and lower case apart, which a language's pattern matches as a whole, or
+    /// in which it stands literally ("x.c++"); `other` for a name without one. The file need not exist.
     static language_t get_language(const std::string& file_name);
     /// The language of exactly that localized name; `other` if there is none.
     static language_t get_language_by_name(const std::string& name);

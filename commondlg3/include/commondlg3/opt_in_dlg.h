@@ -30,10 +30,14 @@ public:
     opt_in_pp_t::user_consent_t get_consent() const { return m_consent; }
 
     void on_init_dialog() override;
-    void on_input(wxCommandEvent& event);
+    virtual void on_input(wxCommandEvent& event);
     void on_ok() override;
+    /// Forgets the choice: shown again, the dialog asks as it did at first.
+    void on_cancel() override;
 
 private:
+    void allow_ok();
+
     opt_in_pp_t::user_consent_t m_consent;
     std::string m_record;
     gen_helpers2::signal_t<bool> m_answer_signal;

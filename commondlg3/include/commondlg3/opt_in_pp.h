@@ -30,13 +30,14 @@ public:
         refused = 2
     };
 
-    explicit opt_in_pp_t(user_consent_t consent);
+    explicit opt_in_pp_t(user_consent_t stored);
     ~opt_in_pp_t() override;
 
-    /// What was given, or what the last save_settings() took from the choices.
-    user_consent_t get_consent() const { return m_consent; }
+    /// What was given, or what the last save_settings() took from the choices: for hosts to read.
+    user_consent_t consent;
+    user_consent_t get_consent() const { return consent; }
     /// Whether the choices say anything else than get_consent().
-    bool is_changed() const;
+    [[nodiscard]] bool is_changed() const;
 
     /// The record as it would be sent, UTF-8, shown as it stands; before create(). Without one the page does
     /// not show that part.
@@ -46,6 +47,8 @@ public:
     void on_update_ui_settings() override;
     /// Selects an answer.
     void set_conset(bool agree);
+    /// Selects what was stored, as a new page would, and forgets what was chosen.
+    void start_again(user_consent_t stored);
     bool save_settings() override;
 
 private:
@@ -54,7 +57,6 @@ private:
     void rewrap();
     void on_size(wxSizeEvent& event);
 
-    user_consent_t m_consent;
     std::string m_record;
     wxRadioButton* m_agree = nullptr;
     wxRadioButton* m_refuse = nullptr;

@@ -41,8 +41,9 @@ public:
 
     /// What was given, or what the last save_settings() took from the controls.
     const result_saving_data_t& get_data() const { return m_data; }
-    /// Whether the controls hold anything else than get_data().
-    bool is_changed() const;
+    /// Whether the controls hold anything else than when they were filled, or last saved. That the page was
+    /// opened is no change, whatever the record holds.
+    [[nodiscard]] bool is_changed() const;
 
     /// Keeps the first run of '@' in a template and cuts it to eight. @return whether the text changed
     static bool replace_wrong_ats(std::string& name_template);
@@ -59,16 +60,19 @@ public:
     /// Takes what the controls hold, makes it usable, and says what had to be changed.
     bool save_settings() override;
 
-    void on_radio_disk(wxCommandEvent& event);
-    void on_radio_proj(wxCommandEvent& event);
-    void on_text_edit(wxCommandEvent& event);
-    void on_folder_text_edit(wxCommandEvent& event);
-    void on_button_browse(wxCommandEvent& event);
-    void on_resize(wxSizeEvent& event);
+    virtual void on_radio_disk(wxCommandEvent& event);
+    virtual void on_radio_proj(wxCommandEvent& event);
+    virtual void on_text_edit(wxCommandEvent& event);
+    virtual void on_folder_text_edit(wxCommandEvent& event);
+    virtual void on_button_browse(wxCommandEvent& event);
+    virtual void on_resize(wxSizeEvent& event);
 
     void process_enable_controls(bool to_folder);
     void update_shown_controls();
     void show_warning_message(const std::string& title, const std::string& details);
+
+protected:
+    void load_messages();
 
 private:
     struct messages_t
@@ -80,19 +84,29 @@ private:
         std::string at_example;
     };
 
+    /// What the controls hold.
+    struct shown_t
+    {
+        std::string name_template;
+        std::string folder;
+        bool accessibility = false;
+        bool to_folder = false;
+    };
+
     bool has_controls() const;
-    void load_messages();
+    shown_t get_shown() const;
     void check_template();
-    void check_folder_field();
+    void check_folder_field(bool typed);
     void show_example();
     void rewrap();
     bool has_checked_folder() const;
     /// Where the next result would go if the page ended with OK now.
     std::string get_effective_folder() const;
-    std::string get_folder_trouble();
+    std::string get_folder_trouble(bool typed);
 
     result_saving_data_t m_data;
     unsigned m_flags;
+    shown_t m_unchanged;
     messages_t m_messages;
     std::string m_template_note;
     std::string m_folder_note;

@@ -78,8 +78,8 @@ COMMONDLG3_EXPORT std::vector<dir_mark_t> mark_dirs(const std::vector<listed_dir
 /// understood.
 COMMONDLG3_EXPORT std::vector<std::string> split_dirs(const std::string& text);
 
-/// What is kept of a typed directory: "~" and variables that are set are replaced, and a path gets its normal
-/// form.
+/// What is kept of a typed directory: without blanks around it, a path in its normal form. "~" and "$NAME"
+/// are characters like others.
 COMMONDLG3_EXPORT std::string typed_dir(const std::string& text);
 
 } // namespace commondlg3

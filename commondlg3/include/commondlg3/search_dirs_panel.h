@@ -41,11 +41,11 @@ public:
     bool save_settings() override;
 
     /// Whether saving would write something. What is being typed counts.
-    bool is_changed() const;
+    [[nodiscard]] bool is_changed() const;
     /// Raised when is_changed() may answer otherwise than before.
     gen_helpers2::signal_t<>& get_changed_signal() { return m_changed_signal; }
     /// What the last saving came to.
-    gen_helpers2::error_code_t get_save_result() const { return m_save_result; }
+    [[nodiscard]] gen_helpers2::error_code_t get_save_result() const { return m_save_result; }
 
     /// Shows the list of another type, counted as in the combo box.
     void select_type(int type);

@@ -62,12 +62,14 @@ public:
     void load_settings();
     /// Keeps what is being typed, writes the list into the container and shows it as it was written.
     bool save_settings() override;
+    /// Takes the container's list and shows it.
+    void set_data();
     /// Another container or category, whose list is shown.
     void set_data(container_t container, FF_2_13::search_category_t category);
 
     /// Whether saving would write another list than the one that was loaded or saved last. What is being
     /// typed counts.
-    bool is_changed() const;
+    [[nodiscard]] bool is_changed() const;
     /// Raised when is_changed() may answer otherwise than before.
     gen_helpers2::signal_t<>& get_changed_signal() { return m_changed_signal; }
 
@@ -95,28 +97,32 @@ public:
     /// Takes a row away, with its message; the row above becomes the current one, of the first row the one
     /// that takes its place. The input row is refused.
     void remove_row(int row);
-    void on_button_up(wxCommandEvent& event);
-    void on_button_down(wxCommandEvent& event);
-    void on_button_remove(wxCommandEvent& event);
-    void on_dir_updated(int row);
-    void on_editing_finished();
+    virtual void on_button_up(wxCommandEvent& event);
+    virtual void on_button_down(wxCommandEvent& event);
+    virtual void on_button_remove(wxCommandEvent& event);
+    virtual void on_dir_updated(int row);
+    virtual void on_editing_finished();
     /// Lets the user choose a folder for the row; the input row makes a new one of it.
-    void on_more_button_clicked(vdxpropgrid2::click_data_t data);
-    void on_resize(wxSizeEvent& event);
+    virtual void on_more_button_clicked(vdxpropgrid2::click_data_t data);
+    virtual void on_resize(wxSizeEvent& event);
     wxSize GetMinSize() const override;
 
-private:
+protected:
+    // The steps of on_init_dialog(), load_settings() and save_settings().
     void fill_controls();
     void set_grid_headers();
     void load_images();
     void load_messages();
-    void connect_grid();
+    /// From the grid, and into it.
     void fill_dirs();
     void fill_grid();
     void fill_container(const dirs_t& dirs);
     void add_dirs(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs);
     void add_dir(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs,
                  std::size_t index);
+
+private:
+    void connect_grid();
     bool tell_state(const std::string& path, dir_state_t::kind_t state, int row);
     void remove_message(vdxpropgrid2::row_key_t key);
     void move_current(int by);

@@ -205,32 +205,37 @@ bool rest_after(const std::string& executable, const std::string& command_line, 
     return true;
 }
 
-// A program that is there is taken as it stands, blanks and all; the command of a variable, and any other, is
-// read by the rules of quoting.
+// A program is taken as it stands, blanks and all: split at a blank, the path of one that is gone may lead to
+// another program. Only a variable's command, which people write as they would type it, is read by the rules
+// of quoting where it is no program as it stands.
 bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t& failure)
 {
     const auto fail = [&](reason_t reason) {
         failure.reason = reason;
         return false;
     };
-    std::string rest;
-    const bool has_program = rest_after(editor.executable, editor.command_line, rest);
     failure.program = editor.executable;
     if (editor.command_line.find_first_not_of(" \n\r\t") == std::string::npos)
         return fail(reason_t::no_command);
-    std::string program = has_program ? gen_helpers2::find_program(editor.executable) : std::string();
+    std::string arguments;
+    std::string program;
+    if (rest_after(editor.executable, editor.command_line, arguments))
+        program = gen_helpers2::find_program(editor.executable);
     if (!program.empty()) {
-        words_t arguments;
-        if (!rest.empty() && !gen_helpers2::split_command_line(rest, arguments))
+        words.clear();
+        if (!arguments.empty() && !gen_helpers2::split_command_line(arguments, words))
             return fail(reason_t::bad_quotes);
-        words = std::move(arguments);
         words.insert(words.begin(), program);
         return true;
     }
+    if (editor.name != editor_data_t::env_var_editor_name) {
+        if (failure.program.empty())
+            failure.program = editor.command_line;
+        return fail(reason_t::not_found);
+    }
     if (!gen_helpers2::split_command_line(editor.command_line, words))
         return fail(reason_t::bad_quotes);
-    if (!has_program || editor.name == editor_data_t::env_var_editor_name)
-        failure.program = words.front();
+    failure.program = words.front();
     program = gen_helpers2::find_program(words.front());
     if (program.empty())
         return fail(reason_t::not_found);

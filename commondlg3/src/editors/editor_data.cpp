@@ -35,6 +35,8 @@ bool set_name_in(editor_data_t::names_t& names, editor_data_t::language_t langua
 
 } // namespace
 
+editor_data_t::editor_t::editor_t(const std::string& editor_name) : name(editor_name) {}
+
 editor_data_t::editor_t::editor_t(const system_editor_t& editor)
     : name(editor.name),
       display_name(editor.display_name),

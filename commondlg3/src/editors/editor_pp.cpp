@@ -10,6 +10,7 @@
 #include <gen_helpers2/assertion.h>
 #include <gen_helpers2/stdpaths.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
@@ -84,9 +85,12 @@ void editor_pp_t::on_init_dialog()
     m_command_line = find_control<wxTextCtrl>(this, "m_command_line");
     m_default = find_control<wxButton>(this, "m_default");
     m_info_text = find_control<wxStaticText>(this, "m_info_text");
+    m_missing_program = from_xrc<wxStaticText>(this, "m_missing_program");
     pref_base_t::on_init_dialog();
     if (!has_controls())
         return;
+    if (m_missing_program)
+        m_missing_program->Hide();
     m_language_label = from_xrc<wxStaticText>(this, "m_language_label");
     m_list_label = from_xrc<wxStaticText>(this, "m_list_label");
     wx_helpers1::set_label_for(m_language_label, m_language);
@@ -155,7 +159,7 @@ void editor_pp_t::on_selection_changed(wxCommandEvent& event)
         return;
     }
     event.Skip();
-    m_default->Disable();
+    wx_helpers1::set_enabled(m_default, false, m_editor_list);
 }
 
 void editor_pp_t::on_activated(wxCommandEvent& event)
@@ -184,17 +188,16 @@ void editor_pp_t::on_editor_list_clicked(wxCommandEvent& event)
         return;
     }
     m_chosen = true;
-    use_selected_editor();
+    use_selected_editor(m_data.get_selected_language());
 }
 
-void editor_pp_t::use_selected_editor()
+void editor_pp_t::use_selected_editor(language_t language)
 {
-    const language_t language = m_data.get_selected_language();
     const std::string sel_edt_name = get_selected_editor_name();
     if (!GH2_ASSERT(!sel_edt_name.empty(), unit))
         return;
     m_data.set_selected_editor_name(language, sel_edt_name);
-    show_editor(m_data.get_editor(language, sel_edt_name));
+    show_editor(language, m_data.get_editor(language, sel_edt_name));
 }
 
 // Whatever brought it up, there is one chooser: a double click is a click, and an activation, as well. It
@@ -216,7 +219,7 @@ void editor_pp_t::browse()
         if (chosen)
             add_custom_editor(path);
         else
-            select_entry_of(m_data.get_selected_editor_name(m_data.get_selected_language()));
+            select_selected_editor();
         if (alive)
             m_editor_list->SetFocus();
     });
@@ -240,7 +243,7 @@ void editor_pp_t::add_custom_editor(const std::string& path)
     const std::string leaf = path.substr(path.rfind('/') + 1);
     const std::string name = find_free_name(leaf);
     if (leaf.empty() || name.empty()) {
-        select_entry_of(m_data.get_selected_editor_name(language));
+        select_selected_editor();
         if (leaf.empty())
             return;
         show_msg_box(translate_message("pref.editor.warning", {}),
@@ -252,21 +255,27 @@ void editor_pp_t::add_custom_editor(const std::string& path)
         return;
     m_editor_list->Insert(entry_text(name), static_cast<unsigned>(m_names.size()));
     m_names.push_back(name);
-    select_entry_of(name);
+    select_entry_of(language, name);
     wxCommandEvent chosen(wxEVT_LISTBOX, m_editor_list->GetId());
     chosen.SetEventObject(m_editor_list);
     chosen.SetInt(m_editor_list->GetSelection());
     m_editor_list->ProcessWindowEvent(chosen);
 }
 
-void editor_pp_t::select_entry_of(const std::string& name)
+void editor_pp_t::select_selected_editor()
+{
+    const language_t language = m_data.get_selected_language();
+    select_entry_of(language, m_data.get_selected_editor_name(language));
+}
+
+void editor_pp_t::select_entry_of(language_t language, const std::string& name)
 {
     const auto found = std::find(m_names.begin(), m_names.end(), name);
     const int index = found == m_names.end() ? wxNOT_FOUND : static_cast<int>(found - m_names.begin());
     m_editor_list->SetSelection(index);
     if (index != wxNOT_FOUND)
         m_editor_list->EnsureVisible(index);
-    update_default_button();
+    update_default_button(language);
 }
 
 void editor_pp_t::on_cmd_line_edit(wxCommandEvent& event)
@@ -286,8 +295,7 @@ void editor_pp_t::on_set_as_default(wxCommandEvent& event)
 {
     event.Skip();
     m_data.set_default_editor_name(m_data.get_selected_language(), get_selected_editor_name());
-    m_editor_list->SetFocus(); // before the button can be pressed no more
-    update_default_button();
+    update_default_button(m_data.get_selected_language());
 }
 
 std::string editor_pp_t::get_cmd_line_args(const system_editor_t& editor)
@@ -310,6 +318,7 @@ void editor_pp_t::update_state_for_language(language_t language)
     m_command_line->ChangeValue(wxString());
     m_command_line->Disable();
     set_info_text(blank_line);
+    show_missing_program(system_editor_t());
     wx_helpers1::set_label_text(
         m_language_text, translate_message("pref.editor.language_text",
                                            {{"language", language_info::get_localized_name(language)}}));
@@ -329,27 +338,26 @@ void editor_pp_t::update_state_for_language(language_t language)
           m_names.empty() ? std::string() : m_names.front()}) {
         if (m_data.get_editor_type(language, name) == editor_data_t::editor_type_none)
             continue;
-        select_entry_of(name);
-        use_selected_editor();
+        select_entry_of(language, name);
+        use_selected_editor(language);
         break;
     }
-    update_default_button();
+    update_default_button(language);
 }
 
-void editor_pp_t::show_editor(const system_editor_t& editor)
+void editor_pp_t::show_editor(language_t language, const system_editor_t& editor)
 {
     m_command_line->ChangeValue(to_wx(get_cmd_line_args(editor)));
     m_command_line->Enable();
-    fill_info_message(m_data.get_selected_language(), editor);
-    update_default_button();
+    fill_info_message(language, editor);
+    update_default_button(language);
 }
 
-void editor_pp_t::update_default_button()
+void editor_pp_t::update_default_button(language_t language)
 {
-    const language_t language = m_data.get_selected_language();
     const std::string name = get_selected_editor_name();
     const std::string default_name = m_data.get_default_editor_name(language);
-    m_default->Enable(!name.empty() && name != default_name);
+    wx_helpers1::set_enabled(m_default, !name.empty() && name != default_name, m_editor_list);
     const std::string shown = m_data.get_editor(language, default_name).display_name;
     wx_helpers1::SetTooltip(m_default,
                             shown.empty() ? std::string()
@@ -366,9 +374,7 @@ void editor_pp_t::fill_info_message(language_t language, const system_editor_t& 
         hint = translate_message("pref.editor.usage_hint",
                                  {{"command", as_shown(editor.command_line + " +<line> <path to file>")}});
     wx_helpers1::SetTooltip(m_editor_list, hint);
-    // Beside an editor without a command, one whose program is gone: the user learns it here, not when a file
-    // is to be opened.
-    if (editor.command_line.empty() || !is_editor_installed(editor)) {
+    if (editor.command_line.empty()) {
         switch (m_data.get_editor_type(language, editor.name)) {
         case editor_data_t::editor_type_system:
             info = translate_message("pref.editor.editor_not_found_system", {});
@@ -380,10 +386,26 @@ void editor_pp_t::fill_info_message(language_t language, const system_editor_t& 
             info = translate_message("pref.editor.editor_not_found_custom", {});
             break;
         default:
-            GH2_ASSERT_TEXT(!editor.command_line.empty(), "false", unit);
+            GH2_ASSERT_TEXT(false, "false", unit);
         }
     }
     set_info_text(info);
+    show_missing_program(editor);
+}
+
+// The user learns it here, not when a file is to be opened.
+void editor_pp_t::show_missing_program(const system_editor_t& editor)
+{
+    std::string text;
+    if (!editor.command_line.empty() && !is_editor_installed(editor))
+        text = translate_message("pref.editor.program_not_found", {{"program", as_shown(editor.executable)}});
+    const std::string info = from_wx(m_info_text->GetLabelText());
+    wx_helpers1::set_accessible_description(m_editor_list, info == blank_line ? text : info);
+    if (!m_missing_program || from_wx(m_missing_program->GetLabelText()) == text)
+        return;
+    wx_helpers1::set_label_text(m_missing_program, text);
+    m_missing_program->Show(!text.empty() && (m_flags & show_info));
+    rewrap();
 }
 
 void editor_pp_t::set_info_text(const std::string& text)
@@ -391,7 +413,6 @@ void editor_pp_t::set_info_text(const std::string& text)
     if (from_wx(m_info_text->GetLabelText()) == text)
         return;
     wx_helpers1::set_label_text(m_info_text, text);
-    wx_helpers1::set_accessible_description(m_editor_list, text == blank_line ? std::string() : text);
     rewrap();
 }
 
@@ -426,7 +447,7 @@ void editor_pp_t::on_resize(wxSizeEvent&)
 
 void editor_pp_t::rewrap()
 {
-    if (has_controls() && fit_wrapped_labels(*this, {m_info_text, m_language_text}))
+    if (has_controls() && fit_wrapped_labels(*this, {m_info_text, m_missing_program, m_language_text}))
         SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
 }
 

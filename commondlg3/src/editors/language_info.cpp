@@ -4,6 +4,10 @@
 
 #include <gen_helpers2/path.h>
 
+#include <boost/regex.hpp>
+
+#include <algorithm>
+#include <stdexcept>
 #include <string_view>
 #include <unordered_map>
 
@@ -24,17 +28,64 @@ std::vector<std::string> split(const std::string& pattern)
     return parts;
 }
 
-// Patterns are lists of extensions, taken as they stand ("c++" is c and two pluses), so that looking one up
-// needs no matching. The lowest language that lists an extension has it.
-std::unordered_map<std::string, language_t> by_extension(const std::map<language_t, std::string>& patterns)
+// One language's pattern, compiled once. People mean an extension that stands in the pattern literally, also
+// where a pattern of that text matches something else ("c++" is any number of c).
+class matcher_t
 {
-    std::unordered_map<std::string, language_t> languages;
-    for (const auto& [language, pattern] : patterns)
-        if (pattern != any_extension)
-            for (const std::string& extension : split(pattern))
-                languages.emplace(extension, language);
-    return languages;
-}
+public:
+    matcher_t(language_t of, const std::string& pattern)
+        : language(of), m_pattern(pattern), m_literal(split(pattern))
+    {
+    }
+    bool matches(const std::string& extension) const
+    {
+        if (std::find(m_literal.begin(), m_literal.end(), extension) != m_literal.end())
+            return true;
+        try {
+            return boost::regex_match(extension, m_pattern);
+        } catch (const std::runtime_error&) { // too long to be looked through, and no extension of anybody's
+            return false;
+        }
+    }
+
+    language_t language;
+
+private:
+    boost::regex m_pattern;
+    std::vector<std::string> m_literal;
+};
+
+// Of thousands of files a few extensions come again and again: what was answered once is kept.
+class matched_t
+{
+public:
+    explicit matched_t(const std::map<language_t, std::string>& patterns)
+    {
+        for (const auto& [language, pattern] : patterns)
+            m_matchers.emplace_back(language, pattern);
+    }
+    language_t language_of(const std::string& extension)
+    {
+        const auto known = m_known.find(extension);
+        if (known != m_known.end())
+            return known->second;
+        constexpr std::size_t most_kept = 1000;
+        if (m_known.size() >= most_kept)
+            m_known.clear();
+        return m_known[extension] = find(extension);
+    }
+
+private:
+    language_t find(const std::string& extension) const
+    {
+        const auto found = std::find_if(m_matchers.begin(), m_matchers.end(),
+                                        [&](const matcher_t& each) { return each.matches(extension); });
+        return found == m_matchers.end() ? language_info::other : found->language;
+    }
+
+    std::vector<matcher_t> m_matchers;
+    std::unordered_map<std::string, language_t> m_known;
+};
 
 // Whether the text after the last separator is the path's last name, as it is of any usual path.
 bool ends_with_its_name(std::string_view path, std::string_view name)
@@ -75,14 +126,13 @@ const std::map<language_t, std::string>& language_info::localized_names()
 
 language_t language_info::get_language(const std::string& file_name)
 {
-    static const auto languages = by_extension(patterns());
+    static matched_t matched(patterns());
     const std::string_view path(file_name);
     const std::string_view name = path.substr(path.rfind('/') + 1);
     const std::string extension = ends_with_its_name(path, name)
                                       ? std::string(extension_of(name))
                                       : gen_helpers2::path_t(file_name).get_ext(false);
-    const auto found = languages.find(extension);
-    return found == languages.end() ? other : found->second;
+    return extension.empty() ? other : matched.language_of(extension);
 }
 
 language_t language_info::get_language_by_name(const std::string& name)

@@ -124,7 +124,8 @@ bool editor_data_t::load_storage_info(const storage_t& storage)
     const storage_t stored = get_storage(storage);
     if (!stored)
         return false;
-    load(stored->to_bag());
+    m_stored = stored->to_bag();
+    load(m_stored);
     return true;
 }
 
@@ -135,7 +136,8 @@ bool editor_data_t::save_storage_info(const storage_t& storage) const
         return false;
     variant_bag_t bag;
     save(bag);
-    stored->from_bag(bag);
+    stored->change(m_stored, bag, {"language_name", "name"});
+    m_stored = std::move(bag);
     return true;
 }
 

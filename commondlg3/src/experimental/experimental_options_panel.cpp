@@ -13,6 +13,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/scrolwin.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -64,6 +65,7 @@ void experimental_options_panel_t::on_init_dialog()
 void experimental_options_panel_t::load_settings()
 {
     remove_features();
+    m_loaded_features = true;
     m_loading = true; // many features are laid out once
     load_feature_list();
     m_loading = false;
@@ -102,6 +104,7 @@ void experimental_options_panel_t::add_feature(const feature_info_t& feature)
     if (std::find(m_features.begin(), m_features.end(), feature) != m_features.end())
         return;
     m_features.push_back(feature);
+    m_loaded_features = true;
     if (!m_list)
         return;
     add_checkbox(feature.name, feature.description, feature.enabled);
@@ -161,6 +164,8 @@ bool experimental_options_panel_t::save_settings()
     m_restart_requested = is_changed();
     if (!m_active)
         return m_restart_requested;
+    if (!m_loaded_features)
+        return true; // nothing was shown, so nothing was chosen: an empty list would be nobody's choice
     m_active->clear();
     for (const feature_info_t& feature : m_features)
         if (feature.enabled)
@@ -226,6 +231,10 @@ void experimental_options_panel_t::rewrap()
 {
     if (!has_controls())
         return;
+    // Their boxes do not wrap: the page is as wide as they are, whoever shows it.
+    const int bar = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_list);
+    m_list->SetMinSize(wxSize(std::max(m_list->GetMinSize().x, m_list->GetSizer()->CalcMin().x + bar),
+                              m_list->GetMinSize().y));
     bool changed = fit_wrapped_labels(*this, {m_description, m_status});
     std::vector<wxStaticText*> descriptions;
     for (const row_t& row : m_rows)

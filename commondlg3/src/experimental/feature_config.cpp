@@ -1,10 +1,9 @@
 #include "commondlg3/feature_config.h"
 
 #include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/file.h>
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/variant_bag_file.h>
-
-#include <filesystem>
 
 namespace commondlg3 {
 namespace {
@@ -21,13 +20,26 @@ constexpr std::size_t max_file_bytes = 16 * 1024 * 1024;
 gen_helpers2::variant_bag_t read(const gen_helpers2::path_t& file)
 {
     gen_helpers2::variant_bag_t bag;
-    std::error_code ignored;
-    if (!std::filesystem::exists(file.as_filesystem_path(), ignored))
+    if (!file.exists())
         return bag; // the usual case: nothing to tell
     const auto result = gen_helpers2::load_variant_bag(file, bag, max_file_bytes);
     if (result.failed())
         gen_helpers2::log_warning(unit, result.as_string());
     return bag;
+}
+
+// What is there already must not be lost: it is looked at first.
+gen_helpers2::error_code_t write(const gen_helpers2::variant_bag_t& bag, const gen_helpers2::path_t& file)
+{
+    gen_helpers2::make_private_folder(file.parent());
+    gen_helpers2::variant_bag_t replaced;
+    gen_helpers2::error_code_t state;
+    if (file.exists())
+        state = gen_helpers2::load_variant_bag(file, replaced, max_file_bytes);
+    if (state.succeeded())
+        return gen_helpers2::save_variant_bag(bag, file);
+    const bool is_damaged = state == gen_helpers2::error_code_t::damaged("");
+    return is_damaged ? gen_helpers2::save_over_damaged_file(bag, file) : state;
 }
 
 std::string read_text(const gen_helpers2::variant_bag_t& bag, const char* name)
@@ -40,6 +52,11 @@ std::string read_text(const gen_helpers2::variant_bag_t& bag, const char* name)
 
 feature_list_config_t::~feature_list_config_t() = default;
 active_features_config_t::~active_features_config_t() = default;
+
+std::string active_features_config_t::get_config_filename() const
+{
+    return std::string();
+}
 
 feature_list_config_impl_t::feature_list_config_impl_t(const gen_helpers2::path_t& directory)
     : m_directory(directory)
@@ -95,10 +112,7 @@ bool active_features_config_impl_t::save()
     gen_helpers2::variant_bag_t& features = bag.add_child(features_key);
     for (const std::string& env_variable : m_env_variables)
         features.add_child(feature_key).put(env_variable_key, env_variable);
-    const gen_helpers2::path_t file(get_config_filename());
-    std::error_code ignored; // the write says what is wrong
-    std::filesystem::create_directories(file.as_filesystem_path().parent_path(), ignored);
-    const auto result = gen_helpers2::save_variant_bag(bag, file);
+    const auto result = write(bag, gen_helpers2::path_t(get_config_filename()));
     if (result.failed())
         gen_helpers2::log_error(unit, result.as_string());
     return result.succeeded();
@@ -109,7 +123,7 @@ void active_features_config_impl_t::turn_on(const feature_info_t& feature)
     add(feature.env_variable);
 }
 
-bool active_features_config_impl_t::is_turned_on(const feature_info_t& feature) const
+bool active_features_config_impl_t::is_turned_on(const feature_info_t& feature)
 {
     return m_known.count(feature.env_variable) != 0;
 }

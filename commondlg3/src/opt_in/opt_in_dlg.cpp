@@ -2,6 +2,8 @@
 
 #include "commondlg3/resources.h"
 
+#include <wx_helpers1/enabling.h>
+
 #include <wx/button.h>
 #include <wx/sizer.h>
 
@@ -30,8 +32,7 @@ void opt_in_dlg_t::on_init_dialog()
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(m_page, 1, wxEXPAND);
     place->SetSizer(sizer);
-    if (m_btn_ok)
-        m_btn_ok->Enable(m_consent != opt_in_pp_t::user_consent_t::not_decided);
+    allow_ok();
     Bind(wxEVT_RADIOBUTTON, &opt_in_dlg_t::on_input, this);
     fit_to_contents(comfortable_width);
     centre_on_parent();
@@ -43,17 +44,32 @@ void opt_in_dlg_t::on_input(wxCommandEvent& event)
     if (!m_page)
         return;
     m_page->save_settings();
-    if (m_btn_ok && m_page->get_consent() != opt_in_pp_t::user_consent_t::not_decided)
-        m_btn_ok->Enable(true);
+    allow_ok();
+}
+
+void opt_in_dlg_t::allow_ok()
+{
+    if (m_btn_ok)
+        wx_helpers1::set_enabled(m_btn_ok, m_page->consent != opt_in_pp_t::user_consent_t::not_decided,
+                                 m_btn_cancel);
 }
 
 void opt_in_dlg_t::on_ok()
 {
     dialog_base_t::on_ok();
     if (m_page)
-        m_consent = m_page->get_consent();
+        m_consent = m_page->consent;
     const auto signal = m_answer_signal; // a slot may destroy this window
     signal.emit(m_consent == opt_in_pp_t::user_consent_t::given);
+}
+
+void opt_in_dlg_t::on_cancel()
+{
+    dialog_base_t::on_cancel();
+    if (!m_page)
+        return;
+    m_page->start_again(m_consent);
+    allow_ok();
 }
 
 } // namespace commondlg3

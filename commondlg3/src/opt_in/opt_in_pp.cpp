@@ -13,7 +13,7 @@
 
 namespace commondlg3 {
 
-opt_in_pp_t::opt_in_pp_t(user_consent_t consent) : m_consent(consent)
+opt_in_pp_t::opt_in_pp_t(user_consent_t stored) : consent(stored)
 {
     set_resource_object("pref.optin");
 }
@@ -38,9 +38,7 @@ void opt_in_pp_t::on_init_dialog()
     // One of a group is always selected: while the user has not decided, it is one that nobody sees.
     m_neither = new wxRadioButton(this, wxID_ANY, "None of the above");
     m_neither->Hide();
-    m_neither->SetValue(true);
-    if (m_consent != user_consent_t::not_decided)
-        set_conset(m_consent == user_consent_t::given);
+    start_again(consent);
     set_bold_font(m_question);
     // Not as a value of its own: the field's limit on what is typed must not cut what is shown.
     m_record_text->ChangeValue(wx_helpers1::to_label(m_record));
@@ -61,23 +59,32 @@ void opt_in_pp_t::set_conset(bool agree)
     m_refuse->SetValue(!agree);
 }
 
+void opt_in_pp_t::start_again(user_consent_t stored)
+{
+    consent = stored;
+    if (consent != user_consent_t::not_decided)
+        set_conset(consent == user_consent_t::given);
+    else if (m_neither)
+        m_neither->SetValue(true);
+}
+
 opt_in_pp_t::user_consent_t opt_in_pp_t::get_selected() const
 {
     if (m_agree && m_agree->GetValue())
         return user_consent_t::given;
     if (m_refuse && m_refuse->GetValue())
         return user_consent_t::refused;
-    return m_consent;
+    return consent;
 }
 
 bool opt_in_pp_t::is_changed() const
 {
-    return get_selected() != m_consent;
+    return get_selected() != consent;
 }
 
 bool opt_in_pp_t::save_settings()
 {
-    m_consent = get_selected();
+    consent = get_selected();
     return true;
 }
 

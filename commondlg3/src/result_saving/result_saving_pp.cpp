@@ -12,11 +12,11 @@
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
-#include <gen_helpers2/path_expansion.h>
 #include <gen_helpers2/path_state.h>
 #include <gen_helpers2/stdpaths.h>
 #include <rdmgr2/result_directory_manager.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
@@ -180,18 +180,23 @@ void result_saving_pp_t::load_settings()
     wx_helpers1::set_label_text(m_project_folder, m_messages.project_directory + " " +
                                                       as_shown(m_data.get_proj_default_folder()));
     process_enable_controls(to_folder || !(m_flags & show_project));
-    check_folder_field();
+    m_unchanged = get_shown();
+    check_folder_field(false);
     check_template();
+}
+
+result_saving_pp_t::shown_t result_saving_pp_t::get_shown() const
+{
+    return {text_in(m_template), text_in(m_folder), m_accessibility->GetValue(), m_to_folder->GetValue()};
 }
 
 bool result_saving_pp_t::is_changed() const
 {
     if (!has_controls())
         return false;
-    const bool to_folder = m_data.get_proj_storing() == result_saving_data_t::project_storing_t::to_folder;
-    return text_in(m_template) != m_data.get_name_template() || text_in(m_folder) != m_data.get_folder() ||
-           m_accessibility->GetValue() != m_data.get_vs_accessibility() ||
-           m_to_folder->GetValue() != to_folder;
+    const shown_t now = get_shown();
+    return now.name_template != m_unchanged.name_template || now.folder != m_unchanged.folder ||
+           now.accessibility != m_unchanged.accessibility || now.to_folder != m_unchanged.to_folder;
 }
 
 bool result_saving_pp_t::save_settings()
@@ -209,12 +214,9 @@ bool result_saving_pp_t::save_settings()
 
     std::string folder = without_blanks_at_end(text_in(m_folder));
     if (has_checked_folder()) {
-        std::string variable;
-        const bool known =
-            gen_helpers2::expand_path(folder, variable) != gen_helpers2::expansion_t::unknown_variable;
         if (folder != text_in(m_folder))
             m_folder->ChangeValue(to_wx(folder));
-        if (check_file_or_folder(m_folder, false, true, false) && known) {
+        if (check_file_or_folder(m_folder, false, true, false)) {
             folder = text_in(m_folder);
         } else {
             folder = gen_helpers2::stdpaths::get_temp_dir().as_string();
@@ -242,6 +244,8 @@ bool result_saving_pp_t::save_settings()
     m_data.set_proj_storing(m_to_folder->GetValue()
                                 ? result_saving_data_t::project_storing_t::to_folder
                                 : result_saving_data_t::project_storing_t::to_project_directory);
+    m_unchanged = {m_data.get_name_template(), m_data.get_folder(), m_data.get_vs_accessibility(),
+                   m_to_folder->GetValue()};
     return true;
 }
 
@@ -254,7 +258,7 @@ void result_saving_pp_t::on_radio_disk(wxCommandEvent& event)
 {
     event.Skip();
     process_enable_controls(true);
-    check_folder_field();
+    check_folder_field(false);
     show_example();
 }
 
@@ -262,7 +266,7 @@ void result_saving_pp_t::on_radio_proj(wxCommandEvent& event)
 {
     event.Skip();
     process_enable_controls(false);
-    check_folder_field();
+    check_folder_field(false);
     show_example();
 }
 
@@ -275,7 +279,7 @@ void result_saving_pp_t::on_text_edit(wxCommandEvent& event)
 void result_saving_pp_t::on_folder_text_edit(wxCommandEvent& event)
 {
     event.Skip();
-    check_folder_field();
+    check_folder_field(true);
     show_example();
 }
 
@@ -296,14 +300,13 @@ void result_saving_pp_t::on_update_ui_settings()
     pref_base_t::on_update_ui_settings();
     if (!has_controls())
         return;
-    check_folder_field();
+    check_folder_field(false);
     check_template();
 }
 
 void result_saving_pp_t::process_enable_controls(bool to_folder)
 {
-    m_folder->Enable(to_folder);
-    m_browse->Enable(to_folder);
+    wx_helpers1::set_enabled({{m_folder, to_folder}, {m_browse, to_folder}}, m_to_project);
 }
 
 void result_saving_pp_t::update_shown_controls()
@@ -350,13 +353,14 @@ void result_saving_pp_t::check_template()
     show_example();
 }
 
-// The verdict of the path check comes first; beyond it the user is told what would go wrong later.
-void result_saving_pp_t::check_folder_field()
+// The verdict of the path check comes first; beyond it the user is told what would go wrong later. Only what
+// is being typed is cleaned: to look at a page is not to change it.
+void result_saving_pp_t::check_folder_field(bool typed)
 {
     m_folder_note.clear();
     m_folder_usable = true;
     if (has_checked_folder())
-        m_folder_note = get_folder_trouble();
+        m_folder_note = get_folder_trouble(typed);
     else
         mark_path_field(m_folder, std::nullopt, true);
     if (wx_helpers1::from_wx(m_note->GetLabelText()) != m_folder_note) {
@@ -365,32 +369,21 @@ void result_saving_pp_t::check_folder_field()
     }
 }
 
-std::string result_saving_pp_t::get_folder_trouble()
+std::string result_saving_pp_t::get_folder_trouble(bool typed)
 {
-    const std::string typed = text_in(m_folder);
-    std::string folder = without_blanks_at_end(typed);
-    std::string variable;
-    const auto expansion = gen_helpers2::expand_path(folder, variable);
     std::string trouble;
-    if (expansion == gen_helpers2::expansion_t::unknown_variable) {
+    if (!typed && !check_string_for_disabled_symbols(text_in(m_folder), disabled_folder_chars)) {
         m_folder_usable = false;
-        trouble = translate_message("pref.result_saving.unknown_variable", {{"name", variable}});
-    } else if (expansion == gen_helpers2::expansion_t::nothing_to_do) {
+        trouble = get_restricted_chars_text(disabled_folder_chars);
+    } else {
         m_folder_usable = check_file_or_folder(m_folder, false, true, false);
-        folder = without_blanks_at_end(text_in(m_folder));
         if (!m_folder_usable)
             return from_wx(m_folder->GetToolTipText());
+        const std::string folder = without_blanks_at_end(text_in(m_folder));
+        trouble = sentence_about(gen_helpers2::examine_folder(gen_helpers2::path_t(folder)));
     }
-    const auto state = gen_helpers2::examine_folder(gen_helpers2::path_t(folder));
-    if (trouble.empty())
-        trouble = sentence_about(state);
     if (!trouble.empty())
         set_color_and_tooltip(m_folder, trouble, get_path_error_colour());
-    else if (expansion == gen_helpers2::expansion_t::expanded)
-        mark_path_field(m_folder, check_path(gen_helpers2::path_t(folder), false), true);
-    if (trouble.empty() && expansion == gen_helpers2::expansion_t::expanded)
-        return translate_message("pref.result_saving.folder_means",
-                                 {{"dir", as_shown(gen_helpers2::path_t(folder).as_string())}});
     return trouble;
 }
 
@@ -398,14 +391,9 @@ std::string result_saving_pp_t::get_effective_folder() const
 {
     if ((m_flags & show_project) && m_to_project->GetValue())
         return m_data.get_proj_default_folder();
-    std::string folder = without_blanks_at_end(text_in(m_folder));
-    std::string variable;
-    if (!(m_flags & check_folder))
-        return folder;
-    if (!m_folder_usable)
+    if ((m_flags & check_folder) && !m_folder_usable)
         return gen_helpers2::stdpaths::get_temp_dir().as_string();
-    gen_helpers2::expand_path(folder, variable);
-    return folder;
+    return without_blanks_at_end(text_in(m_folder));
 }
 
 void result_saving_pp_t::show_example()

@@ -7,6 +7,7 @@
 
 #include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/picture_button.h>
 
 #include <wx/bmpbuttn.h>
@@ -100,16 +101,14 @@ void dress(const dir_buttons_t& buttons)
     dress_button(buttons.remove, type::cross, translate_message("panel.search_dirs.remove"));
 }
 
-void update(const dir_buttons_t& buttons, const property_grid_t* grid)
+void update(const dir_buttons_t& buttons, property_grid_t* grid)
 {
     const int row = grid->get_current_row();
     const int input = grid->row_count() - 1;
-    if (buttons.up)
-        buttons.up->Enable(row > 0 && row < input);
-    if (buttons.down)
-        buttons.down->Enable(row >= 0 && row < input - 1);
-    if (buttons.remove)
-        buttons.remove->Enable(row >= 0 && row < input);
+    wx_helpers1::set_enabled({{buttons.up, row > 0 && row < input},
+                              {buttons.down, row >= 0 && row < input - 1},
+                              {buttons.remove, row >= 0 && row < input}},
+                             grid);
 }
 
 void move_current_row(property_grid_t* grid, int by)

@@ -29,7 +29,7 @@ struct dir_buttons_t
 /// Pictures, tool tips and names.
 void dress(const dir_buttons_t& buttons);
 /// Enables what can be done with the current row.
-void update(const dir_buttons_t& buttons, const vdxpropgrid2::property_grid_t* grid);
+void update(const dir_buttons_t& buttons, vdxpropgrid2::property_grid_t* grid);
 
 /// Moves the current row by one place, which stays the current one; the input row takes no part.
 void move_current_row(vdxpropgrid2::property_grid_t* grid, int by);

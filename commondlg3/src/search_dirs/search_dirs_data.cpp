@@ -2,7 +2,6 @@
 
 #include "commondlg3/path_info.h"
 
-#include <gen_helpers2/path_expansion.h>
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/text.h>
 
@@ -132,12 +131,7 @@ std::vector<std::string> split_dirs(const std::string& text)
 
 std::string typed_dir(const std::string& text)
 {
-    std::string dir = gen_helpers2::trim(text);
-    std::string variable;
-    // Looks at the disk: only where there is something to replace.
-    if (!dir.empty() && (dir.front() == '~' || dir.find('$') != std::string::npos))
-        gen_helpers2::expand_path(dir, variable);
-    return path_info_t(dir).as_string();
+    return path_info_t(gen_helpers2::trim(text)).as_string();
 }
 
 } // namespace commondlg3

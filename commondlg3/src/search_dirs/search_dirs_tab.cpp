@@ -5,6 +5,7 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 #include "dir_grid.h"
+#include "wrapped_labels.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
@@ -95,6 +96,11 @@ void search_dirs_tab_t::connect_grid()
 
 void search_dirs_tab_t::load_settings()
 {
+    set_data();
+}
+
+void search_dirs_tab_t::set_data()
+{
     m_dirs.clear();
     if (m_container) {
         for (const auto at = m_container->get_dirs(m_category); !at->at_end(); at->next())
@@ -109,7 +115,7 @@ void search_dirs_tab_t::set_data(container_t container, search_category_t catego
     m_category = category;
     if (m_grid)
         load_messages();
-    load_settings();
+    set_data();
 }
 
 bool search_dirs_tab_t::save_settings()
@@ -261,11 +267,10 @@ void search_dirs_tab_t::on_more_button_clicked(click_data_t data)
         on_dir_updated(row);
 }
 
-void search_dirs_tab_t::on_resize(wxSizeEvent& event)
+void search_dirs_tab_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out; in one that is too small for them controls complain.
-    if (GetSizer() && GetClientSize().x >= GetSizer()->GetMinSize().x)
-        event.Skip();
+    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
+    lay_out_unsqueezed(*this);
 }
 
 // A host that scrolls its pages learns that this one needs another height.

@@ -204,16 +204,27 @@ void property_node_t::merge(const variant_bag_t& theirs, std::size_t depth)
     merge_values(theirs);
     if (depth >= gen_helpers2::max_bag_nesting)
         return;
+    if (!m_keys.empty()) {
+        merge_records(theirs, depth);
+        return;
+    }
     std::vector<std::string> order;
     const auto groups = children_by_name(theirs, order);
     for (const std::string& name : order)
         if (m_removed_children.count(name) == 0)
             merge_children(name, groups.at(name), depth);
-    for (auto child = m_children.begin(); child != m_children.end();) {
-        const bool stays = groups.count(child->name) != 0 || child->node->is_changed() ||
-                           !child->node->empty_out() || child->node.use_count() > 1;
-        child = stays ? child + 1 : m_children.erase(child);
-    }
+    drop_what_is_gone([&groups](const child_t& child) { return groups.count(child.name) != 0; });
+}
+
+// What the other process removed, unless it was changed here or somebody still holds on to it.
+void property_node_t::drop_what_is_gone(const std::function<bool(const child_t&)>& is_theirs)
+{
+    m_children.erase(std::remove_if(m_children.begin(), m_children.end(),
+                                    [&](const child_t& child) {
+                                        return !is_theirs(child) && !child.node->is_changed() &&
+                                               child.node->empty_out() && child.node.use_count() == 1;
+                                    }),
+                     m_children.end());
 }
 
 /// Removes what the other process removed. False if somebody still holds on to this node or one below: what
@@ -230,7 +241,8 @@ bool property_node_t::empty_out()
 
 bool property_node_t::is_changed() const
 {
-    return m_replaced || !m_changed_values.empty() || !m_removed_children.empty() ||
+    return m_replaced || m_reordered || !m_changed_values.empty() || !m_removed_children.empty() ||
+           !m_removed_records.empty() ||
            std::any_of(m_children.begin(), m_children.end(),
                        [](const child_t& child) { return child.node->is_changed(); });
 }
@@ -238,8 +250,10 @@ bool property_node_t::is_changed() const
 void property_node_t::set_unchanged()
 {
     m_replaced = false;
+    m_reordered = false;
     m_changed_values.clear();
     m_removed_children.clear();
+    m_removed_records.clear();
     for (const child_t& child : m_children)
         child.node->set_unchanged();
 }

@@ -1,5 +1,6 @@
 #include "cfgmgr2/property_storage.h"
 #include "gen_helpers2/assertion.h"
+#include "gen_helpers2/file.h"
 #include "gen_helpers2/variant_bag_file.h"
 #include "property_node.h"
 
@@ -10,9 +11,7 @@
 
 #include <cerrno>
 #include <chrono>
-#include <filesystem>
 #include <mutex>
-#include <system_error>
 #include <thread>
 
 namespace cfgmgr2 {
@@ -134,20 +133,8 @@ error_code_t document_t::write()
 {
     variant_bag_t bag;
     root->to_bag(bag);
-    std::error_code error;
-    const std::filesystem::path target = std::filesystem::canonical(file.as_filesystem_path(), error);
-    if (!is_damaged || error || !std::filesystem::is_regular_file(target, error))
-        return gen_helpers2::save_variant_bag(bag, file);
-
-    std::filesystem::path aside = target;
-    aside += ".damaged";
-    std::filesystem::rename(target, aside, error);
-    if (error)
-        return error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
-    error_code_t result = gen_helpers2::save_variant_bag(bag, file);
-    if (result.failed())
-        std::filesystem::rename(aside, target, error);
-    return result;
+    return is_damaged ? gen_helpers2::save_over_damaged_file(bag, file)
+                      : gen_helpers2::save_variant_bag(bag, file);
 }
 
 error_code_t document_t::save()
@@ -155,10 +142,7 @@ error_code_t document_t::save()
     if (file.is_empty())
         return error_code_t();
     const path_t folder = file.parent();
-    if (!folder.is_empty()) {
-        std::error_code error;
-        std::filesystem::create_directories(folder.as_filesystem_path(), error);
-    }
+    gen_helpers2::make_private_folder(folder);
     const folder_lock_t lock(folder.is_empty() ? path_t(".") : folder);
     error_code_t result = take_over_changes();
     if (result.failed())
@@ -247,6 +231,17 @@ public:
             const auto guard = lock();
             complete = m_node->assign(bag, m_depth);
             m_node->set_replaced();
+        }
+        GH2_ASSERT_TEXT(complete, "the bag is nested too deeply for a storage", "property_storage");
+    }
+
+    void change(const variant_bag_t& before, const variant_bag_t& after,
+                const std::vector<std::string>& keys) override
+    {
+        bool complete = false;
+        {
+            const auto guard = lock();
+            complete = m_node->change(before, after, keys, m_depth);
         }
         GH2_ASSERT_TEXT(complete, "the bag is nested too deeply for a storage", "property_storage");
     }

@@ -69,10 +69,13 @@ public:
     {
         if (!m_storage)
             return {};
+        // What is changed while the storage is written is due the next time.
+        std::set<search_category_t> touched;
         {
             const std::lock_guard<std::mutex> lock(m_mutex);
+            touched.swap(m_touched);
             const auto stored = m_storage->get_child(child_name);
-            for (const search_category_t category : m_touched) {
+            for (const search_category_t category : touched) {
                 const std::string text = to_stored_text(m_lists[category]);
                 // A list that is as it was must not win over what another program has made of it.
                 const auto before = stored->get_value(name_of(category));
@@ -81,9 +84,9 @@ public:
             }
         }
         const error_code_t result = m_storage->save();
-        if (result.succeeded()) {
+        if (result.failed()) {
             const std::lock_guard<std::mutex> lock(m_mutex);
-            m_touched.clear();
+            m_touched.insert(touched.begin(), touched.end());
         }
         return result;
     }

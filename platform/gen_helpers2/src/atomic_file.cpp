@@ -1,13 +1,14 @@
 #include "atomic_file.h"
 #include "gen_helpers2/strings.h"
+#include "temporary_names.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <cstdio>
+#include <csignal>
 #include <system_error>
 
 namespace gen_helpers2 {
@@ -38,6 +39,38 @@ std::string folder_of(const std::string& path)
     const std::string folder = std::filesystem::path(path).parent_path().native();
     return folder.empty() ? std::string(".") : folder;
 }
+
+std::string by_descriptor(int file)
+{
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// A file that grows beyond what its user may write is an error like a full disk, where the system would end
+/// the program with a signal.
+class no_size_signal_t
+{
+public:
+    no_size_signal_t()
+    {
+        ::sigemptyset(&m_signal);
+        ::sigaddset(&m_signal, SIGXFSZ);
+        ::pthread_sigmask(SIG_BLOCK, &m_signal, &m_before);
+    }
+    ~no_size_signal_t()
+    {
+        const timespec at_once = {0, 0};
+        if (::sigismember(&m_before, SIGXFSZ) == 0)
+            while (::sigtimedwait(&m_signal, nullptr, &at_once) == SIGXFSZ)
+                continue;
+        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    no_size_signal_t(const no_size_signal_t&) = delete;
+    no_size_signal_t& operator=(const no_size_signal_t&) = delete;
+
+private:
+    sigset_t m_signal;
+    sigset_t m_before;
+};
 
 } // namespace
 
@@ -76,10 +109,9 @@ atomic_file_t::atomic_file_t(const path_t& path) : m_shown(path)
         if (m_error.failed())
             return;
     }
-    open_temporary(folder_of(m_target), exists ? existing.st_mode & 07777 : 0666);
-    if (m_file < 0)
-        return;
-    if (exists) {
+    constexpr unsigned for_the_owner = 0600;
+    open_temporary(exists ? existing.st_mode & 07777 : for_the_owner);
+    if (m_file >= 0 && exists) {
         // The group first: changing it takes special bits away. That it may not be allowed is no reason to
         // fail.
         if (existing.st_gid != ::getegid() && ::fchown(m_file, static_cast<uid_t>(-1), existing.st_gid) != 0)
@@ -89,23 +121,36 @@ atomic_file_t::atomic_file_t(const path_t& path) : m_shown(path)
     }
 }
 
-void atomic_file_t::open_temporary(const std::string& folder, unsigned mode)
+void atomic_file_t::open_temporary(unsigned mode)
 {
-    static std::atomic<unsigned> counter{0};
-    // The name does not contain that of the file: it might become too long.
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        char name[64];
-        std::snprintf(name, sizeof name, "/.%ld-%u.tmp", static_cast<long>(::getpid()), ++counter);
-        m_temporary = folder + name;
-        m_file = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (m_file >= 0)
-            return;
-        if (errno != EEXIST)
-            break;
+    const std::string folder = folder_of(m_target);
+    remove_stale_names(folder);
+    m_file = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
+    if (m_file >= 0 && ::access(by_descriptor(m_file).c_str(), F_OK) == 0)
+        return;
+    if (m_file >= 0)
+        ::close(m_file); // nothing could give it a name later
+    m_temporary = make_temporary_name(folder);
+    m_file = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    if (m_file < 0) {
+        const int number = errno;
+        m_temporary.clear();
+        fail("cannot write", number);
+    } else {
+        ::flock(m_file, LOCK_EX | LOCK_NB); // it is in use
     }
-    const int number = errno;
-    m_temporary.clear();
-    fail("cannot write", number);
+}
+
+// Linking replaces nothing, so that the name in the end comes by renaming, as it does everywhere.
+bool atomic_file_t::make_name()
+{
+    if (!m_temporary.empty())
+        return true;
+    const std::string name = make_temporary_name(folder_of(m_target));
+    if (::linkat(AT_FDCWD, by_descriptor(m_file).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+        return false;
+    m_temporary = name;
+    return true;
 }
 
 atomic_file_t::~atomic_file_t()
@@ -118,6 +163,7 @@ atomic_file_t::~atomic_file_t()
 
 void atomic_file_t::append(std::string_view bytes)
 {
+    const no_size_signal_t guard;
     while (m_error.succeeded() && !bytes.empty()) {
         const ssize_t written = ::write(m_file, bytes.data(), bytes.size());
         if (written > 0)
@@ -130,6 +176,8 @@ void atomic_file_t::append(std::string_view bytes)
 error_code_t atomic_file_t::commit()
 {
     if (m_error.succeeded() && ::fsync(m_file) != 0)
+        fail("cannot write", errno);
+    if (m_error.succeeded() && !make_name())
         fail("cannot write", errno);
     if (m_file >= 0) {
         if (::close(m_file) != 0 && errno != EINTR)

@@ -9,7 +9,9 @@
 namespace gen_helpers2 {
 namespace _internal {
 
-/// A file written beside the one it is to replace. Unless commit() succeeds nothing of it remains.
+/// A file written beside the one it is to replace. Unless commit() succeeds nothing of it remains: it has no
+/// name before, where the file system can do that. Elsewhere a program that is killed leaves a name behind,
+/// which the next one that writes into the folder takes away.
 class atomic_file_t
 {
 public:
@@ -24,7 +26,8 @@ public:
     error_code_t commit();
 
 private:
-    void open_temporary(const std::string& folder, unsigned mode);
+    void open_temporary(unsigned mode);
+    bool make_name();
     void fail(const char* what, int number);
 
     path_t m_shown;

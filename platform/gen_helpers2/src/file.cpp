@@ -2,6 +2,8 @@
 #include "atomic_file.h"
 #include "input_file.h"
 
+#include <sys/stat.h>
+
 namespace gen_helpers2 {
 
 error_code_t write_whole_file(const path_t& path, std::string_view bytes)
@@ -22,6 +24,15 @@ error_code_t read_whole_file(const path_t& path, std::string& out, std::size_t m
     if (file.error().succeeded())
         out.swap(bytes);
     return file.error();
+}
+
+void make_private_folder(const path_t& folder)
+{
+    if (folder.file_name().empty() || folder.exists())
+        return;
+    make_private_folder(folder.parent());
+    constexpr mode_t for_the_owner = 0700;
+    ::mkdir(folder.as_string().c_str(), for_the_owner);
 }
 
 } // namespace gen_helpers2

@@ -5,6 +5,8 @@
 #include "input_file.h"
 
 #include <charconv>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -132,6 +134,23 @@ error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file)
         block.clear();
     });
     return result.failed() ? result : out.commit();
+}
+
+error_code_t save_over_damaged_file(const variant_bag_t& bag, const path_t& file)
+{
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::canonical(file.as_filesystem_path(), error);
+    if (error || !std::filesystem::is_regular_file(target, error))
+        return save_variant_bag(bag, file);
+    std::filesystem::path aside = target;
+    aside += ".damaged";
+    std::filesystem::rename(target, aside, error);
+    if (error)
+        return error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
+    const error_code_t result = save_variant_bag(bag, file);
+    if (result.failed())
+        std::filesystem::rename(aside, target, error);
+    return result;
 }
 
 error_code_t save_to_string(const variant_bag_t& bag, std::string& text)

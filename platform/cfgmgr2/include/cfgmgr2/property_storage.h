@@ -47,15 +47,25 @@ public:
     virtual gen_helpers2::variant_bag_t to_bag() const = 0;
     /// Replaces everything below this.
     virtual void from_bag(const gen_helpers2::variant_bag_t& bag) = 0;
-
-    /// Writes the whole storage, whichever child it is called on. Folders on the way are made.
+    /// Makes those changes below this that lead from one bag to another. What both have alike stays as it is
+    /// here, and what neither knows stays as well: somebody else may have put it there since `before` was
+    /// read.
     ///
-    /// If another process has written the file since it was read, what was not touched here is taken over
-    /// from it, value by value and child by child; what both changed is as it is here. A file that could not
-    /// be understood is renamed to `<file>.damaged` first; one that still cannot be read at all is an error.
-    /// On an error the file is as it was and everything stays to be saved. A storage in memory only has
-    /// nothing to write: success.
-    virtual gen_helpers2::error_code_t save() = 0;
+    /// Children of one name are records, told apart by the value of the first of these names that they have.
+    /// From now on save() takes records over from another process one by one, and inside them value by value.
+    /// For whoever keeps a copy of a list and gives it back later.
+    virtual void change(const gen_helpers2::variant_bag_t& before, const gen_helpers2::variant_bag_t& after,
+                        const std::vector<std::string>& keys) = 0;
+
+    /// Writes the whole storage, whichever child it is called on.
+    ///
+    /// A new file, and folders that are made for it, are the user's alone; an existing file keeps its mode.
+    /// If another process has written it since it was read, what was not touched here is taken over from it,
+    /// value by value and child by child; what both changed is as it is here. A file that could not be
+    /// understood is renamed to `<file>.damaged` first; one that still cannot be read at all is an error. On
+    /// an error the file is as it was and everything stays to be saved. A storage in memory only has nothing
+    /// to write: success.
+    [[nodiscard]] virtual gen_helpers2::error_code_t save() = 0;
 
 protected:
     ~IPropertyStorage() = default;

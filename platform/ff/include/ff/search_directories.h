@@ -67,7 +67,7 @@ public:
     virtual std::size_t count(search_category_t category) const = 0;
     virtual void clear(search_category_t category) = 0;
     /// Writes what was changed. On an error nothing is lost: the lists stay, and the next call tries again.
-    virtual gen_helpers2::error_code_t save() = 0;
+    [[nodiscard]] virtual gen_helpers2::error_code_t save() = 0;
 
 protected:
     ~IEditableSearchDirContainer() = default;

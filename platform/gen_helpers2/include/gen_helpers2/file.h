@@ -13,16 +13,21 @@ namespace gen_helpers2 {
 /// Writes a file so that at every moment, even after a power cut, either the old or the new content is there:
 /// a temporary file in the same folder is written, synchronised and renamed.
 ///
-/// An existing file keeps its permission bits; a symbolic link stays a link and its target is replaced. A
+/// A new file is its owner's alone to read and write, an existing one keeps its permission bits; a symbolic
+/// link stays a link and its target is replaced. A
 /// file without write permission is an error, as it would be when written in place. On an error the old file
 /// is as it was and the temporary one is gone.
-GEN_HELPERS2_EXPORT error_code_t write_whole_file(const path_t& path, std::string_view bytes);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t write_whole_file(const path_t& path, std::string_view bytes);
+
+/// Makes a folder for its owner alone, and those on the way to it that are missing. What is there already
+/// stays as it is: whether there is such a folder now, writing into it tells.
+GEN_HELPERS2_EXPORT void make_private_folder(const path_t& folder);
 
 constexpr std::size_t default_max_file_bytes = std::size_t(256) << 20;
 
 /// Reads a regular file of at most `max_bytes` bytes. On an error `out` is as it was.
-GEN_HELPERS2_EXPORT error_code_t read_whole_file(const path_t& path, std::string& out,
-                                                 std::size_t max_bytes = default_max_file_bytes);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t
+read_whole_file(const path_t& path, std::string& out, std::size_t max_bytes = default_max_file_bytes);
 
 } // namespace gen_helpers2
 

@@ -30,12 +30,16 @@ namespace gen_helpers2 {
 /// Deepest nesting of children in a file; saving a deeper bag is an error as well, as it could not be loaded.
 constexpr std::size_t max_bag_nesting = 1000;
 
-GEN_HELPERS2_EXPORT error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file);
-GEN_HELPERS2_EXPORT error_code_t load_variant_bag(const path_t& file, variant_bag_t& bag,
-                                                  std::size_t max_bytes = default_max_file_bytes);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file);
+/// The same over a file that could not be understood, which is kept as `<file>.damaged`; on an error it stays
+/// where it is.
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_over_damaged_file(const variant_bag_t& bag,
+                                                                      const path_t& file);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t
+load_variant_bag(const path_t& file, variant_bag_t& bag, std::size_t max_bytes = default_max_file_bytes);
 
-GEN_HELPERS2_EXPORT error_code_t save_to_string(const variant_bag_t& bag, std::string& text);
-GEN_HELPERS2_EXPORT error_code_t load_from_string(std::string_view text, variant_bag_t& bag);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_to_string(const variant_bag_t& bag, std::string& text);
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t load_from_string(std::string_view text, variant_bag_t& bag);
 
 } // namespace gen_helpers2
 

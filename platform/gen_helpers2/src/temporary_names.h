@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace gen_helpers2 {
+namespace _internal {
+
+/// A path in the folder that nothing has yet. It does not contain the name of a file that it stands for: that
+/// might become too long.
+std::string make_temporary_name(const std::string& folder);
+
+/// Takes away what programs that were killed left under such names, once a process and folder. Files that are
+/// locked or a minute young may be in use and stay.
+void remove_stale_names(const std::string& folder);
+
+} // namespace _internal
+} // namespace gen_helpers2
