@@ -11,6 +11,7 @@
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
+#include <commondlg3/inplace_contents.h>
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
 #include <wx_helpers1/layout_direction.h>
@@ -101,6 +102,7 @@ public:
     {
         if (is_used_by_a_person())
             report_usage();
+        commondlg3::inplace_contents_t::wait_until_saved();
         wx_helpers1::tasks::Scheduler::Shutdown();
         wx_helpers1::ui_settings_t::shutdown();
         return wxApp::OnExit();

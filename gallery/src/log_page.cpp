@@ -5,8 +5,6 @@
 
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
-#include <gen_helpers2/log.h>
-#include <gen_helpers2/variant_bag_file.h>
 #include <vdx/event_log.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
@@ -104,11 +102,19 @@ private:
     }
 };
 
+// A script that floods the log wants to know how much there is, not what.
+constexpr std::size_t most_lines_told = 10000;
+
 nlohmann::json state_of(log_page_t& page)
 {
-    gen_helpers2::variant_bag_t bag;
     const bool changed = page.get_log().has_changes();
-    page.keep(); // before the next line: after it nothing counts as changed
+    const auto& elements = page.get_log().get_log().GetElements();
+    std::size_t count = 0;
+    for (const auto& element : elements)
+        count += element->GetLines().size();
+    if (count > most_lines_told)
+        return {{"entries", elements.size()}, {"lines", count}, {"has_changes", changed}};
+    gen_helpers2::variant_bag_t bag;
     page.get_log().save(bag);
     nlohmann::json entries = nlohmann::json::array();
     bag.for_each_child("message_entry_t", [&entries](const gen_helpers2::variant_bag_t& saved) {
@@ -129,7 +135,11 @@ int run(log_page_t& page)
 {
     wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(log_object); });
     const int result = page.ShowModal();
-    report_result(log_object, result, state_of(page));
+    const bool changed = page.get_log().has_changes(); // after the next line nothing counts as changed
+    const nlohmann::json state = state_of(page);
+    if (changed)
+        page.keep();
+    report_result(log_object, result, state);
     return result;
 }
 
@@ -159,7 +169,8 @@ log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std
 
 log_page_t::~log_page_t()
 {
-    keep();
+    if (m_log->has_changes())
+        keep();
 }
 
 void log_page_t::finish_layout()
@@ -179,28 +190,17 @@ commondlg3::inplace_ctrl_t::callback_t log_page_t::make_callback()
 
 void log_page_t::load()
 {
-    std::error_code ignored;
-    if (m_file.empty() || !std::filesystem::exists(m_file, ignored))
-        return;
-    gen_helpers2::variant_bag_t bag;
-    const auto loaded = gen_helpers2::load_variant_bag(gen_helpers2::path_t(m_file), bag);
-    if (loaded.failed())
-        gen_helpers2::log_warning("gallery", "the log was not read: " + loaded.as_string());
-    else
-        m_log->load(bag);
+    if (!m_file.empty())
+        m_log->load_file(gen_helpers2::path_t(m_file));
 }
 
 void log_page_t::keep()
 {
-    if (m_file.empty() || !m_log->has_changes())
+    if (m_file.empty())
         return;
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
-    gen_helpers2::variant_bag_t bag;
-    m_log->save(bag);
-    const auto saved = gen_helpers2::save_variant_bag(bag, gen_helpers2::path_t(m_file));
-    if (saved.failed())
-        gen_helpers2::log_warning("gallery", "the log was not kept: " + saved.as_string());
+    m_log->take_contents().save_later(gen_helpers2::path_t(m_file));
 }
 
 int open_log(const nlohmann::json& data, wxWindow* parent)

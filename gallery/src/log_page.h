@@ -29,7 +29,7 @@ public:
     ~log_page_t() override;
 
     commondlg3::inplace_ctrl_t& get_log() { return *m_log; }
-    /// Writes the log to its file, if anything in it has changed.
+    /// Takes the log and has it written to its file, while the window may go.
     void keep();
 
 protected:

@@ -22,6 +22,12 @@ public:
     bool OnCmdLineParsed(wxCmdLineParser&) override { return true; }
     void OnInitCmdLine(wxCmdLineParser&) override {}
 
+    bool OnExceptionInMainLoop() override
+    {
+        test::note_exception();
+        return true;
+    }
+
     int OnRun() override
     {
         wxGUIEventLoop loop;

@@ -24,6 +24,7 @@ namespace {
 std::mutex mutex; // assertions and warnings come from any thread
 std::vector<std::string> assertions;
 std::vector<std::string> failures;
+std::vector<std::string> exceptions;
 
 void fail(const std::string& text)
 {
@@ -78,6 +79,7 @@ void begin_test()
     std::lock_guard<std::mutex> lock(mutex);
     assertions.clear();
     failures.clear();
+    exceptions.clear();
 }
 
 void end_test()
@@ -88,12 +90,33 @@ void end_test()
         ADD_FAILURE() << text;
     for (const std::string& text : assertions)
         ADD_FAILURE() << "assertion that the test did not expect: " << text;
+    for (const std::string& text : exceptions)
+        ADD_FAILURE() << "exception that the test did not expect: " << text;
 }
 
 std::vector<std::string> take_assertions()
 {
     std::lock_guard<std::mutex> lock(mutex);
     return std::move(assertions);
+}
+
+void note_exception()
+{
+    std::string text = "unknown";
+    try {
+        throw;
+    } catch (const std::exception& exception) {
+        text = exception.what();
+    } catch (...) {
+    }
+    std::lock_guard<std::mutex> lock(mutex);
+    exceptions.push_back(text);
+}
+
+std::vector<std::string> take_exceptions()
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    return std::move(exceptions);
 }
 
 wxFrame* main_window()

@@ -36,6 +36,9 @@ void type(const char* text);
 /// them; one that is left unread fails the test.
 std::vector<std::string> take_assertions();
 
+/// What exceptions told the application since the test began, under the same rule.
+std::vector<std::string> take_exceptions();
+
 /// Points the product at other folders for as long as it lives.
 class product_guard_t
 {
@@ -75,6 +78,7 @@ private:
 void use_default_product();
 /// Called by the program's own listener.
 void begin_test();
+void note_exception();
 void end_test();
 void install_handlers();
 

@@ -3,10 +3,14 @@
 #include <commondlg3/help_flavor.h>
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/tasks.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/timer.h>
 
+#include <gtk/gtk.h>
+
 #include <atomic>
+#include <stdexcept>
 #include <thread>
 
 namespace {
@@ -60,6 +64,64 @@ TEST(Threads, TasksThatPostTasksLetTheEventLoopTurn)
     timer.Stop();
     test::settle();
     connection.disconnect();
+}
+
+// A task may open a dialog: what was posted behind it, and what is posted meanwhile, runs in the dialog's loop.
+TEST(Threads, ATaskThatWaitsInALoopHoldsNobodyBack)
+{
+    std::vector<int> ran;
+    Scheduler::Post([&] {
+        ran.push_back(0);
+        EXPECT_TRUE(test::wait_for([&] { return ran.size() == 4; })) << "only " << ran.size() << " ran";
+        ran.push_back(4);
+    });
+    for (int i = 1; i < 3; ++i)
+        Scheduler::Post([&ran, i] { ran.push_back(i); });
+    std::thread worker([&] { Scheduler::Post([&] { ran.push_back(3); }); });
+    EXPECT_TRUE(test::wait_for([&] { return ran.size() == 5; }, 10000));
+    worker.join();
+    EXPECT_EQ((std::vector<int>{0, 1, 2, 3, 4}), ran);
+}
+
+// Tasks come before painting: an endless chain of them must make room for it.
+TEST(Threads, TasksThatPostTasksLetThePaintingIn)
+{
+    bool stop = false;
+    std::function<void()> again = [&] {
+        if (!stop)
+            Scheduler::Post(again);
+    };
+    bool painted = false;
+    Scheduler::Post(again);
+    g_idle_add_full(
+        GDK_PRIORITY_REDRAW, [](gpointer flag) { return gboolean(!(*static_cast<bool*>(flag) = true)); },
+        &painted, nullptr);
+    EXPECT_TRUE(test::wait_for([&] { return painted; }));
+    stop = true;
+    test::settle();
+}
+
+// What they throw would go through the toolkit's C code.
+TEST(Threads, WhatTasksAndHandlersThrowReachesTheApplicationAndStopsNobody)
+{
+    int ran = 0;
+    const auto fail = [] { throw std::runtime_error("failed"); };
+    Scheduler::Post(fail);
+    Scheduler::Post([&] { ++ran; });
+    EXPECT_TRUE(test::wait_for([&] { return ran == 1; }));
+    EXPECT_EQ(std::vector<std::string>{"failed"}, test::take_exceptions());
+
+    auto* settings = wx_helpers1::ui_settings_t::get();
+    gen_helpers2::connection connections[] = {settings->changed().connect(fail),
+                                              settings->changed().connect([&] { ++ran; })};
+    for (const auto theme : {wx_helpers1::theme_t::dark, wx_helpers1::theme_t::system}) {
+        const int before = ran;
+        settings->set_theme(theme);
+        EXPECT_TRUE(test::wait_for([&] { return ran > before; })) << "the handler behind the one that throws";
+    }
+    for (auto& connection : connections)
+        connection.disconnect();
+    EXPECT_FALSE(test::take_exceptions().empty());
 }
 
 TEST(Threads, WithoutASchedulerTheTaskIsLostAndSaid)

@@ -103,6 +103,34 @@ TEST(InplaceControl, only_the_newest_entry_offers_buttons)
     EXPECT_EQ(test::captions_of(window.control()), (std::vector<std::string>{"first again", "second again"}));
 }
 
+// An entry that becomes the newest again when a later one goes must hide its buttons like any other.
+TEST(InplaceControl, updates)
+{
+    test::log_window_t window;
+    window->add_message(with_buttons("a", {1}), {});
+    window->add_message(with_buttons("b", {2}), {});
+    EXPECT_TRUE(window->erase(1).succeeded());
+    variant_bag_t bag;
+    window->save(bag);
+    EXPECT_TRUE(window->update_message(0, nullptr, {}).failed());
+    EXPECT_EQ(test::captions_of(window.control()), std::vector<std::string>{"a"});
+    EXPECT_TRUE(window->update_message(0, with_buttons("a again", {3}), {}).succeeded());
+    EXPECT_FALSE(window->has_changes()) << "no update counts as a change, a refused one least of all";
+    EXPECT_TRUE(test::offered_button(window.control(), 0, 3));
+    window->add_message(with_buttons("c", {4}), {});
+    EXPECT_FALSE(test::offered_button(window.control(), 0, 3));
+
+    // Work that runs can be cancelled, whatever is said about it; work that has ended cannot.
+    const auto tag = window->add_progress(test::make_progress("work"), {});
+    IProgress* progress = window->get_progress(tag);
+    progress->start("work", 2);
+    EXPECT_TRUE(window->update_message(tag, with_buttons("half done", {8}), {}).succeeded());
+    EXPECT_TRUE(test::offered_button(window.control(), 2, 5) && test::offered_button(window.control(), 2, 8));
+    progress->finish();
+    EXPECT_TRUE(window->update_message(tag, test::make_message("done"), {}).succeeded());
+    EXPECT_FALSE(test::offered_button(window.control(), 2, 5));
+}
+
 TEST(InplaceControl, a_callback_may_take_its_own_entry_away)
 {
     test::log_window_t window;
@@ -276,6 +304,11 @@ TEST(InplaceControl, progress_steps)
     progress->internalProgressed(1000);
     test::settle();
     EXPECT_EQ(gauge.GetValue(), 800);
+
+    progress->start("Exact", 320); // 57.5 is rounded up, which a quotient taken first would not reach
+    progress->internalProgressed(23);
+    test::settle();
+    EXPECT_EQ(gauge.GetValue(), 58);
 
     progress->start("Again", 1e9); // less than half a step is kept until there is more
     for (int i = 0; i < 1000; ++i)

@@ -1,5 +1,7 @@
 #include "log_tools.h"
 
+#include <wx_helpers1/painted.h>
+
 #include <wx/sizer.h>
 
 namespace test {
@@ -70,6 +72,17 @@ vdxcfrw7::CButton* offered_button(inplace_ctrl_t& control, std::size_t entry, in
         if (button->GetId() == id && button->IsShown())
             return button.get();
     return nullptr;
+}
+
+wxImage picture_of(const wxTopLevelWindow& window)
+{
+    const temp_dir_t folder;
+    const std::string file = folder.path() + "/window.png";
+    settle();
+    EXPECT_TRUE(wx_helpers1::save_picture(window, file));
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
+        wxImage::AddHandler(new wxPNGHandler);
+    return wxImage(file, wxBITMAP_TYPE_PNG);
 }
 
 std::string flood_line(int i)

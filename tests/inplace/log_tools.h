@@ -6,6 +6,8 @@
 #include <commondlg3/inplace_ctrl.h>
 #include <vdx/event_log.h>
 
+#include <wx/image.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +44,9 @@ std::vector<std::string> lines_of(inplace_ctrl_t& control, std::size_t entry);
 std::vector<std::string> captions_of(inplace_ctrl_t& control);
 /// The text of the button with that id in the n-th entry, when it is offered; empty when it is not.
 vdxcfrw7::CButton* offered_button(inplace_ctrl_t& control, std::size_t entry, int id);
+
+/// What the screen shows of a window.
+wxImage picture_of(const wxTopLevelWindow& window);
 
 /// Line `i` of a flood: 80 characters, every fifth 300.
 std::string flood_line(int i);

@@ -76,8 +76,63 @@ TEST(InplaceThreads, lines_said_between_two_turns_cost_one_task)
     // A scheduler that takes no tasks says so once for each task that it is given.
     wx_helpers1::tasks::Scheduler::Shutdown();
     say(1000);
+    // The same holds for what is being done now.
+    const auto progress_tag = window->add_progress(test::make_progress("work"), {});
+    for (int i = 0; i < 1000; ++i)
+        window->get_progress(progress_tag)->message(std::to_string(i).c_str());
     wx_helpers1::tasks::Scheduler::Initialize();
-    EXPECT_EQ(test::take_assertions().size(), 1u);
+    EXPECT_EQ(test::take_assertions().size(), 2u);
+}
+
+// The callback of a task shows a dialog: lines appear in the log behind it, and those of before stand first.
+TEST(InplaceThreads, lines_show_while_a_callback_waits_in_a_loop)
+{
+    test::log_window_t window;
+    IMessenger* messenger = nullptr;
+    std::vector<std::string> shown;
+    inplace_ctrl_t::callback_t callback;
+    callback.connect([&](int) {
+        std::thread([&] { messenger->say(sev_none, "second"); }).join();
+        EXPECT_TRUE(test::wait_for([&] { return test::lines_of(window.control(), 0).size() == 2; }));
+        shown = test::lines_of(window.control(), 0);
+    });
+    const auto tag = window->add_progress(test::make_progress("work"), callback);
+    messenger = window->get_messenger(tag);
+    IProgress* progress = window->get_progress(tag);
+    progress->start("work", 1);
+    progress->cancel();
+    progress->finish(); // its task calls back
+    messenger->say(sev_none, "first");
+    EXPECT_TRUE(test::wait_for([&] { return !shown.empty(); }));
+    EXPECT_EQ(shown, (std::vector<std::string>{"first", "second"}));
+}
+
+// What the host gave with an entry must not end on a worker that happens to hold the entry last.
+TEST(InplaceThreads, what_the_host_gave_ends_on_its_own_thread)
+{
+    test::log_window_t window;
+    std::thread::id ended_on;
+    auto given = std::shared_ptr<int>(new int, [&ended_on](int* number) {
+        ended_on = std::this_thread::get_id();
+        delete number;
+    });
+    std::weak_ptr<int> alive = given;
+    inplace_ctrl_t::callback_t callback;
+    callback.connect([kept = std::move(given)](int) {});
+    const auto tag = window->add_message(test::make_message("entry"), callback);
+    callback = {};
+    IMessenger* messenger = window->get_messenger(tag);
+    std::atomic<bool> stop{false};
+    std::thread worker([&] {
+        while (!stop)
+            messenger->say(sev_status, "busy");
+    });
+    EXPECT_TRUE(test::wait_for([&] { return !window.log().GetElements()[0]->GetLines().empty(); }));
+    window->erase(tag);
+    EXPECT_TRUE(alive.expired());
+    EXPECT_EQ(ended_on, std::this_thread::get_id());
+    stop = true;
+    worker.join();
 }
 
 TEST(InplaceThreads, the_entry_the_log_and_the_window_go_in_mid_flood)

@@ -3,15 +3,16 @@
 #include "html_markup.h"
 #include "paint_dc.h"
 
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/button.h>
 #include <wx/clipbrd.h>
-#include <wx/image.h>
+#include <wx/textctrl.h>
 #include <wx/uiaction.h>
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace commondlg3;
@@ -40,17 +41,6 @@ seen_t first_seen(test::log_window_t& window, std::size_t entry)
 int y_of(test::log_window_t& window, std::size_t entry, std::size_t line)
 {
     return window.log().GetLineRect(*window.log().GetElements().at(entry), line).y;
-}
-
-wxImage picture_of(const wxTopLevelWindow& window)
-{
-    const test::temp_dir_t folder;
-    const std::string file = folder.path() + "/window.png";
-    test::settle();
-    EXPECT_TRUE(wx_helpers1::save_picture(window, file));
-    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
-        wxImage::AddHandler(new wxPNGHandler);
-    return wxImage(file, wxBITMAP_TYPE_PNG);
 }
 
 int different_pixels(const wxImage& image)
@@ -261,7 +251,7 @@ TEST(InplaceView, draws_text_as_the_toolkit_does)
         frame->Show();
         ASSERT_TRUE(test::wait_for([&] { return painted; }));
         test::settle();
-        const wxImage picture = picture_of(*frame);
+        const wxImage picture = test::picture_of(*frame);
         ASSERT_TRUE(picture.IsOk());
         const int top = canvas->GetScreenPosition().y - frame->GetScreenPosition().y;
         int inked = 0, different = 0;
@@ -298,6 +288,7 @@ TEST(InplaceView, filtering)
     window->get_messenger(tag)->say(sev_status, "status is always shown");
     test::settle();
     EXPECT_EQ(window.log().GetHiddenCount(), 501u);
+    EXPECT_EQ(told, 501u) << "what is hidden as it comes is told as well";
     window.log().SetFilter(0, "");
     test::settle();
     EXPECT_EQ(window.log().GetHiddenCount(), 0u);
@@ -346,6 +337,12 @@ TEST(InplaceView, selecting_and_copying)
     test::press(WXK_END, wxMOD_CONTROL | wxMOD_SHIFT); // from the place where everything was begun
     test::press(WXK_LEFT, wxMOD_SHIFT);
     EXPECT_EQ(window.log().GetSelectedText(), "Caption\n1 < 2\nfirst\nsecond <b>\nthir");
+    // The text at the caret becomes shorter.
+    window->add_message(test::make_message("A long caption", ""), {});
+    EXPECT_TRUE(window.log().Find("caption", true));
+    window->update_message(1, test::make_message("A", ""), {});
+    test::press(WXK_LEFT, wxMOD_SHIFT);
+    EXPECT_EQ(window.log().GetSelectedText(), "A");
     window->clear();
     EXPECT_EQ(window.log().GetSelectedText(), "");
 }
@@ -377,8 +374,57 @@ TEST(InplaceView, keyboard)
     test::press(WXK_TAB);
     test::press(WXK_SPACE);
     EXPECT_EQ(pressed, 3);
+    window.log().GetWindow()->SetFocus(); // the button is gone
     test::press(WXK_END);
     EXPECT_TRUE(window.log().GetState().at_end);
+}
+
+// Tab goes through the log's own stops and out of it at either end.
+TEST(InplaceView, tab_leaves_the_log)
+{
+    test::log_window_t window;
+    auto* before = new wxTextCtrl(window.frame(), wxID_ANY, "before");
+    auto* after = new wxTextCtrl(window.frame(), wxID_ANY, "after");
+    before->MoveBeforeInTabOrder(&window.control());
+    for (wxWindow* field : {before, after})
+        window.frame()->GetSizer()->Add(field, 0, wxEXPAND);
+    window.frame()->Layout();
+    const auto stop = [&] {
+        const wxWindow* focus = wxWindow::FindFocus();
+        const auto* button = wxDynamicCast(focus, wxButton);
+        return button                                ? button->GetLabelText().utf8_string()
+               : focus == before                     ? std::string("before")
+               : focus == after                      ? std::string("after")
+               : focus == window.log().GetWindow() ? std::string("log")
+                                                     : std::string("nothing");
+    };
+    standard_message_t::ptr_t question(new standard_message_t);
+    question->set_buttons(standard_message_t::standard_buttons_t::yes_no);
+    window.frame()->Raise();
+    for (const bool with_buttons : {true, false}) {
+        if (with_buttons)
+            window->add_message(question, {});
+        else
+            window->add_progress(test::make_progress("running"), {});
+        test::settle();
+        std::vector<std::string> stops =
+            with_buttons ? std::vector<std::string>{"before", "log", "Yes", "No", "after"}
+                         : std::vector<std::string>{"before", "log", "after"};
+        if (!with_buttons)
+            test::offered_button(window.control(), 1, 5)->Press(); // Cancel can be pressed once
+        test::settle();
+        before->SetFocus();
+        ASSERT_TRUE(test::wait_for([&] { return before->HasFocus(); }));
+        for (const int modifiers : {wxMOD_NONE, wxMOD_SHIFT}) {
+            std::vector<std::string> seen{stop()};
+            while (seen.size() < stops.size()) {
+                test::press(WXK_TAB, modifiers);
+                seen.push_back(stop());
+            }
+            EXPECT_EQ(stops, seen);
+            std::reverse(stops.begin(), stops.end());
+        }
+    }
 }
 
 TEST(InplaceView, markup)
@@ -392,6 +438,12 @@ TEST(InplaceView, markup)
     EXPECT_EQ(safe_markup("a <b>never closed"), "a <b>never closed</b>");
     EXPECT_EQ(safe_markup("a</b>"), "a");
     EXPECT_EQ(safe_markup("<img src='file:///etc/passwd' alt='pic <1>'>x"), "pic &lt;1&gt;x");
+    // Attributes that no text needs are dropped, and no number is larger than a text needs.
+    EXPECT_EQ(safe_markup("<table border=1 onclick='x()' width=9999999><tr><td colspan=99999999 rowspan=-1 "
+                          "align=right style='a'>x</table>"),
+              "<table border=\"1\" width=\"2000\"><tr><td colspan=\"10\" align=\"right\">x</table></td></tr>");
+    EXPECT_EQ(safe_markup("<font size=+99 color=#f00 face=a><a href='file:///x'>y</a></font>"),
+              "<font size=\"+7\" color=\"#f00\"><a>y</a></font>");
     EXPECT_EQ(markup_to_text("a&nbsp;&lt;b&gt;<br>c   d<p>e<img alt=\"f\"> 1 < 2"),
               "a\xC2\xA0<b>\nc d\nef 1 < 2");
     // Nothing in the toolkit's parser may be nested as deeply as somebody can type.
@@ -406,13 +458,13 @@ TEST(InplaceView, the_theme_changes_while_it_is_open)
     test::log_window_t window;
     window->add_message(test::make_message("Caption", "A body"), {});
     test::settle();
-    const wxImage light = picture_of(*window.frame());
+    const wxImage light = test::picture_of(*window.frame());
     EXPECT_GT(different_pixels(light), 100) << "something is drawn";
     auto* settings = wx_helpers1::ui_settings_t::get();
     settings->set_theme(wx_helpers1::theme_t::dark);
     ASSERT_TRUE(test::wait_for([&] { return settings->is_dark(); }));
     test::settle();
-    const wxImage dark = picture_of(*window.frame());
+    const wxImage dark = test::picture_of(*window.frame());
     settings->set_theme(wx_helpers1::theme_t::system);
     test::settle();
     EXPECT_GT(light.GetRed(40, 300), 180);

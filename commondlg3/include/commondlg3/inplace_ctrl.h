@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commondlg3/export.h"
+#include "commondlg3/inplace_contents.h"
 #include "commondlg3/inplace_message.h"
 
 #include <gen_helpers2/error_code.h>
@@ -83,6 +84,15 @@ public:
     /// Adds the entries of a bag at the end, as messages; an entry that is damaged keeps what could be read
     /// of it.
     gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
+
+    /// Adds the entries of a file at the end, of any size: it is read by a worker, and what was read is seen
+    /// meanwhile. It may be one that is still being written by inplace_contents_t::save_later(). A file that
+    /// cannot be read, or not to its end, is logged; one that does not exist holds nothing.
+    void load_file(const gen_helpers2::path_t& file);
+    /// Takes all entries out, as clear() does, and gives them to the caller, to be saved or freed where nobody
+    /// waits for it. Lines that were said and are not shown yet are among them, and so is all of a file that is
+    /// still being read. Nothing counts as changed then.
+    [[nodiscard]] inplace_contents_t take_contents();
 
     /// Copies the whole log as text.
     void handle_copy(wxCommandEvent& event);

@@ -2,6 +2,7 @@
 
 #include "commondlg3/export.h"
 
+#include <gen_helpers2/error_code.h>
 #include <gen_helpers2/intrusive_pointer.h>
 #include <gen_helpers2/variant_bag.h>
 #include <wx_helpers1/picture.h>
@@ -92,11 +93,11 @@ public:
     std::int32_t default_button = -1;      ///< index into `buttons`; -1: none
 
     /// Writes "msg", "cap" and, for a still picture, "img" (the text of an XPM image). Buttons are not
-    /// written.
-    void save(gen_helpers2::variant_bag_t& bag) const;
+    /// written. Always succeeds.
+    gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag) const;
     /// Reads them back. A key that is missing leaves its field as it was, a value that is no text too, with
-    /// an assertion. A picture that cannot be read gives an empty one.
-    void load(const gen_helpers2::variant_bag_t& bag);
+    /// an assertion. A picture that cannot be read gives an empty one. Always succeeds.
+    gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
 
     /// An index beyond the end gives a shared button with id 0 and no text.
     const message_button_t& get_button(unsigned int index) const;

@@ -1,15 +1,27 @@
 #include "event_entry.h"
 
+#include "saved_keys.h"
+
 #include <gen_helpers2/assertion.h>
 
 namespace commondlg3 {
-namespace {
 
-constexpr char message_key[] = "msg";
-constexpr char severity_key[] = "severity";
-constexpr char line_name[] = "message";
-
-} // namespace
+gen_helpers2::error_code_t read_saved_line(const gen_helpers2::variant_bag_t& entry, saved_line_t& line)
+{
+    using gen_helpers2::error_code_t;
+    const gen_helpers2::variant_t* text = entry.find_value(saved::message);
+    if (!text)
+        return error_code_t::invalid_value("entry.has<gh2::variant_t>(MSG_NAME)");
+    if (!text->can_get<const unsigned char*>())
+        return error_code_t::invalid_value("value.can_get<const cpil2::uchar_t*>()");
+    const gen_helpers2::variant_t* severity = entry.find_value(saved::severity);
+    if (!severity)
+        return error_code_t::invalid_value("entry.has<gh2::variant_t>(SEVERITY_NAME)");
+    if (!severity->can_get<int>())
+        return error_code_t::invalid_value("value.can_get<int>()");
+    line = {static_cast<msngr2::ESeverity>(severity->get<int>()), text->text()};
+    return {};
+}
 
 event_entry_t::event_entry_t(event_log_t& log, tag_t tag)
     : m_log(&log), m_element(&log.AddElement()), m_tag(tag), m_show_debug(log.get_show_debug())
@@ -26,15 +38,16 @@ void event_entry_t::hide()
     m_element = nullptr;
     m_status = nullptr;
     m_status_caption.reset();
+    free_lines(element->TakeLines(), {});
     m_log->Remove(*element);
 }
 
 gen_helpers2::error_code_t event_entry_t::save(gen_helpers2::variant_bag_t& bag)
 {
     for_each_line([&bag](const messenger_entry_t& line) {
-        gen_helpers2::variant_bag_t& child = bag.add_child(line_name);
-        child.put(message_key, line.text);
-        child.put(severity_key, static_cast<int>(line.severity));
+        gen_helpers2::variant_bag_t& child = bag.add_child(saved::line);
+        child.put(saved::message, line.text);
+        child.put(saved::severity, static_cast<int>(line.severity));
         child.shrink_to_fit();
     });
     return {};
@@ -46,28 +59,25 @@ gen_helpers2::error_code_t event_entry_t::load(const gen_helpers2::variant_bag_t
     using gen_helpers2::error_code_t;
     if (!msngr)
         return error_code_t::invalid_parameter("msngr");
-    error_code_t result;
+    auto* own = dynamic_cast<event_entry_t*>(msngr);
     for (const auto& item : bag) {
         const gen_helpers2::variant_bag_t* entry = item.child();
-        if (!entry || item.name() != line_name)
+        if (!entry || item.name() != saved::line)
             continue;
-        const gen_helpers2::variant_t* text = entry->find_value(message_key);
-        if (!text)
-            return error_code_t::invalid_value("entry.has<gh2::variant_t>(MSG_NAME)");
-        if (!text->can_get<const unsigned char*>())
-            return error_code_t::invalid_value("value.can_get<const cpil2::uchar_t*>()");
-        const gen_helpers2::variant_t* severity = entry->find_value(severity_key);
-        if (!severity)
-            return error_code_t::invalid_value("entry.has<gh2::variant_t>(SEVERITY_NAME)");
-        if (!severity->can_get<int>())
-            return error_code_t::invalid_value("value.can_get<int>()");
-        msngr->say(static_cast<msngr2::ESeverity>(severity->get<int>()), text->get<const char*>());
+        saved_line_t line;
+        const error_code_t read = read_saved_line(*entry, line);
+        if (read.failed())
+            return read;
+        if (own) // others take texts that end at their first zero byte
+            own->say_text(line.severity, line.text);
+        else
+            msngr->say(line.severity, line.text.data());
     }
-    return result;
+    return {};
 }
 
 void event_entry_t::say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaption** status,
-                             msngr2::ESeverity severity, const char* text)
+                             msngr2::ESeverity severity, std::string_view text)
 {
     if ((severity & msngr2::sev_debug) && !m_show_debug)
         return;

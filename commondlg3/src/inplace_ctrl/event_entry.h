@@ -2,6 +2,7 @@
 
 #include "commondlg3/inplace_ctrl.h"
 
+#include "contents.h"
 #include "event_log.h"
 
 #include <gen_helpers2/intrusive_pointer.h>
@@ -26,6 +27,15 @@ struct messenger_entry_t
     std::string_view text;
 };
 
+/// A line as it is saved.
+struct saved_line_t
+{
+    msngr2::ESeverity severity;
+    std::string_view text; ///< in the bag that it was read from
+};
+
+gen_helpers2::error_code_t read_saved_line(const gen_helpers2::variant_bag_t& entry, saved_line_t& line);
+
 /// An entry of the log: takes lines, and remembers them with its element in the log. GUI thread, except
 /// say().
 class event_entry_t : public msngr2::IMessenger, public gen_helpers2::subscriber_base_t
@@ -40,8 +50,12 @@ public:
 
     /// Takes its element out of the log; what is said to it afterwards goes nowhere.
     virtual void hide();
-    virtual gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
-    virtual gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
+    /// The same for what it holds, which the caller gets.
+    virtual entry_contents_t take() = 0;
+    /// What say() does with a text that may hold any bytes.
+    virtual void say_text(msngr2::ESeverity severity, std::string_view text) = 0;
+    [[nodiscard]] virtual gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
+    [[nodiscard]] virtual gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
                                                       const callback_t* callback) = 0;
     virtual std::string get_type() const = 0;
     virtual msngr2::IProgress* get_progress() = 0;
@@ -49,10 +63,10 @@ public:
     /// Shows one line at the end of `parent`. @param status the status line's caption, made when there is
     /// none
     virtual void say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaption** status,
-                          msngr2::ESeverity severity, const char* text);
+                          msngr2::ESeverity severity, std::string_view text);
 
     /// Says the lines of a saved entry again.
-    static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag, msngr2::IMessenger* msngr);
+    [[nodiscard]] static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag, msngr2::IMessenger* msngr);
 
     tag_t get_tag() const { return m_tag; }
     bool has_severity(int severity) const { return (m_severities & severity) != 0; }

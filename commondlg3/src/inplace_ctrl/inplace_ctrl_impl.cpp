@@ -2,7 +2,9 @@
 
 #include "commondlg3/text_utils.h"
 
+#include "contents.h"
 #include "search_bar.h"
+#include "xpm.h"
 
 #include <gen_helpers2/assertion.h>
 #include <gen_helpers2/log.h>
@@ -10,6 +12,9 @@
 
 #include <wx/menu.h>
 #include <wx/sizer.h>
+
+#include <algorithm>
+#include <utility>
 
 namespace commondlg3 {
 namespace {
@@ -42,11 +47,10 @@ inplace_ctrl_impl_t::inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug)
 inplace_ctrl_impl_t::~inplace_ctrl_impl_t()
 {
     disconnect_all();
-    if (m_proxies) {
-        m_proxies->messenger.set_target(nullptr);
-        m_proxies->progress.set_target(nullptr, nullptr);
+    m_loaders.clear();
+    drop_targets();
+    if (m_proxies)
         retire(std::move(m_proxies));
-    }
     for (auto entry = m_entries.rbegin(); entry != m_entries.rend(); ++entry)
         entry->second->hide();
 }
@@ -68,11 +72,13 @@ proxies_t& inplace_ctrl_impl_t::get_proxies()
 
 void inplace_ctrl_impl_t::hide_buttons()
 {
-    // Those before it were hidden when it came.
-    for (auto entry = m_entries.lower_bound(m_newest); entry != m_entries.end(); ++entry)
-        if (GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", unit))
+    // All others hid theirs when a newer entry came.
+    for (const tag_t tag : m_offering) {
+        const auto entry = m_entries.find(tag);
+        if (entry != m_entries.end() && GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", unit))
             entry->second->hide_buttons();
-    m_newest = m_next_tag;
+    }
+    m_offering.clear();
 }
 
 template <class Record>
@@ -86,6 +92,7 @@ inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const gen_helpers2::intrusive_poi
     const tag_t tag = m_next_tag++;
     const message_entry_t::ptr_t entry(new message_entry_t(*m_log, tag, record));
     m_entries[tag] = entry;
+    m_offering.push_back(tag);
     entry->connect(callback);
     return tag;
 }
@@ -105,9 +112,9 @@ error_code_t inplace_ctrl_impl_t::update_message(tag_t tag, const message_t::ptr
     const auto found = m_entries.find(tag);
     if (found == m_entries.end())
         return failed_condition("m_entries.find(tag) != m_entries.end()");
-    m_log->set_changed(true);
     if (!found->second->update_message(new_msg, &callback).succeeded())
         return failed_condition("m_entries[tag]->update_message(new_msg, &callback).succeeded()");
+    m_offering.push_back(tag);
     return {};
 }
 
@@ -126,14 +133,86 @@ error_code_t inplace_ctrl_impl_t::erase(tag_t tag)
     return {};
 }
 
+void inplace_ctrl_impl_t::drop_targets()
+{
+    if (!m_proxies)
+        return;
+    m_proxies->messenger.set_target(nullptr);
+    m_proxies->progress.set_target(nullptr, nullptr);
+}
+
+inplace_contents_t inplace_ctrl_impl_t::take_contents()
+{
+    inplace_contents_t contents;
+    contents.m_data = std::make_unique<inplace_contents_t::data_t>();
+    inplace_contents_t::data_t& data = *contents.m_data;
+    data.show_debug = m_log->get_show_debug();
+    drop_targets();
+    for (const auto& loader : m_loaders)
+        data.unread.push_back(loader->get_file());
+    m_loaders.clear();
+    m_loaded = {};
+    m_offering.clear();
+    std::vector<std::pair<wx_helpers1::wxStaticPicture, std::shared_ptr<const std::string>>> images;
+    const auto entries = std::move(m_entries);
+    m_entries.clear();
+    for (const auto& [tag, kept] : entries) {
+        auto& entry = static_cast<message_entry_t&>(*kept);
+        const wx_helpers1::picture_t picture = entry.get_picture();
+        const bool in_file = entry.is_loading();
+        entry_contents_t taken = entry.take();
+        if (in_file) {
+            free_lines(std::move(taken.lines), std::move(taken.unshown));
+            continue;
+        }
+        if (picture.is_still() && !picture.is_empty()) {
+            // Many entries share few pictures.
+            const auto still = picture.get_still();
+            auto image = std::find_if(images.begin(), images.end(),
+                                      [&](const auto& known) { return known.first.is_same(still); });
+            if (image == images.end())
+                image = images.insert(images.end(),
+                                      {still, std::make_shared<std::string>(image_to_xpm(still.getImage(true)))});
+            taken.image = image->second;
+        }
+        data.entries.push_back(std::move(taken));
+    }
+    m_log->set_changed(false);
+    return contents;
+}
+
+void inplace_ctrl_impl_t::load_file(const gen_helpers2::path_t& file)
+{
+    m_loaders.push_back(std::make_unique<file_loader_t>(
+        file, [this](loaded_piece_t piece) { take_piece(std::move(piece)); },
+        [this] {
+            // Loaders end in the order in which they began.
+            m_loaders.erase(m_loaders.begin());
+            m_loaded = {};
+            for (const auto& [tag, entry] : m_entries)
+                static_cast<message_entry_t&>(*entry).set_loading(false);
+        }));
+}
+
+void inplace_ctrl_impl_t::take_piece(loaded_piece_t piece)
+{
+    if (piece.record) {
+        const bool changed = m_log->is_changed();
+        const message_t::ptr_t message(new message_t);
+        GH2_ASSERT_TEXT(message->load(*piece.record).succeeded(), "message->load(value)", unit);
+        m_loaded = find(add(message, callback_t()));
+        m_loaded->set_loading(true);
+        m_log->set_changed(changed);
+    }
+    if (m_loaded && piece.lines && !piece.lines->lines.empty())
+        m_loaded->show_batch(std::move(piece.lines));
+}
+
 error_code_t inplace_ctrl_impl_t::clear()
 {
     if (m_entries.empty())
         return {};
-    if (m_proxies) {
-        m_proxies->messenger.set_target(nullptr);
-        m_proxies->progress.set_target(nullptr, nullptr);
-    }
+    drop_targets();
     const auto entries = std::move(m_entries);
     m_entries.clear();
     // From the end: removing one moves those after it.
@@ -181,7 +260,7 @@ error_code_t inplace_ctrl_impl_t::load(const gen_helpers2::variant_bag_t& bag)
 {
     bag.for_each_child(message_entry_t::type_name, [this](const gen_helpers2::variant_bag_t& value) {
         const message_t::ptr_t message(new message_t);
-        message->load(value);
+        GH2_ASSERT_TEXT(message->load(value).succeeded(), "message->load(value)", unit);
         const tag_t tag = add(message, callback_t());
         const error_code_t loaded = event_entry_t::load(value, m_entries[tag].get());
         if (loaded.failed())
@@ -284,6 +363,16 @@ error_code_t inplace_ctrl_t::save(gen_helpers2::variant_bag_t& bag)
 error_code_t inplace_ctrl_t::load(const gen_helpers2::variant_bag_t& bag)
 {
     return m_impl->load(bag);
+}
+
+void inplace_ctrl_t::load_file(const gen_helpers2::path_t& file)
+{
+    m_impl->load_file(file);
+}
+
+inplace_contents_t inplace_ctrl_t::take_contents()
+{
+    return m_impl->take_contents();
 }
 
 void inplace_ctrl_t::handle_copy(wxCommandEvent&)

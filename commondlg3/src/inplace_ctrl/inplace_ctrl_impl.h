@@ -3,6 +3,7 @@
 #include "commondlg3/inplace_ctrl.h"
 
 #include "event_log.h"
+#include "file_loader.h"
 #include "message_entry.h"
 #include "proxies.h"
 
@@ -36,12 +37,16 @@ public:
     bool has_changes() const { return m_log->is_changed(); }
     gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
     gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
+    void load_file(const gen_helpers2::path_t& file);
+    inplace_contents_t take_contents();
     void copy();
     void popup_menu(const wxPoint& point);
     event_log_t& get_log() { return *m_log; }
 
 private:
     void hide_buttons();
+    void take_piece(loaded_piece_t piece);
+    void drop_targets();
     void on_context_menu(vdxcfrw7::CVisualElement* element, int x, int y);
     void on_search(vdxcfrw7::CEventLog::search_t what);
     message_entry_t::ptr_t find(tag_t tag) const;
@@ -52,8 +57,10 @@ private:
     search_bar_t* m_search_bar = nullptr; // a child of the owner
     std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
     tag_t m_next_tag = 0;
-    tag_t m_newest = 0;                   // the only entry that may offer buttons
+    std::vector<tag_t> m_offering;        // the entries that may offer buttons
     std::unique_ptr<proxies_t> m_proxies; // made when first asked for
+    std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work
+    message_entry_t::ptr_t m_loaded;                       // the entry whose lines it reads
 };
 
 } // namespace commondlg3

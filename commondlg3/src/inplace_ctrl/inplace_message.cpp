@@ -3,6 +3,7 @@
 #include "commondlg3/image_loader.h"
 #include "commondlg3/text_utils.h"
 
+#include "saved_keys.h"
 #include "xpm.h"
 
 #include <cpil/catalog.h>
@@ -14,9 +15,6 @@ namespace commondlg3 {
 namespace {
 
 constexpr char unit[] = "inplace_ctrl";
-constexpr char message_key[] = "msg";
-constexpr char caption_key[] = "cap";
-constexpr char image_key[] = "img";
 
 bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::string& text)
 {
@@ -25,7 +23,7 @@ bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::str
         return false;
     if (!GH2_ASSERT_TEXT(value->can_get<const char*>(), "can_get<const char*>()", unit))
         return false;
-    text = value->get<const char*>();
+    text = value->text(); // zero bytes included
     return true;
 }
 
@@ -33,21 +31,23 @@ bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::str
 
 header_t::~header_t() = default;
 
-void message_t::save(gen_helpers2::variant_bag_t& bag) const
+gen_helpers2::error_code_t message_t::save(gen_helpers2::variant_bag_t& bag) const
 {
-    bag.put(message_key, message);
-    bag.put(caption_key, caption);
+    bag.put(saved::message, message);
+    bag.put(saved::caption, caption);
     if (picture.is_still() && !picture.is_empty())
-        bag.put(image_key, image_to_xpm(picture.get_still().getImage(true)));
+        bag.put(saved::image, image_to_xpm(picture.get_still().getImage(true)));
+    return {};
 }
 
-void message_t::load(const gen_helpers2::variant_bag_t& bag)
+gen_helpers2::error_code_t message_t::load(const gen_helpers2::variant_bag_t& bag)
 {
-    read_text(bag, message_key, message);
-    read_text(bag, caption_key, caption);
+    read_text(bag, saved::message, message);
+    read_text(bag, saved::caption, caption);
     std::string xpm;
-    if (read_text(bag, image_key, xpm))
+    if (read_text(bag, saved::image, xpm))
         picture = wx_helpers1::wxStaticPicture::from_image(image_from_xpm(xpm));
+    return {};
 }
 
 const message_button_t& message_t::get_button(unsigned int index) const

@@ -5,7 +5,7 @@
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/tasks.h>
 
-#include <cstring>
+#include <iterator>
 
 namespace commondlg3 {
 namespace {
@@ -38,7 +38,7 @@ message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const message_t::p
     update_text();
     if (m_is_progress) {
         m_element->GetGauge().Show(true);
-        add_cancel_button();
+        add_cancel_button(true);
     } else
         update_buttons();
     m_say_signal.connect(this, &message_entry_t::say_signal_handler);
@@ -62,18 +62,25 @@ void message_entry_t::update_text()
 
 void message_entry_t::update_buttons()
 {
+    // Work that is under way can be cancelled, whatever is said about it meanwhile.
+    const bool cancelable = m_is_progress && !m_progress.is_finished();
+    if (cancelable && m_msg->buttons.empty() && m_element->GetButtons().size() == 1)
+        return; // the focus may be there
     m_element->ClearButtons();
     for (const message_button_t& button : m_msg->buttons) {
         vdxcfrw7::CButton& made = m_element->AddButton(button.id, button.text, button.flag);
         made.pressed().connect(this,
                                [this](vdxcfrw7::CButton* pressed) { on_button_pressed(pressed->GetId()); });
     }
+    if (cancelable)
+        add_cancel_button(!m_progress.isCanceled());
 }
 
-void message_entry_t::add_cancel_button()
+void message_entry_t::add_cancel_button(bool enabled)
 {
     vdxcfrw7::CButton& button =
         m_element->AddButton(standard_message_t::button_cancel, translate_message("btn.cancel"), false);
+    button.Enable(enabled);
     button.pressed().connect(this, [this](vdxcfrw7::CButton* pressed) { cancel_button_pressed(pressed); });
 }
 
@@ -103,12 +110,16 @@ void message_entry_t::connect(const callback_t& callback)
     m_button_signal.connect(callback);
 }
 
-void message_entry_t::hide()
+std::vector<std::unique_ptr<line_batch_t>> message_entry_t::close()
 {
+    std::vector<std::unique_ptr<line_batch_t>> unshown(std::make_move_iterator(m_showing.begin()),
+                                                       std::make_move_iterator(m_showing.end()));
+    m_showing.clear();
     {
         boost::lock_guard<boost::mutex> lock(m_mutex);
         m_closed = true;
-        m_pending.reset();
+        if (m_pending)
+            unshown.push_back(std::move(m_pending));
     }
     // Posted emissions find nobody from here on, wherever this entry's last reference goes.
     m_say_signal.disconnect_all();
@@ -117,13 +128,36 @@ void message_entry_t::hide()
     m_progress.message_signal().disconnect_all();
     m_progress.cancel_signal().disconnect_all();
     m_log->CancelWork(this);
-    m_showing.clear();
+    // What the host gave goes here, on its own thread, and not where a worker lets go of this entry.
+    m_button_signal = gen_helpers2::signal_t<int>();
+    m_msg = message_t::ptr_t(new message_t);
+    return unshown;
+}
+
+void message_entry_t::hide()
+{
+    if (m_element)
+        m_element->ClearButtons();
+    free_lines({}, close());
     event_entry_t::hide();
+}
+
+entry_contents_t message_entry_t::take()
+{
+    entry_contents_t contents;
+    contents.message = m_msg->message;
+    contents.caption = m_msg->caption;
+    contents.unshown = close();
+    if (m_element)
+        contents.lines = m_element->TakeLines();
+    hide();
+    return contents;
 }
 
 gen_helpers2::error_code_t message_entry_t::save(gen_helpers2::variant_bag_t& bag)
 {
-    m_msg->save(bag);
+    if (!m_msg->save(bag).succeeded())
+        return gen_helpers2::error_code_t::invalid_value("m_msg->save(bag).succeeded()");
     return event_entry_t::save(bag);
 }
 
@@ -162,9 +196,10 @@ msngr2::IProgress* message_entry_t::get_progress()
 
 void message_entry_t::start(const std::string& text)
 {
+    if (!m_is_progress)
+        return;
     m_element->GetGauge().SetValue(0);
-    if (m_is_progress)
-        m_element->GetGauge().SetCaption(text);
+    m_element->GetGauge().SetCaption(text);
 }
 
 void message_entry_t::increase(int steps)
@@ -176,7 +211,7 @@ void message_entry_t::increase(int steps)
 void message_entry_t::message(const std::string& text)
 {
     if (m_is_progress)
-        say_impl(m_element, &m_status, msngr2::sev_status, text.c_str());
+        say_impl(m_element, &m_status, msngr2::sev_status, text);
 }
 
 void message_entry_t::cancel()
@@ -201,18 +236,18 @@ std::string message_entry_t::more_text() const
 
 void message_entry_t::say(msngr2::ESeverity severity, const char* text)
 {
-    if (!text)
-        return;
-    const std::size_t length = std::strlen(text);
+    if (text)
+        say_text(severity, text);
+}
+
+void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text)
+{
     boost::lock_guard<boost::mutex> lock(m_mutex);
     if (m_closed)
         return;
     if (!m_pending)
-        m_pending = std::make_unique<batch_t>();
-    m_pending->lines.push_back({m_pending->texts.add(std::string_view(text, length)), severity});
-    m_pending->bytes += length;
-    if (severity & (msngr2::sev_status | msngr2::sev_debug))
-        m_pending->passing_bytes += length;
+        m_pending = std::make_unique<line_batch_t>();
+    m_pending->add(severity, text);
     if (!m_posted) {
         m_posted = true;
         wx_helpers1::tasks::PostSignal(m_say_signal);
@@ -221,28 +256,34 @@ void message_entry_t::say(msngr2::ESeverity severity, const char* text)
 
 void message_entry_t::say_signal_handler()
 {
-    std::unique_ptr<batch_t> taken;
+    std::unique_ptr<line_batch_t> taken;
     {
         boost::lock_guard<boost::mutex> lock(m_mutex);
         taken = std::move(m_pending);
         m_posted = false;
     }
-    if (!taken || !m_element)
+    if (taken)
+        show_batch(std::move(taken));
+}
+
+void message_entry_t::show_batch(std::unique_ptr<line_batch_t> batch)
+{
+    if (!m_element)
         return;
-    m_showing.push_back(std::move(taken));
+    m_showing.push_back(std::move(batch));
     m_log->AddWork(this, [this] { return show_some(); });
 }
 
 bool message_entry_t::show_some()
 {
     while (!m_showing.empty()) {
-        batch_t& batch = *m_showing.front();
+        line_batch_t& batch = *m_showing.front();
         const bool adopt = batch.bytes >= worth_adopting && batch.passing_bytes * 4 < batch.bytes;
         if (adopt && batch.shown == 0)
             m_element->Adopt(std::move(batch.texts));
         m_copy_texts = !adopt;
         while (batch.shown < batch.lines.size()) {
-            const pending_line_t& line = batch.lines[batch.shown++];
+            const line_batch_t::line_t& line = batch.lines[batch.shown++];
             say_impl(m_element, &m_status, line.severity, line.text);
             if (batch.shown % lines_between_looks_at_the_clock == 0 && m_log->enough())
                 break;

@@ -18,37 +18,33 @@ public:
     /// there are.
     void say(msngr2::ESeverity severity, const char* text) override;
 
+    void say_text(msngr2::ESeverity severity, std::string_view text) override;
+    /// GUI thread: shows these lines behind all that are waiting.
+    void show_batch(std::unique_ptr<line_batch_t> batch);
+
     void hide() override;
-    gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag) override;
-    gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
+    entry_contents_t take() override;
+    [[nodiscard]] gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag) override;
+    [[nodiscard]] gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
                                               const callback_t* callback) override;
     std::string get_type() const override { return type_name; }
     msngr2::IProgress* get_progress() override;
     void hide_buttons() override;
 
     void connect(const callback_t& callback);
+    /// The picture as it is saved comes from here, so that one that many entries share is converted once.
+    const wx_helpers1::picture_t& get_picture() const { return m_msg->picture; }
+    /// Whether this entry came from a file that is still read.
+    void set_loading(bool loading) { m_loading = loading; }
+    bool is_loading() const { return m_loading; }
 
 private:
-    struct pending_line_t
-    {
-        const char* text; // in the batch's arena
-        msngr2::ESeverity severity;
-    };
-    /// Lines that were said and are not shown yet.
-    struct batch_t
-    {
-        vdxcfrw7::text_arena_t texts;
-        std::vector<pending_line_t> lines;
-        std::size_t bytes = 0;
-        std::size_t passing_bytes = 0; // of lines that are not kept: status and debug
-        std::size_t shown = 0;
-    };
-
     message_entry_t(event_log_t& log, tag_t tag, const message_t::ptr_t& msg, bool is_progress);
     void update_header(vdxcfrw7::CMessageElement* header);
     void update_text();
     void update_buttons();
-    void add_cancel_button();
+    void add_cancel_button(bool enabled);
+    std::vector<std::unique_ptr<line_batch_t>> close();
     void on_button_pressed(int id);
     void cancel_button_pressed(vdxcfrw7::CButton* button);
 
@@ -65,14 +61,15 @@ private:
     const bool m_is_progress;
     wx_helpers1::ProgressImpl m_progress;
     bool m_progress_connected = false;
+    bool m_loading = false;
 
     boost::mutex m_mutex; // guards the three below
-    std::unique_ptr<batch_t> m_pending;
+    std::unique_ptr<line_batch_t> m_pending;
     bool m_posted = false;
     bool m_closed = false;
 
     gen_helpers2::signal_t<> m_say_signal;
-    std::deque<std::unique_ptr<batch_t>> m_showing;
+    std::deque<std::unique_ptr<line_batch_t>> m_showing;
 };
 
 } // namespace commondlg3

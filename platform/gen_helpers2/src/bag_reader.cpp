@@ -59,6 +59,9 @@ struct bag_reader_t::callbacks_t
         } catch (const std::bad_alloc&) {
             reader->m_failure = "out of memory";
             XML_StopParser(reader->m_parser, XML_FALSE);
+        } catch (const std::exception& exception) {
+            reader->m_failure = std::string("not taken: ") + exception.what();
+            XML_StopParser(reader->m_parser, XML_FALSE);
         }
     }
 
@@ -80,7 +83,8 @@ struct bag_reader_t::callbacks_t
     }
 };
 
-bag_reader_t::bag_reader_t() : m_parser(XML_ParserCreate("UTF-8"))
+bag_reader_t::bag_reader_t(bag_handler_t& handler)
+    : m_parser(XML_ParserCreate("UTF-8")), m_handler(handler)
 {
     if (!m_parser)
         throw std::bad_alloc();
@@ -119,12 +123,9 @@ bool bag_reader_t::read(std::string_view block)
     return parse(block, false);
 }
 
-error_code_t bag_reader_t::finish(variant_bag_t& bag)
+error_code_t bag_reader_t::finish()
 {
-    if (!parse(std::string_view("", 0), true))
-        return error_code_t::damaged(m_failure);
-    bag = std::move(m_root);
-    return error_code_t();
+    return parse(std::string_view("", 0), true) ? error_code_t() : error_code_t::damaged(m_failure);
 }
 
 /// Takes the one attribute that an element has.
@@ -165,7 +166,7 @@ void bag_reader_t::start_element(std::string_view element, const char** attribut
         else if (take_attribute(attributes, "version", version) && version != "1")
             fail("unknown version");
         m_had_root = true;
-        m_open.push_back(&m_root);
+        m_depth = 1;
     } else if (type_from_name(element, m_value_type)) {
         m_in_value = take_name(attributes, m_value_name);
         m_value_text.clear();
@@ -181,10 +182,12 @@ void bag_reader_t::start_child(const char** attributes)
     std::string name;
     if (!take_name(attributes, name))
         return;
-    if (m_open.size() > max_bag_nesting)
+    if (m_depth > max_bag_nesting) {
         fail("nested too deeply");
-    else
-        m_open.push_back(&m_open.back()->add_child(name));
+        return;
+    }
+    ++m_depth;
+    m_handler.begin_child(name);
 }
 
 void bag_reader_t::characters(std::string_view text)
@@ -221,15 +224,14 @@ bool bag_reader_t::value_from_text(variant_t& value)
 void bag_reader_t::end_element()
 {
     if (!m_in_value) {
-        // Many records with few items each: the slack of growing lists would be a good part of a large bag.
-        m_open.back()->shrink_to_fit();
-        m_open.pop_back();
+        if (--m_depth > 0)
+            m_handler.end_child();
         return;
     }
     m_in_value = false;
     variant_t value;
     if (value_from_text(value))
-        m_open.back()->add_value(m_value_name, std::move(value));
+        m_handler.value(m_value_name, std::move(value));
     else
         fail("a text that is no value of its type");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gen_helpers2/bag_stream.h"
 #include "gen_helpers2/error_code.h"
 #include "gen_helpers2/variant_bag.h"
 
@@ -16,11 +17,36 @@ namespace _internal {
 /// The element of a type in a file.
 const char* type_name(variant_type_t type) noexcept;
 
-/// Puts a bag together from the text of its file, given in blocks.
+/// Puts a bag together from its items.
+class bag_builder_t final : public bag_handler_t
+{
+public:
+    bag_builder_t() { m_open.push_back(&m_root); }
+    ~bag_builder_t() override = default;
+
+    void begin_child(std::string_view name) override { m_open.push_back(&m_open.back()->add_child(name)); }
+    void value(std::string_view name, variant_t value) override
+    {
+        m_open.back()->add_value(name, std::move(value));
+    }
+    void end_child() override
+    {
+        // Many records with few items each: the slack of growing lists would be a good part of a large bag.
+        m_open.back()->shrink_to_fit();
+        m_open.pop_back();
+    }
+    variant_bag_t take() { return std::move(m_root); }
+
+private:
+    variant_bag_t m_root;
+    std::vector<variant_bag_t*> m_open; // outermost first
+};
+
+/// Reads the text of a bag's file, given in blocks.
 class bag_reader_t
 {
 public:
-    bag_reader_t();
+    explicit bag_reader_t(bag_handler_t& handler);
     ~bag_reader_t();
     bag_reader_t(const bag_reader_t&) = delete;
     bag_reader_t& operator=(const bag_reader_t&) = delete;
@@ -28,8 +54,8 @@ public:
     /// False after an error: what follows need not be read any more.
     bool read(std::string_view block);
 
-    /// Ends the text. Changes `bag` only if all of it was good.
-    error_code_t finish(variant_bag_t& bag);
+    /// Ends the text: whether all of it was good.
+    error_code_t finish();
 
 private:
     struct callbacks_t;
@@ -46,9 +72,8 @@ private:
     bool parse(std::string_view block, bool last);
 
     XML_ParserStruct* m_parser;
-    variant_bag_t m_root;
-    /// The bags whose elements are open, outermost first.
-    std::vector<variant_bag_t*> m_open;
+    bag_handler_t& m_handler;
+    std::size_t m_depth = 0; // of bags that are open
     bool m_had_root = false;
     bool m_in_value = false;
     variant_type_t m_value_type = variant_type_t::empty;

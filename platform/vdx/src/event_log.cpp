@@ -4,6 +4,8 @@
 #include "log_layout.h"
 #include "log_view.h"
 
+#include <wx_helpers1/guarded.h>
+
 #include <wx/timer.h>
 
 #include <algorithm>
@@ -18,7 +20,7 @@ class work_timer_t : public wxTimer
 {
 public:
     explicit work_timer_t(std::function<void()> work) : m_work(std::move(work)) {}
-    void Notify() override { m_work(); }
+    void Notify() override { wx_helpers1::guarded(m_work); }
 
 private:
     std::function<void()> m_work;
@@ -148,8 +150,8 @@ void CEventLog::WorkLater(int milliseconds)
 
 void CEventLog::DoWork()
 {
-    if (m_working)
-        return;
+    // Called again while it works, a nested loop runs, which must not hold back the work that waits.
+    const bool nested = m_working;
     m_working = true;
     m_slice_end = std::chrono::steady_clock::now() + slice;
     const wxWeakRef<wxWindow> window(m_window); // work may end the window, and with it this log
@@ -160,14 +162,16 @@ void CEventLog::DoWork()
         // Work may cancel itself or queue more: it is taken out while it runs.
         work_t next = std::move(m_work.front());
         m_work.pop_front();
-        const bool more = next.work();
+        bool more = false;
+        wx_helpers1::guarded([&] { more = next.work(); });
         if (had_window && !window)
             return;
         if (more)
             m_work.push_back(std::move(next));
     } while (!enough());
-    const int wait = m_view ? m_view->turn() : 0;
-    m_working = false;
+    int wait = 0;
+    wx_helpers1::guarded([&] { wait = m_view ? m_view->turn() : 0; });
+    m_working = nested;
     if (!m_work.empty())
         WorkLater(1);
     else if (wait)

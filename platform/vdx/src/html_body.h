@@ -32,9 +32,6 @@ private:
 class html_body_t
 {
 public:
-    /// Bodies longer than this, in bytes, are shown as plain text: laying them out would stop the program.
-    static constexpr std::size_t longest = 64 * 1024;
-
     html_body_t(const std::string& html, html_reader_t& reader);
 
     /// Lays it out for a width and returns its height, both in pixels.

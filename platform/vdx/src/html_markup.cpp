@@ -16,6 +16,26 @@ namespace {
 constexpr int deepest = 40;
 constexpr std::size_t longest_tag = 4096;
 
+// What a body may ask for; beyond it, it is text. Laying tables out is what takes time and memory.
+constexpr std::size_t longest_markup = 64 * 1024;
+constexpr int most_tags = 4000;
+constexpr int most_cells = 1000;
+constexpr int most_cells_in_a_row = 50;
+constexpr int deepest_tables = 3;
+
+// Attributes that are passed on, with the largest number that each may hold.
+struct number_limit_t
+{
+    std::string_view name;
+    int largest;
+};
+constexpr number_limit_t numbers[] = {{"border", 20},      {"cellpadding", 50}, {"cellspacing", 50}, {"colspan", 10},
+                                      {"rowspan", 10},     {"size", 7},         {"start", 100000},   {"value", 100000},
+                                      {"width", 2000}};
+constexpr std::string_view words[] = {"align", "bgcolor", "color", "type", "valign"};
+constexpr std::string_view flags[] = {"compact", "noshade", "nowrap"};
+constexpr std::size_t longest_word = 20;
+
 // Sorted, for the search.
 constexpr std::string_view known_tags[] = {
     "a",      "b",      "big", "blockquote", "br",    "center", "cite", "code", "dd",   "del",   "div",
@@ -39,25 +59,81 @@ struct tag_t
     std::size_t length = 0; ///< in bytes, angle brackets included; 0: no tag
 };
 
-// Where the attribute that begins here ends; npos when it is none: "if a <b and c> d" holds no tag.
-std::size_t behind_attribute(std::string_view text, std::size_t at)
+std::string in_lower_case(std::string_view text)
 {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    return lower;
+}
+
+struct attribute_t
+{
+    std::string_view name;
+    std::string_view value;
+    std::size_t end = std::string_view::npos; ///< npos: it is none; "if a <b and c> d" holds no tag
+};
+
+// The attribute that begins here.
+attribute_t attribute_at(std::string_view text, std::size_t at)
+{
+    attribute_t attribute;
     const std::size_t begin = at;
     while (at < text.size() && (std::isalnum(static_cast<unsigned char>(text[at])) || text[at] == '-'))
         ++at;
-    const std::string_view name = text.substr(begin, at - begin);
-    if (name.empty())
-        return std::string_view::npos;
-    if (at >= text.size() || text[at] != '=')
-        return name == "nowrap" || name == "noshade" || name == "compact" ? at : std::string_view::npos;
+    attribute.name = text.substr(begin, at - begin);
+    if (attribute.name.empty())
+        return attribute;
+    if (at >= text.size() || text[at] != '=') {
+        if (contains(flags, attribute.name))
+            attribute.end = at;
+        return attribute;
+    }
     if (++at >= text.size())
-        return std::string_view::npos;
+        return attribute;
     if (text[at] == '"' || text[at] == '\'') {
         const std::size_t end = text.find(text[at], at + 1);
-        return end == std::string_view::npos ? end : end + 1;
+        if (end != std::string_view::npos) {
+            attribute.value = text.substr(at + 1, end - at - 1);
+            attribute.end = end + 1;
+        }
+        return attribute;
     }
     const std::size_t end = text.find_first_of(" \t\r\n<>", at);
-    return end == std::string_view::npos || text[end] == '<' ? std::string_view::npos : end;
+    if (end != std::string_view::npos && text[end] != '<') {
+        attribute.value = text.substr(at, end - at);
+        attribute.end = end;
+    }
+    return attribute;
+}
+
+// As it may be passed on; empty when it may not.
+std::string safe_attribute(const attribute_t& attribute)
+{
+    const std::string name = in_lower_case(attribute.name);
+    if (contains(flags, name))
+        return " " + name;
+    std::string_view value = attribute.value;
+    if (contains(words, name)) {
+        const bool good = !value.empty() && value.size() <= longest_word &&
+                          std::all_of(value.begin(), value.end(), [](unsigned char c) {
+                              return std::isalnum(c) != 0 || c == '#' || c == '-';
+                          });
+        return good ? " " + name + "=\"" + std::string(value) + "\"" : std::string();
+    }
+    const auto limit = std::find_if(std::begin(numbers), std::end(numbers),
+                                    [&](const number_limit_t& known) { return known.name == name; });
+    if (limit == std::end(numbers))
+        return {};
+    // A size may be relative, a width a share.
+    const bool relative = !value.empty() && name == "size" && (value[0] == '+' || value[0] == '-');
+    const bool share = !value.empty() && name == "width" && value.back() == '%';
+    const std::string sign(value.substr(0, relative ? 1 : 0));
+    value = value.substr(relative ? 1 : 0, value.size() - (relative ? 1 : 0) - (share ? 1 : 0));
+    if (value.empty() || !std::all_of(value.begin(), value.end(), [](unsigned char c) { return std::isdigit(c); }))
+        return {};
+    const int number = value.size() > 7 ? limit->largest : std::atoi(std::string(value).c_str());
+    return " " + name + "=\"" + sign + std::to_string(std::min(number, share ? 100 : limit->largest)) +
+           (share ? "%\"" : "\"");
 }
 
 // The tag that begins with this '<', if it is a known one.
@@ -83,7 +159,7 @@ tag_t tag_at(std::string_view text)
             tag.length = at + 1;
             break;
         }
-        at = behind_attribute(rest, at);
+        at = attribute_at(rest, at).end;
     }
     return tag;
 }
@@ -122,18 +198,37 @@ entity_t entity_at(std::string_view text)
     return entity;
 }
 
+// Calls on_attribute(const attribute_t&) for each attribute of a whole tag.
+template <class OnAttribute>
+void for_each_attribute(std::string_view raw, OnAttribute on_attribute)
+{
+    std::size_t at = raw.find_first_of(" \t\r\n/>", 2);
+    while (at < raw.size()) {
+        while (at < raw.size() && (std::isspace(static_cast<unsigned char>(raw[at])) || raw[at] == '/'))
+            ++at;
+        const attribute_t attribute = attribute_at(raw, at);
+        at = attribute.end;
+        if (at != std::string_view::npos)
+            on_attribute(attribute);
+    }
+}
+
+std::string safe_tag(const tag_t& tag, std::string_view raw)
+{
+    std::string safe = (tag.closing ? "</" : "<") + tag.name;
+    if (!tag.closing)
+        for_each_attribute(raw, [&](const attribute_t& attribute) { safe += safe_attribute(attribute); });
+    return safe + ">";
+}
+
 std::string alternative_text(std::string_view tag)
 {
-    const std::string lower = [&] {
-        std::string s(tag);
-        std::transform(s.begin(), s.end(), s.begin(), [](unsigned char c) { return std::tolower(c); });
-        return s;
-    }();
-    const std::size_t at = lower.find("alt=");
-    if (at == std::string::npos || at + 5 >= tag.size() || (tag[at + 4] != '"' && tag[at + 4] != '\''))
-        return {};
-    const std::size_t end = tag.find(tag[at + 4], at + 5);
-    return end == std::string_view::npos ? std::string() : std::string(tag.substr(at + 5, end - at - 5));
+    std::string text;
+    for_each_attribute(tag, [&](const attribute_t& attribute) {
+        if (in_lower_case(attribute.name) == "alt")
+            text = attribute.value;
+    });
+    return text;
 }
 
 void append_escaped(std::string& out, char c)
@@ -204,7 +299,7 @@ std::string safe_markup(std::string_view body)
                 open.push_back(tag.name);
             }
         }
-        out += raw;
+        out += safe_tag(tag, raw);
     };
     walk(
         body, on_tag, [&](const entity_t&, std::string_view raw) { out += raw; },
@@ -214,6 +309,30 @@ std::string safe_markup(std::string_view body)
         open.pop_back();
     }
     return out;
+}
+
+bool is_light_markup(std::string_view body)
+{
+    if (body.size() > longest_markup)
+        return false;
+    int tags = 0, cells = 0, cells_in_row = 0, tables = 0;
+    bool light = true;
+    walk(
+        body,
+        [&](const tag_t& tag, std::string_view) {
+            if (tag.name == "table")
+                tables = std::max(0, tables + (tag.closing ? -1 : 1));
+            else if (tag.name == "tr")
+                cells_in_row = 0;
+            else if ((tag.name == "td" || tag.name == "th") && !tag.closing) {
+                ++cells;
+                ++cells_in_row;
+            }
+            light = light && ++tags <= most_tags && cells <= most_cells && cells_in_row <= most_cells_in_a_row &&
+                    tables <= deepest_tables;
+        },
+        [](const entity_t&, std::string_view) {}, [](char) {});
+    return light;
 }
 
 std::string markup_to_text(std::string_view body)

@@ -261,7 +261,7 @@ void log_layout_t::measure_tail(CMessageElement& element)
 bool log_layout_t::body_is_plain(const CMessageElement& element) const
 {
     const auto& head = element.m_head;
-    return !head.body.empty() && (!head.html || head.body.size() > html_body_t::longest);
+    return !head.body.empty() && !head.laid_out;
 }
 
 html_body_t* log_layout_t::body_of(const CMessageElement& element)

@@ -89,7 +89,7 @@ private:
         m_dc.SetPen(*wxTRANSPARENT_PEN);
         m_dc.SetBrush(wxBrush(m_colours.selection));
         m_dc.DrawRectangle(rect);
-        const wxDCClipper clip(m_dc, rect);
+        const paint_dc_t::clip_t clip(m_dc, rect);
         m_dc.SetTextForeground(m_colours.selected_ink);
         m_dc.DrawText(shown, x, top);
     }

@@ -3,6 +3,8 @@
 
 #include "shown_text.h"
 
+#include <wx_helpers1/guarded.h>
+
 namespace vdxcfrw7 {
 
 bool log_view_t::find(const std::string& text, bool forward)
@@ -110,7 +112,7 @@ bool log_view_t::filter_some()
     }
     m_stale = true;
     const auto signal = m_log->hidden_changed();
-    signal.emit();
+    wx_helpers1::guarded([&signal] { signal.emit(); });
     return more;
 }
 

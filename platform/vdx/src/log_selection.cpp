@@ -287,6 +287,15 @@ void log_view_t::on_left_up(wxMouseEvent&)
         ReleaseMouse();
 }
 
+// Texts change while a place in them is kept.
+void log_view_t::keep_place_inside(text_place_t& place) const
+{
+    if (!place.is_set())
+        return;
+    place.item = std::min(place.item, number_of_items(*place.element) - 1);
+    place.byte = std::min(place.byte, end_of(*place.element, place.item).byte);
+}
+
 // Extends the selection; false for a key that does not.
 bool log_view_t::select_by_key(int key, bool control)
 {
@@ -375,10 +384,9 @@ void log_view_t::on_key(wxKeyEvent& event)
         search(CEventLog::search_t::open);
     else if (key == WXK_F3)
         search(shift ? CEventLog::search_t::previous : CEventLog::search_t::next);
-    else if (key == WXK_TAB && !control) {
-        if (shift || !tab_to_button(true))
-            leave(!shift);
-    } else if (shift && select_by_key(key, control)) {
+    else if (key == WXK_TAB && !control)
+        tab(!shift);
+    else if (shift && select_by_key(key, control)) {
     } else if (key == WXK_UP || key == WXK_NUMPAD_UP)
         scroll_to(m_layout.top() - row);
     else if (key == WXK_DOWN || key == WXK_NUMPAD_DOWN)

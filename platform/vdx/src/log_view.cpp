@@ -3,6 +3,7 @@
 #include "paint_dc.h"
 
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/guarded.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -10,8 +11,11 @@
 #include <wx/dcclient.h>
 #include <wx/settings.h>
 
+#include <gtk/gtk.h>
+
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace vdxcfrw7 {
 namespace {
@@ -42,6 +46,7 @@ log_view_t::log_view_t(CEventLog& log, wxWindow* parent) : m_log(&log), m_layout
            wxVSCROLL | wxALWAYS_SHOW_SB | wxWANTS_CHARS | wxBORDER_THEME | wxCLIP_CHILDREN);
     SetInitialSize(wxSize(300, 160));
     m_accessible.attach();
+    g_signal_connect(m_wxwindow, "focus", G_CALLBACK(on_gtk_focus), this);
     read_look();
     if (ui_settings_t* settings = ui_settings_t::get())
         settings->changed().connect(static_cast<gen_helpers2::subscriber_base_t*>(this), [this] {
@@ -65,13 +70,7 @@ log_view_t::log_view_t(CEventLog& log, wxWindow* parent) : m_log(&log), m_layout
     Bind(wxEVT_KEY_DOWN, &log_view_t::on_key, this);
     Bind(wxEVT_SET_FOCUS, &log_view_t::on_focus, this);
     Bind(wxEVT_KILL_FOCUS, &log_view_t::on_focus, this);
-    m_animation.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-        ++m_frame;
-        for (const auto& item : m_layout.visible_items())
-            if (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation())
-                RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y), m_layout.text_left(),
-                                   m_layout.scaled(40)));
-    });
+    m_animation.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { wx_helpers1::guarded([this] { next_frame(); }); });
 }
 
 log_view_t::~log_view_t()
@@ -156,6 +155,10 @@ int log_view_t::turn()
         catch_up();
     else
         update_scrollbar(); // heights that nobody sees change the bar only
+    if (std::exchange(m_more_hidden, false)) {
+        const auto signal = m_log->hidden_changed();
+        signal.emit();
+    }
     switch (left) {
     case log_layout_t::left_t::lines:
         return 1;
@@ -229,6 +232,15 @@ void log_view_t::place_buttons()
     }
 }
 
+void log_view_t::next_frame()
+{
+    ++m_frame;
+    for (const auto& item : m_layout.visible_items())
+        if (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation())
+            RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y), m_layout.text_left(),
+                               m_layout.scaled(40)));
+}
+
 void log_view_t::run_animation(bool needed)
 {
     const ui_settings_t* settings = ui_settings_t::get();
@@ -259,6 +271,9 @@ void log_view_t::element_removing(CMessageElement& element)
 void log_view_t::head_changed(CMessageElement& element)
 {
     m_layout.head_changed(element);
+    for (text_place_t* place : {&m_selection_begin, &m_caret})
+        if (place->element == &element)
+            keep_place_inside(*place);
     catch_up_soon();
 }
 
@@ -289,6 +304,7 @@ void log_view_t::adding_line(line_t& line)
     m_layout.measure_new(line);
     if ((m_filter_severities || !m_filter_text.empty()) && !passes_filter(line))
         line.set(line_t::hidden, true);
+    m_more_hidden = m_more_hidden || line.has(line_t::hidden);
 }
 
 void log_view_t::line_added(CMessageElement& element)
@@ -301,6 +317,9 @@ void log_view_t::line_added(CMessageElement& element)
 void log_view_t::line_changed(CMessageElement& element, std::size_t line)
 {
     m_layout.line_changed(element, line);
+    for (text_place_t* place : {&m_selection_begin, &m_caret})
+        if (place->element == &element)
+            keep_place_inside(*place);
     catch_up_soon();
 }
 
@@ -389,6 +408,43 @@ void log_view_t::on_context_menu(wxContextMenuEvent& event)
     signal.emit(element, at.x, at.y);
 }
 
+bool log_view_t::tab_within(bool forward)
+{
+    if (FindFocus() == this)
+        return forward && tab_to_button(true);
+    for (const auto& [model, button] : m_buttons)
+        if (button->HasFocus()) {
+            if (tab_to_button(forward))
+                return true;
+            if (!forward)
+                SetFocus();
+            return !forward;
+        }
+    // It comes from outside, at the one end or the other.
+    if (forward || !tab_to_button(false))
+        SetFocus();
+    return true;
+}
+
+// GTK asks each window along the way whether the focus moves within it. Its own answer knows of the log alone,
+// which it would enter again from each button.
+gboolean log_view_t::on_gtk_focus(GtkWidget* widget, GtkDirectionType direction, log_view_t* self)
+{
+    if (!self->m_log || (direction != GTK_DIR_TAB_FORWARD && direction != GTK_DIR_TAB_BACKWARD))
+        return FALSE;
+    bool moved = false;
+    wx_helpers1::guarded([&] { moved = self->tab_within(direction == GTK_DIR_TAB_FORWARD); });
+    if (!moved)
+        g_signal_stop_emission_by_name(widget, "focus");
+    return moved;
+}
+
+void log_view_t::tab(bool forward)
+{
+    gtk_widget_child_focus(gtk_widget_get_toplevel(m_wxwindow),
+                           forward ? GTK_DIR_TAB_FORWARD : GTK_DIR_TAB_BACKWARD);
+}
+
 bool log_view_t::tab_to_button(bool forward)
 {
     // The buttons of the newest entry, which are the only ones, may be out of sight.
@@ -396,30 +452,25 @@ bool log_view_t::tab_to_button(bool forward)
     for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
         if (!(*element)->ButtonsShown())
             continue;
-        const std::int64_t bottom = m_layout.top_of(**element) + m_layout.top_of_tail(**element) -
-                                    m_layout.top_of(**element) + (*element)->m_tail_height;
+        const std::int64_t bottom = m_layout.top_of_tail(**element) + (*element)->m_tail_height;
         if (bottom > m_layout.top() + m_layout.get_size().y || bottom < m_layout.top())
             scroll_to(bottom - m_layout.get_size().y);
         else if (m_stale)
             catch_up();
         break;
     }
-    if (m_buttons.empty())
+    std::vector<wxButton*> stops;
+    for (const auto& [model, button] : m_buttons)
+        if (button->IsEnabled() || button->HasFocus())
+            stops.push_back(button);
+    if (!forward)
+        std::reverse(stops.begin(), stops.end());
+    const auto focused = std::find_if(stops.begin(), stops.end(), [](wxButton* b) { return b->HasFocus(); });
+    const auto next = focused == stops.end() ? stops.begin() : std::next(focused);
+    if (next == stops.end())
         return false;
-    std::size_t index = forward ? 0 : m_buttons.size() - 1;
-    for (std::size_t i = 0; i < m_buttons.size(); ++i)
-        if (m_buttons[i].second->HasFocus()) {
-            if (forward ? i + 1 >= m_buttons.size() : i == 0)
-                return false;
-            index = forward ? i + 1 : i - 1;
-        }
-    m_buttons[index].second->SetFocus();
+    (*next)->SetFocus();
     return true;
-}
-
-bool log_view_t::leave(bool forward)
-{
-    return Navigate(forward ? wxNavigationKeyEvent::IsForward : wxNavigationKeyEvent::IsBackward);
 }
 
 void log_view_t::on_button_key(wxKeyEvent& event)
@@ -428,13 +479,7 @@ void log_view_t::on_button_key(wxKeyEvent& event)
         event.Skip();
         return;
     }
-    const bool forward = !event.ShiftDown();
-    if (tab_to_button(forward))
-        return;
-    if (forward)
-        leave(true);
-    else
-        SetFocus();
+    tab(!event.ShiftDown());
 }
 
 } // namespace vdxcfrw7

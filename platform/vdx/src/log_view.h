@@ -8,6 +8,8 @@
 #include <wx/timer.h>
 #include <wx/window.h>
 
+#include <gtk/gtk.h>
+
 #include <map>
 
 class wxButton;
@@ -116,8 +118,12 @@ private:
     void update_scrollbar();
     void place_buttons();
     void run_animation(bool needed);
+    void next_frame();
+    /// Moves the focus on, through the log's own stops and then out of it.
+    void tab(bool forward);
+    bool tab_within(bool forward);
     bool tab_to_button(bool forward);
-    bool leave(bool forward);
+    static gboolean on_gtk_focus(GtkWidget* widget, GtkDirectionType direction, log_view_t* self);
 
     text_place_t place_at(const wxPoint& point);
     std::size_t byte_at(font_metrics_t& font, std::string_view text, const std::vector<std::uint32_t>& rows,
@@ -126,6 +132,7 @@ private:
     text_place_t next_item(const text_place_t& place) const;
     text_place_t previous_item(const text_place_t& place) const;
     void move_caret(const text_place_t& place, bool extend);
+    void keep_place_inside(text_place_t& place) const;
     bool select_by_key(int key, bool control);
     void select(const text_place_t& from, const text_place_t& to);
     void show_place(const text_place_t& place);
@@ -152,6 +159,7 @@ private:
     std::string m_filter_text;
     std::size_t m_filter_element = 0;
     std::size_t m_filter_line = 0;
+    bool m_more_hidden = false; // lines came that the filter hides
 
     std::vector<std::pair<CButton*, wxButton*>> m_buttons; // those that can be seen
     wxTimer m_animation;

@@ -2,7 +2,6 @@
 
 #include "vdx/event_log.h"
 
-#include "html_body.h"
 #include "html_markup.h"
 #include "log_layout.h"
 #include "log_view.h"
@@ -78,6 +77,12 @@ void CMessageElement::HeadChanged()
 {
     if (m_log.m_view)
         m_log.m_view->head_changed(*this);
+}
+
+void CMessageElement::BodyChanged()
+{
+    m_head.laid_out = m_head.html && is_light_markup(m_head.body);
+    HeadChanged();
 }
 
 void CMessageElement::TailChanged()
@@ -157,8 +162,7 @@ void CMessageElement::ShowButtons(bool show)
 
 std::string CMessageElement::GetBodyText() const
 {
-    return m_head.html && m_head.body.size() <= html_body_t::longest ? markup_to_text(m_head.body)
-                                                                     : m_head.body;
+    return m_head.laid_out ? markup_to_text(m_head.body) : m_head.body;
 }
 
 std::string CMessageElement::GetText() const
@@ -181,7 +185,7 @@ void CCaption::SetText(std::string_view text)
         break;
     case kind_t::body:
         m_element->m_head.body.assign(text.data(), text.size());
-        m_element->HeadChanged();
+        m_element->BodyChanged();
         break;
     case kind_t::line:
         if (m_line < m_element->m_lines.size())
@@ -209,7 +213,7 @@ void CCaption::UseHTML(bool use)
     if (m_kind != kind_t::body || m_element->m_head.html == use)
         return;
     m_element->m_head.html = use;
-    m_element->HeadChanged();
+    m_element->BodyChanged();
 }
 
 void CCaption::SetImage(const CImage& image)

@@ -88,6 +88,14 @@ public:
 
     void set_pieces(bool pieces) { pango_layout_set_auto_dir(m_layout, !pieces); }
 
+    void push_clip(const wxRect& rect)
+    {
+        cairo_save(m_cairo);
+        cairo_rectangle(m_cairo, rect.x, rect.y, rect.width, rect.height);
+        cairo_clip(m_cairo);
+    }
+    void pop_clip() { cairo_restore(m_cairo); }
+
 private:
     // What is left to the toolkit is done by the window's own context, which knows of the mirror.
     void prepare_window() const
@@ -116,6 +124,16 @@ paint_dc_t::paint_dc_t(wxPaintDC& dc) : wxDC(new impl_t(this, dc)) {}
 void paint_dc_t::set_pieces(bool pieces)
 {
     static_cast<impl_t*>(GetImpl())->set_pieces(pieces);
+}
+
+paint_dc_t::clip_t::clip_t(paint_dc_t& dc, const wxRect& rect) : m_dc(dc)
+{
+    static_cast<impl_t*>(m_dc.GetImpl())->push_clip(rect);
+}
+
+paint_dc_t::clip_t::~clip_t()
+{
+    static_cast<impl_t*>(m_dc.GetImpl())->pop_clip();
 }
 
 } // namespace vdxcfrw7

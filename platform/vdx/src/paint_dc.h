@@ -19,6 +19,21 @@ public:
     /// own first letter: else the punctuation around a foreign word ends up on its wrong side.
     void set_pieces(bool pieces);
 
+    /// Draws into a rectangle alone for as long as it lives. The toolkit's own clipper must not be used: a
+    /// context made over a bare graphics context has no size for it to intersect with, and draws nothing
+    /// afterwards.
+    class clip_t
+    {
+    public:
+        clip_t(paint_dc_t& dc, const wxRect& rect);
+        ~clip_t();
+        clip_t(const clip_t&) = delete;
+        clip_t& operator=(const clip_t&) = delete;
+
+    private:
+        paint_dc_t& m_dc;
+    };
+
 private:
     class impl_t;
 };

@@ -64,6 +64,13 @@ bool same_folded(const char* text, const char* end, std::string_view needle)
     return true;
 }
 
+// Where comparing place by place could take the product of both lengths: a copy and the library's search, which
+// is linear, take less.
+bool is_long_search(std::string_view text, std::string_view needle)
+{
+    return needle.size() > 16 && text.size() > 4096;
+}
+
 // The first byte of the text in capitals.
 char first_in_capitals(std::string_view text)
 {
@@ -160,6 +167,14 @@ std::size_t find_folded(std::string_view text, std::string_view needle, std::siz
 {
     if (needle.empty() || text.size() < needle.size())
         return std::string_view::npos;
+    if (is_long_search(text, needle)) {
+        if (from > text.size())
+            return std::string_view::npos;
+        const std::string folded = fold(text.substr(from));
+        const void* found = memmem(folded.data(), folded.size(), needle.data(), needle.size());
+        return found ? from + static_cast<std::size_t>(static_cast<const char*>(found) - folded.data())
+                     : std::string_view::npos;
+    }
     const char* const begin = text.data();
     const char* const last = begin + (text.size() - needle.size());
     const char small = needle[0];
@@ -196,6 +211,15 @@ std::size_t find_last_folded(std::string_view text, std::string_view needle, std
     if (needle.empty() || text.size() < needle.size())
         return std::string_view::npos;
     end = std::min(end, text.size());
+    if (is_long_search(text.substr(0, end), needle)) {
+        std::string folded = fold(text.substr(0, end)), sought(needle);
+        std::reverse(folded.begin(), folded.end());
+        std::reverse(sought.begin(), sought.end());
+        const void* found = memmem(folded.data(), folded.size(), sought.data(), sought.size());
+        return found ? folded.size() - sought.size() -
+                           static_cast<std::size_t>(static_cast<const char*>(found) - folded.data())
+                     : std::string_view::npos;
+    }
     for (std::size_t at = end < needle.size() ? 0 : end - needle.size() + 1; at-- > 0;)
         if (same_folded(text.data() + at, text.data() + text.size(), needle))
             return at;

@@ -4,6 +4,7 @@
 
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/guarded.h>
 
 #include <gtk/gtk.h>
 
@@ -60,6 +61,12 @@ struct view_accessible_t::impl_t
         if (made || !view.get_log())
             return texts;
         made = true;
+        wx_helpers1::guarded([this] { make_texts(); });
+        return texts;
+    }
+
+    void make_texts()
+    {
         const log_words_t& words = view.get_log()->GetWords();
         for (const auto& item : view.get_layout().visible_items()) {
             const CMessageElement& element = *item.element;
@@ -83,7 +90,6 @@ struct view_accessible_t::impl_t
                     ATK_ROLE_PROGRESS_BAR);
             }
         }
-        return texts;
     }
 
     static impl_t* of(AtkObject* object)

@@ -1,5 +1,7 @@
 #include "wx_helpers1/painted.h"
 
+#include "wx_helpers1/guarded.h"
+
 #include <wx/toplevel.h>
 
 #include <gtk/gtk.h>
@@ -48,7 +50,7 @@ gboolean on_idle(gpointer data)
     wxTopLevelWindow* window = window_of(waiting->widget);
     forget(waiting);
     if (window)
-        callback(window);
+        guarded([&] { callback(window); });
     return G_SOURCE_REMOVE;
 }
 

@@ -3,10 +3,23 @@
 #include "wx_helpers1/tasks.h"
 
 #include <algorithm>
+#include <cmath>
+#include <mutex>
 
 namespace wx_helpers1 {
 
-ProgressImpl::ProgressImpl(int steps) : m_steps(std::max(1, steps)) {}
+// Of all messages between two turns of the GUI thread only the last can be seen.
+struct ProgressImpl::last_message_t
+{
+    std::mutex mutex;
+    std::string text;
+    bool posted = false;
+};
+
+ProgressImpl::ProgressImpl(int steps)
+    : m_steps(std::max(1, steps)), m_last_message(std::make_shared<last_message_t>())
+{
+}
 
 ProgressImpl::~ProgressImpl() = default;
 
@@ -15,6 +28,7 @@ void ProgressImpl::start(const char* text, double total)
     m_total = total;
     m_current = 0;
     m_reported = 0;
+    m_finished = false;
     tasks::PostSignal(m_start, text ? text : "");
 }
 
@@ -30,9 +44,11 @@ void ProgressImpl::internalProgressed(double amount)
     if (!(current == current)) // an amount that is no number leaves the count as it is
         return;
     m_current = current;
-    if (!(total > 0))
+    if (!(total > 0) || !std::isfinite(total))
         return;
-    const int step = static_cast<int>(std::max(0.0, m_steps * (current / total) + 0.5));
+    // Multiplied before it is divided, so that whole numbers stay exact and a half is rounded up.
+    const long double exact = static_cast<long double>(m_steps) * current / total;
+    const int step = static_cast<int>(std::max(0.0L, exact + 0.5L));
     const int reported = m_reported;
     if (step > reported) {
         m_reported = step;
@@ -42,11 +58,27 @@ void ProgressImpl::internalProgressed(double amount)
 
 void ProgressImpl::message(const char* text)
 {
-    tasks::PostSignal(m_message, text ? text : "");
+    {
+        std::lock_guard<std::mutex> lock(m_last_message->mutex);
+        m_last_message->text = text ? text : "";
+        if (m_last_message->posted)
+            return;
+        m_last_message->posted = true;
+    }
+    tasks::Scheduler::Post([last = m_last_message, signal = m_message] {
+        std::string taken;
+        {
+            std::lock_guard<std::mutex> lock(last->mutex);
+            taken.swap(last->text);
+            last->posted = false;
+        }
+        signal.emit(taken);
+    });
 }
 
 void ProgressImpl::finish()
 {
+    m_finished = true;
     internalProgressed(m_total);
     if (m_canceled && !m_acknowledged) {
         m_acknowledged = true;

@@ -1,5 +1,6 @@
 #include "spare_layouts.h"
 
+#include "wx_helpers1/guarded.h"
 #include "wx_helpers1/label.h"
 #include "wx_helpers1/text.h"
 #include "wx_helpers1/ui_settings.h"
@@ -118,7 +119,7 @@ gboolean build_next(gpointer)
     }
     const order_t order = all.orders.front();
     all.orders.erase(all.orders.begin());
-    build(order);
+    guarded([&order] { build(order); });
     return G_SOURCE_CONTINUE;
 }
 

@@ -1,5 +1,7 @@
 #include "wx_helpers1/ui_settings.h"
 
+#include "wx_helpers1/guarded.h"
+
 #include "accessible_actions.h"
 
 #include <wx/event.h>
@@ -162,9 +164,11 @@ struct ui_settings_t::impl_t
     {
         auto* self = static_cast<impl_t*>(data);
         self->pending = 0;
-        self->read();
-        const auto signal = self->changed; // a slot may shut the settings down
-        signal.emit();
+        guarded([self] {
+            self->read();
+            const auto signal = self->changed; // a slot may shut the settings down
+            signal.emit();
+        });
         return G_SOURCE_REMOVE;
     }
 };

@@ -5,6 +5,7 @@
 #include <boost/signals2/connection.hpp>
 #include <boost/signals2/signal.hpp>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -49,6 +50,29 @@ private:
     std::size_t m_next_sweep = 8;
 };
 
+/// Calls the slots of a signal: all of them, also those behind one that throws.
+struct every_slot_t
+{
+    using result_type = void;
+
+    template <class Iterator>
+    void operator()(Iterator slot, Iterator end) const
+    {
+        std::exception_ptr thrown;
+        for (; slot != end; ++slot) {
+            try {
+                *slot;
+            } catch (const boost::signals2::expired_slot&) {
+            } catch (...) {
+                if (!thrown)
+                    thrown = std::current_exception();
+            }
+        }
+        if (thrown)
+            std::rethrow_exception(thrown);
+    }
+};
+
 /// A list of slots called one after the other, in the order in which they were connected.
 ///
 /// Use it for notifications ("the value changed") and for callbacks handed over as `const signal_t<...>&`. Do
@@ -70,11 +94,12 @@ private:
 /// Thread: connecting, disconnecting and emitting are safe in any thread; slots run in the thread that emits.
 /// A slot may destroy the signal, or its own subscriber, or connect and disconnect others. A slot that was
 /// disconnected during an emission is not called any more by it.
-/// Errors: what a slot throws leaves emit(); the slots after it are not called.
+/// Errors: a slot that throws does not keep the emission from those after it; the first exception leaves emit()
+/// when all have been called.
 template <class... Args>
 class signal_t
 {
-    using impl_t = boost::signals2::signal<void(Args...)>;
+    using impl_t = boost::signals2::signal<void(Args...), every_slot_t>;
 
     template <class F>
     using enable_for_callable = std::enable_if_t<!std::is_same<std::decay_t<F>, signal_t>::value &&

@@ -30,7 +30,9 @@ namespace gen_helpers2 {
 /// Deepest nesting of children in a file; saving a deeper bag is an error as well, as it could not be loaded.
 constexpr std::size_t max_bag_nesting = 1000;
 
-[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file);
+/// A bag whose file would be larger than `max_bytes` is an error, as loading would refuse it.
+[[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_variant_bag(
+    const variant_bag_t& bag, const path_t& file, std::size_t max_bytes = default_max_file_bytes);
 /// The same over a file that could not be understood, which is kept as `<file>.damaged`; on an error it stays
 /// where it is.
 [[nodiscard]] GEN_HELPERS2_EXPORT error_code_t save_over_damaged_file(const variant_bag_t& bag,

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vdxcfrw7 {
@@ -28,6 +29,8 @@ public:
     CCaption AddCaption(int severity, std::string_view text, int image, bool status, bool copy = true);
     void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
     const line_store_t& GetLines() const { return m_lines; }
+    /// Takes all lines away, texts and all; for an element that is removed next.
+    line_store_t TakeLines() { return std::exchange(m_lines, line_store_t()); }
 
     CGauge& GetGauge() { return *m_gauge; }
     const CGauge& GetGauge() const { return *m_gauge; }
@@ -52,6 +55,7 @@ public:
         std::string header;
         std::string body;
         bool html = false;
+        bool laid_out = false; ///< as HTML; otherwise the body is shown as it is
         wx_helpers1::picture_t picture;
     };
     const head_t& GetHead() const { return m_head; }
@@ -67,6 +71,7 @@ private:
     explicit CMessageElement(CEventLog& log);
     void Changed() override;
     void HeadChanged();
+    void BodyChanged();
     void TailChanged();
     void SetLineText(std::size_t line, std::string_view text);
 

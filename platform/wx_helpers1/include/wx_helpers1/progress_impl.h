@@ -6,11 +6,13 @@
 #include <msngr2/progress.h>
 
 #include <atomic>
+#include <memory>
 #include <string>
 
 namespace wx_helpers1 {
 
-/// Turns what a worker reports into signals on the GUI thread, at most one for each step of a bar.
+/// Turns what a worker reports into signals on the GUI thread: at most one for each step of a bar, and one for
+/// all messages between two turns, with the last of them.
 ///
 ///     ProgressImpl progress(800);                              // a bar of 800 steps
 ///     progress.progressed_signal().connect(bar, &bar_t::advance);
@@ -38,6 +40,8 @@ public:
     void cancel() override;
     double getTotalSteps() override;
     bool isCanceled() override;
+    /// Whether finish() was the last that the worker said.
+    bool is_finished() const { return m_finished; }
 
     int get_steps() const { return m_steps; }
     /// How many steps of the bar have been posted since start().
@@ -59,6 +63,9 @@ private:
     double m_current = 0; // the worker's alone
     std::atomic<int> m_reported{0};
     std::atomic<bool> m_canceled{false};
+    std::atomic<bool> m_finished{false};
+    struct last_message_t;
+    std::shared_ptr<last_message_t> m_last_message;
     bool m_acknowledged = false; // the worker's alone
 };
 

@@ -1,0 +1,143 @@
+#include "contents.h"
+
+#include "background.h"
+#include "saved_keys.h"
+
+#include <gen_helpers2/bag_stream.h>
+#include <gen_helpers2/log.h>
+
+#include <filesystem>
+
+namespace commondlg3 {
+namespace {
+
+using gen_helpers2::bag_file_writer_t;
+using gen_helpers2::error_code_t;
+
+// Freeing fewer takes no time worth saving.
+constexpr std::size_t many_lines = 20000;
+
+void write_line(bag_file_writer_t& out, std::string_view text, int severity)
+{
+    out.begin_child(saved::line);
+    out.put(saved::message, text);
+    out.put(saved::severity, severity);
+    out.end_child();
+}
+
+void write_entry(bag_file_writer_t& out, const entry_contents_t& entry, bool show_debug)
+{
+    out.begin_child(saved::entry);
+    out.put(saved::message, entry.message);
+    out.put(saved::caption, entry.caption);
+    if (entry.image)
+        out.put(saved::image, *entry.image);
+    for (const auto& block : entry.lines.get_blocks())
+        for (const vdxcfrw7::line_t& line : block.lines)
+            if (!line.has(vdxcfrw7::line_t::status))
+                write_line(out, line.get_text(), static_cast<int>(line.severity));
+    for (const auto& batch : entry.unshown)
+        for (std::size_t i = batch->shown; i < batch->lines.size(); ++i) {
+            const line_batch_t::line_t& line = batch->lines[i];
+            const bool dropped = (line.severity & msngr2::sev_status) ||
+                                 ((line.severity & msngr2::sev_debug) && !show_debug);
+            if (!dropped)
+                write_line(out, line.text, line.severity);
+        }
+    out.end_child();
+}
+
+// Passes a file on to another.
+class copier_t final : public gen_helpers2::bag_handler_t
+{
+public:
+    explicit copier_t(bag_file_writer_t& out) : m_out(out) {}
+    ~copier_t() override = default;
+
+    void begin_child(std::string_view name) override { m_out.begin_child(name); }
+    void value(std::string_view name, gen_helpers2::variant_t value) override { m_out.put_value(name, value); }
+    void end_child() override { m_out.end_child(); }
+    bool goes_on() override { return m_out.error().succeeded(); }
+
+private:
+    bag_file_writer_t& m_out;
+};
+
+} // namespace
+
+void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_batch_t>> unshown)
+{
+    std::size_t count = lines.size();
+    for (const auto& batch : unshown)
+        count += batch->lines.size();
+    if (count < many_lines)
+        return;
+    struct kept_t
+    {
+        vdxcfrw7::line_store_t lines;
+        std::vector<std::unique_ptr<line_batch_t>> unshown;
+    };
+    background_t::get().add(background_t::kind_t::may_be_dropped,
+                            [kept = std::make_shared<kept_t>(kept_t{std::move(lines), std::move(unshown)})] {});
+}
+
+inplace_contents_t::inplace_contents_t() = default;
+inplace_contents_t::inplace_contents_t(inplace_contents_t&& other) noexcept = default;
+
+inplace_contents_t& inplace_contents_t::operator=(inplace_contents_t&& other) noexcept
+{
+    std::swap(m_data, other.m_data);
+    return *this;
+}
+
+inplace_contents_t::~inplace_contents_t()
+{
+    if (m_data)
+        for (entry_contents_t& entry : m_data->entries)
+            free_lines(std::move(entry.lines), std::move(entry.unshown));
+}
+
+error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
+{
+    bag_file_writer_t out(file);
+    if (m_data) {
+        for (const gen_helpers2::path_t& unread : m_data->unread) {
+            std::error_code ignored;
+            if (!std::filesystem::exists(std::filesystem::path(unread.as_string()), ignored))
+                continue;
+            copier_t copier(out);
+            const error_code_t read = gen_helpers2::read_variant_bag(unread, copier);
+            if (read.failed())
+                return read;
+        }
+        for (const entry_contents_t& entry : m_data->entries) {
+            if (out.error().failed())
+                break;
+            write_entry(out, entry, m_data->show_debug);
+        }
+    }
+    return out.commit();
+}
+
+void inplace_contents_t::save_later(const gen_helpers2::path_t& file,
+                                    std::function<void(const error_code_t&)> done)
+{
+    const auto contents = std::make_shared<inplace_contents_t>(std::move(*this));
+    background_t::get().add(background_t::kind_t::must_be_done, [contents, file, done = std::move(done)] {
+        const error_code_t saved = contents->save(file);
+        if (saved.failed())
+            gen_helpers2::log_error("inplace_ctrl", "the log was not kept: " + saved.as_string());
+        // Freed here, where nobody waits for it.
+        if (contents->m_data)
+            contents->m_data->entries.clear();
+        if (done)
+            done(saved);
+    });
+}
+
+void inplace_contents_t::wait_until_saved()
+{
+    background_t::get().wait();
+}
+
+} // namespace commondlg3

@@ -1,0 +1,165 @@
+// Keeping a log in a file: as a bag, and as a stream that a worker writes.
+#include "log_tools.h"
+
+#include <commondlg3/inplace_contents.h>
+#include <gen_helpers2/variant_bag_file.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+using namespace commondlg3;
+using namespace msngr2;
+using gen_helpers2::path_t;
+using gen_helpers2::variant_bag_t;
+
+namespace {
+
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr int flood = 20000;
+#else
+constexpr int flood = 400000;
+#endif
+
+path_t in_folder(const test::temp_dir_t& folder, const char* name = "log.xml")
+{
+    return path_t(folder.path() + "/" + name);
+}
+
+void fill(test::log_window_t& window, int lines)
+{
+    auto message = test::make_message("caption \x01 <&>", "body \xff");
+    message->picture = standard_message_t::get_icon_by_type(standard_message_t::icon_types_t::warning);
+    const auto tag = window->add_message(message, {});
+    window->add_message(test::make_message("second"), {});
+    IMessenger* messenger = window->get_messenger(tag);
+    for (int i = 0; i < lines; ++i)
+        messenger->say(i % 3 ? sev_none : sev_error, test::flood_line(i).c_str());
+    messenger->say(sev_status, "not kept");
+    const auto& shown = window.log().GetElements()[0]->GetLines();
+    ASSERT_TRUE(test::wait_for([&] { return shown.size() == static_cast<std::size_t>(lines) + 1; }, 60000));
+}
+
+// Resident memory of this process, in megabytes.
+double megabytes()
+{
+    std::ifstream file("/proc/self/statm");
+    long pages = 0, resident = 0;
+    file >> pages >> resident;
+    return static_cast<double>(resident) * 4096 / 1e6;
+}
+
+} // namespace
+
+TEST(InplaceContents, the_stream_is_the_file_of_the_bag)
+{
+    const test::temp_dir_t folder;
+    test::log_window_t window;
+    fill(window, 50);
+    variant_bag_t bag;
+    ASSERT_TRUE(window->save(bag).succeeded());
+    EXPECT_TRUE(window->take_contents().save(in_folder(folder)).succeeded());
+    EXPECT_TRUE(window.log().GetElements().empty());
+    EXPECT_FALSE(window->has_changes());
+    variant_bag_t streamed;
+    ASSERT_TRUE(gen_helpers2::load_variant_bag(in_folder(folder), streamed).succeeded());
+    EXPECT_EQ(streamed, bag);
+    // And read back by a worker, into the log that was emptied.
+    window->load_file(in_folder(folder));
+    ASSERT_TRUE(test::wait_for([&] { return test::captions_of(window.control()).size() == 2; }));
+    test::settle();
+    EXPECT_TRUE(window->has_changes()) << "as when a bag is loaded: its lines were shown";
+    variant_bag_t again;
+    ASSERT_TRUE(window->save(again).succeeded());
+    for (variant_bag_t* saved : {&bag, &again}) // a picture's text may name its colours in another order
+        EXPECT_EQ(saved->find_child("message_entry_t")->remove("img"), 1u);
+    EXPECT_EQ(again, bag);
+}
+
+// Closing the window of a long log must neither take time nor memory, whatever is saved, and everything that was
+// said is in the file: also what was not shown yet.
+TEST(InplaceContents, a_long_log_goes_at_once_and_is_kept_whole)
+{
+    const test::temp_dir_t folder;
+    {
+        test::log_window_t window;
+        fill(window, flood);
+        for (int i = 0; i < 1000; ++i)
+            window->get_messenger(0)->say(sev_none, "said at the last moment");
+        const double before = megabytes();
+        const auto begin = std::chrono::steady_clock::now();
+        window->take_contents().save_later(in_folder(folder));
+        window.destroy();
+        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+        EXPECT_LT(took.count(), 0.3);
+        inplace_contents_t::wait_until_saved();
+        EXPECT_LT(megabytes(), before + 16);
+    }
+    // While it is read the window closes again: nothing of the file may be lost, nor what was added.
+    {
+        test::log_window_t window;
+        window->load_file(in_folder(folder));
+        window->add_message(test::make_message("added"), {});
+        ASSERT_TRUE(test::wait_for([&] { return test::captions_of(window.control()).size() > 1; }));
+        window->take_contents().save_later(in_folder(folder));
+    }
+    test::log_window_t window;
+    window->load_file(in_folder(folder)); // behind the saving, which may not be done yet
+    const auto count = [&] {
+        const auto& elements = window.log().GetElements();
+        return elements.empty() ? 0 : elements[0]->GetLines().size();
+    };
+    ASSERT_TRUE(test::wait_for([&] { return count() == flood + 1000; }, 120000)) << count();
+    ASSERT_TRUE(test::wait_for([&] { return test::captions_of(window.control()).size() == 3; }));
+    const auto begin = std::chrono::steady_clock::now();
+    window.destroy(); // not saved
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    EXPECT_LT(took.count(), 0.3);
+}
+
+TEST(InplaceContents, what_cannot_be_kept_leaves_the_file_as_it_was)
+{
+    const test::temp_dir_t folder;
+    const path_t file = in_folder(folder, "no/such/folder/log.xml");
+    test::log_window_t window;
+    fill(window, 3);
+    gen_helpers2::error_code_t told;
+    window->take_contents().save_later(file, [&told](const gen_helpers2::error_code_t& saved) { told = saved; });
+    inplace_contents_t::wait_until_saved();
+    EXPECT_EQ(told.identifier(), "gh2::error::Io");
+    // A bag whose file would be refused is not written either.
+    variant_bag_t bag;
+    bag.put("text", std::string(1000, 'x'));
+    ASSERT_TRUE(save_variant_bag(bag, in_folder(folder), 2000).succeeded());
+    bag.put("more", std::string(1000, 'x'));
+    EXPECT_TRUE(save_variant_bag(bag, in_folder(folder), 2000).failed());
+    variant_bag_t read;
+    EXPECT_TRUE(load_variant_bag(in_folder(folder), read, 2000).succeeded());
+    EXPECT_EQ(read.size(), 1u);
+}
+
+TEST(InplaceContents, zero_bytes_survive)
+{
+    const std::string with_zero("a\0b", 3);
+    variant_bag_t bag;
+    variant_bag_t& entry = bag.add_child("message_entry_t");
+    entry.put("msg", with_zero);
+    entry.put("cap", with_zero);
+    variant_bag_t& line = entry.add_child("message");
+    line.put("msg", with_zero);
+    line.put("severity", 0);
+    const test::temp_dir_t folder;
+    test::log_window_t window;
+    EXPECT_TRUE(window->load(bag).succeeded());
+    test::settle();
+    variant_bag_t saved;
+    EXPECT_TRUE(window->save(saved).succeeded());
+    EXPECT_EQ(saved, bag);
+    EXPECT_TRUE(window->take_contents().save(in_folder(folder)).succeeded());
+    window->load_file(in_folder(folder));
+    ASSERT_TRUE(test::wait_for([&] { return window.log().GetElements().size() == 1; }));
+    test::settle();
+    variant_bag_t streamed;
+    EXPECT_TRUE(window->save(streamed).succeeded());
+    EXPECT_EQ(streamed, bag);
+}

@@ -1,0 +1,151 @@
+// What the log's window shows, by its pixels.
+#include "log_tools.h"
+
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/uiaction.h>
+
+#include <map>
+
+using namespace commondlg3;
+using namespace msngr2;
+
+namespace {
+
+wxColour colour_at(const wxImage& image, int x, int y)
+{
+    return wxColour(image.GetRed(x, y), image.GetGreen(x, y), image.GetBlue(x, y));
+}
+
+wxRect inside(const wxImage& image, const wxRect& rect)
+{
+    return rect.Intersect(wxRect(image.GetSize()));
+}
+
+// The colour that most of the rectangle has, and the best contrast that anything in it has to it.
+struct ink_t
+{
+    wxColour background;
+    double contrast = 1;
+};
+
+ink_t ink_in(const wxImage& image, const wxRect& given)
+{
+    const wxRect rect = inside(image, given);
+    std::map<unsigned int, int> counts;
+    for (int y = rect.y; y < rect.y + rect.height; ++y)
+        for (int x = rect.x; x < rect.x + rect.width; ++x)
+            ++counts[colour_at(image, x, y).GetRGB()];
+    ink_t ink;
+    int most = 0;
+    for (const auto& [rgb, count] : counts)
+        if (count > most) {
+            most = count;
+            ink.background.SetRGB(rgb);
+        }
+    for (const auto& [rgb, count] : counts) {
+        wxColour colour;
+        colour.SetRGB(rgb);
+        ink.contrast = std::max(ink.contrast, wx_helpers1::contrast_ratio(colour, ink.background));
+    }
+    return ink;
+}
+
+bool same_in(const wxImage& a, const wxImage& b, const wxRect& given)
+{
+    const wxRect rect = inside(a, given);
+    for (int y = rect.y; y < rect.y + rect.height; ++y)
+        for (int x = rect.x; x < rect.x + rect.width; ++x)
+            if (colour_at(a, x, y) != colour_at(b, x, y))
+                return false;
+    return true;
+}
+
+// A rectangle of the log's window as it lies in its frame's picture.
+wxRect in_picture(test::log_window_t& window, wxRect rect)
+{
+    rect.Offset(window.log().GetWindow()->GetScreenPosition() - window.frame()->GetScreenRect().GetPosition());
+    return rect;
+}
+
+wxRect row_rect(test::log_window_t& window, std::size_t line)
+{
+    wxRect rect = window.log().GetLineRect(*window.log().GetElements()[0], line);
+    rect.width = 100;
+    return in_picture(window, rect);
+}
+
+void drag(test::log_window_t& window, const wxPoint& from, const wxPoint& to)
+{
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(window.log().GetWindow()->ClientToScreen(from));
+    test::settle();
+    mouse.MouseDown();
+    test::settle();
+    mouse.MouseMove(window.log().GetWindow()->ClientToScreen(to));
+    test::settle();
+    mouse.MouseUp();
+    test::settle();
+}
+
+struct theme_guard_t
+{
+    explicit theme_guard_t(wx_helpers1::theme_t theme)
+    {
+        auto* settings = wx_helpers1::ui_settings_t::get();
+        settings->set_theme(theme);
+        const bool dark = theme == wx_helpers1::theme_t::dark;
+        EXPECT_TRUE(test::wait_for([&] { return settings->is_dark() == dark; }));
+    }
+    ~theme_guard_t() { wx_helpers1::ui_settings_t::get()->set_theme(wx_helpers1::theme_t::system); }
+};
+
+} // namespace
+
+// What is selected must be readable, and everything else as it was: whatever made the selection.
+TEST(InplacePictures, a_selection_leaves_the_rest_painted)
+{
+    constexpr std::size_t count = 10;
+    for (const auto theme : {wx_helpers1::theme_t::light, wx_helpers1::theme_t::dark}) {
+        const theme_guard_t themed(theme);
+        test::log_window_t window;
+        const auto tag = window->add_message(test::make_message("Caption", "A <b>body</b>"), {});
+        for (std::size_t i = 0; i < count; ++i)
+            window->get_messenger(tag)->say(sev_none, ("row number " + std::to_string(i)).c_str());
+        test::settle();
+        window.frame()->Raise();
+        window.log().GetWindow()->SetFocus();
+        ASSERT_TRUE(test::wait_for([&] { return window.log().GetWindow()->HasFocus(); }));
+        const wxImage before = test::picture_of(*window.frame());
+        const auto middle_of = [&](std::size_t line) {
+            const wxRect rect = window.log().GetLineRect(*window.log().GetElements()[0], line);
+            return wxPoint(rect.x, rect.y + rect.height / 2);
+        };
+        const std::function<void()> ways[] = {
+            [&] { drag(window, middle_of(2) - wxPoint(2, 0), middle_of(4) + wxPoint(300, 0)); },
+            [&] { EXPECT_TRUE(window.log().Find("row number 3", true)); },
+            [&] { test::press(WXK_DOWN, wxMOD_SHIFT); },
+            [&] { test::press('A', wxMOD_CONTROL); },
+        };
+        for (const auto& way : ways) {
+            SCOPED_TRACE(testing::Message() << "theme " << static_cast<int>(theme) << ", way " << &way - ways);
+            way();
+            const wxImage after = test::picture_of(*window.frame());
+            const std::string selected = window.log().GetSelectedText();
+            ASSERT_NE(std::string::npos, selected.find("row number 3"));
+            for (std::size_t i = 0; i < count; ++i) {
+                const wxRect rect = row_rect(window, i);
+                const ink_t ink = ink_in(after, rect.Deflate(0, 2));
+                EXPECT_GE(ink.contrast, 4.5) << "row " << i;
+                if (selected.find("row number " + std::to_string(i)) == std::string::npos)
+                    EXPECT_TRUE(same_in(before, after, rect)) << "row " << i;
+                else
+                    EXPECT_NE(ink.background, ink_in(before, rect).background) << "row " << i;
+            }
+        }
+        // The body, which is selected as a whole, stands between the head and the first row.
+        const wxRect first = row_rect(window, 0);
+        const ink_t body = ink_in(test::picture_of(*window.frame()), wxRect(first.x - 12, first.y - 18, 30, 12));
+        EXPECT_GE(body.contrast, 4.5);
+    }
+}
