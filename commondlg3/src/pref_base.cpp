@@ -15,9 +15,9 @@ wxBEGIN_EVENT_TABLE(pref_base_t, wxPanel)
     EVT_BUTTON(XRCID("m_btn_help"), generic_base_t<wxPanel>::handle_help)
     EVT_TIMER(wxID_ANY, pref_base_t::handle_timer_event)
 wxEND_EVENT_TABLE()
-// clang-format on
+    // clang-format on
 
-wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
+    wxIMPLEMENT_DYNAMIC_CLASS(panel_t, wxPanel);
 
 pref_base_t::pref_base_t() = default;
 pref_base_t::~pref_base_t() = default;

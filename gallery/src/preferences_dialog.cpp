@@ -72,6 +72,7 @@ nlohmann::json preferences_dialog_t::get_data() const
 
 void preferences_dialog_t::on_init_dialog()
 {
+    Bind(wxEVT_IDLE, &preferences_dialog_t::on_idle, this);
     m_list = commondlg3::from_xrc<wxListBox>(this, "m_pages");
     m_area = commondlg3::from_xrc<wxScrolledWindow>(this, "m_page_area");
     m_apply = commondlg3::from_xrc<wxButton>(this, "m_btn_apply");
@@ -243,6 +244,17 @@ int preferences_dialog_t::get_selected() const
         if (m_pages[i].window && m_pages[i].window->IsShown())
             return i;
     return -1;
+}
+
+// The toolkit shows what is new when it is idle: what a script does before that goes elsewhere.
+void preferences_dialog_t::on_idle(wxIdleEvent& event)
+{
+    event.Skip();
+    const int shown = get_selected();
+    if (shown < 0 || shown == m_reported || !m_pages[shown].window->IsShownOnScreen())
+        return;
+    m_reported = shown;
+    report_signal(object_name, "page", m_pages[shown].page->get_object());
 }
 
 void preferences_dialog_t::select(int index)

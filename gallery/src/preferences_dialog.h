@@ -50,6 +50,7 @@ private:
     void on_search_key(wxKeyEvent& event);
     /// Shows a page, by its place among all of them; -1: none.
     void select(int page);
+    void on_idle(wxIdleEvent& event);
     int get_selected() const;
     void create_page(shown_page_t& page);
     bool apply();
@@ -60,6 +61,7 @@ private:
     void tell(const char* main_key, const char* details_key, const std::string& reason);
 
     std::vector<shown_page_t> m_pages;
+    int m_reported = -1;
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
     std::vector<int> m_listed; ///< the pages in the list, in its order
     found_marks_t m_marks;

@@ -25,15 +25,26 @@ class Gallery:
         self.limit.start()
 
     def expect(self, event):
-        """The next line, which must be of this event."""
-        line = self.process.stdout.readline()
-        if not line:
-            raise AssertionError(f"no line of event '{event}': {self.process.communicate()[1].decode()}")
-        message = json.loads(line)
+        """The next line, which must be of this event. That a page was shown is passed over."""
+        message = self.read(event)
+        while message.get("name") == "page":
+            message = self.read(event)
         assert message["event"] == event, message
         if event == "opened":
             self.wait_for_focus()
         return message
+
+    def read(self, awaited):
+        line = self.process.stdout.readline()
+        if not line:
+            raise AssertionError(f"no line of event '{awaited}': {self.process.communicate()[1].decode()}")
+        return json.loads(line)
+
+    def go_to_page(self, page):
+        """Down to the next page of the preferences. Keys that come before it is shown go to the list of pages."""
+        self.press("Down")
+        while self.read(page).get("value") != page:
+            pass
 
     def wait_for_focus(self):
         """A window is painted before the window manager gives it the focus; keys pressed meanwhile are lost."""
@@ -182,7 +193,7 @@ class Preferences(unittest.TestCase):
 
     def test_keyboard_alone_changes_settings_that_are_there_at_the_next_start(self):
         with tempfile.TemporaryDirectory() as folder:
-            typed = [(["alt+t", "ctrl+a"], "run_@@"), (["alt+f", "Tab", "ctrl+a"], "~/a|b")]
+            typed = [(["alt+t", "ctrl+a"], "run_@@"), (["alt+f", "Tab", "ctrl+a"], os.environ["HOME"] + "/a|b")]
             code, data = self.run_once(folder, typed, "Return")
             self.assertEqual((5100, "run_@@"), (code, data["name_template"]))
             self.assertEqual(os.environ["HOME"] + "/ab", data["folder"])
@@ -222,7 +233,8 @@ class Editors(unittest.TestCase):
     def choose(self, *keys, ending="Return"):
         """What the preferences hold for C and C++ after these keys in the list of editors."""
         gallery = self.start("dlg.preferences")
-        gallery.press("Down", "alt+e", *keys)
+        gallery.go_to_page("pref.editor")
+        gallery.press("alt+e", *keys)
         gallery.press(*(["Tab", "Tab"] if ending == "Return" else []), ending)  # past the default button, to OK
         if ending == "Return":
             self.assertIs(True, gallery.expect("signal")["value"])

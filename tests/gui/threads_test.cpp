@@ -66,7 +66,8 @@ TEST(Threads, TasksThatPostTasksLetTheEventLoopTurn)
     connection.disconnect();
 }
 
-// A task may open a dialog: what was posted behind it, and what is posted meanwhile, runs in the dialog's loop.
+// A task may open a dialog: what was posted behind it, and what is posted meanwhile, runs in the dialog's
+// loop.
 TEST(Threads, ATaskThatWaitsInALoopHoldsNobodyBack)
 {
     std::vector<int> ran;

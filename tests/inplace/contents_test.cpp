@@ -76,8 +76,8 @@ TEST(InplaceContents, the_stream_is_the_file_of_the_bag)
     EXPECT_EQ(again, bag);
 }
 
-// Closing the window of a long log must neither take time nor memory, whatever is saved, and everything that was
-// said is in the file: also what was not shown yet.
+// Closing the window of a long log must neither take time nor memory, whatever is saved, and everything that
+// was said is in the file: also what was not shown yet.
 TEST(InplaceContents, a_long_log_goes_at_once_and_is_kept_whole)
 {
     const test::temp_dir_t folder;
@@ -124,7 +124,8 @@ TEST(InplaceContents, what_cannot_be_kept_leaves_the_file_as_it_was)
     test::log_window_t window;
     fill(window, 3);
     gen_helpers2::error_code_t told;
-    window->take_contents().save_later(file, [&told](const gen_helpers2::error_code_t& saved) { told = saved; });
+    window->take_contents().save_later(file,
+                                       [&told](const gen_helpers2::error_code_t& saved) { told = saved; });
     inplace_contents_t::wait_until_saved();
     EXPECT_EQ(told.identifier(), "gh2::error::Io");
     // A bag whose file would be refused is not written either.

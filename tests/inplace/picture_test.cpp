@@ -64,7 +64,8 @@ bool same_in(const wxImage& a, const wxImage& b, const wxRect& given)
 // A rectangle of the log's window as it lies in its frame's picture.
 wxRect in_picture(test::log_window_t& window, wxRect rect)
 {
-    rect.Offset(window.log().GetWindow()->GetScreenPosition() - window.frame()->GetScreenRect().GetPosition());
+    rect.Offset(window.log().GetWindow()->GetScreenPosition() -
+                window.frame()->GetScreenRect().GetPosition());
     return rect;
 }
 
@@ -128,7 +129,8 @@ TEST(InplacePictures, a_selection_leaves_the_rest_painted)
             [&] { test::press('A', wxMOD_CONTROL); },
         };
         for (const auto& way : ways) {
-            SCOPED_TRACE(testing::Message() << "theme " << static_cast<int>(theme) << ", way " << &way - ways);
+            SCOPED_TRACE(testing::Message()
+                         << "theme " << static_cast<int>(theme) << ", way " << &way - ways);
             way();
             const wxImage after = test::picture_of(*window.frame());
             const std::string selected = window.log().GetSelectedText();
@@ -145,7 +147,8 @@ TEST(InplacePictures, a_selection_leaves_the_rest_painted)
         }
         // The body, which is selected as a whole, stands between the head and the first row.
         const wxRect first = row_rect(window, 0);
-        const ink_t body = ink_in(test::picture_of(*window.frame()), wxRect(first.x - 12, first.y - 18, 30, 12));
+        const ink_t body =
+            ink_in(test::picture_of(*window.frame()), wxRect(first.x - 12, first.y - 18, 30, 12));
         EXPECT_GE(body.contrast, 4.5);
     }
 }

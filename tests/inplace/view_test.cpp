@@ -392,11 +392,11 @@ TEST(InplaceView, tab_leaves_the_log)
     const auto stop = [&] {
         const wxWindow* focus = wxWindow::FindFocus();
         const auto* button = wxDynamicCast(focus, wxButton);
-        return button                                ? button->GetLabelText().utf8_string()
-               : focus == before                     ? std::string("before")
-               : focus == after                      ? std::string("after")
+        return button                              ? button->GetLabelText().utf8_string()
+               : focus == before                   ? std::string("before")
+               : focus == after                    ? std::string("after")
                : focus == window.log().GetWindow() ? std::string("log")
-                                                     : std::string("nothing");
+                                                   : std::string("nothing");
     };
     standard_message_t::ptr_t question(new standard_message_t);
     question->set_buttons(standard_message_t::standard_buttons_t::yes_no);
@@ -407,9 +407,9 @@ TEST(InplaceView, tab_leaves_the_log)
         else
             window->add_progress(test::make_progress("running"), {});
         test::settle();
-        std::vector<std::string> stops =
-            with_buttons ? std::vector<std::string>{"before", "log", "Yes", "No", "after"}
-                         : std::vector<std::string>{"before", "log", "after"};
+        std::vector<std::string> stops = with_buttons
+                                             ? std::vector<std::string>{"before", "log", "Yes", "No", "after"}
+                                             : std::vector<std::string>{"before", "log", "after"};
         if (!with_buttons)
             test::offered_button(window.control(), 1, 5)->Press(); // Cancel can be pressed once
         test::settle();
@@ -439,9 +439,10 @@ TEST(InplaceView, markup)
     EXPECT_EQ(safe_markup("a</b>"), "a");
     EXPECT_EQ(safe_markup("<img src='file:///etc/passwd' alt='pic <1>'>x"), "pic &lt;1&gt;x");
     // Attributes that no text needs are dropped, and no number is larger than a text needs.
-    EXPECT_EQ(safe_markup("<table border=1 onclick='x()' width=9999999><tr><td colspan=99999999 rowspan=-1 "
-                          "align=right style='a'>x</table>"),
-              "<table border=\"1\" width=\"2000\"><tr><td colspan=\"10\" align=\"right\">x</table></td></tr>");
+    EXPECT_EQ(
+        safe_markup("<table border=1 onclick='x()' width=9999999><tr><td colspan=99999999 rowspan=-1 "
+                    "align=right style='a'>x</table>"),
+        "<table border=\"1\" width=\"2000\"><tr><td colspan=\"10\" align=\"right\">x</table></td></tr>");
     EXPECT_EQ(safe_markup("<font size=+99 color=#f00 face=a><a href='file:///x'>y</a></font>"),
               "<font size=\"+7\" color=\"#f00\"><a>y</a></font>");
     EXPECT_EQ(markup_to_text("a&nbsp;&lt;b&gt;<br>c   d<p>e<img alt=\"f\"> 1 < 2"),

@@ -146,8 +146,8 @@ TEST_F(PropertyGrid, KeysAloneDoEverything)
 // The toolkit drops what is being typed when the focus goes: a click on OK would lose it.
 TEST_F(PropertyGrid, WhatIsTypedIsKeptWhereverTheFocusGoes)
 {
-    int finished = 0;
-    m_grid->get_editing_finished_signal().connect([&] { ++finished; });
+    const auto finished = std::make_shared<int>(0); // the grid outlives this body
+    m_grid->get_editing_finished_signal().connect([finished] { ++*finished; });
     test::press(WXK_F2);
     test::type("/typed");
     m_button->SetFocus();
@@ -166,7 +166,7 @@ TEST_F(PropertyGrid, WhatIsTypedIsKeptWhereverTheFocusGoes)
     test::type("/other row");
     click(middle_of(0, 0));
     EXPECT_EQ("/other row", m_grid->get_text(2));
-    EXPECT_EQ(4, finished);
+    EXPECT_EQ(4, *finished);
     m_grid->edit(2);
     test::type("/destroyed"); // with the frame, by TearDown()
 }

@@ -12,8 +12,8 @@ namespace commondlg3 {
 
 class inplace_ctrl_impl_t;
 
-/// What a log held: taken out of an inplace_ctrl_t, so that it can be written, or freed, where nobody waits for
-/// it. A log of millions of lines changes hands at once.
+/// What a log held: taken out of an inplace_ctrl_t, so that it can be written, or freed, where nobody waits
+/// for it. A log of millions of lines changes hands at once.
 ///
 ///     if (log->has_changes())
 ///         log->take_contents().save_later(file);
@@ -28,12 +28,12 @@ public:
     /// Many lines are freed by a worker.
     ~inplace_contents_t();
 
-    /// Writes them line by line, as inplace_ctrl_t::save() and save_variant_bag() would, in a file of any size.
-    /// Either all of it is in the file then, or the file is as it was.
+    /// Writes them line by line, as inplace_ctrl_t::save() and save_variant_bag() would, in a file of any
+    /// size. Either all of it is in the file then, or the file is as it was.
     [[nodiscard]] gen_helpers2::error_code_t save(const gen_helpers2::path_t& file) const;
 
-    /// Does so on a worker and returns at once; nothing is left here. What is given is written in the order in
-    /// which it was given. A failure is logged.
+    /// Does so on a worker and returns at once; nothing is left here. What is given is written in the order
+    /// in which it was given. A failure is logged.
     /// @param done called on the worker's thread when it is over; may be empty
     void save_later(const gen_helpers2::path_t& file,
                     std::function<void(const gen_helpers2::error_code_t&)> done = {});

@@ -89,9 +89,9 @@ public:
     /// meanwhile. It may be one that is still being written by inplace_contents_t::save_later(). A file that
     /// cannot be read, or not to its end, is logged; one that does not exist holds nothing.
     void load_file(const gen_helpers2::path_t& file);
-    /// Takes all entries out, as clear() does, and gives them to the caller, to be saved or freed where nobody
-    /// waits for it. Lines that were said and are not shown yet are among them, and so is all of a file that is
-    /// still being read. Nothing counts as changed then.
+    /// Takes all entries out, as clear() does, and gives them to the caller, to be saved or freed where
+    /// nobody waits for it. Lines that were said and are not shown yet are among them, and so is all of a
+    /// file that is still being read. Nothing counts as changed then.
     [[nodiscard]] inplace_contents_t take_contents();
 
     /// Copies the whole log as text.

@@ -55,7 +55,8 @@ void background_t::run()
             if (wanted)
                 job.work();
         } catch (const std::exception& exception) {
-            gen_helpers2::log_error("inplace_ctrl", std::string("background work ended: ") + exception.what());
+            gen_helpers2::log_error("inplace_ctrl",
+                                    std::string("background work ended: ") + exception.what());
         }
         job.work = nullptr; // what it holds may take long to free
         lock.lock();

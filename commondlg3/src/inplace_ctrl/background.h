@@ -8,8 +8,8 @@
 
 namespace commondlg3 {
 
-/// Does long work one piece after the other on a thread of its own, which is there only while there is work. The
-/// process waits at its end for what has begun and for what must be done.
+/// Does long work one piece after the other on a thread of its own, which is there only while there is work.
+/// The process waits at its end for what has begun and for what must be done.
 class background_t
 {
 public:

@@ -39,8 +39,8 @@ void write_entry(bag_file_writer_t& out, const entry_contents_t& entry, bool sho
     for (const auto& batch : entry.unshown)
         for (std::size_t i = batch->shown; i < batch->lines.size(); ++i) {
             const line_batch_t::line_t& line = batch->lines[i];
-            const bool dropped = (line.severity & msngr2::sev_status) ||
-                                 ((line.severity & msngr2::sev_debug) && !show_debug);
+            const bool dropped =
+                (line.severity & msngr2::sev_status) || ((line.severity & msngr2::sev_debug) && !show_debug);
             if (!dropped)
                 write_line(out, line.text, line.severity);
         }
@@ -55,7 +55,10 @@ public:
     ~copier_t() override = default;
 
     void begin_child(std::string_view name) override { m_out.begin_child(name); }
-    void value(std::string_view name, gen_helpers2::variant_t value) override { m_out.put_value(name, value); }
+    void value(std::string_view name, gen_helpers2::variant_t value) override
+    {
+        m_out.put_value(name, value);
+    }
     void end_child() override { m_out.end_child(); }
     bool goes_on() override { return m_out.error().succeeded(); }
 
@@ -77,8 +80,9 @@ void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_b
         vdxcfrw7::line_store_t lines;
         std::vector<std::unique_ptr<line_batch_t>> unshown;
     };
-    background_t::get().add(background_t::kind_t::may_be_dropped,
-                            [kept = std::make_shared<kept_t>(kept_t{std::move(lines), std::move(unshown)})] {});
+    background_t::get().add(
+        background_t::kind_t::may_be_dropped,
+        [kept = std::make_shared<kept_t>(kept_t{std::move(lines), std::move(unshown)})] {});
 }
 
 inplace_contents_t::inplace_contents_t() = default;

@@ -56,7 +56,7 @@ public:
     virtual void say_text(msngr2::ESeverity severity, std::string_view text) = 0;
     [[nodiscard]] virtual gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
     [[nodiscard]] virtual gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
-                                                      const callback_t* callback) = 0;
+                                                                    const callback_t* callback) = 0;
     virtual std::string get_type() const = 0;
     virtual msngr2::IProgress* get_progress() = 0;
     virtual void hide_buttons() = 0;
@@ -66,7 +66,8 @@ public:
                           msngr2::ESeverity severity, std::string_view text);
 
     /// Says the lines of a saved entry again.
-    [[nodiscard]] static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag, msngr2::IMessenger* msngr);
+    [[nodiscard]] static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag,
+                                                         msngr2::IMessenger* msngr);
 
     tag_t get_tag() const { return m_tag; }
     bool has_severity(int severity) const { return (m_severities & severity) != 0; }

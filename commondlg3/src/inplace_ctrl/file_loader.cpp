@@ -78,7 +78,8 @@ private:
         const gen_helpers2::error_code_t read = read_saved_line(m_line, line);
         if (read.failed()) {
             m_failed = true; // as when the bag is loaded: the lines before it stay
-            gen_helpers2::log_error(unit, "event_entry_t::load(value, msngr).succeeded(): " + read.as_string());
+            gen_helpers2::log_error(unit,
+                                    "event_entry_t::load(value, msngr).succeeded(): " + read.as_string());
             return;
         }
         m_piece.lines->add(line.severity, line.text);

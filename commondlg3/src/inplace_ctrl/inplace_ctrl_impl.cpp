@@ -171,8 +171,8 @@ inplace_contents_t inplace_ctrl_impl_t::take_contents()
             auto image = std::find_if(images.begin(), images.end(),
                                       [&](const auto& known) { return known.first.is_same(still); });
             if (image == images.end())
-                image = images.insert(images.end(),
-                                      {still, std::make_shared<std::string>(image_to_xpm(still.getImage(true)))});
+                image = images.insert(
+                    images.end(), {still, std::make_shared<std::string>(image_to_xpm(still.getImage(true)))});
             taken.image = image->second;
         }
         data.entries.push_back(std::move(taken));

@@ -26,7 +26,7 @@ public:
     entry_contents_t take() override;
     [[nodiscard]] gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag) override;
     [[nodiscard]] gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
-                                              const callback_t* callback) override;
+                                                            const callback_t* callback) override;
     std::string get_type() const override { return type_name; }
     msngr2::IProgress* get_progress() override;
     void hide_buttons() override;

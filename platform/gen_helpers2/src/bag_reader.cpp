@@ -83,8 +83,7 @@ struct bag_reader_t::callbacks_t
     }
 };
 
-bag_reader_t::bag_reader_t(bag_handler_t& handler)
-    : m_parser(XML_ParserCreate("UTF-8")), m_handler(handler)
+bag_reader_t::bag_reader_t(bag_handler_t& handler) : m_parser(XML_ParserCreate("UTF-8")), m_handler(handler)
 {
     if (!m_parser)
         throw std::bad_alloc();

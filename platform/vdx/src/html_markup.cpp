@@ -29,9 +29,9 @@ struct number_limit_t
     std::string_view name;
     int largest;
 };
-constexpr number_limit_t numbers[] = {{"border", 20},      {"cellpadding", 50}, {"cellspacing", 50}, {"colspan", 10},
-                                      {"rowspan", 10},     {"size", 7},         {"start", 100000},   {"value", 100000},
-                                      {"width", 2000}};
+constexpr number_limit_t numbers[] = {{"border", 20},    {"cellpadding", 50}, {"cellspacing", 50},
+                                      {"colspan", 10},   {"rowspan", 10},     {"size", 7},
+                                      {"start", 100000}, {"value", 100000},   {"width", 2000}};
 constexpr std::string_view words[] = {"align", "bgcolor", "color", "type", "valign"};
 constexpr std::string_view flags[] = {"compact", "noshade", "nowrap"};
 constexpr std::size_t longest_word = 20;
@@ -62,7 +62,8 @@ struct tag_t
 std::string in_lower_case(std::string_view text)
 {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
     return lower;
 }
 
@@ -129,7 +130,8 @@ std::string safe_attribute(const attribute_t& attribute)
     const bool share = !value.empty() && name == "width" && value.back() == '%';
     const std::string sign(value.substr(0, relative ? 1 : 0));
     value = value.substr(relative ? 1 : 0, value.size() - (relative ? 1 : 0) - (share ? 1 : 0));
-    if (value.empty() || !std::all_of(value.begin(), value.end(), [](unsigned char c) { return std::isdigit(c); }))
+    if (value.empty() ||
+        !std::all_of(value.begin(), value.end(), [](unsigned char c) { return std::isdigit(c); }))
         return {};
     const int number = value.size() > 7 ? limit->largest : std::atoi(std::string(value).c_str());
     return " " + name + "=\"" + sign + std::to_string(std::min(number, share ? 100 : limit->largest)) +
@@ -328,8 +330,8 @@ bool is_light_markup(std::string_view body)
                 ++cells;
                 ++cells_in_row;
             }
-            light = light && ++tags <= most_tags && cells <= most_cells && cells_in_row <= most_cells_in_a_row &&
-                    tables <= deepest_tables;
+            light = light && ++tags <= most_tags && cells <= most_cells &&
+                    cells_in_row <= most_cells_in_a_row && tables <= deepest_tables;
         },
         [](const entity_t&, std::string_view) {}, [](char) {});
     return light;

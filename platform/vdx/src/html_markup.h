@@ -11,8 +11,8 @@ namespace vdxcfrw7 {
 /// attributes a few are left, with numbers that are no larger than a text needs.
 std::string safe_markup(std::string_view body);
 
-/// Whether laying the body out takes little time and memory: it is not too long, and has neither too many tags
-/// nor too large or too deeply nested tables.
+/// Whether laying the body out takes little time and memory: it is not too long, and has neither too many
+/// tags nor too large or too deeply nested tables.
 bool is_light_markup(std::string_view body);
 
 /// What a reader sees of it: tags gone, entities as their characters, blanks as one.

@@ -426,8 +426,8 @@ bool log_view_t::tab_within(bool forward)
     return true;
 }
 
-// GTK asks each window along the way whether the focus moves within it. Its own answer knows of the log alone,
-// which it would enter again from each button.
+// GTK asks each window along the way whether the focus moves within it. Its own answer knows of the log
+// alone, which it would enter again from each button.
 gboolean log_view_t::on_gtk_focus(GtkWidget* widget, GtkDirectionType direction, log_view_t* self)
 {
     if (!self->m_log || (direction != GTK_DIR_TAB_FORWARD && direction != GTK_DIR_TAB_BACKWARD))

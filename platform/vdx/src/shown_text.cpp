@@ -64,8 +64,8 @@ bool same_folded(const char* text, const char* end, std::string_view needle)
     return true;
 }
 
-// Where comparing place by place could take the product of both lengths: a copy and the library's search, which
-// is linear, take less.
+// Where comparing place by place could take the product of both lengths: a copy and the library's search,
+// which is linear, take less.
 bool is_long_search(std::string_view text, std::string_view needle)
 {
     return needle.size() > 16 && text.size() > 4096;

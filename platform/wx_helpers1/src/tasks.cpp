@@ -21,8 +21,9 @@ constexpr gint64 pause_length = 1000;
 struct queue_t
 {
     std::mutex mutex;
-    std::deque<std::function<void()>> tasks; // the only place where tasks wait, so that a nested loop finds them
-    std::uint64_t posted = 0;                // since the beginning
+    std::deque<std::function<void()>>
+        tasks;                // the only place where tasks wait, so that a nested loop finds them
+    std::uint64_t posted = 0; // since the beginning
     bool initialized = false;
 
     // The GUI thread's alone.

@@ -87,7 +87,7 @@ void name_editors()
     named_const<string, language_t>(&data::get_system_default_editor_name);
     named<bool, language_t, const string&>(&data::set_default_editor_name);
     named<bool, language_t, const string&>(&data::set_selected_editor_name);
-    named<bool>(&data::load_system_info);
+    named_free(static_cast<bool (data::*)()>(&data::load_system_info));
     named<bool, language_t>(&data::load_system_info);
     named<bool, const string&>(&data::load_system_info);
     named_free(&data::fill_env_var_editor);
@@ -157,7 +157,7 @@ struct directories_names_t : search_dirs_tab_t
     static void name()
     {
         using names = directories_names_t;
-        named_free(&names::set_data);
+        named_free(static_cast<void (names::*)()>(&names::set_data));
         named<void>(&names::load_settings);
         named<void>(&names::set_grid_headers);
         named<void>(&names::load_images);

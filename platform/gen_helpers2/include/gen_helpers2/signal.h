@@ -85,17 +85,13 @@ struct every_slot_t
 /// class window_t : public gen_helpers2::subscriber_base_t {
 ///     void on_changed(int value);
 ///     window_t(model_t& model) { model.changed.connect(this, &window_t::on_changed); }
-/// };
-/// gen_helpers2::signal_t<int> changed;
-/// changed.connect([](int value) { ... });
-/// changed.emit(5);
+/// }; gen_helpers2::signal_t<int> changed; changed.connect([](int value) { ... }); changed.emit(5);
 /// \endcode
 ///
 /// Thread: connecting, disconnecting and emitting are safe in any thread; slots run in the thread that emits.
 /// A slot may destroy the signal, or its own subscriber, or connect and disconnect others. A slot that was
-/// disconnected during an emission is not called any more by it.
-/// Errors: a slot that throws does not keep the emission from those after it; the first exception leaves emit()
-/// when all have been called.
+/// disconnected during an emission is not called any more by it. Errors: a slot that throws does not keep the
+/// emission from those after it; the first exception leaves emit() when all have been called.
 template <class... Args>
 class signal_t
 {

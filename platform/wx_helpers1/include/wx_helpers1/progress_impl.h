@@ -11,8 +11,8 @@
 
 namespace wx_helpers1 {
 
-/// Turns what a worker reports into signals on the GUI thread: at most one for each step of a bar, and one for
-/// all messages between two turns, with the last of them.
+/// Turns what a worker reports into signals on the GUI thread: at most one for each step of a bar, and one
+/// for all messages between two turns, with the last of them.
 ///
 ///     ProgressImpl progress(800);                              // a bar of 800 steps
 ///     progress.progressed_signal().connect(bar, &bar_t::advance);

@@ -6,9 +6,9 @@
 ///
 /// Tasks run in the order in which they were posted, at the event loop's ordinary priority, so that they do
 /// not wait for idle time. A turn runs what was queued when it began, and tasks that take long together make
-/// pauses, so that input and painting get in. A task may open a nested loop (a dialog): the tasks behind it run
-/// in there. A task holds a copy of the signal: its slots may be gone by then, which is normal and does nothing.
-/// What a task throws goes to wxApp::OnExceptionInMainLoop(), and the others run all the same.
+/// pauses, so that input and painting get in. A task may open a nested loop (a dialog): the tasks behind it
+/// run in there. A task holds a copy of the signal: its slots may be gone by then, which is normal and does
+/// nothing. What a task throws goes to wxApp::OnExceptionInMainLoop(), and the others run all the same.
 #pragma once
 
 #include "wx_helpers1/export.h"
