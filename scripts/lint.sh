@@ -31,7 +31,7 @@ mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.cpp'
 mapfile -t scripts < <(git ls-files --cached --others --exclude-standard '*.sh' .ci/run)
 mapfile -t programs < <(git ls-files --cached --others --exclude-standard '*.py')
 
-wide_comments() { ! awk 'length > 110 && /^ *\/\// { print FILENAME ":" FNR ": longer than 110 columns" }' "${sources[@]}" | grep .; }
+wide_comments() { ! LC_ALL=C.UTF-8 grep -nE '^ *//.{110,}' "${sources[@]}"; }
 long_files() { ! wc -l "${sources[@]}" "${programs[@]}" | awk '$2 != "total" && $1 > 520 { print $2 ": " $1 " lines" }' | grep .; }
 
 check "format" clang-format --dry-run -Werror "${sources[@]}"

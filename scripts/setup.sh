@@ -9,6 +9,8 @@ packages=(
     liblog4cplus-dev libexpat1-dev libicu-dev nlohmann-json3-dev
     # tests, benchmarks, fuzzers
     libgtest-dev libbenchmark-dev geany clang libclang-rt-14-dev
+    # linters
+    clang-format shellcheck codespell pyflakes3
     # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
     xvfb xauth openbox xdotool xclip imagemagick dbus-x11 at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
     # what windows need to look right, in every language that is shipped

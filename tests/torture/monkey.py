@@ -30,7 +30,7 @@ def xdotool(*words):
 
 
 def windows_of(pid):
-    return xdotool("search", "--onlyvisible", "--pid", pid, "").split()
+    return xdotool("search", "--onlyvisible", "--all", "--pid", pid, "").split()
 
 
 def batch(rng, pid):
@@ -85,9 +85,14 @@ def run(gallery, seed, launch, events, objects):
             done += 1
         attempts = 0
         while not trouble and not ended():
+            # A click beside the window may have given the focus to nobody.
+            for window in windows_of(process.pid)[-1:]:
+                xdotool("windowraise", window, "windowfocus", window)
             xdotool("key", "--clearmodifiers", "Escape", "key", "alt+F4")
             attempts += 1
             if attempts > 60:
+                if os.environ.get("MONKEY_PICTURE"):
+                    subprocess.run(["import", "-window", "root", os.environ["MONKEY_PICTURE"]])
                 trouble = "it cannot be closed" if windows_of(process.pid) else "it runs and shows no window"
             wait(ended, 0.1)
         if trouble:
@@ -113,6 +118,7 @@ def main():
     options = parser.parse_args()
     # What a wild click starts must not be somebody's browser or editor.
     os.environ["PATH"] = "/usr/bin:/bin"
+    xdotool("set_num_desktops", 1)  # a wheel turned beside the windows would go to another
     launches = [options.only] if options.only is not None else range(options.launches)
     failed = 0
     for launch in launches:
