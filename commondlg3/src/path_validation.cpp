@@ -118,16 +118,7 @@ const std::string& kept_text(const char* key)
 
 wxColour get_path_error_colour()
 {
-    static wxColour background;
-    static wxColour colour;
-    const auto* settings = wx_helpers1::ui_settings_t::get();
-    const wxColour now = settings ? settings->get_colour(wx_helpers1::ui_colour::background) : *wxWHITE;
-    if (now != background) {
-        background = now;
-        const wxColour* red = wxStockGDI::GetColour(wxStockGDI::COLOUR_RED);
-        colour = wx_helpers1::readable_colour(*red, background);
-    }
-    return colour;
+    return *wxStockGDI::GetColour(wxStockGDI::COLOUR_RED);
 }
 
 std::string get_restricted_chars_text(const std::string& chars)

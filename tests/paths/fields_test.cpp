@@ -156,10 +156,6 @@ TEST_F(PathFields, EachVerdictColoursAndExplains)
         EXPECT_EQ(tooltip(), description());
         EXPECT_EQ(c.red, is_red()) << c.text.substr(0, 60);
     }
-    EXPECT_GE(wx_helpers1::contrast_ratio(
-                  commondlg3::get_path_error_colour(),
-                  wx_helpers1::ui_settings_t::get()->get_colour(wx_helpers1::ui_colour::background)),
-              4.5);
 }
 
 // A tool tip that is set again starts waiting again, and would never show to somebody who types.

@@ -33,8 +33,8 @@ bool validate_path(Ctrl* ctrl, bool check_path, const std::string& disabled_char
 extern template COMMONDLG3_EXPORT bool validate_path<wxTextCtrl>(wxTextCtrl* ctrl, bool check_path,
                                                                  const std::string& disabled_chars);
 
-/// The colour of a path field whose text cannot be used: the toolkit's red, changed as little as the theme's
-/// background asks for.
+/// The colour of a path field whose text cannot be used: the toolkit's red as it is, in every theme. It never
+/// stands alone: the field's tool tip and description say what is wrong.
 COMMONDLG3_EXPORT wxColour get_path_error_colour();
 
 /// The tool tip that lists the characters of a set that cannot be used.
