@@ -1,7 +1,6 @@
 #include "long_text.h"
 
 #include <wx_helpers1/text.h>
-#include <wx_helpers1/ui_settings.h>
 
 #include <wx/settings.h>
 
@@ -79,11 +78,8 @@ void long_text_t::set_texts(const std::string& main, const std::string& suppleme
                             const std::string& details)
 {
     Clear();
-    const auto* settings = wx_helpers1::ui_settings_t::get();
-    const wxFont plain = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
-    SetDefaultStyle(wxTextAttr(wxNullColour, wxNullColour, plain.Bold()));
+    // Plain throughout: the toolkit's styles carry colours of their own, which the dark theme does not change.
     append(main);
-    SetDefaultStyle(wxTextAttr(wxNullColour, wxNullColour, plain));
     append(supplemental);
     append(details);
     SetInsertionPoint(0);
