@@ -63,7 +63,10 @@ bool dialog_base_t::Show(bool show)
 {
     if (!show || !m_loaded || IsShown())
         return dummy::Show(show);
+    const bool modal = IsModal();
     InitDialog();
+    if (modal && !IsModal())
+        return false; // ended before it appeared
     m_just_initialized = true;
     const bool changed = dummy::Show(true);
     m_just_initialized = false;

@@ -157,12 +157,17 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
             dialog->EndModal(wxID_CANCEL);
     });
     rescue.StartOnce(60000);
-    wx_helpers1::when_next_window_is_painted([&](wxTopLevelWindow* window) {
+    // Where no window opens, the next one that does must find nobody here.
+    const auto waiting = std::make_shared<bool>(true);
+    wx_helpers1::when_next_window_is_painted([&, waiting](wxTopLevelWindow* window) {
+        if (!*waiting)
+            return;
         opened = window;
         wait_for([&] { return window->IsActive(); }, 2000);
         act(window);
     });
     const int result = show();
+    *waiting = false;
     rescue.Stop();
     settle();
     return result;

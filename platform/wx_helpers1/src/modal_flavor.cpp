@@ -57,36 +57,59 @@ private:
     std::shared_ptr<state_t> m_state;
 };
 
-// The toolkit defers showing a window until the window manager has told the size of its frame. One that is
-// restarted at that moment never does.
+// A window that was asked for may never come up: the toolkit waits for what the window manager says about its
+// frame, and a window manager that still takes an earlier showing of the window away forgets the next. Until
+// it was there once it is asked for again.
 class mapping_watch_t
 {
 public:
-    explicit mapping_watch_t(std::shared_ptr<state_t> state) : m_state(std::move(state))
+    explicit mapping_watch_t(std::shared_ptr<state_t> state)
+        : m_state(std::move(state)), m_widget(GTK_WIDGET(g_object_ref(m_state->dialog->GetHandle())))
     {
         constexpr guint patience_ms = 1000;
+        m_mapped = g_signal_connect(m_widget, "map-event", G_CALLBACK(on_mapped), this);
         m_source = g_timeout_add(patience_ms, on_time, this);
     }
     ~mapping_watch_t()
     {
-        if (m_source)
-            g_source_remove(m_source);
+        stop();
+        g_object_unref(m_widget);
     }
     mapping_watch_t(const mapping_watch_t&) = delete;
     mapping_watch_t& operator=(const mapping_watch_t&) = delete;
 
 private:
+    void stop()
+    {
+        if (m_source)
+            g_source_remove(m_source);
+        m_source = 0;
+        if (m_mapped && g_signal_handler_is_connected(m_widget, m_mapped))
+            g_signal_handler_disconnect(m_widget, m_mapped);
+        m_mapped = 0;
+    }
+
+    static gboolean on_mapped(GtkWidget*, GdkEvent*, gpointer data)
+    {
+        static_cast<mapping_watch_t*>(data)->stop();
+        return FALSE;
+    }
+
     static gboolean on_time(gpointer data)
     {
-        auto* self = static_cast<mapping_watch_t*>(data);
-        self->m_source = 0;
+        const auto* self = static_cast<mapping_watch_t*>(data);
         const wxDialog* dialog = self->m_state->dialog;
-        if (dialog && dialog->IsShown() && !gtk_widget_get_visible(dialog->GetHandle()))
-            gtk_widget_show(dialog->GetHandle());
-        return G_SOURCE_REMOVE;
+        if (dialog && dialog->IsShown()) {
+            if (gtk_widget_get_visible(self->m_widget))
+                gtk_widget_hide(self->m_widget);
+            gtk_widget_show(self->m_widget);
+        }
+        return G_SOURCE_CONTINUE;
     }
 
     std::shared_ptr<state_t> m_state;
+    GtkWidget* m_widget;
+    gulong m_mapped = 0;
     guint m_source = 0;
 };
 
@@ -145,6 +168,10 @@ void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
     const auto stack = runs(); // hiding a window runs handlers
     for (auto above = stack.rbegin(); above != stack.rend() && *above != state; ++above)
         end_run(*above, wxID_CANCEL, true);
+    // A menu that is open runs a loop of its own, which waits for the menu.
+    GtkWidget* grabbing = gtk_grab_get_current();
+    if (grabbing && GTK_IS_MENU_SHELL(grabbing))
+        gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
     state->running = false;
     state->abandoned = abandoned;
     state->code = code;
