@@ -164,3 +164,43 @@ TEST(InplaceContents, zero_bytes_survive)
     EXPECT_TRUE(window->save(streamed).succeeded());
     EXPECT_EQ(streamed, bag);
 }
+
+// Saved again, the log would be what could be read of it.
+TEST(InplaceContents, a_file_that_is_damaged_stays_whole_beside_the_next_one)
+{
+    const test::temp_dir_t folder;
+    test::log_window_t window;
+    fill(window, 50);
+    ASSERT_TRUE(window->take_contents().save(in_folder(folder)).succeeded());
+    const auto bytes_of = [](const path_t& file) {
+        std::ifstream in(file.as_string(), std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    std::filesystem::resize_file(in_folder(folder).as_string(), 2000);
+    const std::string damaged = bytes_of(in_folder(folder));
+    window->load_file(in_folder(folder));
+    ASSERT_TRUE(test::wait_for([&] { return bytes_of(in_folder(folder, "log.xml.damaged")) == damaged; }));
+    ASSERT_TRUE(window->take_contents().save(in_folder(folder)).succeeded());
+    EXPECT_NE(bytes_of(in_folder(folder)), damaged);
+    EXPECT_EQ(bytes_of(in_folder(folder, "log.xml.damaged")), damaged);
+}
+
+TEST(InplaceContents, clearing_ends_the_reading_of_a_file)
+{
+    const test::temp_dir_t folder;
+    test::log_window_t window;
+    fill(window, flood / 10);
+    ASSERT_TRUE(window->take_contents().save(in_folder(folder)).succeeded());
+    window->load_file(in_folder(folder));
+    ASSERT_TRUE(test::wait_for([&] { return !window.log().GetElements().empty(); }));
+    EXPECT_TRUE(window->clear().succeeded());
+    // Files are read one after the other: what another one holds is seen once the first would have been.
+    variant_bag_t bag;
+    bag.add_child("message_entry_t").put("cap", "another");
+    ASSERT_TRUE(save_variant_bag(bag, in_folder(folder, "another.xml")).succeeded());
+    window->load_file(in_folder(folder, "another.xml"));
+    ASSERT_TRUE(test::wait_for([&] { return !window.log().GetElements().empty(); }, 20000));
+    test::settle();
+    ASSERT_EQ(window.log().GetElements().size(), 1u);
+    EXPECT_EQ(window.log().GetElements()[0]->GetHead().header, "another");
+}

@@ -87,7 +87,8 @@ public:
 
     /// Adds the entries of a file at the end, of any size: it is read by a worker, and what was read is seen
     /// meanwhile. It may be one that is still being written by inplace_contents_t::save_later(). A file that
-    /// cannot be read, or not to its end, is logged; one that does not exist holds nothing.
+    /// cannot be read, or not to its end, is logged and kept as `<file>.damaged`; one that does not exist
+    /// holds nothing.
     void load_file(const gen_helpers2::path_t& file);
     /// Takes all entries out, as clear() does, and gives them to the caller, to be saved or freed where
     /// nobody waits for it. Lines that were said and are not shown yet are among them, and so is all of a

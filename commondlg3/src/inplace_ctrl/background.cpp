@@ -57,6 +57,8 @@ void background_t::run()
         } catch (const std::exception& exception) {
             gen_helpers2::log_error("inplace_ctrl",
                                     std::string("background work ended: ") + exception.what());
+        } catch (...) {
+            gen_helpers2::log_error("inplace_ctrl", "background work ended");
         }
         job.work = nullptr; // what it holds may take long to free
         lock.lock();

@@ -54,19 +54,48 @@ public:
     explicit copier_t(bag_file_writer_t& out) : m_out(out) {}
     ~copier_t() override = default;
 
-    void begin_child(std::string_view name) override { m_out.begin_child(name); }
+    void begin_child(std::string_view name) override
+    {
+        ++m_depth;
+        m_out.begin_child(name);
+    }
     void value(std::string_view name, gen_helpers2::variant_t value) override
     {
         m_out.put_value(name, value);
     }
-    void end_child() override { m_out.end_child(); }
+    void end_child() override
+    {
+        --m_depth;
+        m_out.end_child();
+    }
+    /// Closes what a file that broke off has left open.
+    void end_all()
+    {
+        while (m_depth > 0)
+            end_child();
+    }
     bool goes_on() override { return m_out.error().succeeded(); }
 
 private:
     bag_file_writer_t& m_out;
+    int m_depth = 0;
 };
 
 } // namespace
+
+void keep_aside(const gen_helpers2::path_t& file)
+{
+    const std::filesystem::path whole(file.as_string());
+    std::filesystem::path aside = whole;
+    aside += ".damaged";
+    std::error_code error;
+    std::filesystem::remove(aside, error);
+    std::filesystem::create_hard_link(whole, aside, error);
+    if (error)
+        std::filesystem::copy_file(whole, aside, error);
+    if (error)
+        gen_helpers2::log_error("inplace_ctrl", "the damaged log was not kept aside: " + error.message());
+}
 
 void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_batch_t>> unshown)
 {
@@ -111,8 +140,14 @@ error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
                 continue;
             copier_t copier(out);
             const error_code_t read = gen_helpers2::read_variant_bag(unread, copier);
-            if (read.failed())
-                return read;
+            if (out.error().failed())
+                break;
+            if (read.failed()) {
+                gen_helpers2::log_warning("inplace_ctrl",
+                                          "the log was not read to its end: " + read.as_string());
+                keep_aside(unread);
+                copier.end_all();
+            }
         }
         for (const entry_contents_t& entry : m_data->entries) {
             if (out.error().failed())

@@ -27,6 +27,10 @@ struct inplace_contents_t::data_t
     std::vector<gen_helpers2::path_t> unread; ///< files that were not read to their end; they come first
 };
 
+/// Keeps a file that cannot be read to its end as `<file>.damaged`: the next saving replaces it by what could
+/// be read. Any thread.
+void keep_aside(const gen_helpers2::path_t& file);
+
 /// Frees lines: many of them on a worker.
 void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_batch_t>> unshown);
 

@@ -123,8 +123,10 @@ file_loader_t::file_loader_t(const gen_helpers2::path_t& file, std::function<voi
             exists ? gen_helpers2::read_variant_bag(file, reader) : gen_helpers2::error_code_t();
         if (shared->stopped)
             return;
-        if (read.failed())
+        if (read.failed()) {
             gen_helpers2::log_warning(unit, "the log was not read to its end: " + read.as_string());
+            keep_aside(file);
+        }
         wx_helpers1::tasks::Scheduler::Post([shared] {
             if (const auto tell = shared->ended) // a copy: telling ends the loader
                 tell();

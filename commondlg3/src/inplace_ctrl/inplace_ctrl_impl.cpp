@@ -92,7 +92,7 @@ inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const gen_helpers2::intrusive_poi
     const tag_t tag = m_next_tag++;
     const message_entry_t::ptr_t entry(new message_entry_t(*m_log, tag, record));
     m_entries[tag] = entry;
-    m_offering.push_back(tag);
+    m_offering.insert(tag);
     entry->connect(callback);
     return tag;
 }
@@ -114,7 +114,7 @@ error_code_t inplace_ctrl_impl_t::update_message(tag_t tag, const message_t::ptr
         return failed_condition("m_entries.find(tag) != m_entries.end()");
     if (!found->second->update_message(new_msg, &callback).succeeded())
         return failed_condition("m_entries[tag]->update_message(new_msg, &callback).succeeded()");
-    m_offering.push_back(tag);
+    m_offering.insert(tag);
     return {};
 }
 
@@ -210,6 +210,8 @@ void inplace_ctrl_impl_t::take_piece(loaded_piece_t piece)
 
 error_code_t inplace_ctrl_impl_t::clear()
 {
+    m_loaders.clear(); // what they have not read yet would come back
+    m_loaded = {};
     if (m_entries.empty())
         return {};
     drop_targets();

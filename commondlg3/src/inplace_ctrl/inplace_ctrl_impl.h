@@ -9,6 +9,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 
 namespace commondlg3 {
 
@@ -57,7 +58,7 @@ private:
     search_bar_t* m_search_bar = nullptr; // a child of the owner
     std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
     tag_t m_next_tag = 0;
-    std::vector<tag_t> m_offering;                         // the entries that may offer buttons
+    std::set<tag_t> m_offering;                            // the entries that may offer buttons
     std::unique_ptr<proxies_t> m_proxies;                  // made when first asked for
     std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work
     message_entry_t::ptr_t m_loaded;                       // the entry whose lines it reads
