@@ -5,6 +5,7 @@
 
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
+#include <gen_helpers2/file.h>
 #include <vdx/event_log.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
@@ -198,8 +199,8 @@ void log_page_t::keep()
 {
     if (m_file.empty())
         return;
-    std::error_code ignored;
-    std::filesystem::create_directories(std::filesystem::path(m_file).parent_path(), ignored);
+    gen_helpers2::make_private_folder(
+        gen_helpers2::path_t(std::filesystem::path(m_file).parent_path().string()));
     m_log->take_contents().save_later(gen_helpers2::path_t(m_file));
 }
 
