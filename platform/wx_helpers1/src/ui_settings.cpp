@@ -3,6 +3,7 @@
 #include "wx_helpers1/guarded.h"
 
 #include "accessible_actions.h"
+#include "least_sizes.h"
 
 #include <wx/event.h>
 #include <wx/fontutil.h>
@@ -181,6 +182,7 @@ void ui_settings_t::initialize()
     if (!instance())
         instance().reset(new ui_settings_t);
     run_accessible_actions_from_loop();
+    keep_least_sizes();
 }
 
 void ui_settings_t::shutdown()
