@@ -63,6 +63,24 @@ TEST(InplaceDamaged, lines_that_no_one_should_say)
     EXPECT_TRUE(test::wait_for([&] { return window.log().GetState().exact; }));
 }
 
+TEST(InplaceDamaged, whatever_ends_a_line_begins_a_row)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    const std::string said = "one\r\ntwo\xe2\x80\xa9three\xe2\x80\xa8"
+                             "four\rfive\xc2\x85six";
+    for (const char* text : {said.c_str(), "one", "one\ntwo"})
+        window->get_messenger(tag)->say(sev_none, text);
+    test::settle();
+    const auto height_of = [&](std::size_t line) {
+        return window.log().GetLineRect(*window.log().GetElements()[0], line).height;
+    };
+    const int row = height_of(2) - height_of(1);
+    EXPECT_GT(row, 8);
+    EXPECT_EQ(height_of(0), height_of(1) + 5 * row);
+    EXPECT_NE(std::string::npos, window.log().GetText().find(said)) << "copied as it was said";
+}
+
 TEST(InplaceDamaged, bodies_that_no_one_should_write)
 {
     test::log_window_t window;

@@ -152,3 +152,108 @@ TEST(InplacePictures, a_selection_leaves_the_rest_painted)
         EXPECT_GE(body.contrast, 4.5);
     }
 }
+
+namespace {
+
+void set_direction(test::log_window_t& window, wxLayoutDirection direction)
+{
+    for (wxWindow* at : {static_cast<wxWindow*>(window.frame()), static_cast<wxWindow*>(&window.control()),
+                         window.log().GetWindow()})
+        at->SetLayoutDirection(direction);
+    wx_helpers1::ui_settings_t::get()->changed().emit();
+    test::settle();
+}
+
+// Where the log's window lies in its frame's picture; a mirrored one counts from its right edge.
+wxRect view_in_picture(test::log_window_t& window)
+{
+    wxWindow* view = window.log().GetWindow();
+    const wxSize size = view->GetClientSize();
+    wxPoint corner = view->ClientToScreen(wxPoint(0, 0));
+    corner.x = std::min(corner.x, view->ClientToScreen(wxPoint(size.x, 0)).x);
+    return wxRect(corner - window.frame()->GetScreenRect().GetPosition(), size);
+}
+
+const wxLayoutDirection both_directions[] = {wxLayout_LeftToRight, wxLayout_RightToLeft};
+
+} // namespace
+
+// Text without blanks must not run out of the window, in bodies and in rows.
+TEST(InplacePictures, every_script_wraps_inside_the_window)
+{
+    const auto repeated = [](const char* part, int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += part;
+        return text;
+    };
+    const std::string texts[] = {repeated("とても長い文章", 20), repeated("w", 150), repeated("ทดสอบ", 40),
+                                 repeated("क्षत्रियों का", 20), repeated("/مجلد/file", 20)};
+    for (const auto direction : both_directions)
+        for (const std::string& text : texts) {
+            SCOPED_TRACE(text.substr(0, 30) + (direction == wxLayout_RightToLeft ? ", mirrored" : ""));
+            test::log_window_t window;
+            set_direction(window, direction);
+            window.frame()->SetClientSize(300, 600);
+            const auto tag = window->add_message(test::make_message("c", "<b>" + text + "</b>"), {});
+            const auto height = [&] { return window.log().GetState().height; };
+            test::settle();
+            const std::int64_t body = height();
+            window->get_messenger(tag)->say(sev_none, text.c_str());
+            window->get_messenger(tag)->say(sev_none, "x");
+            test::settle();
+            const wxRect one = window.log().GetLineRect(*window.log().GetElements()[0], 1);
+            EXPECT_GT(body, 4 * one.height);
+            EXPECT_GE(height() - body, 4 * one.height);
+            const wxImage picture = test::picture_of(*window.frame());
+            const wxRect view = view_in_picture(window);
+            for (const int edge : {view.x, view.x + view.width - 4})
+                EXPECT_LT(ink_in(picture, wxRect(edge, view.y, 4, view.height)).contrast, 1.1) << edge;
+        }
+}
+
+TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
+{
+    const std::string latin = "a row that is read from left to right", hebrew = "שורה שנקראת מימין לשמאל";
+    for (const auto direction : both_directions) {
+        test::log_window_t window;
+        set_direction(window, direction);
+        const auto tag = window->add_message(test::make_message("c"), {});
+        for (const std::string& row : {latin, hebrew})
+            window->get_messenger(tag)->say(sev_none, row.c_str());
+        test::settle();
+        window.frame()->Raise();
+        window.log().GetWindow()->SetFocus();
+        const wxImage picture = test::picture_of(*window.frame());
+        for (const bool is_latin : {true, false}) {
+            SCOPED_TRACE(testing::Message() << direction << (is_latin ? " latin" : " hebrew"));
+            // From the middle of the ink to the right of it, on the screen.
+            const wxRect rect = in_picture(
+                window, window.log().GetLineRect(*window.log().GetElements()[0], is_latin ? 0 : 1));
+            const int y = rect.y + rect.height / 2;
+            const wxRect view = view_in_picture(window);
+            int left = picture.GetWidth(), right = 0;
+            for (int x = view.x; x < view.x + view.width; ++x)
+                if (ink_in(picture, wxRect(x, rect.y, 1, rect.height)).contrast > 2) {
+                    left = std::min(left, x);
+                    right = std::max(right, x);
+                }
+            const wxPoint corner = window.frame()->GetScreenRect().GetPosition();
+            ASSERT_LT(left + 50, right);
+            wxUIActionSimulator mouse;
+            mouse.MouseMove(corner + wxPoint((left + right) / 2, y));
+            test::settle();
+            mouse.MouseDown();
+            test::settle();
+            mouse.MouseMove(corner + wxPoint(right + 4, y));
+            test::settle();
+            mouse.MouseUp();
+            test::settle();
+            const std::string& row = is_latin ? latin : hebrew;
+            const std::string selected = window.log().GetSelectedText();
+            ASSERT_GT(selected.size(), row.size() / 4);
+            ASSERT_LT(selected.size(), row.size() * 3 / 4);
+            EXPECT_EQ(is_latin ? row.size() - selected.size() : 0, row.find(selected)) << selected;
+        }
+    }
+}

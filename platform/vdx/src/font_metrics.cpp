@@ -4,20 +4,28 @@
 
 #include "shown_text.h"
 
+#include <glib.h>
+
 #include <algorithm>
 
 namespace vdxcfrw7 {
 namespace {
 
-// Pieces in which a line is shaped: shaping a long text at once takes more than its share.
-constexpr std::size_t shaped_piece = 512;
 constexpr int repeats = 8;
+
+// Whether it belongs to the character before it.
+bool joins(char32_t character)
+{
+    return g_unichar_ismark(character) || character == 0x200d ||
+           (character >= 0x1f3fb && character <= 0x1f3ff);
+}
 
 } // namespace
 
-void font_metrics_t::set(const wxFont& font, wxDC& dc)
+void font_metrics_t::set(wxWindow& window, const wxFont& font, wxDC& dc)
 {
     m_font = font;
+    m_shaper.set(window, font);
     m_dc = &dc;
     dc.SetFont(font);
     m_line_height = std::max(1, dc.GetCharHeight());
@@ -30,7 +38,7 @@ void font_metrics_t::set(const wxFont& font, wxDC& dc)
         m_bytes[c] = c < 0x20 || c == 0x7f ? control : measured(c);
     m_bytes[' '] |= breakable;
     m_bytes['\t'] = ((m_bytes[' '] & width_mask) * 4) | breakable;
-    m_bytes['\n'] = special;
+    m_bytes['\n'] = m_bytes['\r'] = special;
 }
 
 std::uint32_t font_metrics_t::measured(char32_t character)
@@ -48,7 +56,7 @@ std::uint32_t font_metrics_t::advance(char32_t character)
     if (character < 0x80)
         return m_bytes[character];
     if (character >= 0x10000)
-        character = 0x4e00; // ideographs beyond the basic plane are as wide as those within
+        return advance(0x4e00) | (joins(character) ? joined : 0); // as wide as ideographs of the basic plane
     auto& page = m_pages[character >> 8];
     if (!page) {
         page = std::make_unique<page_t>();
@@ -56,7 +64,8 @@ std::uint32_t font_metrics_t::advance(char32_t character)
     }
     std::uint32_t& width = (*page)[character & 0xff];
     if (width == special)
-        width = measured(character) | (breaks_after(character) ? breakable : 0);
+        width =
+            measured(character) | (breaks_after(character) ? breakable : 0) | (joins(character) ? joined : 0);
     return width;
 }
 
@@ -123,7 +132,7 @@ std::uint32_t font_metrics_t::break_with(std::string_view text, std::uint32_t wi
         x += add & width_mask;
         const bool space = (add & breakable) && (*character == ' ' || *character == '\t');
         // Spaces may hang over the end of a row.
-        if (x > width && !space && character > row) {
+        if (x > width && !space && character > row && !(add & joined)) {
             if (last_break > row) {
                 x -= x_at_break;
                 begin_row(last_break);
@@ -147,12 +156,11 @@ std::uint32_t font_metrics_t::break_rows(std::string_view text, int width, std::
     const auto limit = static_cast<std::uint32_t>(std::max(1, width)) * unit;
     const extent_t extent = measure(text);
     if (extent.complex && shape && text.size() <= longest_shaped) {
-        const std::vector<std::uint32_t> advances = shaped_advances(text);
-        std::size_t index = 0;
-        return break_with(text, limit, starts, [&](const char*& at, const char* end) {
-            decode(at, end);
-            return advances[index++];
-        });
+        std::vector<std::uint32_t> rows = m_shaper.break_rows(text, width);
+        const auto count = static_cast<std::uint32_t>(rows.size());
+        if (starts)
+            *starts = std::move(rows);
+        return count;
     }
     if (extent.width != line_t::no_width && extent.width <= width) {
         if (starts)
@@ -165,80 +173,9 @@ std::uint32_t font_metrics_t::break_rows(std::string_view text, int width, std::
             ++at;
             return add;
         }
-        if (*at == '\n') {
-            ++at;
-            return special;
-        }
-        return advance(decode(at, end));
-    });
-}
-
-std::vector<std::uint32_t> font_metrics_t::shaped_advances(std::string_view text)
-{
-    std::vector<std::uint32_t> advances;
-    m_dc->SetFont(m_font);
-    const char* const end = text.data() + text.size();
-    for (const char* at = text.data(); at < end;) {
-        wxString piece;
-        std::vector<std::uint32_t>
-            kinds; // how many characters of the piece each character of the text has, and more
-        while (at < end && piece.length() < 2 * shaped_piece) {
-            const char* before = at;
-            const char32_t character = decode(at, end);
-            if (character == '\n')
-                kinds.push_back(special);
-            else if (character == '\t') {
-                piece.append("    ");
-                kinds.push_back(4 | breakable);
-            } else {
-                piece.append(static_cast<wchar_t>(character));
-                kinds.push_back(1 | (*before == ' ' || breaks_after(character) ? breakable : 0));
-                if (*before == ' ' && piece.length() >= shaped_piece)
-                    break;
-            }
-        }
-        wxArrayInt widths;
-        m_dc->GetPartialTextExtents(piece, widths);
-        std::size_t index = 0;
-        int before = 0;
-        for (const std::uint32_t kind : kinds) {
-            if (kind == special) {
-                advances.push_back(special);
-                continue;
-            }
-            index += kind & width_mask;
-            const int behind = index && index <= widths.size() ? widths[index - 1] : before;
-            advances.push_back(static_cast<std::uint32_t>(std::max(0, behind - before) * unit) |
-                               (kind & breakable));
-            before = std::max(before, behind);
-        }
-    }
-    return advances;
-}
-
-std::vector<int> font_metrics_t::partial_widths(std::string_view row)
-{
-    std::vector<int> result;
-    m_dc->SetFont(m_font);
-    wxArrayInt widths;
-    m_dc->GetPartialTextExtents(to_shown(row), widths);
-    std::size_t index = 0;
-    int last = 0;
-    const char* const end = row.data() + row.size();
-    for (const char* at = row.data(); at < end;) {
         const char32_t character = decode(at, end);
-        index += character == '\n' ? 0 : character == '\t' ? 4 : 1;
-        if (index && index <= widths.size())
-            last = std::max(last, widths[index - 1]);
-        result.push_back(last);
-    }
-    return result;
-}
-
-int font_metrics_t::shaped_width(std::string_view row)
-{
-    m_dc->SetFont(m_font);
-    return m_dc->GetTextExtent(to_shown(row)).x;
+        return character == '\n' ? special : advance(character);
+    });
 }
 
 } // namespace vdxcfrw7

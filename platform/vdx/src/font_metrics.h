@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text_shaper.h"
+
 #include <wx/dc.h>
 #include <wx/font.h>
 
@@ -17,10 +19,10 @@ namespace vdxcfrw7 {
 class font_metrics_t
 {
 public:
-    static constexpr std::size_t longest_shaped = 64 * 1024;
+    static constexpr std::size_t longest_shaped = 32 * 1024;
 
     /// The device context must live as long as it is measured with.
-    void set(const wxFont& font, wxDC& dc);
+    void set(wxWindow& window, const wxFont& font, wxDC& dc);
 
     const wxFont& get_font() const { return m_font; }
     int get_line_height() const { return m_line_height; }
@@ -39,25 +41,24 @@ public:
     std::uint32_t break_rows(std::string_view text, int width, std::vector<std::uint32_t>* starts,
                              bool shape = true);
 
-    /// The widths from the row's begin to behind each of its characters as they are drawn, in pixels.
-    std::vector<int> partial_widths(std::string_view row);
-    int shaped_width(std::string_view row);
+    text_shaper_t& get_shaper() { return m_shaper; }
 
 private:
     static constexpr int unit = 64; // widths are kept in 64ths of a pixel
     static constexpr std::uint32_t width_mask = 0xffffff;
+    static constexpr std::uint32_t joined = 1u << 29; // to the character before it
     static constexpr std::uint32_t breakable = 1u << 30;
     static constexpr std::uint32_t special = 1u << 31;
 
     std::uint32_t advance(char32_t character);
     std::uint32_t measured(char32_t character);
-    std::vector<std::uint32_t> shaped_advances(std::string_view text);
     template <class Next>
     std::uint32_t break_with(std::string_view text, std::uint32_t width, std::vector<std::uint32_t>* starts,
                              Next next);
 
     wxFont m_font;
     wxDC* m_dc = nullptr;
+    text_shaper_t m_shaper;
     int m_line_height = 1;
     std::array<std::uint32_t, 256> m_bytes{}; // of ASCII; the others, and line feeds, are special
     using page_t = std::array<std::uint32_t, 256>;

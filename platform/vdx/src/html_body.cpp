@@ -1,71 +1,263 @@
 #include "html_body.h"
 
-#include "html_markup.h"
+#include "paint_dc.h"
 
-#include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
 
-#include <wx/html/winpars.h>
+#include <wx/fontutil.h>
+#include <wx/window.h>
+
+#include <gtk/gtk.h>
 
 #include <algorithm>
 
 namespace vdxcfrw7 {
 namespace {
 
-std::string hex(const wxColour& colour)
+constexpr int cell_padding = 3;
+constexpr double size_factor = 1.2; // of one step of a text's size
+
+using attributes_t = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
+
+void add(PangoAttrList* list, PangoAttribute* attribute, const body_span_t& span)
 {
-    return colour.GetAsString(wxC2S_HTML_SYNTAX).utf8_string();
+    attribute->start_index = static_cast<guint>(span.begin);
+    attribute->end_index = static_cast<guint>(span.end);
+    pango_attr_list_insert(list, attribute);
+}
+
+double factor_of(int steps)
+{
+    double factor = 1;
+    for (; steps > 0; --steps)
+        factor *= size_factor;
+    for (; steps < 0; ++steps)
+        factor /= size_factor;
+    return factor;
+}
+
+attributes_t attributes_of(const body_paragraph_t& paragraph, const body_look_t& look)
+{
+    attributes_t list(pango_attr_list_new(), pango_attr_list_unref);
+    pango_attr_list_insert(list.get(), pango_attr_insert_hyphens_new(FALSE)); // none is part of a path
+    for (const body_span_t& span : paragraph.spans) {
+        const body_style_t& style = span.style;
+        if (style.bold)
+            add(list.get(), pango_attr_weight_new(PANGO_WEIGHT_BOLD), span);
+        if (style.italic)
+            add(list.get(), pango_attr_style_new(PANGO_STYLE_ITALIC), span);
+        if (style.underlined || style.link)
+            add(list.get(), pango_attr_underline_new(PANGO_UNDERLINE_SINGLE), span);
+        if (style.struck)
+            add(list.get(), pango_attr_strikethrough_new(TRUE), span);
+        if (style.fixed)
+            add(list.get(), pango_attr_family_new("monospace"), span);
+        const int steps = style.size - (style.raised ? 1 : 0);
+        if (steps)
+            add(list.get(), pango_attr_scale_new(factor_of(steps)), span);
+        if (style.raised)
+            add(list.get(), pango_attr_rise_new(style.raised * look.line_height * PANGO_SCALE / 4), span);
+        wxColour colour = style.link ? look.link : wxColour(style.colour);
+        if (colour.IsOk()) {
+            colour = wx_helpers1::readable_colour(colour, look.background);
+            add(list.get(),
+                pango_attr_foreground_new(static_cast<guint16>(colour.Red() * 257),
+                                          static_cast<guint16>(colour.Green() * 257),
+                                          static_cast<guint16>(colour.Blue() * 257)),
+                span);
+        }
+    }
+    return list;
+}
+
+// The shaper takes left and right for the other where a text is read against the window's direction.
+PangoAlignment alignment_of(body_align_t align, const std::string& text, PangoDirection window)
+{
+    if (align == body_align_t::centre)
+        return PANGO_ALIGN_CENTER;
+    const bool against = direction_of(text, 0, window) != window;
+    const bool at_right = (window == PANGO_DIRECTION_RTL) != (align == body_align_t::trailing);
+    if (align == body_align_t::own)
+        return window == PANGO_DIRECTION_RTL ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
+    return at_right != against ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
 }
 
 } // namespace
 
-class html_reader_t::parser_t : public wxHtmlWinParser
+void body_look_t::set_window(wxWindow& window)
 {
-public:
-    wxFSFile* OpenURL(wxHtmlURLType, const wxString&) const override { return nullptr; }
-};
-
-html_reader_t::html_reader_t() : m_parser(std::make_unique<parser_t>()) {}
-
-html_reader_t::~html_reader_t() = default;
-
-void html_reader_t::set_look(const wxFont& font, const wxColour& ink, const wxColour& link, wxDC& dc)
-{
-    m_parser->SetDC(&dc, 1.0);
-    m_parser->SetStandardFonts(font.GetPointSize(), font.GetFaceName());
-    m_body_tag = "<body text=\"" + hex(ink) + "\" link=\"" + hex(link) + "\">";
+    context.reset(gtk_widget_create_pango_context(window.GetHandle()));
+    pango_context_set_base_dir(context.get(), window.GetLayoutDirection() == wxLayout_RightToLeft
+                                                  ? PANGO_DIRECTION_RTL
+                                                  : PANGO_DIRECTION_LTR);
 }
 
-std::unique_ptr<wxHtmlContainerCell> html_reader_t::read(const std::string& html)
+html_body_t::html_body_t(const std::string& html, const body_look_t& look)
+    : m_look(look), m_flow(read_body(html))
 {
-    const std::string page = m_body_tag + safe_markup(html) + "</body>";
-    return std::unique_ptr<wxHtmlContainerCell>(
-        static_cast<wxHtmlContainerCell*>(m_parser->Parse(wx_helpers1::to_label(page))));
 }
 
-html_body_t::html_body_t(const std::string& html, html_reader_t& reader) : m_cell(reader.read(html))
+pango_layout_t html_body_t::make_layout(const body_paragraph_t& paragraph, int width) const
 {
-    if (m_cell)
-        m_cell->SetIndent(0, wxHTML_INDENT_ALL, wxHTML_UNITS_PIXELS);
+    pango_layout_t layout(pango_layout_new(m_look.context.get()));
+    pango_layout_set_font_description(layout.get(), m_look.font.GetNativeFontInfo()->description);
+    pango_layout_set_text(layout.get(), paragraph.text.data(), static_cast<int>(paragraph.text.size()));
+    pango_layout_set_attributes(layout.get(), attributes_of(paragraph, m_look).get());
+    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+    pango_layout_set_alignment(layout.get(), alignment_of(paragraph.align, paragraph.text,
+                                                          pango_context_get_base_dir(m_look.context.get())));
+    if (width > 0)
+        pango_layout_set_width(layout.get(), width * PANGO_SCALE);
+    return layout;
+}
+
+int html_body_t::natural_width(const body_flow_t& flow) const
+{
+    int widest = 0;
+    for (const body_item_t& item : flow) {
+        int width = 0;
+        if (item.table) {
+            std::vector<int> columns;
+            for (const auto& row : item.table->rows)
+                for (std::size_t i = 0; i < row.size(); ++i) {
+                    columns.resize(std::max(columns.size(), i + 1));
+                    columns[i] = std::max(columns[i], natural_width(row[i].flow) + 2 * cell_padding);
+                }
+            for (const int column : columns)
+                width += column;
+        } else
+            pango_layout_get_pixel_size(make_layout(item.paragraph, 0).get(), &width, nullptr);
+        widest = std::max(widest, width + item.paragraph.indent * 2 * m_look.line_height);
+    }
+    return widest;
+}
+
+void html_body_t::add_text(pango_layout_t layout, int x, int y)
+{
+    m_placed.push_back({std::move(layout), wxPoint(x, y)});
+}
+
+int html_body_t::place_table(const body_table_t& table, int x, int y, int width)
+{
+    std::vector<int> columns;
+    for (const auto& row : table.rows)
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            columns.resize(std::max(columns.size(), i + 1));
+            columns[i] = std::max(columns[i], natural_width(row[i].flow) + 2 * cell_padding);
+        }
+    if (columns.empty())
+        return y;
+    int total = 0;
+    for (const int column : columns)
+        total += column;
+    if (total > width) {
+        // What fits into an even share stays; the others share the rest.
+        std::vector<bool> narrow(columns.size(), false);
+        int left = width, wide = static_cast<int>(columns.size());
+        for (bool changed = true; changed && wide > 0;) {
+            changed = false;
+            const int share = left / wide;
+            for (std::size_t i = 0; i < columns.size(); ++i)
+                if (!narrow[i] && columns[i] <= share) {
+                    narrow[i] = changed = true;
+                    left -= columns[i];
+                    --wide;
+                }
+        }
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            if (!narrow[i])
+                columns[i] = std::max(2 * cell_padding + 1, left / std::max(1, wide));
+    }
+    for (const auto& row : table.rows) {
+        int cell_x = x, bottom = y + m_look.line_height;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            bottom = std::max(bottom, place(row[i].flow, cell_x + cell_padding, y + cell_padding,
+                                            std::max(1, columns[i] - 2 * cell_padding)) +
+                                          cell_padding);
+            cell_x += columns[i];
+        }
+        if (table.border) {
+            cell_x = x;
+            for (std::size_t i = 0; i < row.size(); ++i) {
+                m_frames.emplace_back(cell_x, y, columns[i] + 1, bottom - y + 1);
+                cell_x += columns[i];
+            }
+        }
+        y = bottom;
+    }
+    return y;
+}
+
+int html_body_t::place(const body_flow_t& flow, int x, int y, int width)
+{
+    bool first = true;
+    for (const body_item_t& item : flow) {
+        const body_paragraph_t& paragraph = item.paragraph;
+        if (!first)
+            y += paragraph.space_above * m_look.line_height / 2;
+        first = false;
+        const int indent = std::min(paragraph.indent * 2 * m_look.line_height, std::max(0, width - 20));
+        const int left = x + indent, room = std::max(1, width - indent);
+        if (item.table)
+            y = place_table(*item.table, left, y, room);
+        else if (paragraph.is_rule) {
+            m_frames.emplace_back(left, y + m_look.line_height / 2, room, 1);
+            y += m_look.line_height;
+        } else {
+            if (!paragraph.bullet.empty()) {
+                body_paragraph_t bullet;
+                bullet.text = paragraph.bullet;
+                pango_layout_t layout = make_layout(bullet, 0);
+                int bullet_width = 0;
+                pango_layout_get_pixel_size(layout.get(), &bullet_width, nullptr);
+                add_text(std::move(layout), left - bullet_width - m_look.line_height / 3, y);
+            }
+            pango_layout_t layout = make_layout(paragraph, room);
+            int height = 0;
+            pango_layout_get_pixel_size(layout.get(), nullptr, &height);
+            add_text(std::move(layout), left, y);
+            y += height;
+        }
+    }
+    return y;
 }
 
 int html_body_t::set_width(int width)
 {
-    if (m_cell && width != m_width) {
-        m_width = width;
-        m_cell->Layout(std::max(1, width));
-        m_height = m_cell->GetHeight();
-    }
+    if (width == m_width)
+        return m_height;
+    m_width = width;
+    m_placed.clear();
+    m_frames.clear();
+    m_height = place(m_flow, 0, 0, std::max(1, width));
     return m_height;
 }
 
-void html_body_t::draw(wxDC& dc, int x, int y, int visible_top, int visible_bottom) const
+void html_body_t::draw(paint_dc_t& dc, int x, int y, const wxColour& selected) const
 {
-    if (!m_cell)
-        return;
-    wxDefaultHtmlRenderingStyle style;
-    wxHtmlRenderingInfo info;
-    info.SetStyle(&style);
-    m_cell->Draw(dc, x, y, visible_top, visible_bottom, info);
+    dc.SetBrush(*wxTRANSPARENT_BRUSH);
+    dc.SetPen(wxPen(m_look.border));
+    for (const wxRect& frame : m_frames)
+        dc.DrawRectangle(x + frame.x, y + frame.y, frame.width, frame.height);
+    for (const placed_t& placed : m_placed) {
+        PangoAttrList* own = pango_layout_get_attributes(placed.layout.get());
+        const attributes_t kept(pango_attr_list_ref(own), pango_attr_list_unref);
+        if (selected.IsOk()) {
+            // Its own colours would not be readable on the selection's.
+            attributes_t plain(pango_attr_list_copy(own), pango_attr_list_unref);
+            PangoAttrList* colours = pango_attr_list_filter(
+                plain.get(),
+                [](PangoAttribute* a, gpointer) { return gboolean(a->klass->type == PANGO_ATTR_FOREGROUND); },
+                nullptr);
+            if (colours)
+                pango_attr_list_unref(colours);
+            pango_layout_set_attributes(placed.layout.get(), plain.get());
+        }
+        dc.draw_layout(placed.layout.get(), x + placed.at.x, y + placed.at.y,
+                       selected.IsOk() ? selected : m_look.ink);
+        if (selected.IsOk())
+            pango_layout_set_attributes(placed.layout.get(), kept.get());
+    }
 }
 
 } // namespace vdxcfrw7

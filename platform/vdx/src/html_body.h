@@ -1,46 +1,62 @@
 #pragma once
 
-#include <wx/colour.h>
-#include <wx/dc.h>
-#include <wx/font.h>
-#include <wx/html/htmlcell.h>
+#include "body_reader.h"
+#include "text_shaper.h"
 
-#include <memory>
+#include <wx/colour.h>
+#include <wx/gdicmn.h>
+
 #include <string>
+#include <vector>
 
 namespace vdxcfrw7 {
 
-/// Reads bodies in the look of a theme. Making one costs more than many bodies do: keep it.
-class html_reader_t
+class paint_dc_t;
+
+/// How bodies are drawn in a window.
+struct body_look_t
 {
-public:
-    html_reader_t();
-    ~html_reader_t();
+    void set_window(wxWindow& window);
 
-    /// The device context must live as long as it is read with.
-    void set_look(const wxFont& font, const wxColour& ink, const wxColour& link, wxDC& dc);
-    std::unique_ptr<wxHtmlContainerCell> read(const std::string& html);
-
-private:
-    class parser_t;
-    std::unique_ptr<parser_t> m_parser;
-    std::string m_body_tag;
+    std::unique_ptr<PangoContext, unref_t> context;
+    wxFont font;
+    wxColour ink;
+    wxColour link;
+    wxColour border;
+    wxColour background;
+    int line_height = 1;
 };
 
-/// A message body laid out by the toolkit's HTML, which is given nothing to open: neither files nor the
-/// network.
+/// A message body laid out: paragraphs, lists and tables, each text in the direction of its first letter.
 class html_body_t
 {
 public:
-    html_body_t(const std::string& html, html_reader_t& reader);
+    /// The look must live as long.
+    html_body_t(const std::string& html, const body_look_t& look);
 
     /// Lays it out for a width and returns its height, both in pixels.
     int set_width(int width);
     int get_height() const { return m_height; }
-    void draw(wxDC& dc, int x, int y, int visible_top, int visible_bottom) const;
+    /// Draws all of it in one colour when `selected` is valid.
+    void draw(paint_dc_t& dc, int x, int y, const wxColour& selected) const;
 
 private:
-    std::unique_ptr<wxHtmlContainerCell> m_cell;
+    struct placed_t
+    {
+        pango_layout_t layout;
+        wxPoint at;
+    };
+
+    pango_layout_t make_layout(const body_paragraph_t& paragraph, int width) const;
+    int natural_width(const body_flow_t& flow) const;
+    int place(const body_flow_t& flow, int x, int y, int width);
+    int place_table(const body_table_t& table, int x, int y, int width);
+    void add_text(pango_layout_t layout, int x, int y);
+
+    const body_look_t& m_look;
+    body_flow_t m_flow;
+    std::vector<placed_t> m_placed;
+    std::vector<wxRect> m_frames; // of tables, and rules
     int m_width = -1;
     int m_height = 0;
 };

@@ -17,16 +17,20 @@ log_layout_t::log_layout_t(CEventLog& log) : m_log(log)
     m_dc.SelectObject(m_pixel);
 }
 
-void log_layout_t::set_look(const wxFont& text, const wxFont& bold, const wxColour& ink, const wxColour& link,
-                            double scale)
+void log_layout_t::set_look(wxWindow& window, const wxFont& text, const wxFont& bold,
+                            const log_colours_t& colours, double scale)
 {
     m_scale = scale;
-    m_text.set(text, m_dc);
-    m_bold.set(bold, m_dc);
-    m_italic.set(text.Italic(), m_dc);
-    auto words = std::make_unique<word_dc_t>(m_dc);
-    m_html.set_look(text, ink, link, *words);
-    m_words = std::move(words); // the one before went with its fonts
+    m_text.set(window, text, m_dc);
+    m_bold.set(window, bold, m_dc);
+    m_italic.set(window, text.Italic(), m_dc);
+    m_look.set_window(window);
+    m_look.font = text;
+    m_look.ink = colours.ink;
+    m_look.link = colours.link;
+    m_look.border = colours.border;
+    m_look.background = colours.background;
+    m_look.line_height = m_text.get_line_height();
     // The widths of lines in one row are those of the old font.
     for (const auto& element : m_log.GetElements())
         for (auto& block : element->m_lines.get_blocks())
@@ -226,7 +230,9 @@ int log_layout_t::gauge_height(const CMessageElement& element) const
 int log_layout_t::label_width(const std::string& label)
 {
     const font_metrics_t::extent_t extent = m_text.measure(label);
-    return extent.width != line_t::no_width ? extent.width : m_text.shaped_width(label);
+    return extent.width != line_t::no_width
+               ? extent.width
+               : m_text.get_shaper().width_of(label, direction_of(label, 0, PANGO_DIRECTION_LTR));
 }
 
 std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMessageElement& element)
@@ -273,7 +279,7 @@ html_body_t* log_layout_t::body_of(const CMessageElement& element)
         m_bodies.splice(m_bodies.begin(), m_bodies, found->second);
         return m_bodies.front().html.get();
     }
-    m_bodies.push_front({&element, std::make_unique<html_body_t>(element.m_head.body, m_html)});
+    m_bodies.push_front({&element, std::make_unique<html_body_t>(element.m_head.body, m_look)});
     m_body_of[&element] = m_bodies.begin();
     if (m_bodies.size() > kept_bodies) {
         m_body_of.erase(m_bodies.back().element);

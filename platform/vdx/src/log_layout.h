@@ -5,7 +5,6 @@
 #include "font_metrics.h"
 #include "height_index.h"
 #include "html_body.h"
-#include "word_dc.h"
 
 #include <wx/dcmemory.h>
 
@@ -13,6 +12,18 @@
 #include <unordered_map>
 
 namespace vdxcfrw7 {
+
+/// The colours of a log, from the theme.
+struct log_colours_t
+{
+    wxColour background;
+    wxColour ink;
+    wxColour secondary;
+    wxColour border;
+    wxColour link;
+    wxColour selection;
+    wxColour selected_ink;
+};
 
 /// Where everything in a log stands. Heights are measured when they are seen, or in spare time, and estimated
 /// before; what the reader sees hangs on an anchor, so that nothing that happens elsewhere moves it.
@@ -22,7 +33,7 @@ public:
     explicit log_layout_t(CEventLog& log);
 
     /// Measures everything anew. `scale` is for pictures and distances.
-    void set_look(const wxFont& text, const wxFont& bold, const wxColour& ink, const wxColour& link,
+    void set_look(wxWindow& window, const wxFont& text, const wxFont& bold, const log_colours_t& colours,
                   double scale);
     void set_size(const wxSize& size);
     const wxSize& get_size() const { return m_size; }
@@ -154,8 +165,7 @@ private:
     font_metrics_t m_text;
     font_metrics_t m_bold;
     font_metrics_t m_italic;
-    std::unique_ptr<word_dc_t> m_words; // of the fonts of bodies
-    html_reader_t m_html;
+    body_look_t m_look;
     double m_scale = 1;
     wxSize m_size;
     int m_button_height = 30;

@@ -10,20 +10,6 @@
 namespace vdxcfrw7 {
 namespace {
 
-bool begins_right_to_left(std::string_view row)
-{
-    const char* const end = row.data() + row.size();
-    for (const char* at = row.data(); at < end;) {
-        const char32_t c = decode(at, end);
-        if ((c >= 0x590 && c < 0x900) || (c >= 0xfb1d && c < 0xff00 && c < 0xfe00) ||
-            (c >= 0xfe70 && c < 0xff00))
-            return true;
-        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= 0xc0 && c < 0x590) || c >= 0x900)
-            return false;
-    }
-    return false;
-}
-
 class painter_t
 {
 public:
@@ -32,7 +18,7 @@ public:
           m_view(view),
           m_layout(view.get_layout()),
           m_colours(view.get_colours()),
-          m_mirrored(view.GetLayoutDirection() == wxLayout_RightToLeft)
+          m_mirrored(view.is_mirrored())
     {
     }
 
@@ -57,41 +43,31 @@ public:
 
 private:
     // A row that is selected from byte `from` to byte `to` of its own.
-    void draw_row(font_metrics_t& font, std::string_view row, int x, std::int64_t y, const wxColour& ink,
-                  std::size_t from, std::size_t to, bool to_the_end)
+    void draw_row(font_metrics_t& font, std::string_view row, PangoDirection direction, int x, std::int64_t y,
+                  const wxColour& ink, std::size_t from, std::size_t to, bool to_the_end)
     {
         const wxString shown = to_shown(row);
         m_dc.SetFont(font.get_font());
         m_dc.SetTextForeground(ink);
         const int top = static_cast<int>(y);
-        if (from >= to && !to_the_end) {
-            m_dc.DrawText(shown, x, top);
+        m_dc.draw_text(shown, x, top, direction);
+        if (from >= to && !to_the_end)
             return;
-        }
-        const std::vector<int> widths = font.partial_widths(row);
-        const auto x_of = [&](std::size_t byte) {
-            std::size_t index = 0;
-            const char* const end = row.data() + row.size();
-            for (const char* at = row.data(); at < end && static_cast<std::size_t>(at - row.data()) < byte;
-                 ++index)
-                decode(at, end);
-            return index ? widths[index - 1] : 0;
-        };
-        const int whole = widths.empty() ? 0 : widths.back();
-        int left = x_of(from), right = to_the_end ? std::max(whole, m_layout.scaled(4)) : x_of(to);
-        if (begins_right_to_left(row) != m_mirrored) {
-            const int mirrored = whole - right;
-            right = whole - left;
-            left = std::max(0, mirrored);
-        }
-        const wxRect rect(x + left, top, std::max(1, right - left), font.get_line_height());
-        m_dc.DrawText(shown, x, top);
+        text_shaper_t& shaper = font.get_shaper();
+        auto places = shaper.places_of(row, direction, from, to);
+        if (places.empty())
+            places.emplace_back(0, m_layout.scaled(4));
+        const int whole = m_mirrored ? shaper.width_of(row, direction) : 0;
         m_dc.SetPen(*wxTRANSPARENT_PEN);
         m_dc.SetBrush(wxBrush(m_colours.selection));
-        m_dc.DrawRectangle(rect);
-        const paint_dc_t::clip_t clip(m_dc, rect);
         m_dc.SetTextForeground(m_colours.selected_ink);
-        m_dc.DrawText(shown, x, top);
+        for (const auto& [left, right] : places) {
+            const wxRect rect(x + (m_mirrored ? whole - right : left), top, right - left,
+                              font.get_line_height());
+            m_dc.DrawRectangle(rect);
+            const paint_dc_t::clip_t clip(m_dc, rect);
+            m_dc.draw_text(shown, x, top, direction);
+        }
     }
 
     void draw_rows(font_metrics_t& font, const CMessageElement& element, std::size_t item,
@@ -113,8 +89,8 @@ private:
                 row_from = std::max(from, begin) - begin;
                 row_to = std::min(to, end) - begin;
             }
-            draw_row(font, text.substr(begin, end - begin), x, row_y, ink, row_from, row_to,
-                     selected && from <= begin && to >= end && begin == end);
+            draw_row(font, text.substr(begin, end - begin), m_view.get_direction(text, begin), x, row_y, ink,
+                     row_from, row_to, selected && from <= begin && to >= end && begin == end);
         }
     }
 
@@ -150,13 +126,11 @@ private:
         std::size_t from = 0, to = 0;
         if (m_view.get_selected_part(element, text_item_t::body, 1, from, to)) {
             m_dc.SetPen(*wxTRANSPARENT_PEN);
-            m_dc.SetBrush(wxBrush(
-                m_colours.selection.ChangeLightness(m_colours.background.GetLuminance() > 0.5 ? 150 : 60)));
+            m_dc.SetBrush(wxBrush(m_colours.selection));
             m_dc.DrawRectangle(x, body_y, m_layout.text_width(), body->get_height());
-        }
-        m_dc.set_pieces(true);
-        body->draw(m_dc, x, body_y, 0, m_layout.get_size().y);
-        m_dc.set_pieces(false);
+            body->draw(m_dc, x, body_y, m_colours.selected_ink);
+        } else
+            body->draw(m_dc, x, body_y, wxColour());
     }
 
     void draw_line(const CMessageElement& element, std::size_t index, std::int64_t y)
@@ -176,7 +150,7 @@ private:
             return;
         }
         // What is being done now, in one row.
-        const std::string_view first = text.substr(0, std::min<std::size_t>(text.find('\n'), 1000));
+        const std::string_view first = first_line(text.substr(0, 1000));
         wxString shown = to_shown(first);
         m_dc.SetFont(m_layout.text_font().get_font());
         m_dc.SetTextForeground(m_colours.secondary);
@@ -196,7 +170,7 @@ private:
         if (!gauge.GetCaption().empty()) {
             m_dc.SetFont(m_layout.text_font().get_font());
             m_dc.SetTextForeground(m_colours.ink);
-            const wxString shown = to_shown(gauge.GetCaption().substr(0, 1000));
+            const wxString shown = to_shown(first_line(std::string_view(gauge.GetCaption()).substr(0, 1000)));
             m_dc.DrawText(wxControl::Ellipsize(shown, m_dc, wxELLIPSIZE_END, m_layout.text_width(),
                                                wxELLIPSIZE_FLAGS_NONE),
                           x, y);

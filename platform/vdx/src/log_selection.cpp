@@ -87,28 +87,24 @@ bool log_view_t::get_selected_part(const CMessageElement& element, std::size_t i
     return from < to || (length == 0 && first < begin && end < last);
 }
 
+PangoDirection log_view_t::get_direction(std::string_view text, std::size_t at) const
+{
+    return direction_of(text, at, is_mirrored() ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+}
+
 std::size_t log_view_t::byte_at(font_metrics_t& font, std::string_view text,
                                 const std::vector<std::uint32_t>& rows, int x, int y)
 {
     const int last = static_cast<int>(rows.size()) - 1;
     const auto row = static_cast<std::size_t>(std::clamp(y / font.get_line_height(), 0, std::max(0, last)));
     const std::size_t begin = rows[row];
-    std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
-    if (end > begin && text[end - 1] == '\n')
-        --end;
-    const std::string_view shown = text.substr(begin, end - begin);
-    int before = 0;
-    std::size_t index = 0;
-    const std::vector<int> widths = font.partial_widths(shown);
-    const char* at = shown.data();
-    for (const char* const stop = at + shown.size(); at < stop; ++index) {
-        const char* character = at;
-        decode(at, stop);
-        if (x < (before + widths[index]) / 2)
-            return begin + static_cast<std::size_t>(character - shown.data());
-        before = widths[index];
-    }
-    return end;
+    const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
+    const std::string_view shown = first_line(text.substr(begin, end - begin));
+    const PangoDirection direction = get_direction(text, begin);
+    // In a window from right to left places count from the right, in a row's text always from the left.
+    if (is_mirrored())
+        x = font.get_shaper().width_of(shown, direction) - x;
+    return begin + font.get_shaper().byte_at(shown, direction, x);
 }
 
 text_place_t log_view_t::place_at(const wxPoint& point)

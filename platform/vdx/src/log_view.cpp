@@ -101,9 +101,10 @@ void log_view_t::read_look()
     m_colours.ink = settings ? settings->get_colour(colour::text) : system(wxSYS_COLOUR_WINDOWTEXT);
     m_colours.secondary = settings ? settings->get_colour(colour::secondary_text) : m_colours.ink;
     m_colours.border = settings ? settings->get_colour(colour::border) : m_colours.ink;
-    m_colours.selection = system(wxSYS_COLOUR_HIGHLIGHT);
-    m_colours.selected_ink =
-        wx_helpers1::readable_colour(system(wxSYS_COLOUR_HIGHLIGHTTEXT), m_colours.selection);
+    // The theme's own pair may be hard to read; a darker ground keeps the ink that all selections have.
+    m_colours.selected_ink = system(wxSYS_COLOUR_HIGHLIGHTTEXT);
+    m_colours.selection =
+        wx_helpers1::readable_colour(system(wxSYS_COLOUR_HIGHLIGHT), m_colours.selected_ink);
     const wxFont text = settings ? settings->get_font(wx_helpers1::ui_font::text)
                                  : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
     // Given explicitly: a window without its own asks the theme again for each device context.
@@ -112,8 +113,8 @@ void log_view_t::read_look()
     SetBackgroundColour(m_colours.background);
     m_images.clear();
     m_layout.set_button_height(std::max(wxButton::GetDefaultSize(this).y, 24));
-    const wxColour link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
-    m_layout.set_look(text, text.Bold(), m_colours.ink, link, 1.0);
+    m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
+    m_layout.set_look(*this, text, text.Bold(), m_colours, 1.0);
     m_stale = true;
 }
 

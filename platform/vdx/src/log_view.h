@@ -40,20 +40,9 @@ inline bool operator==(const text_place_t& a, const text_place_t& b)
     return a.element == b.element && a.item == b.item && a.byte == b.byte;
 }
 
-/// The colours of a log, from the theme.
-struct log_colours_t
-{
-    wxColour background;
-    wxColour ink;
-    wxColour secondary;
-    wxColour border;
-    wxColour selection;
-    wxColour selected_ink;
-};
-
-/// The window of an event log: draws it, scrolls it, takes keyboard and mouse.
 class paint_dc_t;
 
+/// The window of an event log: draws it, scrolls it, takes keyboard and mouse.
 class log_view_t : public wxWindow, public gen_helpers2::subscriber_base_t
 {
 public:
@@ -92,6 +81,9 @@ public:
     /// The selected bytes of a text of that length; false when nothing of it is selected.
     bool get_selected_part(const CMessageElement& element, std::size_t item, std::size_t length,
                            std::size_t& from, std::size_t& to) const;
+    bool is_mirrored() const { return GetLayoutDirection() == wxLayout_RightToLeft; }
+    /// The direction of the paragraph at that byte of a text.
+    PangoDirection get_direction(std::string_view text, std::size_t at) const;
     wxBitmap get_image(int index);
     /// The frame that an entry's animation shows now.
     std::size_t get_frame() const { return m_frame; }

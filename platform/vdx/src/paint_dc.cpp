@@ -51,20 +51,25 @@ public:
             return;
         }
         set_text(text);
-        const wxColour& ink = m_textForegroundColour;
+        draw_layout(m_layout, x, y, m_textForegroundColour);
+    }
+
+    void draw_layout(PangoLayout* layout, int x, int y, const wxColour& ink)
+    {
         cairo_set_source_rgba(m_cairo, ink.Red() / 255.0, ink.Green() / 255.0, ink.Blue() / 255.0,
                               ink.Alpha() / 255.0);
         cairo_save(m_cairo);
         cairo_translate(m_cairo, x, y);
         if (m_mirrored) { // a window from right to left is drawn in a mirror: text is turned back in its
                           // place
-            int width = 0;
-            pango_layout_get_pixel_size(m_layout, &width, nullptr);
+            int width = pango_layout_get_width(layout) / PANGO_SCALE;
+            if (width <= 0)
+                pango_layout_get_pixel_size(layout, &width, nullptr);
             cairo_translate(m_cairo, width, 0);
             cairo_scale(m_cairo, -1, 1);
         }
         cairo_move_to(m_cairo, 0, 0);
-        pango_cairo_show_layout(m_cairo, m_layout);
+        pango_cairo_show_layout(m_cairo, layout);
         cairo_new_path(m_cairo);
         cairo_restore(m_cairo);
     }
@@ -86,7 +91,17 @@ public:
         pango_layout_get_pixel_size(m_layout, width, height);
     }
 
-    void set_pieces(bool pieces) { pango_layout_set_auto_dir(m_layout, !pieces); }
+    void draw_text(const wxString& text, int x, int y, PangoDirection direction)
+    {
+        PangoContext* context = pango_layout_get_context(m_layout);
+        if (pango_context_get_base_dir(context) != direction) {
+            pango_context_set_base_dir(context, direction);
+            pango_layout_context_changed(m_layout);
+        }
+        pango_layout_set_auto_dir(m_layout, FALSE);
+        DoDrawText(text, x, y);
+        pango_layout_set_auto_dir(m_layout, TRUE);
+    }
 
     void push_clip(const wxRect& rect)
     {
@@ -121,9 +136,14 @@ private:
 
 paint_dc_t::paint_dc_t(wxPaintDC& dc) : wxDC(new impl_t(this, dc)) {}
 
-void paint_dc_t::set_pieces(bool pieces)
+void paint_dc_t::draw_text(const wxString& text, int x, int y, PangoDirection direction)
 {
-    static_cast<impl_t*>(GetImpl())->set_pieces(pieces);
+    static_cast<impl_t*>(GetImpl())->draw_text(text, x, y, direction);
+}
+
+void paint_dc_t::draw_layout(PangoLayout* layout, int x, int y, const wxColour& ink)
+{
+    static_cast<impl_t*>(GetImpl())->draw_layout(layout, x, y, ink);
 }
 
 paint_dc_t::clip_t::clip_t(paint_dc_t& dc, const wxRect& rect) : m_dc(dc)

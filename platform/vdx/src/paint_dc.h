@@ -3,6 +3,8 @@
 #include <wx/dcclient.h>
 #include <wx/dcgraph.h>
 
+#include <pango/pango.h>
+
 namespace vdxcfrw7 {
 
 /// Draws onto a window that is being painted, with text at its own speed: the toolkit's contexts shape each
@@ -15,9 +17,9 @@ class paint_dc_t : public wxDC
 public:
     explicit paint_dc_t(wxPaintDC& dc);
 
-    /// Whether texts are pieces of a larger one, in the window's direction, instead of each in that of its
-    /// own first letter: else the punctuation around a foreign word ends up on its wrong side.
-    void set_pieces(bool pieces);
+    /// A part of a text in the direction of the whole; DrawText() takes that of the part's first letter.
+    void draw_text(const wxString& text, int x, int y, PangoDirection direction);
+    void draw_layout(PangoLayout* layout, int x, int y, const wxColour& ink);
 
     /// Draws into a rectangle alone for as long as it lives. The toolkit's own clipper must not be used: a
     /// context made over a bare graphics context has no size for it to intersect with, and draws nothing

@@ -92,16 +92,40 @@ char32_t decode_beyond_ascii(const char*& at, const char* end)
     switch (length) {
     case 2: {
         const char32_t code = (bytes[0] & 0x1fu) << 6 | (bytes[1] & 0x3fu);
-        return code < 0xa0 ? replacement_character : code;
+        return code == 0x85 ? '\n' : code < 0xa0 ? replacement_character : code;
     }
-    case 3:
-        return (bytes[0] & 0xfu) << 12 | (bytes[1] & 0x3fu) << 6 | (bytes[2] & 0x3fu);
+    case 3: {
+        const char32_t code = (bytes[0] & 0xfu) << 12 | (bytes[1] & 0x3fu) << 6 | (bytes[2] & 0x3fu);
+        return code == 0x2028 || code == 0x2029 ? '\n' : code;
+    }
     case 4:
         return (bytes[0] & 7u) << 18 | (bytes[1] & 0x3fu) << 12 | (bytes[2] & 0x3fu) << 6 |
                (bytes[3] & 0x3fu);
     default:
         return replacement_character;
     }
+}
+
+bool ends_line(std::string_view text, std::size_t at)
+{
+    const std::string_view before = text.substr(0, at);
+    const auto ends_with = [before](std::string_view end) {
+        return before.size() >= end.size() && before.substr(before.size() - end.size()) == end;
+    };
+    if (ends_with("\r"))
+        return at >= text.size() || text[at] != '\n';
+    return ends_with("\n") || ends_with("\xc2\x85") || ends_with("\xe2\x80\xa8") || ends_with("\xe2\x80\xa9");
+}
+
+std::string_view first_line(std::string_view text)
+{
+    const char* const end = text.data() + text.size();
+    for (const char* at = text.data(); at < end;) {
+        const char* const character = at;
+        if (decode(at, end) == '\n')
+            return text.substr(0, static_cast<std::size_t>(character - text.data()));
+    }
+    return text;
 }
 
 const char* previous(const char* begin, const char* at)

@@ -14,16 +14,27 @@ constexpr char32_t replacement_character = 0xfffd;
 char32_t decode_beyond_ascii(const char*& at, const char* end);
 
 /// The character at `at`, which is moved behind it. A byte that is no UTF-8, and a control character other
-/// than tab and line feed, is U+FFFD.
+/// than tab, is U+FFFD; whatever ends a line (CR, LF, both, and Unicode's own three) is a line feed.
 inline char32_t decode(const char*& at, const char* end)
 {
     const auto byte = static_cast<unsigned char>(*at);
     if (byte >= 0x80)
         return decode_beyond_ascii(at, end);
     ++at;
-    return byte >= 0x20 ? (byte == 0x7f ? replacement_character : byte)
-                        : (byte == '\n' || byte == '\t' ? byte : replacement_character);
+    if (byte >= 0x20)
+        return byte == 0x7f ? replacement_character : byte;
+    if (byte == '\r') {
+        if (at < end && *at == '\n')
+            ++at;
+        return '\n';
+    }
+    return byte == '\n' || byte == '\t' ? byte : replacement_character;
 }
+
+/// Whether what stands before the byte at `at` ends a line.
+bool ends_line(std::string_view text, std::size_t at);
+/// The text up to the end of its first line.
+std::string_view first_line(std::string_view text);
 
 /// The byte before `at` at which its character begins.
 const char* previous(const char* begin, const char* at);
@@ -33,7 +44,7 @@ bool needs_shaping(char32_t character);
 /// Whether a line may end behind it without a space.
 bool breaks_after(char32_t character);
 
-/// For drawing; line feeds are left out, a tab is four spaces.
+/// For drawing; ends of lines are left out, a tab is four spaces.
 wxString to_shown(std::string_view text);
 
 /// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are the
