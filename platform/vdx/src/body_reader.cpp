@@ -286,7 +286,7 @@ private:
             for_each_attribute(raw, [this](const attribute_t& attribute) {
                 if (attribute.name == "color")
                     m_style.colour = attribute.value;
-                else if (attribute.name == "size") {
+                else if (attribute.name == "size" && !attribute.value.empty()) {
                     const int size = std::atoi(std::string(attribute.value).c_str());
                     const bool relative = attribute.value[0] == '+' || attribute.value[0] == '-';
                     m_style.size = relative ? m_style.size + size : size - 3;
