@@ -365,21 +365,25 @@ class FreshProduct(unittest.TestCase):
         gallery.expect("opened")
         for keys, text in keys_and_texts:
             for key in keys:
-                gallery.press(key)
-                time.sleep(0.5 if key == "Down" else 0.1)  # a page can be operated once the toolkit was idle
+                if "." in key:  # a page, which can be operated once it is told to be shown
+                    gallery.press("ctrl+f", "Down")
+                    gallery.go_to_page(key)
+                else:
+                    gallery.press(key)
+                time.sleep(0.1)
             gallery.type(text)
         return gallery
 
     def test_what_is_set_is_there_at_the_next_start(self):
-        next_page = ["ctrl+f", "Down", "Down"]
         with tempfile.TemporaryDirectory() as folder:
             gallery = self.run_once(
                 folder, (["alt+t", "ctrl+a"], "run_@@"),
-                (next_page + ["alt+e", "End", "Up"], ""),  # the editor of the environment, above Browse
-                (next_page + ["Tab"], "/opt/bin"), (["Return"], "/opt/lib"), (["Return"], ""),
-                (next_page + ["Tab"], "/opt/src"), (["Return"], ""),
-                (next_page + ["Tab"], "/opt/other"), (["Return"], ""),
-                (next_page + ["Tab", "space"], ""), (next_page + ["alt+n", "Return"], ""))
+                (["pref.editor", "alt+e", "End", "Up"], ""),  # the editor of the environment, above Browse
+                (["panel.search_dir_tab.binaries", "Tab"], "/opt/bin"), (["Return"], "/opt/lib"), (["Return"], ""),
+                (["panel.search_dir_tab.sources", "Tab"], "/opt/src"), (["Return"], ""),
+                (["panel.search_dir_tab.others", "Tab"], "/opt/other"), (["Return"], ""),
+                (["panel.experimental", "Tab", "space"], ""),
+                (["pref.optin", "alt+n", "Return"], ""))
             self.assertIs(True, gallery.expect("signal")["value"], "saved")
             time.sleep(0.5)
             gallery.press("Escape")  # no restart
