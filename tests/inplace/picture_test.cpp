@@ -3,7 +3,10 @@
 
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/button.h>
 #include <wx/uiaction.h>
+
+#include <gtk/gtk.h>
 
 #include <map>
 
@@ -76,14 +79,15 @@ wxRect row_rect(test::log_window_t& window, std::size_t line)
     return in_picture(window, rect);
 }
 
-void drag(test::log_window_t& window, const wxPoint& from, const wxPoint& to)
+// Between two points of the screen.
+void drag(const wxPoint& from, const wxPoint& to)
 {
     wxUIActionSimulator mouse;
-    mouse.MouseMove(window.log().GetWindow()->ClientToScreen(from));
+    mouse.MouseMove(from);
     test::settle();
     mouse.MouseDown();
     test::settle();
-    mouse.MouseMove(window.log().GetWindow()->ClientToScreen(to));
+    mouse.MouseMove(to);
     test::settle();
     mouse.MouseUp();
     test::settle();
@@ -120,10 +124,10 @@ TEST(InplacePictures, a_selection_leaves_the_rest_painted)
         const wxImage before = test::picture_of(*window.frame());
         const auto middle_of = [&](std::size_t line) {
             const wxRect rect = window.log().GetLineRect(*window.log().GetElements()[0], line);
-            return wxPoint(rect.x, rect.y + rect.height / 2);
+            return window.log().GetWindow()->ClientToScreen(wxPoint(rect.x, rect.y + rect.height / 2));
         };
         const std::function<void()> ways[] = {
-            [&] { drag(window, middle_of(2) - wxPoint(2, 0), middle_of(4) + wxPoint(300, 0)); },
+            [&] { drag(middle_of(2) - wxPoint(2, 0), middle_of(4) + wxPoint(300, 0)); },
             [&] { EXPECT_TRUE(window.log().Find("row number 3", true)); },
             [&] { test::press(WXK_DOWN, wxMOD_SHIFT); },
             [&] { test::press('A', wxMOD_CONTROL); },
@@ -240,15 +244,7 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
                 }
             const wxPoint corner = window.frame()->GetScreenRect().GetPosition();
             ASSERT_LT(left + 50, right);
-            wxUIActionSimulator mouse;
-            mouse.MouseMove(corner + wxPoint((left + right) / 2, y));
-            test::settle();
-            mouse.MouseDown();
-            test::settle();
-            mouse.MouseMove(corner + wxPoint(right + 4, y));
-            test::settle();
-            mouse.MouseUp();
-            test::settle();
+            drag(corner + wxPoint((left + right) / 2, y), corner + wxPoint(right + 4, y));
             const std::string& row = is_latin ? latin : hebrew;
             const std::string selected = window.log().GetSelectedText();
             ASSERT_GT(selected.size(), row.size() / 4);
@@ -256,4 +252,31 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
             EXPECT_EQ(is_latin ? row.size() - selected.size() : 0, row.find(selected)) << selected;
         }
     }
+}
+
+// In the theme's font, whatever that becomes while the log is open.
+TEST(InplacePictures, buttons_are_as_high_as_their_text_needs)
+{
+    test::log_window_t window;
+    commondlg3::standard_message_t::ptr_t message(new commondlg3::standard_message_t);
+    message->caption = "c";
+    message->set_buttons(commondlg3::standard_message_t::standard_buttons_t::yes_no);
+    window->add_message(message, {});
+    test::settle();
+    const auto first_button = [&]() -> wxButton* {
+        for (wxWindow* child : window.log().GetWindow()->GetChildren())
+            if (auto* button = dynamic_cast<wxButton*>(child))
+                return button;
+        return nullptr;
+    };
+    ASSERT_TRUE(first_button());
+    const int before = first_button()->GetSize().y;
+    GtkSettings* settings = gtk_settings_get_default();
+    int dpi = 0;
+    g_object_get(settings, "gtk-xft-dpi", &dpi, nullptr);
+    g_object_set(settings, "gtk-xft-dpi", 192 * 1024, nullptr);
+    EXPECT_TRUE(test::wait_for([&] { return first_button() && first_button()->GetSize().y > before; }));
+    EXPECT_GE(first_button()->GetSize().y, first_button()->GetBestSize().y);
+    g_object_set(settings, "gtk-xft-dpi", dpi, nullptr);
+    EXPECT_TRUE(test::wait_for([&] { return first_button() && first_button()->GetSize().y == before; }));
 }

@@ -133,7 +133,7 @@ private:
         static constexpr std::string_view blocks[] = {
             "blockquote", "br", "center", "dd", "div", "dl",  "dt",    "h1", "h2", "h3", "h4", "h5",
             "h6",         "hr", "li",     "ol", "p",   "pre", "table", "td", "th", "tr", "ul"};
-        return std::find(std::begin(blocks), std::end(blocks), name) != std::end(blocks);
+        return contains(blocks, name);
     }
 
     static bool is_heading(const std::string& name)
@@ -244,7 +244,7 @@ private:
         static constexpr std::string_view names[] = {
             "a", "b",    "big",   "cite", "code",   "del",    "em",  "font", "i",  "kbd", "pre",
             "s", "samp", "small", "span", "strike", "strong", "sub", "sup",  "th", "tt",  "u"};
-        return is_heading(name) || std::find(std::begin(names), std::end(names), name) != std::end(names);
+        return is_heading(name) || contains(names, name);
     }
 
     void on_style(const tag_t& tag, std::string_view raw)

@@ -10,6 +10,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace vdxcfrw7 {
 namespace {
@@ -117,14 +118,8 @@ int html_body_t::natural_width(const body_flow_t& flow) const
     for (const body_item_t& item : flow) {
         int width = 0;
         if (item.table) {
-            std::vector<int> columns;
-            for (const auto& row : item.table->rows)
-                for (std::size_t i = 0; i < row.size(); ++i) {
-                    columns.resize(std::max(columns.size(), i + 1));
-                    columns[i] = std::max(columns[i], natural_width(row[i].flow) + 2 * cell_padding);
-                }
-            for (const int column : columns)
-                width += column;
+            const std::vector<int> columns = natural_columns(*item.table);
+            width = std::accumulate(columns.begin(), columns.end(), 0);
         } else
             pango_layout_get_pixel_size(make_layout(item.paragraph, 0).get(), &width, nullptr);
         widest = std::max(widest, width + item.paragraph.indent * 2 * m_look.line_height);
@@ -132,12 +127,7 @@ int html_body_t::natural_width(const body_flow_t& flow) const
     return widest;
 }
 
-void html_body_t::add_text(pango_layout_t layout, int x, int y)
-{
-    m_placed.push_back({std::move(layout), wxPoint(x, y)});
-}
-
-int html_body_t::place_table(const body_table_t& table, int x, int y, int width)
+std::vector<int> html_body_t::natural_columns(const body_table_t& table) const
 {
     std::vector<int> columns;
     for (const auto& row : table.rows)
@@ -145,12 +135,23 @@ int html_body_t::place_table(const body_table_t& table, int x, int y, int width)
             columns.resize(std::max(columns.size(), i + 1));
             columns[i] = std::max(columns[i], natural_width(row[i].flow) + 2 * cell_padding);
         }
+    return columns;
+}
+
+int html_body_t::add_text(pango_layout_t layout, int x, int y)
+{
+    int height = 0;
+    pango_layout_get_pixel_size(layout.get(), nullptr, &height);
+    m_placed.push_back({std::move(layout), wxPoint(x, y), height});
+    return height;
+}
+
+int html_body_t::place_table(const body_table_t& table, int x, int y, int width)
+{
+    std::vector<int> columns = natural_columns(table);
     if (columns.empty())
         return y;
-    int total = 0;
-    for (const int column : columns)
-        total += column;
-    if (total > width) {
+    if (std::accumulate(columns.begin(), columns.end(), 0) > width) {
         // What fits into an even share stays; the others share the rest.
         std::vector<bool> narrow(columns.size(), false);
         int left = width, wide = static_cast<int>(columns.size());
@@ -212,11 +213,7 @@ int html_body_t::place(const body_flow_t& flow, int x, int y, int width)
                 pango_layout_get_pixel_size(layout.get(), &bullet_width, nullptr);
                 add_text(std::move(layout), left - bullet_width - m_look.line_height / 3, y);
             }
-            pango_layout_t layout = make_layout(paragraph, room);
-            int height = 0;
-            pango_layout_get_pixel_size(layout.get(), nullptr, &height);
-            add_text(std::move(layout), left, y);
-            y += height;
+            y += add_text(make_layout(paragraph, room), left, y);
         }
     }
     return y;
@@ -233,13 +230,16 @@ int html_body_t::set_width(int width)
     return m_height;
 }
 
-void html_body_t::draw(paint_dc_t& dc, int x, int y, const wxColour& selected) const
+void html_body_t::draw(paint_dc_t& dc, int x, int y, int bottom, const wxColour& selected) const
 {
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
     dc.SetPen(wxPen(m_look.border));
     for (const wxRect& frame : m_frames)
         dc.DrawRectangle(x + frame.x, y + frame.y, frame.width, frame.height);
     for (const placed_t& placed : m_placed) {
+        const int top = y + placed.at.y;
+        if (top >= bottom || top + placed.height <= 0)
+            continue;
         PangoAttrList* own = pango_layout_get_attributes(placed.layout.get());
         const attributes_t kept(pango_attr_list_ref(own), pango_attr_list_unref);
         if (selected.IsOk()) {
@@ -253,8 +253,7 @@ void html_body_t::draw(paint_dc_t& dc, int x, int y, const wxColour& selected) c
                 pango_attr_list_unref(colours);
             pango_layout_set_attributes(placed.layout.get(), plain.get());
         }
-        dc.draw_layout(placed.layout.get(), x + placed.at.x, y + placed.at.y,
-                       selected.IsOk() ? selected : m_look.ink);
+        dc.draw_layout(placed.layout.get(), x + placed.at.x, top, selected.IsOk() ? selected : m_look.ink);
         if (selected.IsOk())
             pango_layout_set_attributes(placed.layout.get(), kept.get());
     }

@@ -37,21 +37,24 @@ public:
     /// Lays it out for a width and returns its height, both in pixels.
     int set_width(int width);
     int get_height() const { return m_height; }
-    /// Draws all of it in one colour when `selected` is valid.
-    void draw(paint_dc_t& dc, int x, int y, const wxColour& selected) const;
+    /// Draws what of it is seen: between 0 and `bottom`. All in one colour when `selected` is valid.
+    void draw(paint_dc_t& dc, int x, int y, int bottom, const wxColour& selected) const;
 
 private:
     struct placed_t
     {
         pango_layout_t layout;
         wxPoint at;
+        int height;
     };
 
     pango_layout_t make_layout(const body_paragraph_t& paragraph, int width) const;
     int natural_width(const body_flow_t& flow) const;
+    std::vector<int> natural_columns(const body_table_t& table) const;
     int place(const body_flow_t& flow, int x, int y, int width);
     int place_table(const body_table_t& table, int x, int y, int width);
-    void add_text(pango_layout_t layout, int x, int y);
+    /// Returns its height.
+    int add_text(pango_layout_t layout, int x, int y);
 
     const body_look_t& m_look;
     body_flow_t m_flow;

@@ -77,8 +77,9 @@ private:
         std::size_t from = 0, to = 0;
         const bool selected = m_view.get_selected_part(element, item, text.size(), from, to);
         const int height = font.get_line_height();
-        std::size_t row = y < 0 ? static_cast<std::size_t>(-y / height) : 0;
-        for (; row < rows.size(); ++row) {
+        const std::size_t first = y < 0 ? static_cast<std::size_t>(-y / height) : 0;
+        PangoDirection direction = PANGO_DIRECTION_LTR;
+        for (std::size_t row = first; row < rows.size(); ++row) {
             const std::int64_t row_y = y + static_cast<std::int64_t>(row) * height;
             if (row_y >= m_layout.get_size().y)
                 break;
@@ -89,8 +90,11 @@ private:
                 row_from = std::max(from, begin) - begin;
                 row_to = std::min(to, end) - begin;
             }
-            draw_row(font, text.substr(begin, end - begin), m_view.get_direction(text, begin), x, row_y, ink,
-                     row_from, row_to, selected && from <= begin && to >= end && begin == end);
+            // The rows of a paragraph run alike, and looking for its beginning takes time.
+            if (row == first || ends_line(text, begin))
+                direction = m_view.get_direction(text, begin);
+            draw_row(font, text.substr(begin, end - begin), direction, x, row_y, ink, row_from, row_to,
+                     selected && from <= begin && to >= end && begin == end);
         }
     }
 
@@ -128,9 +132,9 @@ private:
             m_dc.SetPen(*wxTRANSPARENT_PEN);
             m_dc.SetBrush(wxBrush(m_colours.selection));
             m_dc.DrawRectangle(x, body_y, m_layout.text_width(), body->get_height());
-            body->draw(m_dc, x, body_y, m_colours.selected_ink);
+            body->draw(m_dc, x, body_y, m_layout.get_size().y, m_colours.selected_ink);
         } else
-            body->draw(m_dc, x, body_y, wxColour());
+            body->draw(m_dc, x, body_y, m_layout.get_size().y, wxColour());
     }
 
     void draw_line(const CMessageElement& element, std::size_t index, std::int64_t y)

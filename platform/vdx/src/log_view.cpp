@@ -112,7 +112,12 @@ void log_view_t::read_look()
     SetForegroundColour(m_colours.ink);
     SetBackgroundColour(m_colours.background);
     m_images.clear();
-    m_layout.set_button_height(std::max(wxButton::GetDefaultSize(this).y, 24));
+    // The toolkit remembers its default height from the first font that it saw.
+    auto* probe = new wxButton;
+    probe->Hide();
+    probe->Create(this, wxID_ANY, "x");
+    m_layout.set_button_height(std::max(probe->GetBestSize().y, 24));
+    delete probe;
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
     m_layout.set_look(*this, text, text.Bold(), m_colours, 1.0);
     m_stale = true;

@@ -93,14 +93,12 @@ public:
 
     void draw_text(const wxString& text, int x, int y, PangoDirection direction)
     {
-        PangoContext* context = pango_layout_get_context(m_layout);
-        if (pango_context_get_base_dir(context) != direction) {
-            pango_context_set_base_dir(context, direction);
-            pango_layout_context_changed(m_layout);
-        }
+        const PangoDirection before = pango_context_get_base_dir(pango_layout_get_context(m_layout));
+        set_direction(direction);
         pango_layout_set_auto_dir(m_layout, FALSE);
         DoDrawText(text, x, y);
         pango_layout_set_auto_dir(m_layout, TRUE);
+        set_direction(before); // texts without letters follow it
     }
 
     void push_clip(const wxRect& rect)
@@ -119,6 +117,15 @@ private:
         m_window.SetTextForeground(m_textForegroundColour);
         m_window.SetTextBackground(m_textBackgroundColour);
         m_window.SetBackgroundMode(m_backgroundMode);
+    }
+
+    void set_direction(PangoDirection direction)
+    {
+        PangoContext* context = pango_layout_get_context(m_layout);
+        if (pango_context_get_base_dir(context) == direction)
+            return;
+        pango_context_set_base_dir(context, direction);
+        pango_layout_context_changed(m_layout);
     }
 
     void set_text(const wxString& text) const

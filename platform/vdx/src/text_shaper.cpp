@@ -51,15 +51,21 @@ PangoDirection direction_of(std::string_view text, std::size_t at, PangoDirectio
     std::size_t begin = at;
     while (begin > earliest && !ends_line(text, begin))
         --begin;
-    const std::string_view paragraph = first_line(text.substr(begin, farthest));
+    const std::string_view paragraph = text.substr(begin, farthest);
     // Nearly always the first letter is Latin; the whole algorithm takes longer than drawing the row.
-    const auto decides = [](char c) { return static_cast<unsigned char>(c) >= 0x80 || g_ascii_isalpha(c); };
-    const auto first = std::find_if(paragraph.begin(), paragraph.end(), decides);
-    if (first == paragraph.end())
-        return otherwise;
-    if (g_ascii_isalpha(*first))
-        return PANGO_DIRECTION_LTR;
-    switch (cpil2::strings::base_direction(paragraph)) {
+    const char* const end = paragraph.data() + paragraph.size();
+    const char* letter = paragraph.data();
+    for (const char* next = letter; letter < end; letter = next) {
+        const char32_t character = decode(next, end);
+        if (character == '\n')
+            return otherwise;
+        if (character < 0x80 && g_ascii_isalpha(static_cast<gchar>(character)))
+            return PANGO_DIRECTION_LTR;
+        if (character >= 0x80)
+            break;
+    }
+    const auto undecided = static_cast<std::size_t>(letter - paragraph.data());
+    switch (cpil2::strings::base_direction(first_line(paragraph.substr(undecided)))) {
     case cpil2::strings::direction_t::left_to_right:
         return PANGO_DIRECTION_LTR;
     case cpil2::strings::direction_t::right_to_left:
