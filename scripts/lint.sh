@@ -45,7 +45,7 @@ check "layers" python3 -B scripts/check_layers.py .
 # Each header in a unit of its own, and all of them behind and in front of the headers that hosts bring along.
 headers_stand_alone() {
     local flags folder
-    flags=$(python3 -B scripts/compile_flags.py build commondlg3/src/resources.cpp) || return 1
+    flags=$(python3 -B scripts/compile_flags.py build commondlg3/src/base/resources.cpp) || return 1
     folder=$(mktemp -d)
     local theirs='#include <boost/smart_ptr/intrusive_ptr.hpp>\n#include <wx/wx.h>\n'
     local ours=''
@@ -66,7 +66,7 @@ headers_stand_alone() {
 }
 
 $quick || check "headers stand alone" headers_stand_alone
-$tidy && check "clang-tidy" clang-tidy -p build --quiet commondlg3/src/*/*.cpp commondlg3/src/*.cpp
+$tidy && check "clang-tidy" clang-tidy -p build --quiet commondlg3/src/*/*.cpp
 
 if [ ${#failed[@]} -gt 0 ]; then
     printf '%d of the checks failed: %s\n' ${#failed[@]} "${failed[*]}"

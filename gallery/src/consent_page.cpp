@@ -2,13 +2,11 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
+#include "window_run.h"
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/opt_in_dlg.h>
-#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
-#include <wx_helpers1/painted.h>
 
 namespace gallery {
 namespace {
@@ -26,11 +24,6 @@ user_consent_t consent_from(const json& data)
     gen_helpers2::error_code_t ignored;
     const int number = get_int(data, "consent", static_cast<int>(load_consent(ignored)));
     return number == 1 || number == 2 ? static_cast<user_consent_t>(number) : user_consent_t::not_decided;
-}
-
-std::string library_layouts()
-{
-    return commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
 }
 
 } // namespace
@@ -84,38 +77,26 @@ json consent_page_t::get_data() const
 int open_consent_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = consent_page_t::object_name;
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(library_layouts(), object, parent) &&
-        check_resource(resource_file(), "dlg.page_frame", parent)) {
-        auto* page = new opt_in_pp_t(consent_from(data));
-        page->set_record(get_usage_record());
-        page_frame_t frame(page, text("preferences.page.consent"));
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(consent_page_t::object_name); });
-        result = frame.show_modal(parent);
-        ended = json_of(page->get_consent());
-    }
-    report_result(object, result, ended);
-    return result;
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            auto* page = new opt_in_pp_t(consent_from(data));
+            page->set_record(get_usage_record());
+            run.show_page(page, text("preferences.page.consent"), [page] { return json_of(page->get_consent()); });
+        });
 }
 
 int open_consent_dialog(const json& data, wxWindow* parent)
 {
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(library_layouts(), consent_dialog_object, parent)) {
-        commondlg3::opt_in_dlg_t dialog(consent_from(data));
-        dialog.set_record(get_usage_record());
-        dialog.get_answer_signal().connect(
-            &dialog, [](bool agreed) { report_signal(consent_dialog_object, "answer", agreed); });
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(consent_dialog_object); });
-        result = dialog.show_modal(parent);
-        ended = json_of(dialog.get_consent());
-    }
-    report_result(consent_dialog_object, result, ended);
-    return result;
+    return window_run_t::run(consent_dialog_object, parent, {library_layout(consent_dialog_object)},
+                             [&](window_run_t& run) {
+                                 commondlg3::opt_in_dlg_t dialog(consent_from(data));
+                                 dialog.set_record(get_usage_record());
+                                 dialog.get_answer_signal().connect(&dialog, [](bool agreed) {
+                                     report_signal(consent_dialog_object, "answer", agreed);
+                                 });
+                                 run.show(dialog);
+                                 run.set_data(json_of(dialog.get_consent()));
+                             });
 }
 
 void ask_for_consent_once(wxWindow* parent)

@@ -1,10 +1,8 @@
 #include "demo_dialog.h"
 
-#include "json_report.h"
 #include "missing_resource.h"
+#include "window_run.h"
 
-#include <commondlg3/resources.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/checkbox.h>
@@ -51,14 +49,10 @@ void demo_dialog_t::switch_theme(bool dark)
 
 int demo_dialog_t::run(wxWindow* parent)
 {
-    if (!check_resource(resource_file(), get_resource_object(), parent)) {
-        report_result(m_object, 0, nlohmann::json::object());
-        return 0;
-    }
-    wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow*) { report_opened(m_object); });
-    const int result = show_modal(parent);
-    report_result(m_object, result, get_state());
-    return result;
+    return window_run_t::run(m_object, parent, {own_layout(get_resource_object())}, [this](window_run_t& run) {
+        run.show(*this);
+        run.set_data(get_state());
+    });
 }
 
 } // namespace gallery

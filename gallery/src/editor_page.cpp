@@ -2,10 +2,8 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
+#include "window_run.h"
 
-#include <commondlg3/resources.h>
-#include <wx_helpers1/painted.h>
 
 namespace gallery {
 namespace {
@@ -129,25 +127,14 @@ json editor_page_t::get_data() const
 int open_editor_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = editor_page_t::object_name;
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
-        gen_helpers2::error_code_t ignored;
-        const bool given = data.is_object() && data.contains("languages");
-        auto* page = new editor_pp_t(given ? data_from(data) : load_editors(ignored),
-                                     static_cast<unsigned>(get_int(data, "flags", all_flags)));
-        page_frame_t frame(page, text("preferences.page.editor"));
-        page->get_end_signal().connect(&frame, [](commondlg3::generic_base_t<wxPanel>*, int code) {
-            report_signal(editor_page_t::object_name, "end", code);
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            gen_helpers2::error_code_t ignored;
+            const bool given = data.is_object() && data.contains("languages");
+            auto* page = new editor_pp_t(given ? data_from(data) : load_editors(ignored),
+                                         static_cast<unsigned>(get_int(data, "flags", all_flags)));
+            run.show_page(page, text("preferences.page.editor"), [page] { return json_of(page->get_data()); });
         });
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(editor_page_t::object_name); });
-        result = frame.show_modal(parent);
-        ended = json_of(page->get_data());
-    }
-    report_result(object, result, ended);
-    return result;
 }
 
 } // namespace gallery

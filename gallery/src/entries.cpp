@@ -16,7 +16,10 @@
 #include "simple_message_page.h"
 #include "small_dialogs.h"
 
+#include <cfgmgr2/message_catalog.h>
 #include <cpil/catalog.h>
+
+#include <map>
 
 namespace gallery {
 namespace {
@@ -26,8 +29,19 @@ using nlohmann::json;
 
 entry_t message(const std::string& id, json data)
 {
-    return {id, catalog_key("gallery.category.messages"), message_object,
-            [data = std::move(data)](wxWindow* parent) { return open_message(data, parent); }};
+    return {id, catalog_key("gallery.category.messages"), message_object, std::move(data), open_message};
+}
+
+template <class Open>
+entry_t dialog(const std::string& id, const char* object, const Open& open, json data = nullptr)
+{
+    return {id, catalog_key("gallery.category.dialogs"), object, std::move(data), open};
+}
+
+template <class Open>
+entry_t page(const std::string& id, const char* object, const Open& open, json data = nullptr)
+{
+    return {id, catalog_key("gallery.category.pages"), object, std::move(data), open};
 }
 
 json with_texts_of(message_sample_t sample, json extra = json::object())
@@ -37,12 +51,11 @@ json with_texts_of(message_sample_t sample, json extra = json::object())
     return data;
 }
 
-} // namespace
-
-const std::vector<entry_t>& entries()
+std::vector<entry_t> make_entries()
 {
     using sample = message_sample_t;
-    static const std::vector<entry_t> all = {
+    const json undecided = {{"consent", 0}};
+    return {
         message("message_error", with_texts_of(sample::error)),
         message("message_warning", with_texts_of(sample::warning)),
         message("message_success", with_texts_of(sample::success)),
@@ -56,98 +69,57 @@ const std::vector<entry_t>& entries()
         message("message_long", with_long_text(sample_data(sample::error))),
         message("message_long_word", with_long_word(sample_data(sample::error))),
         {"message_box", catalog_key("gallery.category.messages"), "show_msg_box",
-         [](wxWindow* parent) { return open_message_box(sample_data(sample::warning), parent); }},
-        {"dialog_example", catalog_key("gallery.category.dialogs"), example_dialog_t::object_name,
-         [](wxWindow* parent) { return open_example_dialog(json(), parent); }},
-        {"page_example", catalog_key("gallery.category.pages"), example_page_t::object_name,
-         [](wxWindow* parent) { return open_example_page(json(), parent); }},
-        {"log", catalog_key("gallery.category.pages"), log_object,
-         [](wxWindow* parent) { return open_log(json(), parent); }},
-        {"log_walk", catalog_key("gallery.category.pages"), log_object, open_walk_page},
-        {"log_flood", catalog_key("gallery.category.pages"), log_object, open_flood_page},
-        {"caption", catalog_key("gallery.category.pages"), caption_page_t::object_name,
-         [](wxWindow* parent) { return open_caption_page(json(), parent); }},
-        {"simple_message", catalog_key("gallery.category.pages"), simple_message_page_t::object_name,
-         [](wxWindow* parent) { return open_simple_message_page(json(), parent); }},
-        {"advanced_panel", catalog_key("gallery.category.pages"), advanced_panel_page_t::object_name,
-         [](wxWindow* parent) { return open_advanced_panel_page(json(), parent); }},
-        {"preferences", catalog_key("gallery.category.dialogs"), preferences_dialog_t::object_name,
-         open_preferences},
-        {"page_result_saving", catalog_key("gallery.category.pages"), result_saving_page_t::object_name,
-         [](wxWindow* parent) { return open_result_saving_page(json(), parent); }},
-        {"page_editor", catalog_key("gallery.category.pages"), editor_page_t::object_name,
-         [](wxWindow* parent) { return open_editor_page(json(), parent); }},
-        {"open_source", catalog_key("gallery.category.dialogs"), open_source_dialog_t::object_name,
-         [](wxWindow* parent) { return open_open_source_dialog(json(), parent); }},
-        {"page_experimental", catalog_key("gallery.category.pages"), experimental_page_t::object_name,
-         [](wxWindow* parent) { return open_experimental_page(json(), parent); }},
-        {"page_consent", catalog_key("gallery.category.pages"), consent_page_t::object_name,
-         [](wxWindow* parent) {
-             return open_consent_page({{"consent", 0}}, parent);
-         }},
-        {"dialog_consent", catalog_key("gallery.category.dialogs"), consent_dialog_object,
-         [](wxWindow* parent) {
-             return open_consent_dialog({{"consent", 0}}, parent);
-         }},
-        {"dialog_ask", catalog_key("gallery.category.dialogs"), ask_object,
-         [](wxWindow* parent) { return open_ask_dialog(json(), parent); }},
-        {"dialog_clipboard", catalog_key("gallery.category.dialogs"), clipboard_object,
-         open_clipboard_dialog},
-        {"page_search_dirs", catalog_key("gallery.category.pages"), search_dirs_page_t::object_name,
-         [](wxWindow* parent) { return open_search_dirs_tab(json(), parent, FF_2_13::category_sources); }},
-        {"panel_search_dirs", catalog_key("gallery.category.pages"), "panel.search_dir",
-         [](wxWindow* parent) { return open_search_dirs_panel(json(), parent); }},
-        {"page_file_finder", catalog_key("gallery.category.pages"), "pref.file_finder_pp",
-         [](wxWindow* parent) { return open_file_finder_page(json(), parent); }},
+         sample_data(sample::warning), open_message_box},
+        dialog("dialog_example", example_dialog_t::object_name, open_example_dialog),
+        page("page_example", example_page_t::object_name, open_example_page),
+        page("log", log_object, open_log),
+        page("log_walk", log_object, open_walk_page),
+        page("log_flood", log_object, open_flood_page),
+        page("caption", caption_page_t::object_name, open_caption_page),
+        page("simple_message", simple_message_page_t::object_name, open_simple_message_page),
+        page("advanced_panel", advanced_panel_page_t::object_name, open_advanced_panel_page),
+        dialog("preferences", preferences_dialog_t::object_name, open_preferences),
+        page("page_result_saving", result_saving_page_t::object_name, open_result_saving_page),
+        page("page_editor", editor_page_t::object_name, open_editor_page),
+        dialog("open_source", open_source_dialog_t::object_name, open_open_source_dialog),
+        page("page_experimental", experimental_page_t::object_name, open_experimental_page),
+        page("page_consent", consent_page_t::object_name, open_consent_page, undecided),
+        dialog("dialog_consent", consent_dialog_object, open_consent_dialog, undecided),
+        dialog("dialog_ask", ask_object, open_ask_dialog),
+        dialog("dialog_clipboard", clipboard_object, open_clipboard_dialog),
+        page("page_search_dirs", search_dirs_page_t::object_name, open_search_dirs_tab),
+        page("panel_search_dirs", "panel.search_dir", open_search_dirs_panel),
+        page("page_file_finder", "pref.file_finder_pp", open_file_finder_page),
     };
-    return all;
+}
+
+} // namespace
+
+const std::vector<entry_t>& entries()
+{
+    static std::map<std::string, std::vector<entry_t>> all;
+    auto& in_language = all[cfgmgr2::get_language()];
+    if (in_language.empty())
+        in_language = make_entries();
+    return in_language;
 }
 
 bool open_object(const std::string& object, const nlohmann::json& data)
 {
-    if (object == message_object)
-        open_message(data.is_null() ? sample_data(message_sample_t::error) : data, nullptr);
-    else if (object == "show_msg_box")
-        open_message_box(data.is_null() ? sample_data(message_sample_t::warning) : data, nullptr);
-    else if (object == example_dialog_t::object_name)
-        open_example_dialog(data, nullptr);
-    else if (object == example_page_t::object_name)
-        open_example_page(data, nullptr);
-    else if (object == log_object)
-        open_log(data, nullptr);
-    else if (object == caption_page_t::object_name)
-        open_caption_page(data, nullptr);
-    else if (object == simple_message_page_t::object_name)
-        open_simple_message_page(data, nullptr);
-    else if (object == advanced_panel_page_t::object_name)
-        open_advanced_panel_page(data, nullptr);
-    else if (object == preferences_dialog_t::object_name)
-        open_preferences(nullptr);
-    else if (object == result_saving_page_t::object_name)
-        open_result_saving_page(data, nullptr);
-    else if (object == editor_page_t::object_name)
-        open_editor_page(data, nullptr);
-    else if (object == open_source_dialog_t::object_name)
-        open_open_source_dialog(data, nullptr);
-    else if (object == experimental_page_t::object_name)
-        open_experimental_page(data, nullptr);
-    else if (object == consent_page_t::object_name)
-        open_consent_page(data, nullptr);
-    else if (object == consent_dialog_object)
-        open_consent_dialog(data, nullptr);
-    else if (object == ask_object)
-        open_ask_dialog(data, nullptr);
-    else if (object == clipboard_object)
-        open_clipboard_dialog(nullptr);
-    else if (const auto category = category_of_page(object))
-        open_search_dirs_tab(data, nullptr, *category);
-    else if (object == "panel.search_dir")
-        open_search_dirs_panel(data, nullptr);
-    else if (object == "pref.file_finder_pp")
-        open_file_finder_page(data, nullptr);
-    else
-        return false;
-    return true;
+    std::string name = object;
+    json given = data;
+    // The pages of the search directories are one page with different lists.
+    if (const auto category = category_of_page(object)) {
+        name = search_dirs_page_t::object_name;
+        if (given.is_null() || (given.is_object() && !given.contains("category")))
+            given["category"] = static_cast<int>(*category);
+    }
+    for (const entry_t& entry : entries())
+        if (entry.object == name) {
+            entry.open(given.is_null() ? entry.data : given, nullptr);
+            return true;
+        }
+    return false;
 }
 
 } // namespace gallery

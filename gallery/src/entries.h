@@ -16,13 +16,16 @@ struct entry_t
     std::string id;       ///< names the entry's texts in the catalog, and its picture
     std::string category; ///< catalog key
     std::string object;   ///< resource object, or class where there is none
+    nlohmann::json data;  ///< what it is opened with from the list, and when a script gives nothing else
     /// Opens it over the parent (null: over nothing) and returns when it has ended.
-    std::function<int(wxWindow* parent)> open;
+    std::function<int(const nlohmann::json& data, wxWindow* parent)> open;
 };
 
+/// With sample texts in the present language; they stay as long as the program.
 const std::vector<entry_t>& entries();
 
-/// Opens the object of `--show` with its data (null: a sample). False when there is no such object.
+/// Opens the object of `--show` with its data, or where that is null with that of its first entry. False when
+/// there is no such object.
 bool open_object(const std::string& object, const nlohmann::json& data);
 
 } // namespace gallery

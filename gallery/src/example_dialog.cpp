@@ -2,11 +2,10 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "window_run.h"
 
 #include <commondlg3/message_window.h>
-#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
 namespace gallery {
@@ -59,19 +58,14 @@ void show_help(const std::string& object, const std::string& topic, wxWindow* pa
 int open_example_dialog(const nlohmann::json& data, wxWindow* parent)
 {
     constexpr auto object = example_dialog_t::object_name;
-    if (!check_resource(resource_file(), object, parent)) {
-        report_result(object, 0, nlohmann::json::object());
-        return 0;
-    }
-    example_dialog_t dialog({get_string(data, "name", ""), get_string(data, "notes", "")});
-    dialog.get_help_signal().connect(&dialog, [&dialog](const std::string& topic) {
-        show_help(example_dialog_t::object_name, topic, &dialog);
+    return window_run_t::run(object, parent, {own_layout(object)}, [&](window_run_t& run) {
+        example_dialog_t dialog({get_string(data, "name", ""), get_string(data, "notes", "")});
+        dialog.get_help_signal().connect(&dialog, [&dialog](const std::string& topic) {
+            show_help(example_dialog_t::object_name, topic, &dialog);
+        });
+        run.show(dialog);
+        run.set_data({{"name", dialog.get_data().name}, {"notes", dialog.get_data().notes}});
     });
-    wx_helpers1::when_next_window_is_painted(
-        [](wxTopLevelWindow*) { report_opened(example_dialog_t::object_name); });
-    const int result = dialog.show_modal(parent);
-    report_result(object, result, {{"name", dialog.get_data().name}, {"notes", dialog.get_data().notes}});
-    return result;
 }
 
 } // namespace gallery

@@ -4,10 +4,9 @@
 #include "json_report.h"
 #include "missing_resource.h"
 #include "page_host.h"
+#include "window_run.h"
 
-#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
 namespace gallery {
@@ -57,21 +56,13 @@ bool example_page_t::save_settings()
 int open_example_page(const nlohmann::json& data, wxWindow* parent)
 {
     constexpr auto object = example_page_t::object_name;
-    int result = 0;
-    nlohmann::json ended = nlohmann::json::object();
-    if (check_resource(resource_file(), object, parent)) {
+    return window_run_t::run(object, parent, {own_layout(object)}, [&](window_run_t& run) {
         auto* page = new example_page_t({get_string(data, "name", ""), get_string(data, "notes", "")});
         page_host_t host(page);
-        page->get_end_signal().connect(&host, [](commondlg3::generic_base_t<wxPanel>*, int code) {
-            report_signal(example_page_t::object_name, "end", code);
-        });
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(example_page_t::object_name); });
-        result = host.show_modal(parent);
-        ended = {{"name", page->get_data().name}, {"notes", page->get_data().notes}};
-    }
-    report_result(object, result, ended);
-    return result;
+        report_end_of(*page, object);
+        run.show(host);
+        run.set_data({{"name", page->get_data().name}, {"notes", page->get_data().notes}});
+    });
 }
 
 } // namespace gallery

@@ -3,10 +3,8 @@
 #include "experimental_features.h"
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
+#include "window_run.h"
 
-#include <commondlg3/resources.h>
-#include <wx_helpers1/painted.h>
 
 #include <set>
 #include <utility>
@@ -122,28 +120,23 @@ json experimental_page_t::get_data() const
 int open_experimental_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = experimental_page_t::object_name;
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
-        const boost::shared_ptr<choice_in_memory_t> active(new choice_in_memory_t);
-        boost::shared_ptr<commondlg3::feature_list_config_t> list = load_feature_list();
-        if (data.is_object() && data.contains("features") && data["features"].is_array()) {
-            list.reset(new given_features_t(data["features"]));
-            for (int i = 0; i < list->get_count(); ++i)
-                if (get_bool(data["features"][i], "enabled", false))
-                    active->turn_on(list->get_feature(i));
-        }
-        auto* page = new experimental_options_panel_t(list, active);
-        page_frame_t frame(page, text("preferences.page.experimental"));
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(experimental_page_t::object_name); });
-        result = frame.show_modal(parent);
-        ended = json_of(*page);
-        ended["restart_requested"] = page->is_restart_requested();
-    }
-    report_result(object, result, ended);
-    return result;
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            const boost::shared_ptr<choice_in_memory_t> active(new choice_in_memory_t);
+            boost::shared_ptr<commondlg3::feature_list_config_t> list = load_feature_list();
+            if (data.is_object() && data.contains("features") && data["features"].is_array()) {
+                list.reset(new given_features_t(data["features"]));
+                for (int i = 0; i < list->get_count(); ++i)
+                    if (get_bool(data["features"][i], "enabled", false))
+                        active->turn_on(list->get_feature(i));
+            }
+            auto* page = new experimental_options_panel_t(list, active);
+            run.show_page(page, text("preferences.page.experimental"), [page] {
+                json ended = json_of(*page);
+                ended["restart_requested"] = page->is_restart_requested();
+                return ended;
+            });
+        });
 }
 
 } // namespace gallery

@@ -2,12 +2,12 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "window_run.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
 #include <gen_helpers2/file.h>
 #include <vdx/event_log.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -132,16 +132,15 @@ nlohmann::json state_of(log_page_t& page)
     return {{"entries", entries}, {"has_changes", changed}};
 }
 
-int run(log_page_t& page)
+int run(log_page_t& page, wxWindow* parent)
 {
-    wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(log_object); });
-    const int result = page.ShowModal();
-    const bool changed = page.get_log().has_changes(); // after the next line nothing counts as changed
-    const nlohmann::json state = state_of(page);
-    if (changed)
-        page.keep();
-    report_result(log_object, result, state);
-    return result;
+    return window_run_t::run(log_object, parent, {}, [&page](window_run_t& run) {
+        run.show([&page] { return page.ShowModal(); });
+        const bool changed = page.get_log().has_changes(); // after the next line nothing counts as changed
+        run.set_data(state_of(page));
+        if (changed)
+            page.keep();
+    });
 }
 
 } // namespace
@@ -208,19 +207,19 @@ int open_log(const nlohmann::json& data, wxWindow* parent)
 {
     const bool given = data.is_object() && data.contains("entries") && data["entries"].is_array();
     shown_log_t page(parent, given ? data["entries"] : sample_entries());
-    return run(page);
+    return run(page, parent);
 }
 
-int open_walk_page(wxWindow* parent)
+int open_walk_page(const nlohmann::json&, wxWindow* parent)
 {
     walk_page_t page(parent);
-    return run(page);
+    return run(page, parent);
 }
 
-int open_flood_page(wxWindow* parent)
+int open_flood_page(const nlohmann::json&, wxWindow* parent)
 {
     flood_page_t page(parent);
-    return run(page);
+    return run(page, parent);
 }
 
 } // namespace gallery

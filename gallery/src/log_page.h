@@ -89,7 +89,7 @@ private:
 
 /// Opens the control with the entries of the data (null: a sample) and reports by JSON lines.
 int open_log(const nlohmann::json& data, wxWindow* parent);
-int open_walk_page(wxWindow* parent);
-int open_flood_page(wxWindow* parent);
+int open_walk_page(const nlohmann::json& data, wxWindow* parent);
+int open_flood_page(const nlohmann::json& data, wxWindow* parent);
 
 } // namespace gallery

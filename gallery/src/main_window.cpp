@@ -119,7 +119,7 @@ void main_panel_t::open_selected()
     const entry_t* entry = selected();
     if (!entry)
         return;
-    const int result = entry->open(wxGetTopLevelParent(this));
+    const int result = entry->open(entry->data, wxGetTopLevelParent(this));
     m_status->SetLabelText(to_label(
         can_show_messages() ? commondlg3::message_window_t::get_message(
                                   "gallery", "status.result", {{"object", entry->object}, {"result", result}})
@@ -212,7 +212,7 @@ void main_window_t::make_menus()
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
     Bind(
-        wxEVT_MENU, [this](wxCommandEvent&) { open_preferences(this); }, wxID_PREFERENCES);
+        wxEVT_MENU, [this](wxCommandEvent&) { open_preferences(nullptr, this); }, wxID_PREFERENCES);
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { open_open_source_dialog(nlohmann::json(), this); }, wxID_OPEN);
 }

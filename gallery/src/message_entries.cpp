@@ -2,11 +2,10 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "window_run.h"
 
-#include <commondlg3/resources.h>
 #include <commondlg3/text_utils.h>
 #include <cpil/catalog.h>
-#include <wx_helpers1/painted.h>
 
 namespace gallery {
 namespace {
@@ -71,17 +70,18 @@ json data_of(const commondlg3::message_window_t& window)
     return data;
 }
 
-// Reports the opening and the answer of what `show` shows.
-template <class Show>
-int report_message(const commondlg3::message_window_t& window, wxWindow* parent, const Show& show)
+// One that is silenced does not open, and one without its layout answers as the library does.
+int run_message(const commondlg3::message_window_t& window, wxWindow* parent, const std::function<int()>& show)
 {
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    const bool silenced = window.check_box && window.check_box->is_checked();
-    if (!silenced && check_resource(file, message_object, parent))
-        wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow*) { report_opened(message_object); });
-    const int result = show();
-    report_result(message_object, result, data_of(window));
-    return result;
+    return window_run_t::run(message_object, parent, {}, [&](window_run_t& run) {
+        const bool silenced = window.check_box && window.check_box->is_checked();
+        const layout_t layout = library_layout(message_object);
+        if (!silenced && check_resource(layout.file, layout.object, parent))
+            run.show(show);
+        else
+            run.set_result(show());
+        run.set_data(data_of(window));
+    });
 }
 
 } // namespace
@@ -140,13 +140,13 @@ commondlg3::message_window_t message_from(const json& data)
 int open_message(const json& data, wxWindow* parent)
 {
     const auto window = message_from(data);
-    return report_message(window, parent, [&] { return commondlg3::show_modal(window, parent); });
+    return run_message(window, parent, [&] { return commondlg3::show_modal(window, parent); });
 }
 
 int open_message_box(const json& data, wxWindow* parent)
 {
     const auto window = message_from(data);
-    return report_message(window, parent, [&] {
+    return run_message(window, parent, [&] {
         return commondlg3::show_msg_box(window.main_message, window.supplemental_message, window.icon_type,
                                         parent);
     });

@@ -3,14 +3,13 @@
 #include "editor_page.h"
 #include "json_report.h"
 #include "missing_resource.h"
+#include "window_run.h"
 
 #include <commondlg3/choosers.h>
 #include <commondlg3/editor_launch.h>
 #include <commondlg3/message_window.h>
-#include <commondlg3/resources.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -137,19 +136,13 @@ void open_source_dialog_t::open()
 int open_open_source_dialog(const json& data, wxWindow* parent)
 {
     constexpr auto object = open_source_dialog_t::object_name;
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(resource_file(), object, parent)) {
+    return window_run_t::run(object, parent, {own_layout(object)}, [&](window_run_t& run) {
         gen_helpers2::error_code_t ignored; // the preferences dialog tells it
         open_source_dialog_t dialog(load_editors(ignored), get_string(data, "file", ""),
                                     get_int(data, "line", 1));
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(open_source_dialog_t::object_name); });
-        result = dialog.show_modal(parent);
-        ended = dialog.get_data();
-    }
-    report_result(object, result, ended);
-    return result;
+        run.show(dialog);
+        run.set_data(dialog.get_data());
+    });
 }
 
 } // namespace gallery

@@ -44,7 +44,7 @@ private:
                     m_window = window;
                     m_timer.StartOnce(settle_milliseconds);
                 });
-                entry.open(wxTheApp->GetTopWindow());
+                entry.open(entry.data, wxTheApp->GetTopWindow());
             }
             m_done(m_failed);
             return;

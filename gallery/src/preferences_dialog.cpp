@@ -3,16 +3,15 @@
 #include "json_report.h"
 #include "missing_resource.h"
 #include "restart.h"
+#include "window_run.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <commondlg3/message_window.h>
-#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -330,24 +329,18 @@ void preferences_dialog_t::handle_ok(wxCommandEvent& event)
     dialog_base_t::handle_ok(event);
 }
 
-int open_preferences(wxWindow* parent)
+int open_preferences(const nlohmann::json&, wxWindow* parent)
 {
     constexpr auto object = preferences_dialog_t::object_name;
-    int result = 0;
-    nlohmann::json ended = nlohmann::json::object();
-    if (check_resource(resource_file(), object, parent)) {
+    return window_run_t::run(object, parent, {own_layout(object)}, [](window_run_t& run) {
         preferences_dialog_t dialog;
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(preferences_dialog_t::object_name); });
-        result = dialog.show_modal(parent);
-        ended = dialog.get_data();
+        run.show(dialog);
+        run.set_data(dialog.get_data());
         if (dialog.wants_restart()) {
             report_signal(object, "restart", true);
             request_restart();
         }
-    }
-    report_result(object, result, ended);
-    return result;
+    });
 }
 
 } // namespace gallery

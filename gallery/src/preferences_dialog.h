@@ -75,6 +75,6 @@ private:
 };
 
 /// Opens it and reports by JSON lines.
-int open_preferences(wxWindow* parent);
+int open_preferences(const nlohmann::json& data, wxWindow* parent);
 
 } // namespace gallery

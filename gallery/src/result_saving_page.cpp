@@ -2,13 +2,11 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
+#include "window_run.h"
 
 #include <cctrl2/collection_controller.h>
-#include <commondlg3/resources.h>
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
-#include <wx_helpers1/painted.h>
 
 namespace gallery {
 namespace {
@@ -142,27 +140,16 @@ json result_saving_page_t::get_data() const
 int open_result_saving_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = result_saving_page_t::object_name;
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
-        result_saving_page_t stored(std::make_shared<settings_store_t>(preferences_file));
-        if (const auto read = stored.load(); read.failed())
-            gen_helpers2::log_warning("gallery", read.as_string());
-        const auto record = data_from(stored.get_data(), initial_data());
-        const unsigned flags = static_cast<unsigned>(get_int(data, "flags", all_flags));
-        auto* page = new result_saving_pp_t(data_from(data, record), flags);
-        page_frame_t frame(page, stored.get_title());
-        page->get_end_signal().connect(&frame, [](commondlg3::generic_base_t<wxPanel>*, int code) {
-            report_signal(result_saving_page_t::object_name, "end", code);
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            result_saving_page_t stored(std::make_shared<settings_store_t>(preferences_file));
+            if (const auto read = stored.load(); read.failed())
+                gen_helpers2::log_warning("gallery", read.as_string());
+            const auto record = data_from(stored.get_data(), initial_data());
+            const unsigned flags = static_cast<unsigned>(get_int(data, "flags", all_flags));
+            auto* page = new result_saving_pp_t(data_from(data, record), flags);
+            run.show_page(page, stored.get_title(), [page] { return json_of(page->get_data()); });
         });
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened(result_saving_page_t::object_name); });
-        result = frame.show_modal(parent);
-        ended = json_of(page->get_data());
-    }
-    report_result(object, result, ended);
-    return result;
 }
 
 } // namespace gallery

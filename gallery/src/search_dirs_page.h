@@ -61,7 +61,7 @@ std::optional<FF_2_13::search_category_t> category_of_page(const std::string& ob
 /// Each opens a window alone, on lists of its own, and reports by JSON lines; nothing is written.
 /// @param data {"category": 3, "error_mode": 1, "dirs": ["/usr/src", ...]}; null: a sample
 /// @param category where the data names none
-int open_search_dirs_tab(const nlohmann::json& data, wxWindow* parent, FF_2_13::search_category_t category);
+int open_search_dirs_tab(const nlohmann::json& data, wxWindow* parent);
 /// @param data {"binaries": [...], "symbols": [...], "sources": [...], "others": [...]} with paths or
 /// {"path": ..., "recursive": true}; "save_fails": true: as if the disk were full. Null: a sample
 int open_search_dirs_panel(const nlohmann::json& data, wxWindow* parent);

@@ -1,13 +1,11 @@
 #include "json_report.h"
 #include "missing_resource.h"
-#include "page_frame.h"
 #include "search_dirs_json.h"
 #include "search_dirs_page.h"
+#include "window_run.h"
 
 #include <commondlg3/file_finder_pp.h>
-#include <commondlg3/resources.h>
 #include <commondlg3/search_dirs_panel.h>
-#include <wx_helpers1/painted.h>
 
 // The pages of directories alone, for scripts and pictures.
 namespace gallery {
@@ -76,24 +74,13 @@ json lists_to_json(const ObjectPtr<IEditableSearchDirContainer>& lists)
 }
 
 // Shows the page that `make` makes, and reports its end with `state`.
-int open_alone(const char* object, const char* title, wxWindow* parent,
-               const std::function<commondlg3::pref_base_t*()>& make, const std::function<json()>& state)
+int open_alone(const char* object, wxWindow* parent, const std::function<commondlg3::pref_base_t*()>& make,
+               const std::function<json()>& state)
 {
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    int result = 0;
-    json ended = json::object();
-    if (check_resource(file, object, parent) && check_resource(resource_file(), "dlg.page_frame", parent)) {
-        auto* page = make();
-        page_frame_t frame(page, text(title));
-        page->get_end_signal().connect(&frame, [object](commondlg3::generic_base_t<wxPanel>*, int code) {
-            report_signal(object, "end", code);
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            run.show_page(make(), text("preferences.page.search_dirs"), state);
         });
-        wx_helpers1::when_next_window_is_painted([object](wxTopLevelWindow*) { report_opened(object); });
-        result = frame.show_modal(parent);
-        ended = state();
-    }
-    report_result(object, result, ended);
-    return result;
 }
 
 } // namespace
@@ -109,13 +96,13 @@ std::optional<search_category_t> category_of_page(const std::string& object)
     return {};
 }
 
-int open_search_dirs_tab(const json& data, wxWindow* parent, search_category_t usual_category)
+int open_search_dirs_tab(const json& data, wxWindow* parent)
 {
-    const auto category = static_cast<search_category_t>(get_int(data, "category", usual_category));
+    const auto category = static_cast<search_category_t>(get_int(data, "category", category_sources));
     const auto lists = make_search_dir_container(nullptr);
     dirs_from_json(data.is_object() && data.contains("dirs") ? data["dirs"] : sample_dirs(), lists, category);
     return open_alone(
-        search_dirs_page_t::object_name, "preferences.page.search_dirs", parent,
+        search_dirs_page_t::object_name, parent,
         [&] { return new commondlg3::search_dirs_tab_t(lists, category, get_int(data, "error_mode", 1)); },
         [&] {
             json state = lists_to_json(lists);
@@ -128,7 +115,7 @@ int open_search_dirs_panel(const json& data, wxWindow* parent)
 {
     const auto lists = lists_from(data.is_object() ? data : sample_lists());
     return open_alone(
-        "panel.search_dir", "preferences.page.search_dirs", parent,
+        "panel.search_dir", parent,
         [&] { return new commondlg3::search_dirs_panel_t(lists); }, [&] { return lists_to_json(lists); });
 }
 
@@ -136,7 +123,7 @@ int open_file_finder_page(const json& data, wxWindow* parent)
 {
     const auto lists = lists_from(data.is_object() ? data : sample_lists());
     return open_alone(
-        "pref.file_finder_pp", "preferences.page.search_dirs", parent,
+        "pref.file_finder_pp", parent,
         [&] { return new commondlg3::file_finder_pp_t(lists); }, [&] { return lists_to_json(lists); });
 }
 

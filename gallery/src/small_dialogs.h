@@ -12,6 +12,6 @@ constexpr char clipboard_object[] = "dlg.clipboard";
 
 /// {"filename": ...}
 int open_ask_dialog(const nlohmann::json& data, wxWindow* parent);
-int open_clipboard_dialog(wxWindow* parent);
+int open_clipboard_dialog(const nlohmann::json& data, wxWindow* parent);
 
 } // namespace gallery

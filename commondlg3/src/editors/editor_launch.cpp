@@ -2,7 +2,7 @@
 
 #include "commondlg3/message_window.h"
 #include "commondlg3/text_utils.h"
-#include "shown_path.h"
+#include "paths/shown_path.h"
 
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/program.h>

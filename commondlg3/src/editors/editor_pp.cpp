@@ -1,11 +1,11 @@
 #include "commondlg3/editor_pp.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/choosers.h"
 #include "commondlg3/editor_launch.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
-#include "shown_path.h"
-#include "wrapped_labels.h"
+#include "paths/shown_path.h"
 
 #include <gen_helpers2/assertion.h>
 #include <gen_helpers2/stdpaths.h>

@@ -2,7 +2,8 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 
-#include <cpil/catalog.h>
+#include "icon_type.h"
+
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/resource_loader.h>
 
@@ -10,27 +11,6 @@
 #include <wx/sizer.h>
 
 namespace commondlg3 {
-namespace {
-
-using CPIL_2_18::i18n::catalog_key;
-
-const char* title_key(message_window_t::icon_types_t type)
-{
-    switch (type) {
-    case message_window_t::icon_types_t::warning:
-        return catalog_key("message_window.title.warning");
-    case message_window_t::icon_types_t::success:
-        return catalog_key("message_window.title.success");
-    case message_window_t::icon_types_t::information:
-        return catalog_key("message_window.title.information");
-    case message_window_t::icon_types_t::progress:
-        return catalog_key("message_window.title.progress");
-    default:
-        return catalog_key("message_window.title.error");
-    }
-}
-
-} // namespace
 
 error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window)
     : m_window(window), m_panel(new error_warning_panel_t(window))
@@ -76,7 +56,7 @@ void error_warning_dialog_t::on_init_dialog()
 // What a message changes of the window around it.
 void error_warning_dialog_t::present()
 {
-    set_title(translate_message(title_key(m_window.icon_type)));
+    set_title(translate_message(icon_type_of(m_window.icon_type).title_key));
     constexpr std::size_t spoken_bytes = 4096; // nobody listens to more without asking for it
     wx_helpers1::set_accessible_description(
         this, m_panel->get_text_for_clipboard(std::string()).substr(0, spoken_bytes));

@@ -2,6 +2,7 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 
+#include "icon_type.h"
 #include "long_text.h"
 
 #include <cpil/catalog.h>
@@ -77,22 +78,6 @@ std::size_t longest_word(const std::string& text)
     return longest;
 }
 
-std::string severity_name(message_window_t::icon_types_t type)
-{
-    switch (type) {
-    case message_window_t::icon_types_t::warning:
-        return translate_message("severity.warning");
-    case message_window_t::icon_types_t::success:
-        return translate_message("severity.success");
-    case message_window_t::icon_types_t::information:
-        return translate_message("severity.information");
-    case message_window_t::icon_types_t::progress:
-        return translate_message("severity.progress");
-    default:
-        return translate_message("severity.error");
-    }
-}
-
 // The room on the screen that a window is on. How much of it panels and docks take is known to the window
 // manager alone, and costs a dozen questions to the display: they are asked only when it matters.
 class screen_t
@@ -161,7 +146,7 @@ void error_warning_panel_t::load_images()
         return;
     m_icon->set_picture(m_window.picture.is_empty() ? message_window_t::get_icon_by_type(m_window.icon_type)
                                                     : m_window.picture);
-    m_icon->set_description(severity_name(m_window.icon_type));
+    m_icon->set_description(translate_message(icon_type_of(m_window.icon_type).word_key));
 }
 
 void error_warning_panel_t::set_animation(const wx_helpers1::wxAnimation& animation)

@@ -1,21 +1,16 @@
 #include "commondlg3/message_window.h"
 
-#include "commondlg3/image_loader.h"
+#include "commondlg3/text_utils.h"
 
+#include "base/message_of.h"
 #include "kept_window.h"
 
-#include <cfgmgr2/message_catalog.h>
-#include <cfgmgr2/product_arguments.h>
-#include <cpil/catalog.h>
-#include <gen_helpers2/assertion.h>
 #include <wx_helpers1/main_window.h>
 
 #include <iterator>
 
 namespace commondlg3 {
 namespace {
-
-constexpr char unit[] = "message_window";
 
 using CPIL_2_18::generic::varg_list;
 
@@ -42,12 +37,7 @@ int result_of(int id, message_window_t::button_type_t button_type)
 std::string message_window_t::get_message(const std::string& catalog_name, const std::string& key,
                                           const varg_list& args)
 {
-    const auto catalog = cfgmgr2::getMessageCatalog(catalog_name);
-    if (!catalog)
-        return "Message catalog '" + catalog_name + "' is not loaded. Message: " + key;
-    if (!catalog->has_message(key))
-        return "Message is not found: '" + key + "'";
-    return catalog->message(key).as_ustring(args.empty() ? cfgmgr2::product_arguments() : args);
+    return message_of(catalog_name, key, args);
 }
 
 void message_window_t::set_main_message(const std::string& catalog, const std::string& key,
@@ -103,26 +93,6 @@ message_window_t::warning_wnd_with_check(const std::string& catalog, const std::
     return window;
 }
 
-wx_helpers1::picture_t message_window_t::get_icon_by_type(icon_types_t type)
-{
-    using image = image_loader_t::image_type_t;
-    image_loader_t& loader = image_loader_t::get();
-    switch (type) {
-    case icon_types_t::error:
-        return loader.load_image(image::error24);
-    case icon_types_t::warning:
-        return loader.load_image(image::warning24);
-    case icon_types_t::success:
-        return loader.load_image(image::checkmark24);
-    case icon_types_t::information:
-        return loader.load_image(image::info24);
-    case icon_types_t::progress:
-        return loader.load_animation(image_loader_t::animation_type_t::progress);
-    }
-    GH2_ASSERT_TEXT(false, "unsupported picture type", unit);
-    return {};
-}
-
 int show_modal(const message_window_t& window, wxWindow* parent)
 {
     if (window.check_box && window.check_box->is_checked())
@@ -130,6 +100,18 @@ int show_modal(const message_window_t& window, wxWindow* parent)
     if (!parent)
         parent = wx_helpers1::get_main_window();
     return result_of(run_message_window(window, parent), window.button_type);
+}
+
+int show_msg_box(const std::string& text1, const std::string& text2, message_window_t::icon_types_t icon,
+                 wxWindow* parent)
+{
+    message_window_t window;
+    window.main_message = text1;
+    window.supplemental_message = text2;
+    window.icon_type = icon;
+    if (!parent)
+        parent = wx_helpers1::get_main_window();
+    return parent ? show_modal(window, parent) : static_cast<int>(message_window_t::result_no_parent);
 }
 
 } // namespace commondlg3

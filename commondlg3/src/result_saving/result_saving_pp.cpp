@@ -1,12 +1,12 @@
 #include "commondlg3/result_saving_pp.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/choosers.h"
 #include "commondlg3/name_chars.h"
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
-#include "shown_path.h"
-#include "wrapped_labels.h"
+#include "paths/shown_path.h"
 
 #include <cctrl2/collection_controller.h>
 #include <cfgmgr2/message_catalog.h>

@@ -1,11 +1,11 @@
 #include "commondlg3/search_dirs_tab.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/caption_panel.h"
 #include "commondlg3/dir_checker.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 #include "dir_grid.h"
-#include "wrapped_labels.h"
 
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>

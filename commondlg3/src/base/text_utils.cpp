@@ -1,11 +1,12 @@
 #include "commondlg3/text_utils.h"
 
+#include "message_of.h"
+
 #include <cpil/strings.h>
 #include <gen_helpers2/assertion.h>
 #include <vdx/caption.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/main_window.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
@@ -26,7 +27,7 @@ constexpr char catalog_name[] = "commondlg";
 
 std::string translate_message(const std::string& key, const CPIL_2_18::generic::varg_list& args)
 {
-    return message_window_t::get_message(catalog_name, key, args);
+    return message_of(catalog_name, key, args);
 }
 
 std::string set_1st_letter_uppercase(const std::string& text)
@@ -132,18 +133,6 @@ void move_to_visible_area(wxWindow* win)
     const int x = dx < 0 ? position.x + dx : position.x;
     const int y = dy < 0 ? position.y + dy - 2 * margin : position.y;
     win->Move(x, y);
-}
-
-int show_msg_box(const std::string& text1, const std::string& text2, message_window_t::icon_types_t icon,
-                 wxWindow* parent)
-{
-    message_window_t window;
-    window.main_message = text1;
-    window.supplemental_message = text2;
-    window.icon_type = icon;
-    if (!parent)
-        parent = wx_helpers1::get_main_window();
-    return parent ? show_modal(window, parent) : static_cast<int>(message_window_t::result_no_parent);
 }
 
 void set_vdxc_icon(vdxcfrw7::CImage& image, const wx_helpers1::picture_t& picture)

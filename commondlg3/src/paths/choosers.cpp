@@ -1,6 +1,6 @@
 #include "commondlg3/choosers.h"
 
-#include "kept_text.h"
+#include "base/kept_text.h"
 
 #include <cpil/catalog.h>
 #include <gen_helpers2/path.h>

@@ -57,21 +57,6 @@ void set_numbered_name(wxWindow* button, const std::string& name)
 
 } // namespace
 
-caption_panel_t::caption_panel_t(wxWindow* parent) : m_parent_layout(std::make_unique<parent_layout_t>(this))
-{
-    Create(parent);
-    init(std::string(), std::string());
-}
-
-caption_panel_t::caption_panel_t(wxWindow* parent, const std::string& caption, const std::string& description)
-    : m_parent_layout(std::make_unique<parent_layout_t>(this))
-{
-    Create(parent);
-    init(caption, description);
-}
-
-caption_panel_t::~caption_panel_t() = default;
-
 void caption_panel_t::init(const std::string& caption, const std::string& description)
 {
     SetSizer(new wxBoxSizer(wxVERTICAL));

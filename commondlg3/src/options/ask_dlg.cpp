@@ -1,9 +1,9 @@
 #include "commondlg3/ask_dlg.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/choosers.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
-#include "wrapped_labels.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>

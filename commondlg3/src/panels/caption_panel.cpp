@@ -8,7 +8,8 @@
 
 #include <algorithm>
 
-// The messages: their order, which one is shown, and what each operation makes of that.
+// The messages: their order, which one is shown, and what each operation makes of that. How they look is in
+// caption_panel_look.cpp.
 namespace commondlg3 {
 namespace {
 
@@ -16,6 +17,21 @@ constexpr char unit[] = "caption";
 constexpr int least_severe = static_cast<int>(caption_panel_t::severity_t::information);
 
 } // namespace
+
+caption_panel_t::caption_panel_t(wxWindow* parent) : m_parent_layout(std::make_unique<parent_layout_t>(this))
+{
+    Create(parent);
+    init(std::string(), std::string());
+}
+
+caption_panel_t::caption_panel_t(wxWindow* parent, const std::string& caption, const std::string& description)
+    : m_parent_layout(std::make_unique<parent_layout_t>(this))
+{
+    Create(parent);
+    init(caption, description);
+}
+
+caption_panel_t::~caption_panel_t() = default;
 
 std::vector<caption_panel_t::message_info_t>::iterator caption_panel_t::find(int id)
 {

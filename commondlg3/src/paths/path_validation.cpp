@@ -1,9 +1,9 @@
 #include "commondlg3/path_validation.h"
 
+#include "base/kept_text.h"
 #include "commondlg3/generic_base.h"
 #include "commondlg3/name_chars.h"
 #include "commondlg3/text_utils.h"
-#include "kept_text.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cpil/catalog.h>
@@ -106,15 +106,6 @@ std::vector<std::string> folders_of_environment()
 }
 
 } // namespace
-
-const std::string& kept_text(const char* key)
-{
-    static std::map<std::string, std::string> kept;
-    std::string& text = kept[cfgmgr2::get_language() + '\n' + key];
-    if (text.empty())
-        text = translate_message(key, {});
-    return text;
-}
 
 wxColour get_path_error_colour()
 {

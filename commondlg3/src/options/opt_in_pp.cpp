@@ -1,8 +1,8 @@
 #include "commondlg3/opt_in_pp.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
-#include "wrapped_labels.h"
 
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>

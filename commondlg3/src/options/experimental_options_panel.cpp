@@ -1,9 +1,9 @@
 #include "commondlg3/experimental_options_panel.h"
 
+#include "base/wrapped_labels.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/simple_message_panel.h"
 #include "commondlg3/text_utils.h"
-#include "wrapped_labels.h"
 
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/accessibility.h>
