@@ -2,12 +2,12 @@
 """Checks message catalogs against each other and against the code and layouts that use them.
 
 usage: check_catalogs.py --catalogs DIR [--also DIR...] [--sources DIR...] [--xrc FILE...]
-                         [--functions NAME...] [--unused]
+                         [--functions NAME...] [--users DIR...]
 
 English is the measure: every other language has the same keys, with the same arguments. --also names catalogs in
 which a used key may be found as well; they are not checked themselves. --functions names further functions whose first
-argument is a key. --unused adds notes about English keys that stand in no source; keys that the code puts together
-from parts are among them.
+argument is a key. --users names all folders that may use the catalogs: a key that none of their sources and layouts
+names is a finding; a literal that ends with a point names all keys that begin with it.
 """
 import argparse
 import os
@@ -15,7 +15,7 @@ import re
 import sys
 
 from catalog_format import FormatError, argument_names, read_po
-from source_format import Source, files_below, literals_of, read_xrc, report
+from source_format import LITERAL, Source, files_below, literals_of, read_xrc, report
 
 KEY = re.compile(r"[a-z0-9_]+(\.[a-z0-9_]+)*")
 # Which argument of a function is a key. Of alternatives in one tuple the first that is a literal counts.
@@ -112,6 +112,16 @@ def keys_in_xrc(paths, findings):
                     findings.append((path, child.line, f'text not from the catalog: "{text}"'))
 
 
+def words_in(folders):
+    """(words that stand in sources and layouts, those of them that end with a point)"""
+    words = set()
+    for path in files_below(folders, (".cpp", ".h")):
+        words.update(re.findall(LITERAL, Source(path).text))
+    for path in files_below(folders, ".xrc"):
+        words.update(node.text.strip() for node in read_xrc(path).below())
+    return words, tuple(word for word in words if re.fullmatch(r"([a-z0-9_]+\.)+", word))
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--catalogs", required=True)
@@ -119,7 +129,7 @@ def main():
     parser.add_argument("--sources", nargs="*", default=[])
     parser.add_argument("--xrc", nargs="*", default=[])
     parser.add_argument("--functions", nargs="*", default=[])
-    parser.add_argument("--unused", action="store_true")
+    parser.add_argument("--users", nargs="*", default=[])
     options = parser.parse_args()
 
     findings = []
@@ -133,12 +143,12 @@ def main():
                    if not any(key in m for m in (messages, *(other.get(language, {}) for other in others)))]
         if missing:
             findings.append((path, line, f'"{key}" has no text in {", ".join(missing)}'))
-    code = report(sorted(findings))
-    if options.unused:
+    if options.users:
+        named, beginnings = words_in(options.users)
         for key, message in catalogs.get("en", {}).items():
-            if key not in {key for _, _, key in used}:
-                print(f'{options.catalogs}/en.po:{message.line}: note: nobody uses "{key}"')
-    return code
+            if key not in named and not key.startswith(beginnings):
+                findings.append((os.path.join(options.catalogs, "en.po"), message.line, f'nobody uses "{key}"'))
+    return report(sorted(findings))
 
 
 if __name__ == "__main__":

@@ -3,8 +3,9 @@
 
 usage: check_resources.py [--sources DIR...] [--xrc FILE...] [--image-loader FILE.cpp --images FILE.xrc]
 
-Layouts: a class that calls set_resource_object("dlg.name") belongs to that object; each from_xrc<T>(..., "m_name") in
-its methods names a window below it whose class is T. Pictures: each name in the image loader's tables is in the image
+Layouts: a class that calls set_resource_object("dlg.name") belongs to that object; each lookup<T>(..., "m_name") in its
+methods, by whatever name the function has, names a window below it whose class is T. A lookup elsewhere, and each
+XRCID("m_name"), names a window of some layout; nothing but from_xrc() itself asks the toolkit. Pictures: each name in the image loader's tables is in the image
 resource; each file that this resource names exists, and each picture beside them is named.
 """
 import argparse
@@ -67,7 +68,7 @@ def value_of(source, argument):
     return literal[0] if literal else None
 
 
-def read_code(folders):
+def read_code(folders, findings):
     """({class: [(path, line, object)]}, [(path, line, class, type, control)])"""
     objects, lookups = {}, []
     for path in files_below(folders, (".cpp", ".h")):
@@ -77,11 +78,16 @@ def read_code(folders):
             name, cls = value_of(source, arguments[0]), owner(regions, match.start())
             if name and cls:
                 objects.setdefault(cls, []).append((path, source.line(match.start()), name))
-        for match, arguments in source.calls(r"from_xrc\s*<\s*[\w:]+\s*>"):
-            name = value_of(source, arguments[-1])
-            if name and len(arguments) == 2:
+        for match, arguments in source.calls(r"\w+\s*<\s*[\w:]+\s*>"):
+            name = value_of(source, arguments[-1]) if arguments else None
+            if name and len(arguments) == 2 and ("from_xrc" in match[0] or name.startswith("m_")):
                 wanted = re.search(r"<\s*(?:\w*::)*(\w+)", match[0])[1]
                 lookups.append((path, source.line(match.start()), owner(regions, match.start()), wanted, name))
+        for match, arguments in source.calls("XRCID"):
+            lookups.append((path, source.line(match.start()), None, "wxWindow", value_of(source, arguments[0])))
+        for match, arguments in source.calls("GetXRCID"):
+            if os.path.basename(path) != "resources.h":
+                findings.append((path, source.line(match.start()), "controls are looked up by from_xrc()"))
     return objects, lookups
 
 
@@ -114,16 +120,17 @@ def accepts(node, wanted):
 
 def check_layouts(sources, xrc, findings):
     layouts = read_layouts(xrc, findings)
-    objects, lookups = read_code(sources)
+    objects, lookups = read_code(sources, findings)
     for cls, places in objects.items():
         for path, line, name in places:
             if name not in layouts:
                 findings.append((path, line, f'{cls}: no resource has an object "{name}"'))
     for path, line, cls, wanted, name in lookups:
-        tops = [layouts[object_name] for _, _, object_name in objects.get(cls, []) if object_name in layouts]
+        own = [layouts[object_name] for _, _, object_name in objects.get(cls, []) if object_name in layouts]
+        tops = own or list(layouts.values())
         named = [node for top in tops for node in top.below() if node.is_object() and node.name == name]
-        places = ", ".join(f'"{top.name}"' for top in tops)
-        if tops and not named:
+        places = ", ".join(f'"{top.name}"' for top in own) or "any layout"
+        if not named:
             findings.append((path, line, f'{cls}: "{name}" is not below {places}'))
         elif named and not any(accepts(node, wanted) for node in named):
             findings.append((path, line, f'{cls}: "{name}" of {places} is a {named[0].attributes.get("class")}, '

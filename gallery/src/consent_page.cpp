@@ -77,12 +77,13 @@ json consent_page_t::get_data() const
 int open_consent_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = consent_page_t::object_name;
-    return window_run_t::run(
-        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
-            auto* page = new opt_in_pp_t(consent_from(data));
-            page->set_record(get_usage_record());
-            run.show_page(page, text("preferences.page.consent"), [page] { return json_of(page->get_consent()); });
-        });
+    return window_run_t::run(object, parent, {library_layout(object), own_layout("dlg.page_frame")},
+                             [&](window_run_t& run) {
+                                 auto* page = new opt_in_pp_t(consent_from(data));
+                                 page->set_record(get_usage_record());
+                                 run.show_page(page, text("preferences.page.consent"),
+                                               [page] { return json_of(page->get_consent()); });
+                             });
 }
 
 int open_consent_dialog(const json& data, wxWindow* parent)

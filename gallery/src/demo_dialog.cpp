@@ -49,10 +49,11 @@ void demo_dialog_t::switch_theme(bool dark)
 
 int demo_dialog_t::run(wxWindow* parent)
 {
-    return window_run_t::run(m_object, parent, {own_layout(get_resource_object())}, [this](window_run_t& run) {
-        run.show(*this);
-        run.set_data(get_state());
-    });
+    return window_run_t::run(m_object, parent, {own_layout(get_resource_object())},
+                             [this](window_run_t& run) {
+                                 run.show(*this);
+                                 run.set_data(get_state());
+                             });
 }
 
 } // namespace gallery

@@ -4,7 +4,6 @@
 #include "missing_resource.h"
 #include "window_run.h"
 
-
 namespace gallery {
 namespace {
 
@@ -133,7 +132,8 @@ int open_editor_page(const json& data, wxWindow* parent)
             const bool given = data.is_object() && data.contains("languages");
             auto* page = new editor_pp_t(given ? data_from(data) : load_editors(ignored),
                                          static_cast<unsigned>(get_int(data, "flags", all_flags)));
-            run.show_page(page, text("preferences.page.editor"), [page] { return json_of(page->get_data()); });
+            run.show_page(page, text("preferences.page.editor"),
+                          [page] { return json_of(page->get_data()); });
         });
 }
 

@@ -5,7 +5,6 @@
 #include "missing_resource.h"
 #include "window_run.h"
 
-
 #include <set>
 #include <utility>
 

@@ -71,7 +71,8 @@ json data_of(const commondlg3::message_window_t& window)
 }
 
 // One that is silenced does not open, and one without its layout answers as the library does.
-int run_message(const commondlg3::message_window_t& window, wxWindow* parent, const std::function<int()>& show)
+int run_message(const commondlg3::message_window_t& window, wxWindow* parent,
+                const std::function<int()>& show)
 {
     return window_run_t::run(message_object, parent, {}, [&](window_run_t& run) {
         const bool silenced = window.check_box && window.check_box->is_checked();

@@ -78,9 +78,8 @@ int open_alone(const char* object, wxWindow* parent, const std::function<commond
                const std::function<json()>& state)
 {
     return window_run_t::run(
-        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
-            run.show_page(make(), text("preferences.page.search_dirs"), state);
-        });
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")},
+        [&](window_run_t& run) { run.show_page(make(), text("preferences.page.search_dirs"), state); });
 }
 
 } // namespace
@@ -115,16 +114,16 @@ int open_search_dirs_panel(const json& data, wxWindow* parent)
 {
     const auto lists = lists_from(data.is_object() ? data : sample_lists());
     return open_alone(
-        "panel.search_dir", parent,
-        [&] { return new commondlg3::search_dirs_panel_t(lists); }, [&] { return lists_to_json(lists); });
+        "panel.search_dir", parent, [&] { return new commondlg3::search_dirs_panel_t(lists); },
+        [&] { return lists_to_json(lists); });
 }
 
 int open_file_finder_page(const json& data, wxWindow* parent)
 {
     const auto lists = lists_from(data.is_object() ? data : sample_lists());
     return open_alone(
-        "pref.file_finder_pp", parent,
-        [&] { return new commondlg3::file_finder_pp_t(lists); }, [&] { return lists_to_json(lists); });
+        "pref.file_finder_pp", parent, [&] { return new commondlg3::file_finder_pp_t(lists); },
+        [&] { return lists_to_json(lists); });
 }
 
 } // namespace gallery

@@ -36,7 +36,8 @@ int window_run_t::run(const std::string& object, wxWindow* parent, const std::ve
 
 void window_run_t::show(const std::function<int()>& show_modal)
 {
-    wx_helpers1::when_next_window_is_painted([object = m_object](wxTopLevelWindow*) { report_opened(object); });
+    wx_helpers1::when_next_window_is_painted(
+        [object = m_object](wxTopLevelWindow*) { report_opened(object); });
     m_result = show_modal();
 }
 

@@ -34,6 +34,7 @@ RESOURCE_TREE = {
                  'constexpr char name[] = "dlg.a";\n',
     "src/b.h": 'class b_t : public base_t {\n  b_t() { set_resource_object("dlg.b"); }\n'
                '  void f() { from_xrc<wxControl>(this, "m_only_b"); }\n};\n',
+    "src/c.cpp": 'void f(wxWindow* w)\n{\n    find<wxCheckBox>(w, "m_only_b");\n    XRCID("m_ok");\n}\n',
     "a.xrc": '<resource>\n<object class="wxDialog" name="dlg.a">\n<object class="wxBoxSizer" name="m_sizer">\n'
              '<object class="wxButton" name="m_ok"/>\n'
              '<object class="wxTextCtrl" subclass="ns::my_text_t" name="m_text"/>\n'
@@ -138,10 +139,11 @@ class CatalogTest(CheckTest):
         self.assertEqual(self.run_check(tree, *self.command, "--functions", "my_text"),
                          (1, ['src/a.cpp:1: "gone" has no text in de, en']))
 
-    def test_unused_keys_are_notes(self):
-        tree = {**CATALOG_TREE, "src/a.cpp": ""}
-        self.assertEqual(self.run_check(tree, *self.command, "--unused"),
-                         (0, ['po/en.po:6: note: nobody uses "count"']))
+    def test_unused_keys(self):
+        for source, result in [("", (1, ['po/en.po:4: nobody uses "btn.ok"', 'po/en.po:6: nobody uses "count"'])),
+                               ('f("btn." + id, "count")', (0, []))]:
+            tree = {**CATALOG_TREE, "src/a.cpp": source}
+            self.assertEqual(self.run_check(tree, *self.command, "--users", "src"), result)
 
 
 class PatternTest(unittest.TestCase):
@@ -183,6 +185,10 @@ class ResourceTest(CheckTest):
             ("src/a.cpp", '<wxWindow>(this, "m_text")', '<wxWindow>(this, "m_sizer")', "src/a.cpp:6", "wxBoxSizer"),
             ("src/b.h", "dlg.b", "dlg.c", "src/b.h:2", 'no resource has an object "dlg.c"'),
             ("src/b.h", "<wxControl>", "<wxTextCtrl>", "src/b.h:3", "is a wxCheckBox"),
+            ("src/c.cpp", '"m_only_b"', '"m_only"', "src/c.cpp:3", '"m_only" is not below any layout'),
+            ("src/c.cpp", "wxCheckBox", "wxButton", "src/c.cpp:3", "is a wxCheckBox"),
+            ("src/c.cpp", '"m_ok"', '"m_oh"', "src/c.cpp:4", '"m_oh" is not below any layout'),
+            ("src/c.cpp", "XRCID(", "wxXmlResource::GetXRCID(", "src/c.cpp:4", "looked up by from_xrc"),
             ("a.xrc", 'name="m_place"/>', 'name="m_place"/>\n<object class="wxPanel" name="m_ok"/>', "a.xrc:7",
              "twice, first in line 4"),
             ("a.xrc", "</resource>", '<object class="wxPanel" name="dlg.b"/>\n</resource>', "a.xrc:9", "second"),

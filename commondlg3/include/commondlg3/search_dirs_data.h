@@ -26,12 +26,6 @@ struct dir_state_t
     // Both together are the same for every name of the same directory.
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-
-    bool is_same_place(const dir_state_t& other) const
-    {
-        return kind == kind_t::directory && other.kind == kind_t::directory && device == other.device &&
-               inode == other.inode;
-    }
 };
 
 /// Looks at the disk, and waits for it: a network folder may take its time. Relative paths begin at the

@@ -53,4 +53,10 @@ bool fit_wrapped_labels(wxWindow& window, const std::vector<wxStaticText*>& labe
     return changed;
 }
 
+void rewrap_page(wxWindow& page, const std::vector<wxStaticText*>& labels)
+{
+    if (fit_wrapped_labels(page, labels))
+        page.SendSizeEventToParent(wxSEND_EVENT_POST);
+}
+
 } // namespace commondlg3

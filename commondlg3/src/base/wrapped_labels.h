@@ -20,4 +20,7 @@ void lay_out_unsqueezed(wxWindow& window);
 /// @return whether a height changed, so that whoever is around is to be laid out again
 bool fit_wrapped_labels(wxWindow& window, const std::vector<wxStaticText*>& labels);
 
+/// The same for a page; a host that scrolls it learns that there is more, or less, to scroll.
+void rewrap_page(wxWindow& page, const std::vector<wxStaticText*>& labels);
+
 } // namespace commondlg3

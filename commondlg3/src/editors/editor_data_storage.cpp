@@ -12,11 +12,10 @@ constexpr char unit[] = "editor_data";
 
 bool read_text(const variant_bag_t& bag, const char* name, std::string& text)
 {
-    const variant_t* value = bag.find_value(name);
-    if (!value || !value->can_get<std::string>())
-        return false;
-    text = value->get<std::string>();
-    return true;
+    const auto found = bag.find_text(name);
+    if (found)
+        text = *found;
+    return found.has_value();
 }
 
 bool read_flag(const variant_bag_t& bag, const char* name, bool& flag)

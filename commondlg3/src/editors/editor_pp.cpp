@@ -36,7 +36,7 @@ constexpr char blank_line[] = "\n"; // nothing to read, but as high as a line
 template <class Ctrl>
 Ctrl* find_control(wxWindow* page, const char* name)
 {
-    auto* found = dynamic_cast<Ctrl*>(page->FindWindow(wxXmlResource::GetXRCID(name)));
+    auto* found = from_xrc<Ctrl>(page, name);
     GH2_ASSERT_TEXT(found, name, unit);
     return found;
 }
@@ -447,8 +447,8 @@ void editor_pp_t::on_resize(wxSizeEvent&)
 
 void editor_pp_t::rewrap()
 {
-    if (has_controls() && fit_wrapped_labels(*this, {m_info_text, m_missing_program, m_language_text}))
-        SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+    if (has_controls())
+        rewrap_page(*this, {m_info_text, m_missing_program, m_language_text});
 }
 
 } // namespace commondlg3

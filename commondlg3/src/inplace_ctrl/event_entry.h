@@ -69,7 +69,6 @@ public:
     [[nodiscard]] static gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag,
                                                          msngr2::IMessenger* msngr);
 
-    tag_t get_tag() const { return m_tag; }
     bool has_severity(int severity) const { return (m_severities & severity) != 0; }
 
     /// Calls fn(const messenger_entry_t&) for each remembered line in the order said.

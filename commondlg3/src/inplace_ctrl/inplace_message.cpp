@@ -18,13 +18,12 @@ constexpr char unit[] = "inplace_ctrl";
 
 bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::string& text)
 {
-    const gen_helpers2::variant_t* value = bag.find_value(key);
-    if (!value)
-        return false;
-    if (!GH2_ASSERT_TEXT(value->can_get<const char*>(), "can_get<const char*>()", unit))
-        return false;
-    text = value->text(); // zero bytes included
-    return true;
+    const auto found = bag.find_text(key);
+    if (found)
+        text = *found;
+    else
+        GH2_ASSERT_TEXT(!bag.find_value(key), "can_get<const char*>()", unit);
+    return found.has_value();
 }
 
 } // namespace

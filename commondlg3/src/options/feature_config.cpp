@@ -42,12 +42,6 @@ gen_helpers2::error_code_t write(const gen_helpers2::variant_bag_t& bag, const g
     return is_damaged ? gen_helpers2::save_over_damaged_file(bag, file) : state;
 }
 
-std::string read_text(const gen_helpers2::variant_bag_t& bag, const char* name)
-{
-    const gen_helpers2::variant_t* value = bag.find_value(name);
-    return value && value->can_get<std::string>() ? value->get<std::string>() : std::string();
-}
-
 } // namespace
 
 feature_list_config_t::~feature_list_config_t() = default;
@@ -71,8 +65,9 @@ void feature_list_config_impl_t::load()
     if (!features)
         return;
     features->for_each_child(feature_key, [this](const gen_helpers2::variant_bag_t& feature) {
-        m_features.push_back({read_text(feature, "name"), read_text(feature, "description"),
-                              read_text(feature, env_variable_key)});
+        m_features.push_back({feature.find_text("name").value_or(""),
+                              feature.find_text("description").value_or(""),
+                              feature.find_text(env_variable_key).value_or("")});
     });
 }
 
@@ -102,7 +97,7 @@ void active_features_config_impl_t::load()
     const gen_helpers2::variant_bag_t bag = read(gen_helpers2::path_t(get_config_filename()));
     if (const gen_helpers2::variant_bag_t* features = bag.find_child(features_key))
         features->for_each_child(feature_key, [this](const gen_helpers2::variant_bag_t& feature) {
-            add(read_text(feature, env_variable_key));
+            add(feature.find_text(env_variable_key).value_or(""));
         });
 }
 

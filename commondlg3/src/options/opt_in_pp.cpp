@@ -102,8 +102,8 @@ void opt_in_pp_t::on_size(wxSizeEvent&)
 
 void opt_in_pp_t::rewrap()
 {
-    if (has_controls() && fit_wrapped_labels(*this, {m_question, m_explanation}))
-        SendSizeEventToParent(wxSEND_EVENT_POST);
+    if (has_controls())
+        rewrap_page(*this, {m_question, m_explanation});
 }
 
 } // namespace commondlg3

@@ -418,8 +418,8 @@ void result_saving_pp_t::show_example()
 // Labels wrap to the width that the page has; only then is their height known.
 void result_saving_pp_t::rewrap()
 {
-    if (has_controls() && fit_wrapped_labels(*this, {m_explanation, m_example, m_note, m_project_folder}))
-        SendSizeEventToParent(wxSEND_EVENT_POST); // one that scrolls has more, or less, to scroll now
+    if (has_controls())
+        rewrap_page(*this, {m_explanation, m_example, m_note, m_project_folder});
 }
 
 } // namespace commondlg3

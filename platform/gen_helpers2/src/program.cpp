@@ -1,5 +1,7 @@
 #include "gen_helpers2/program.h"
 
+#include "glib_ptr.h"
+
 #include <gio/gio.h>
 
 #include <unistd.h>
@@ -10,17 +12,6 @@ namespace gen_helpers2 {
 namespace {
 
 using clock_type = std::chrono::steady_clock;
-
-struct free_text_t
-{
-    void operator()(gchar* text) const { g_free(text); }
-};
-using text_ptr_t = std::unique_ptr<gchar, free_text_t>;
-
-struct unref_t
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
 
 struct running_t
 {
@@ -93,12 +84,12 @@ error_code_t start_program(const std::vector<std::string>& words,
         arguments.push_back(word.c_str());
     arguments.push_back(nullptr);
 
-    const std::unique_ptr<GSubprocessLauncher, unref_t> launcher(
+    const object_ptr_t<GSubprocessLauncher> launcher(
         g_subprocess_launcher_new(G_SUBPROCESS_FLAGS_STDOUT_SILENCE));
     g_subprocess_launcher_set_child_setup(
         launcher.get(), [](gpointer) { ::setsid(); }, nullptr, nullptr);
     GError* error = nullptr;
-    const std::unique_ptr<GSubprocess, unref_t> process(
+    const object_ptr_t<GSubprocess> process(
         g_subprocess_launcher_spawnv(launcher.get(), arguments.data(), &error));
     if (!process) {
         const error_code_t result = error_code_t::io_error(error->message);

@@ -1,5 +1,7 @@
 #include "gen_helpers2/system_editor.h"
+
 #include "gen_helpers2/program.h"
+#include "glib_ptr.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
@@ -13,17 +15,6 @@
 
 namespace gen_helpers2 {
 namespace {
-
-struct free_text_t
-{
-    void operator()(gchar* text) const { g_free(text); }
-};
-using text_ptr_t = std::unique_ptr<gchar, free_text_t>;
-
-struct unref_t
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
 
 struct free_apps_t
 {
@@ -164,7 +155,7 @@ system_editors_status_t get_system_editors(const path_t& file, generic_iterator_
     const text_ptr_t kind = content_type_of(file);
     std::vector<system_editor_t> found;
     if (type == default_system_editor) {
-        const std::unique_ptr<GAppInfo, unref_t> app(g_app_info_get_default_for_type(kind.get(), FALSE));
+        const object_ptr_t<GAppInfo> app(g_app_info_get_default_for_type(kind.get(), FALSE));
         if (app)
             found.push_back(editor_from(app.get()));
     } else {
@@ -186,7 +177,7 @@ bool system_editor_needs_terminal(const std::string& name)
 {
     if (name.empty() || name.find('\0') != std::string::npos)
         return false;
-    const std::unique_ptr<GDesktopAppInfo, unref_t> app(g_desktop_app_info_new(name.c_str()));
+    const object_ptr_t<GDesktopAppInfo> app(g_desktop_app_info_new(name.c_str()));
     return app && g_desktop_app_info_get_boolean(app.get(), "Terminal");
 }
 

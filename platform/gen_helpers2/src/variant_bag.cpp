@@ -148,6 +148,14 @@ const variant_t* variant_bag_t::find_value(std::string_view name) const noexcept
     return nullptr;
 }
 
+std::optional<std::string> variant_bag_t::find_text(std::string_view name) const
+{
+    const variant_t* value = find_value(name);
+    if (!value || !value->can_get<std::string>())
+        return std::nullopt;
+    return value->get<std::string>();
+}
+
 const variant_bag_t* variant_bag_t::find_child(std::string_view name) const noexcept
 {
     for (const item_t& item : m_items)

@@ -18,7 +18,7 @@ namespace {
 constexpr int cell_padding = 3;
 constexpr double size_factor = 1.2; // of one step of a text's size
 
-using attributes_t = std::unique_ptr<PangoAttrList, decltype(&pango_attr_list_unref)>;
+using attributes_t = std::unique_ptr<PangoAttrList, gen_helpers2::deleter_t<pango_attr_list_unref>>;
 
 void add(PangoAttrList* list, PangoAttribute* attribute, const body_span_t& span)
 {
@@ -39,7 +39,7 @@ double factor_of(int steps)
 
 attributes_t attributes_of(const body_paragraph_t& paragraph, const body_look_t& look)
 {
-    attributes_t list(pango_attr_list_new(), pango_attr_list_unref);
+    attributes_t list(pango_attr_list_new());
     pango_attr_list_insert(list.get(), pango_attr_insert_hyphens_new(FALSE)); // none is part of a path
     for (const body_span_t& span : paragraph.spans) {
         const body_style_t& style = span.style;
@@ -241,10 +241,10 @@ void html_body_t::draw(paint_dc_t& dc, int x, int y, int bottom, const wxColour&
         if (top >= bottom || top + placed.height <= 0)
             continue;
         PangoAttrList* own = pango_layout_get_attributes(placed.layout.get());
-        const attributes_t kept(pango_attr_list_ref(own), pango_attr_list_unref);
+        const attributes_t kept(pango_attr_list_ref(own));
         if (selected.IsOk()) {
             // Its own colours would not be readable on the selection's.
-            attributes_t plain(pango_attr_list_copy(own), pango_attr_list_unref);
+            attributes_t plain(pango_attr_list_copy(own));
             PangoAttrList* colours = pango_attr_list_filter(
                 plain.get(),
                 [](PangoAttribute* a, gpointer) { return gboolean(a->klass->type == PANGO_ATTR_FOREGROUND); },

@@ -18,7 +18,7 @@ struct body_look_t
 {
     void set_window(wxWindow& window);
 
-    std::unique_ptr<PangoContext, unref_t> context;
+    object_ptr_t<PangoContext> context;
     wxFont font;
     wxColour ink;
     wxColour link;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gen_helpers2/deleter.h>
+
 #include <wx/font.h>
 
 #include <pango/pango.h>
@@ -15,11 +17,9 @@ class wxWindow;
 
 namespace vdxcfrw7 {
 
-struct unref_t
-{
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-using pango_layout_t = std::unique_ptr<PangoLayout, unref_t>;
+template <class T>
+using object_ptr_t = std::unique_ptr<T, gen_helpers2::deleter_t<g_object_unref>>;
+using pango_layout_t = object_ptr_t<PangoLayout>;
 
 /// A text as it is drawn, and where its bytes come from.
 struct shown_bytes_t

@@ -21,7 +21,6 @@ struct property_grid_t::impl_t
     // property_grid.cpp
     void add_columns();
     void apply_texts();
-    void update_check_column();
     bool perform(const grid_rows_t::change_t& change);
     int current() const;
     void set_current(int row);

@@ -1,3 +1,5 @@
+#include "contrast.h"
+
 #include "wx_helpers1/ui_settings.h"
 
 #include <algorithm>
@@ -17,6 +19,8 @@ double luminance(const wxColour& colour)
     return 0.2126 * linear(colour.Red()) + 0.7152 * linear(colour.Green()) + 0.0722 * linear(colour.Blue());
 }
 
+} // namespace
+
 wxColour mixed(const wxColour& from, const wxColour& to, double share)
 {
     const auto mix = [share](int a, int b) {
@@ -24,8 +28,6 @@ wxColour mixed(const wxColour& from, const wxColour& to, double share)
     };
     return wxColour(mix(from.Red(), to.Red()), mix(from.Green(), to.Green()), mix(from.Blue(), to.Blue()));
 }
-
-} // namespace
 
 double contrast_ratio(const wxColour& a, const wxColour& b)
 {

@@ -3,6 +3,7 @@
 #include "wx_helpers1/guarded.h"
 
 #include "accessible_actions.h"
+#include "contrast.h"
 #include "least_sizes.h"
 
 #include <wx/event.h>
@@ -79,14 +80,6 @@ std::unique_ptr<ui_settings_t>& instance()
     return the_instance;
 }
 
-wxColour mix(const wxColour& a, const wxColour& b, int percent_of_b)
-{
-    const auto channel = [percent_of_b](int x, int y) {
-        return static_cast<unsigned char>(x + (y - x) * percent_of_b / 100);
-    };
-    return wxColour(channel(a.Red(), b.Red()), channel(a.Green(), b.Green()), channel(a.Blue(), b.Blue()));
-}
-
 } // namespace
 
 struct ui_settings_t::impl_t
@@ -133,14 +126,14 @@ struct ui_settings_t::impl_t
 
         colours[ui_colour::background] = background;
         colours[ui_colour::text] = text;
-        colours[ui_colour::border] = theme.colour("borders", mix(background, text, 25));
-        colours[ui_colour::secondary_text] = readable_colour(mix(text, background, 35), background);
+        colours[ui_colour::border] = theme.colour("borders", mixed(background, text, 0.25));
+        colours[ui_colour::secondary_text] = readable_colour(mixed(text, background, 0.35), background);
         // Red and amber of the theme where it has them, moved until they can be read on its background.
         colours[ui_colour::error] =
             readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background);
         colours[ui_colour::warning] =
             readable_colour(theme.colour("warning_color", wxColour(245, 121, 0)), background);
-        colours[ui_colour::notice_background] = mix(background, wxColour(245, 194, 17), dark ? 18 : 30);
+        colours[ui_colour::notice_background] = mixed(background, wxColour(245, 194, 17), dark ? 0.18 : 0.3);
         colours[ui_colour::notice_text] = readable_colour(text, colours[ui_colour::notice_background]);
 
         char_widths.clear();

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -128,6 +130,8 @@ public:
 
     /// Null if there is none.
     const variant_t* find_value(std::string_view name) const noexcept;
+    /// The text of that name; none when there is no value, or one that is no text.
+    std::optional<std::string> find_text(std::string_view name) const;
     const variant_bag_t* find_child(std::string_view name) const noexcept;
     variant_bag_t* find_child(std::string_view name) noexcept;
 
