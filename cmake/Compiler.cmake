@@ -24,7 +24,8 @@ endif()
 
 add_library(commondlg3_settings INTERFACE)
 target_compile_options(commondlg3_settings INTERFACE
-    -Wall -Wextra -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused)
+    -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
+    $<$<BOOL:${COMMONDLG3_WERROR}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(commondlg3_settings INTERFACE -fpch-preprocess)
 endif()
