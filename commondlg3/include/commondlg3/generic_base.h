@@ -99,7 +99,8 @@ public:
 
     /// Whether the field holds a path that can be used: an absolute one that exists, or, unless `must_exist`,
     /// that could be made below something that exists. Takes forbidden characters out of the field, colours
-    /// it and says in its tool tip, and to screen readers, what is wrong.
+    /// it and says in its tool tip, and to screen readers, what is wrong. A disk that does not answer within
+    /// two seconds is believed to have it.
     /// @param folder whether a folder is meant; changes nothing in what is accepted
     /// @param search_environment look for a name that is not absolute in "PATH", then in the search paths
     template <class Ctrl>
@@ -131,6 +132,10 @@ protected:
     void limit_text(wxTextCtrl* ctrl);
     /// Colours a path field and explains why, as check_file_or_folder() does; plain when nothing is wrong.
     void mark_path_field(wxTextCtrl* ctrl, std::optional<path_message_t> wrong, bool has_path);
+    /// The same, and raises the signal when it was asked for.
+    void tell_path_verdict(wxTextCtrl* ctrl, std::optional<path_message_t> wrong, bool has_path);
+    /// What a field's tool tip says of it.
+    std::string get_path_trouble(path_message_t wrong) const;
 
     end_signal_t m_end_signal;
     gen_helpers2::_internal::signal_t<> m_derived_signal; ///< for derived classes; never raised here

@@ -3,6 +3,7 @@
 #include "commondlg3/pref_base.h"
 #include "commondlg3/result_saving_data.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -96,21 +97,20 @@ private:
     bool has_controls() const;
     shown_t get_shown() const;
     void check_template();
-    void check_folder_field(bool typed);
-    void show_example();
+    struct folder_answer_t;
+    /// Looks at the folder and at the results in it, and shows what was found; `typed`: while it is edited.
+    void examine_folder(bool typed);
+    void show_answer(const folder_answer_t& answer);
+    void show_example(const std::string& name);
     void rewrap();
     bool has_checked_folder() const;
-    /// Where the next result would go if the page ended with OK now.
-    std::string get_effective_folder() const;
-    std::string get_folder_trouble(bool typed);
 
     result_saving_data_t m_data;
     unsigned m_flags;
     shown_t m_unchanged;
     messages_t m_messages;
     std::string m_template_note;
-    std::string m_folder_note;
-    bool m_folder_usable = true;
+    std::shared_ptr<unsigned> m_asked; ///< counts the looks at the disk: only the last one is shown
     wxStaticText* m_template_label = nullptr;
     wxTextCtrl* m_template = nullptr;
     wxStaticText* m_explanation = nullptr;

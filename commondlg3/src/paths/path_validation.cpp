@@ -4,6 +4,8 @@
 #include "commondlg3/generic_base.h"
 #include "commondlg3/name_chars.h"
 #include "commondlg3/text_utils.h"
+#include "disk_question.h"
+#include "path_field.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cpil/catalog.h>
@@ -16,7 +18,7 @@
 #include <wx/gdicmn.h>
 
 #include <algorithm>
-#include <map>
+#include <memory>
 
 namespace commondlg3 {
 namespace {
@@ -120,6 +122,11 @@ std::string get_restricted_chars_text(const std::string& chars)
     return get_disabled_tooltip_text(restriction_text(), listed, true);
 }
 
+bool clean_path_field(wxTextCtrl* ctrl, const std::string& disabled_chars)
+{
+    return clean(ctrl, true, disabled_chars).acceptable;
+}
+
 template <class Ctrl>
 bool validate_path(Ctrl* ctrl, bool check_path, const std::string& disabled_chars)
 {
@@ -179,38 +186,61 @@ bool generic_base_t<Base>::check_file_or_folder(Ctrl* ctrl, bool must_exist, boo
 {
     if (!ctrl)
         return false;
-    const bool chars_ok = clean(ctrl, true, disabled_folder_chars).acceptable;
-    const std::string text = wx_helpers1::from_wx(ctrl->GetValue());
-    path_t path(text);
-    if (search_environment && !path.is_absolute()) {
-        std::string found = find_in_environment(text);
-        if (found.empty())
-            found = find_in_search_paths(text);
-        if (!found.empty())
-            path = path_t(found);
-    }
-    const auto wrong = chars_ok ? check_path(path, must_exist) : path_message_t::empty_relative;
-    mark_path_field(ctrl, wrong, !path.is_empty());
+    const bool chars_ok = clean_path_field(ctrl, disabled_folder_chars);
+    const path_t typed(wx_helpers1::from_wx(ctrl->GetValue()));
+    // The look may outlive this page.
+    const auto wrong = std::make_shared<std::optional<path_message_t>>();
+    const auto look = [=, folders = search_environment ? m_search_paths : std::vector<std::string>()] {
+        path_t path = typed;
+        if (search_environment && !path.is_absolute()) {
+            std::string found = find_in_folders(typed.as_string(), folders_of_environment());
+            if (found.empty())
+                found = find_in_folders(typed.as_string(), folders);
+            if (!found.empty())
+                path = path_t(found);
+        }
+        *wrong = check_path(path, must_exist);
+    };
+    std::optional<path_message_t> verdict;
+    if (!chars_ok)
+        verdict = path_message_t::empty_relative;
+    else if (ask_disk(look, patience_on_ok))
+        verdict = *wrong;
+    tell_path_verdict(ctrl, verdict, !typed.is_empty());
+    return !verdict;
+}
+
+template <class Base>
+void generic_base_t<Base>::tell_path_verdict(wxTextCtrl* ctrl, std::optional<path_message_t> wrong,
+                                             bool has_path)
+{
+    mark_path_field(ctrl, wrong, has_path);
     if (m_path_checks_told)
         m_path_checked_signal.emit(!wrong);
-    return !wrong;
+}
+
+template <class Base>
+std::string generic_base_t<Base>::get_path_trouble(path_message_t wrong) const
+{
+    return m_path_messages[static_cast<std::size_t>(wrong)] + " " +
+           m_path_messages[static_cast<std::size_t>(path_message_t::enter_valid_path)];
 }
 
 template <class Base>
 void generic_base_t<Base>::mark_path_field(wxTextCtrl* ctrl, std::optional<path_message_t> wrong,
                                            bool has_path)
 {
-    std::string tooltip;
-    if (wrong)
-        tooltip = m_path_messages[static_cast<std::size_t>(*wrong)] + " " +
-                  m_path_messages[static_cast<std::size_t>(path_message_t::enter_valid_path)];
-    set_color_and_tooltip(ctrl, tooltip, wrong && has_path ? get_path_error_colour() : text_colour());
+    set_color_and_tooltip(ctrl, wrong ? get_path_trouble(*wrong) : std::string(),
+                          wrong && has_path ? get_path_error_colour() : text_colour());
 }
 
 template COMMONDLG3_EXPORT std::string generic_base_t<wxPanel>::find_in_environment(const std::string&);
 template COMMONDLG3_EXPORT std::string generic_base_t<wxPanel>::find_in_search_paths(const std::string&);
 template COMMONDLG3_EXPORT bool generic_base_t<wxPanel>::check_file_or_folder<wxTextCtrl>(wxTextCtrl*, bool,
                                                                                           bool, bool);
+template COMMONDLG3_EXPORT std::string generic_base_t<wxPanel>::get_path_trouble(path_message_t) const;
+template COMMONDLG3_EXPORT void
+generic_base_t<wxPanel>::tell_path_verdict(wxTextCtrl*, std::optional<path_message_t>, bool);
 template COMMONDLG3_EXPORT void generic_base_t<wxPanel>::mark_path_field(wxTextCtrl*,
                                                                          std::optional<path_message_t>, bool);
 

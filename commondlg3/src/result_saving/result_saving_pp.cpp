@@ -6,6 +6,8 @@
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "paths/disk_question.h"
+#include "paths/path_field.h"
 #include "paths/shown_path.h"
 
 #include <cctrl2/collection_controller.h>
@@ -92,7 +94,7 @@ std::string sentence_about(gen_helpers2::folder_state_t state)
 } // namespace
 
 result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, unsigned flags)
-    : m_data(data), m_flags(flags)
+    : m_data(data), m_flags(flags), m_asked(std::make_shared<unsigned>(0))
 {
     set_resource_object("pref.result_saving");
 }
@@ -181,7 +183,6 @@ void result_saving_pp_t::load_settings()
                                                       as_shown(m_data.get_proj_default_folder()));
     process_enable_controls(to_folder || !(m_flags & show_project));
     m_unchanged = get_shown();
-    check_folder_field(false);
     check_template();
 }
 
@@ -258,16 +259,14 @@ void result_saving_pp_t::on_radio_disk(wxCommandEvent& event)
 {
     event.Skip();
     process_enable_controls(true);
-    check_folder_field(false);
-    show_example();
+    examine_folder(false);
 }
 
 void result_saving_pp_t::on_radio_proj(wxCommandEvent& event)
 {
     event.Skip();
     process_enable_controls(false);
-    check_folder_field(false);
-    show_example();
+    examine_folder(false);
 }
 
 void result_saving_pp_t::on_text_edit(wxCommandEvent& event)
@@ -279,8 +278,7 @@ void result_saving_pp_t::on_text_edit(wxCommandEvent& event)
 void result_saving_pp_t::on_folder_text_edit(wxCommandEvent& event)
 {
     event.Skip();
-    check_folder_field(true);
-    show_example();
+    examine_folder(true);
 }
 
 void result_saving_pp_t::on_button_browse(wxCommandEvent&)
@@ -300,7 +298,6 @@ void result_saving_pp_t::on_update_ui_settings()
     pref_base_t::on_update_ui_settings();
     if (!has_controls())
         return;
-    check_folder_field(false);
     check_template();
 }
 
@@ -350,58 +347,82 @@ void result_saving_pp_t::check_template()
         set_color_and_tooltip(m_template, tooltip,
                               settings->get_colour(findings.empty() ? wx_helpers1::ui_colour::text
                                                                     : wx_helpers1::ui_colour::error));
-    show_example();
+    examine_folder(false);
 }
 
-// The verdict of the path check comes first; beyond it the user is told what would go wrong later. Only what
-// is being typed is cleaned: to look at a page is not to change it.
-void result_saving_pp_t::check_folder_field(bool typed)
+struct result_saving_pp_t::folder_answer_t
 {
-    m_folder_note.clear();
-    m_folder_usable = true;
-    if (has_checked_folder())
-        m_folder_note = get_folder_trouble(typed);
-    else
-        mark_path_field(m_folder, std::nullopt, true);
-    if (wx_helpers1::from_wx(m_note->GetLabelText()) != m_folder_note) {
-        wx_helpers1::set_label_text(m_note, m_folder_note);
-        rewrap();
-    }
-}
+    bool is_checked = false;
+    std::string trouble; ///< known before the disk is asked
+    std::optional<path_message_t> wrong;
+    gen_helpers2::folder_state_t state = gen_helpers2::folder_state_t::usable;
+    std::string example; ///< name of the next result; empty while it is not known
+};
 
-std::string result_saving_pp_t::get_folder_trouble(bool typed)
+// Only what is being typed is cleaned: to look at a page is not to change it.
+void result_saving_pp_t::examine_folder(bool typed)
 {
-    std::string trouble;
-    if (!typed && !check_string_for_disabled_symbols(text_in(m_folder), disabled_folder_chars)) {
-        m_folder_usable = false;
-        trouble = get_restricted_chars_text(disabled_folder_chars);
-    } else {
-        m_folder_usable = check_file_or_folder(m_folder, false, true, false);
-        if (!m_folder_usable)
-            return from_wx(m_folder->GetToolTipText());
-        const std::string folder = without_blanks_at_end(text_in(m_folder));
-        trouble = sentence_about(gen_helpers2::examine_folder(gen_helpers2::path_t(folder)));
-    }
-    if (!trouble.empty())
-        set_color_and_tooltip(m_folder, trouble, get_path_error_colour());
-    return trouble;
-}
-
-std::string result_saving_pp_t::get_effective_folder() const
-{
-    if ((m_flags & show_project) && m_to_project->GetValue())
-        return m_data.get_proj_default_folder();
-    if ((m_flags & check_folder) && !m_folder_usable)
-        return gen_helpers2::stdpaths::get_temp_dir().as_string();
-    return without_blanks_at_end(text_in(m_folder));
-}
-
-void result_saving_pp_t::show_example()
-{
+    const auto answer = std::make_shared<folder_answer_t>();
+    answer->is_checked = has_checked_folder();
+    if (answer->is_checked && typed && !clean_path_field(m_folder, disabled_folder_chars))
+        answer->wrong = path_message_t::empty_relative;
+    const std::string folder = text_in(m_folder);
+    if (answer->is_checked && !typed && !check_string_for_disabled_symbols(folder, disabled_folder_chars))
+        answer->trouble = get_restricted_chars_text(disabled_folder_chars);
+    const bool to_project = (m_flags & show_project) && m_to_project->GetValue();
     std::string name_template = text_in(m_template);
     filter_result_template(name_template);
-    const std::string name = ResultDirectoryManager::getNextResultDirectoryName(
-        name_template, gen_helpers2::path_t(get_effective_folder()));
+
+    const auto look = [answer, folder, name_template,
+                       chosen = to_project ? m_data.get_proj_default_folder() : without_blanks_at_end(folder),
+                       to_project] {
+        if (answer->is_checked && answer->trouble.empty() && !answer->wrong) {
+            answer->wrong = check_path(gen_helpers2::path_t(folder), false);
+            if (!answer->wrong)
+                answer->state =
+                    gen_helpers2::examine_folder(gen_helpers2::path_t(without_blanks_at_end(folder)));
+        }
+        const bool refused = !to_project && (answer->wrong || !answer->trouble.empty());
+        answer->example = ResultDirectoryManager::getNextResultDirectoryName(
+            name_template, refused ? gen_helpers2::stdpaths::get_temp_dir() : gen_helpers2::path_t(chosen));
+    };
+    const auto later = [this, answer, number = ++*m_asked, asked = std::weak_ptr<unsigned>(m_asked)] {
+        const auto last = asked.lock(); // gone with the page
+        if (last && *last == number)
+            show_answer(*answer);
+    };
+    if (ask_disk(look, patience_while_typing, later)) {
+        show_answer(*answer);
+        return;
+    }
+    // What was said of the text before may be wrong for this one; the example of before does no harm.
+    folder_answer_t unknown;
+    unknown.is_checked = has_checked_folder();
+    show_answer(unknown);
+}
+
+// The verdict of the path check comes first; beyond it the user is told what would go wrong later.
+void result_saving_pp_t::show_answer(const folder_answer_t& answer)
+{
+    std::string note = answer.trouble;
+    if (!answer.is_checked)
+        mark_path_field(m_folder, std::nullopt, true);
+    else if (note.empty()) {
+        tell_path_verdict(m_folder, answer.wrong, !m_folder->IsEmpty());
+        note = answer.wrong ? get_path_trouble(*answer.wrong) : sentence_about(answer.state);
+    }
+    if (!note.empty() && !answer.wrong)
+        set_color_and_tooltip(m_folder, note, get_path_error_colour());
+    if (from_wx(m_note->GetLabelText()) != note) {
+        wx_helpers1::set_label_text(m_note, note);
+        rewrap();
+    }
+    if (!answer.example.empty())
+        show_example(answer.example);
+}
+
+void result_saving_pp_t::show_example(const std::string& name)
+{
     std::string text =
         translate_message("pref.result_saving.example",
                           {{"default_dir", name},

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace commondlg3 {
+
+/// Looks at the disk on a thread of its own, because a folder of the network may hang for minutes, and waits for it
+/// for `patience` at most.
+///
+/// @param look owns what it needs and touches no window
+/// @param later when the look takes longer: run on the GUI thread once it has ended. Made and run there, but where
+/// no more tasks are taken it ends on the looking thread.
+/// @return whether the look has ended; false also when it could not begin, because too many others hang: then
+/// `later` is never run
+bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience,
+              std::function<void()> later = {});
+
+/// For what a user waits for knowingly.
+constexpr std::chrono::milliseconds patience_on_ok{2000};
+/// For what is asked at every key.
+constexpr std::chrono::milliseconds patience_while_typing{40};
+
+} // namespace commondlg3
