@@ -41,6 +41,7 @@ check "spelling" codespell
 check "shell" shellcheck "${scripts[@]}"
 check "python" pyflakes3 "${programs[@]}"
 check "layers" python3 -B scripts/check_layers.py .
+check "includes" python3 -B scripts/check_includes.py platform commondlg3 gallery tests benchmarks fuzz
 
 # Each header in a unit of its own, and all of them behind and in front of the headers that hosts bring along.
 headers_stand_alone() {

@@ -9,6 +9,8 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 
+#include <string>
+
 namespace gallery {
 
 using commondlg3::advanced_panel_t;

@@ -11,6 +11,8 @@
 #include <wx/choice.h>
 #include <wx/listbox.h>
 
+#include <string>
+
 namespace gallery {
 namespace {
 

@@ -4,6 +4,8 @@
 
 #include <commondlg3/caption_panel.h>
 
+#include <string>
+
 class wxChoice;
 class wxListBox;
 

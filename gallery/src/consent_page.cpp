@@ -8,6 +8,8 @@
 #include <commondlg3/opt_in_dlg.h>
 #include <cpil/catalog.h>
 
+#include <string>
+
 namespace gallery {
 namespace {
 

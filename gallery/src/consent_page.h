@@ -6,6 +6,9 @@
 
 #include <wx/weakref.h>
 
+#include <string>
+#include <utility>
+
 namespace gallery {
 
 /// Consent to the collection of usage data, kept in the product's preferences.

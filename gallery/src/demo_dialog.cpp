@@ -3,6 +3,8 @@
 #include "missing_resource.h"
 #include "window_run.h"
 
+#include <commondlg3/resources.h>
+
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/checkbox.h>

@@ -4,6 +4,9 @@
 #include "missing_resource.h"
 #include "window_run.h"
 
+#include <string>
+#include <utility>
+
 namespace gallery {
 namespace {
 

@@ -7,6 +7,9 @@
 
 #include <wx/weakref.h>
 
+#include <string>
+#include <utility>
+
 namespace gallery {
 
 /// The programs that open source files, kept in the product's preferences.

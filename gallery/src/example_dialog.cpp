@@ -5,8 +5,11 @@
 #include "window_run.h"
 
 #include <commondlg3/message_window.h>
+#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
 #include <wx_helpers1/text.h>
+
+#include <string>
 
 namespace gallery {
 

@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <string>
+
 namespace gallery {
 
 /// A dialog as a product makes one on the library's base: limits on its fields, help, a record in and out.

@@ -6,6 +6,8 @@
 #include "page_host.h"
 #include "window_run.h"
 
+#include <commondlg3/resources.h>
+
 #include <cpil/catalog.h>
 #include <wx_helpers1/text.h>
 

@@ -6,6 +6,7 @@
 #include "window_run.h"
 
 #include <set>
+#include <string>
 #include <utility>
 
 namespace gallery {

@@ -6,6 +6,8 @@
 
 #include <wx/weakref.h>
 
+#include <string>
+
 namespace gallery {
 
 /// Experimental features, kept in a file of their own beside the preferences.

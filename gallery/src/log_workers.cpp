@@ -17,7 +17,12 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include <atomic>
 #include <filesystem>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace gallery {
 namespace {

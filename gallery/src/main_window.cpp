@@ -24,6 +24,7 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <string>
 
 namespace gallery {
 namespace {

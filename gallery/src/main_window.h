@@ -6,6 +6,7 @@
 
 #include <wx/frame.h>
 
+#include <string>
 #include <vector>
 
 namespace gallery {

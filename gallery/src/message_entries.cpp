@@ -7,6 +7,9 @@
 #include <commondlg3/text_utils.h>
 #include <cpil/catalog.h>
 
+#include <functional>
+#include <string>
+
 namespace gallery {
 namespace {
 

@@ -8,6 +8,7 @@
 #include <commondlg3/choosers.h>
 #include <commondlg3/editor_launch.h>
 #include <commondlg3/message_window.h>
+#include <commondlg3/resources.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
@@ -15,6 +16,8 @@
 #include <wx/button.h>
 #include <wx/spinctrl.h>
 #include <wx/weakref.h>
+
+#include <string>
 
 namespace gallery {
 namespace {

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <string>
+
 class wxSpinCtrl;
 
 namespace gallery {

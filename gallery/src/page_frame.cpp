@@ -6,6 +6,8 @@
 
 #include <wx/sizer.h>
 
+#include <string>
+
 namespace gallery {
 namespace {
 

@@ -3,6 +3,8 @@
 #include <commondlg3/dialog_base.h>
 #include <commondlg3/pref_base.h>
 
+#include <string>
+
 namespace gallery {
 
 /// A dialog with OK and Cancel around one page that has no buttons of its own.

@@ -7,6 +7,7 @@
 
 #include <cfgmgr2/product_locations.h>
 #include <commondlg3/message_window.h>
+#include <commondlg3/resources.h>
 #include <cpil/catalog.h>
 #include <gen_helpers2/log.h>
 #include <wx_helpers1/accessibility.h>
@@ -23,6 +24,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace gallery {

@@ -6,6 +6,10 @@
 #include <cfgmgr2/property_storage.h>
 #include <commondlg3/dialog_base.h>
 
+#include <memory>
+#include <string>
+#include <vector>
+
 class wxListBox;
 class wxScrolledWindow;
 class wxSearchCtrl;

@@ -5,6 +5,9 @@
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
 
+#include <memory>
+#include <vector>
+
 namespace gallery {
 
 std::vector<std::unique_ptr<preferences_page_t>> make_preferences_pages()

@@ -8,6 +8,12 @@
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
 
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <utility>
+
 namespace gallery {
 namespace {
 

@@ -7,6 +7,8 @@
 
 #include <wx/weakref.h>
 
+#include <string>
+
 namespace gallery {
 
 /// Where results are saved, kept in the product's preferences.

@@ -2,6 +2,8 @@
 
 #include "json_report.h"
 
+#include <string>
+
 namespace gallery {
 
 using nlohmann::json;

@@ -3,6 +3,8 @@
 #include "missing_resource.h"
 #include "search_dirs_json.h"
 
+#include <string>
+
 namespace gallery {
 
 using commondlg3::search_dirs_tab_t;

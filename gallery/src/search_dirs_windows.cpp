@@ -7,6 +7,11 @@
 #include <commondlg3/file_finder_pp.h>
 #include <commondlg3/search_dirs_panel.h>
 
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
 // The pages of directories alone, for scripts and pictures.
 namespace gallery {
 namespace {

@@ -9,6 +9,9 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 
+#include <algorithm>
+#include <string>
+
 namespace gallery {
 
 using commondlg3::from_xrc;

@@ -10,6 +10,9 @@
 
 #include <gtk/gtk.h>
 
+#include <string>
+#include <vector>
+
 using commondlg3::advanced_panel_t;
 using button_style_t = advanced_panel_t::button_style_t;
 

@@ -9,6 +9,9 @@
 #include <wx/dcclient.h>
 #include <wx/sizer.h>
 
+#include <string>
+#include <vector>
+
 using commondlg3::caption_label_t;
 using commondlg3::caption_panel_t;
 using severity_t = caption_panel_t::severity_t;

@@ -9,6 +9,8 @@
 #include <wx/sizer.h>
 
 #include <sstream>
+#include <string>
+#include <vector>
 
 using commondlg3::caption_label_t;
 using commondlg3::caption_panel_t;

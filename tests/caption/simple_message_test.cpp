@@ -10,6 +10,8 @@
 #include <wx/dcmemory.h>
 #include <wx/sizer.h>
 
+#include <string>
+
 using commondlg3::caption_label_t;
 using commondlg3::image_loader_t;
 using commondlg3::simple_message_panel_t;

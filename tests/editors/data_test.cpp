@@ -4,6 +4,9 @@
 #include <commondlg3/editor_data.h>
 #include <commondlg3/text_utils.h>
 
+#include <string>
+#include <vector>
+
 namespace {
 
 using commondlg3::editor_data_t;

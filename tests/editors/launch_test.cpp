@@ -6,7 +6,10 @@
 #include <gen_helpers2/program.h>
 
 #include <filesystem>
+#include <string>
 #include <sys/stat.h>
+#include <utility>
+#include <vector>
 
 namespace {
 

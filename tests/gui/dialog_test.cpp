@@ -9,7 +9,10 @@
 #include <wx/toplevel.h>
 
 #include <algorithm>
+#include <functional>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 

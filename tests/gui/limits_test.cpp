@@ -7,6 +7,11 @@
 #include <wx/toplevel.h>
 #include <wx/uiaction.h>
 
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <vector>
+
 namespace {
 
 using test::probe_dialog_t;

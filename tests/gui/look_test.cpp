@@ -14,6 +14,10 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace {
 
 using wx_helpers1::contrast_ratio;

@@ -13,6 +13,10 @@
 
 #include <gtk/gtk.h>
 
+#include <functional>
+#include <string>
+#include <vector>
+
 namespace {
 
 using commondlg3::message_window_t;

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 namespace {
 

@@ -11,7 +11,9 @@
 
 #include <gtk/gtk.h>
 
+#include <functional>
 #include <set>
+#include <utility>
 
 namespace {
 

@@ -5,6 +5,8 @@
 #include <wx_helpers1/ui_settings.h>
 
 #include <filesystem>
+#include <utility>
+#include <vector>
 
 namespace {
 

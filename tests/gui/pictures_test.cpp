@@ -9,6 +9,7 @@
 #include <wx/dcmemory.h>
 
 #include <set>
+#include <string>
 
 namespace {
 

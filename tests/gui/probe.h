@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <type_traits>
 
 namespace test {
 

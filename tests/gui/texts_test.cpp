@@ -4,6 +4,8 @@
 
 #include <wx/stattext.h>
 
+#include <string>
+
 namespace {
 
 using commondlg3::translate_message;

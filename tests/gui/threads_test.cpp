@@ -10,8 +10,11 @@
 #include <gtk/gtk.h>
 
 #include <atomic>
+#include <functional>
 #include <stdexcept>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 

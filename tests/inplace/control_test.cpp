@@ -6,6 +6,9 @@
 #include <wx/clipbrd.h>
 
 #include <algorithm>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 using namespace commondlg3;
 using namespace msngr2;

@@ -3,6 +3,8 @@
 #include <gen_helpers2/variant_bag_file.h>
 
 #include <chrono>
+#include <string>
+#include <vector>
 
 using namespace commondlg3;
 using namespace msngr2;

@@ -8,7 +8,11 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <map>
+#include <string>
 
 using namespace commondlg3;
 using namespace msngr2;

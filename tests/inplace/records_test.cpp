@@ -5,6 +5,9 @@
 
 #include <wx/image.h>
 
+#include <string>
+#include <vector>
+
 using namespace commondlg3;
 using gen_helpers2::variant_bag_t;
 using standard = standard_message_t;

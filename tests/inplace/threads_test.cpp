@@ -3,8 +3,12 @@
 #include <wx_helpers1/tasks.h>
 
 #include <atomic>
+#include <functional>
 #include <map>
+#include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 using namespace commondlg3;
 using namespace msngr2;

@@ -13,7 +13,11 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <map>
+#include <string>
+#include <vector>
 
 using namespace commondlg3;
 using namespace msngr2;

@@ -7,7 +7,10 @@
 #include <wx/button.h>
 #include <wx/radiobut.h>
 
+#include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace {
 

@@ -10,6 +10,9 @@
 #include <wx/uiaction.h>
 
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

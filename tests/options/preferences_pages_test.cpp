@@ -13,6 +13,9 @@
 #include <wx/srchctrl.h>
 
 #include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -10,6 +10,9 @@
 #include <wx/filedlg.h>
 #include <wx/utils.h>
 
+#include <functional>
+#include <string>
+
 namespace {
 
 using commondlg3::ask_dlg_t;

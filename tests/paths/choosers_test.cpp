@@ -11,6 +11,7 @@
 #include <gtk/gtk.h>
 
 #include <filesystem>
+#include <string>
 
 namespace {
 

@@ -4,6 +4,7 @@
 
 #include <wx/thread.h>
 
+#include <chrono>
 #include <future>
 #include <vector>
 

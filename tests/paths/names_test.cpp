@@ -9,7 +9,10 @@
 #include <rdmgr2/result_directory_manager.h>
 
 #include <filesystem>
+#include <optional>
 #include <set>
+#include <string>
+#include <utility>
 
 namespace {
 

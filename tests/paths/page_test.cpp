@@ -13,6 +13,9 @@
 #include <wx/radiobut.h>
 
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

@@ -7,6 +7,8 @@
 #include <wx/uiaction.h>
 
 #include <filesystem>
+#include <functional>
+#include <string>
 
 namespace {
 

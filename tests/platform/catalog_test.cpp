@@ -10,7 +10,11 @@
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 

@@ -4,6 +4,9 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

@@ -4,6 +4,9 @@
 #include <gen_helpers2/stdpaths.h>
 
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

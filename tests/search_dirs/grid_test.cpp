@@ -8,6 +8,10 @@
 
 #include <gtk/gtk.h>
 
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace {
 
 using namespace vdxpropgrid2;

@@ -14,6 +14,10 @@
 #include <wx/listbox.h>
 
 #include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

@@ -3,6 +3,8 @@
 #include <vdxpropgrid2/grid_rows.h>
 
 #include <random>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -15,7 +15,10 @@
 
 #include <condition_variable>
 #include <filesystem>
+#include <memory>
 #include <mutex>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "commondlg3/generic_base.h"
 
+#include <string>
+
 namespace commondlg3 {
 
 /// The base of top-level dialogs, modal or not, whose layout comes from the resource file.

@@ -2,6 +2,8 @@
 
 #include "commondlg3/generic_base.h"
 
+#include <string>
+
 namespace commondlg3 {
 
 /// The base of preference pages and of other panels that live inside a host's window.

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace commondlg3 {
 namespace {

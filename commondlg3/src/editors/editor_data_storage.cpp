@@ -2,6 +2,11 @@
 
 #include <gen_helpers2/assertion.h>
 
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace commondlg3 {
 namespace {
 

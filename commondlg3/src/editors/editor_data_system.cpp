@@ -7,6 +7,8 @@
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
 
+#include <string>
+
 namespace commondlg3 {
 namespace {
 

@@ -7,6 +7,7 @@
 #include <gen_helpers2/log.h>
 
 #include <filesystem>
+#include <functional>
 
 namespace commondlg3 {
 namespace {

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <string_view>
 
 namespace commondlg3 {
 

@@ -14,7 +14,9 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace commondlg3 {
 namespace {

@@ -6,6 +6,11 @@
 #include <wx_helpers1/tasks.h>
 
 #include <iterator>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace commondlg3 {
 namespace {

@@ -2,6 +2,12 @@
 
 #include "event_entry.h"
 
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace commondlg3 {
 
 /// An entry made from a message or from a progress record.

@@ -1,5 +1,9 @@
 #include "proxies.h"
 
+#include <memory>
+#include <utility>
+#include <vector>
+
 namespace commondlg3 {
 
 void messenger_proxy_t::set_target(const event_entry_t::ptr_t& target)

@@ -2,6 +2,7 @@
 
 #include "event_entry.h"
 
+#include <memory>
 #include <mutex>
 
 namespace commondlg3 {

@@ -23,6 +23,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace commondlg3 {
 namespace {

@@ -8,6 +8,8 @@
 
 #include <wx/weakref.h>
 
+#include <string>
+
 namespace commondlg3 {
 namespace {
 

@@ -8,6 +8,7 @@
 #include <wx_helpers1/main_window.h>
 
 #include <iterator>
+#include <utility>
 
 namespace commondlg3 {
 namespace {

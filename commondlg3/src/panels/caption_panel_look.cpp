@@ -15,6 +15,7 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <string>
 
 // The panel's controls, their look and their layout.
 namespace commondlg3 {

@@ -5,12 +5,12 @@
 
 namespace commondlg3 {
 
-/// Looks at the disk on a thread of its own, because a folder of the network may hang for minutes, and waits for it
-/// for `patience` at most.
+/// Looks at the disk on a thread of its own, because a folder of the network may hang for minutes, and waits
+/// for it for `patience` at most.
 ///
 /// @param look owns what it needs and touches no window
-/// @param later when the look takes longer: run on the GUI thread once it has ended. Made and run there, but where
-/// no more tasks are taken it ends on the looking thread.
+/// @param later when the look takes longer: run on the GUI thread once it has ended. It is made and run there,
+/// but where no more tasks are taken it ends on the looking thread.
 /// @return whether the look has ended; false also when it could not begin, because too many others hang: then
 /// `later` is never run
 bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience,

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <locale>
+#include <string>
 
 namespace commondlg3 {
 namespace {

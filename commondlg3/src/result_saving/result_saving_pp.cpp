@@ -31,6 +31,7 @@
 
 #include <algorithm>
 #include <locale>
+#include <optional>
 
 namespace commondlg3 {
 namespace {

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <unordered_map>
+#include <vector>
 
 namespace commondlg3 {
 namespace {

@@ -14,6 +14,8 @@
 #include <wx/sizer.h>
 #include <wx/weakref.h>
 
+#include <vector>
+
 namespace commondlg3 {
 namespace {
 

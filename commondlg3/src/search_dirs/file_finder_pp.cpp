@@ -5,6 +5,8 @@
 
 #include <wx/sizer.h>
 
+#include <utility>
+
 namespace commondlg3 {
 
 file_finder_pp_t::file_finder_pp_t(FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer> container)

@@ -5,6 +5,8 @@
 
 #include <cfgmgr2/message_catalog.h>
 
+#include <string>
+
 // What the heading says of the rows.
 namespace commondlg3 {
 

@@ -4,6 +4,7 @@
 #include "gen_helpers2/assertion.h"
 #include "gen_helpers2/environment.h"
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <map>

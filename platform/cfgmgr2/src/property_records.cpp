@@ -2,6 +2,12 @@
 #include "property_node.h"
 
 #include <algorithm>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 // Lists of records: children of one name that a value of theirs tells apart, so that what two processes do to
 // different ones can stand side by side.

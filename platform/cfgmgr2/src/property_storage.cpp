@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <thread>
 

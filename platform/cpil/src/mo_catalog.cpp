@@ -4,6 +4,7 @@
 
 #include <boost/locale/gnu_gettext.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <locale>

@@ -5,6 +5,8 @@
 #include <map>
 #include <mutex>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace FF_2_13 {
 namespace {

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <system_error>
 
 namespace gen_helpers2 {

@@ -8,6 +8,7 @@
 #include <exception>
 #include <iterator>
 #include <new>
+#include <system_error>
 
 namespace gen_helpers2 {
 namespace _internal {

@@ -1,6 +1,7 @@
 #include "gen_helpers2/variant_bag.h"
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_map>

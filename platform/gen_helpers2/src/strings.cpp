@@ -1,5 +1,7 @@
 #include "gen_helpers2/strings.h"
 
+#include <algorithm>
+
 namespace gen_helpers2 {
 
 namespace {

@@ -6,6 +6,8 @@
 #include <wx/clipbrd.h>
 #include <wx/log.h>
 
+#include <string>
+
 namespace vdxcfrw7 {
 
 bool CopyToClipboard(const CVisualElement& element)

@@ -2,6 +2,7 @@
 
 #include "html_tokens.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 

@@ -3,6 +3,10 @@
 #include "html_markup.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace vdxcfrw7 {
 namespace {

@@ -8,8 +8,13 @@
 
 #include <wx/dcmemory.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <list>
+#include <memory>
+#include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace vdxcfrw7 {
 

@@ -6,6 +6,9 @@
 #include <wx/settings.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <vector>
 
 namespace vdxcfrw7 {
 namespace {

@@ -2,6 +2,8 @@
 #include "log_layout.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <vector>
 
 namespace vdxcfrw7 {
 namespace {

@@ -5,6 +5,11 @@
 
 #include <wx_helpers1/guarded.h>
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace vdxcfrw7 {
 
 bool log_view_t::find(const std::string& text, bool forward)

@@ -8,6 +8,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace vdxcfrw7 {
 namespace {

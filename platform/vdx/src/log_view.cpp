@@ -14,8 +14,11 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace vdxcfrw7 {
 namespace {

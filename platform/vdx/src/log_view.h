@@ -10,7 +10,12 @@
 
 #include <gtk/gtk.h>
 
+#include <chrono>
+#include <cstdint>
 #include <map>
+#include <string>
+#include <string_view>
+#include <vector>
 
 class wxButton;
 

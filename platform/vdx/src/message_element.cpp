@@ -7,6 +7,7 @@
 #include "log_view.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace vdxcfrw7 {
 

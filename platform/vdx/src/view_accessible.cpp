@@ -8,6 +8,7 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 

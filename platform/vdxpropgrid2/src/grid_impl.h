@@ -8,7 +8,11 @@
 
 #include <gtk/gtk.h>
 
+#include <functional>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace vdxpropgrid2 {
 

@@ -6,6 +6,11 @@
 #include <wx/menu.h>
 #include <wx/weakref.h>
 
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
 // What the user does with keys, the context menu and the clipboard.
 namespace vdxpropgrid2 {
 void property_grid_t::impl_t::connect_input()

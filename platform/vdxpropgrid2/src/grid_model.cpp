@@ -3,6 +3,8 @@
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <string>
+
 namespace vdxpropgrid2 {
 
 using kind_t = row_mark_t::kind_t;

@@ -4,6 +4,7 @@
 #include <wx_helpers1/text.h>
 
 #include <algorithm>
+#include <string>
 
 // What the user does with the pointer: pressing, dragging rows, dropping from elsewhere, waiting for a tool
 // tip. The toolkit's own events mirror places from right to left and know no rows: these are GTK's.

@@ -4,6 +4,8 @@
 #include "wx_helpers1/tooltip.h"
 #include "wx_helpers1/ui_settings.h"
 
+#include <algorithm>
+
 namespace wx_helpers1 {
 
 static_picture_ctrl_t::static_picture_ctrl_t(wxWindow* parent, wxWindowID id)

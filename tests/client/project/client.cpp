@@ -5,6 +5,7 @@
 #include <commondlg3/text_utils.h>
 
 #include <cstdio>
+#include <memory>
 
 volatile const void* last_named;
 

@@ -6,6 +6,10 @@
 #include <wx_helpers1/progress_impl.h>
 #include <wx_helpers1/tasks.h>
 
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
 using namespace commondlg3;
 using std::string;
 

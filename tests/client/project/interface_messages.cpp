@@ -19,6 +19,9 @@
 
 #include <wx/button.h>
 
+#include <string>
+#include <type_traits>
+
 using namespace commondlg3;
 using CPIL_2_18::generic::varg_list;
 using std::string;

@@ -19,6 +19,9 @@
 #include <commondlg3/search_dirs_panel.h>
 #include <commondlg3/search_dirs_tab.h>
 
+#include <string>
+#include <vector>
+
 using namespace commondlg3;
 using std::string;
 using std::vector;

@@ -3,6 +3,7 @@
 #include "cpil/export.h"
 #include "cpil/varg_list.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <shared_mutex>

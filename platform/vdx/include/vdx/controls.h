@@ -3,6 +3,7 @@
 #include "vdx/visual_element.h"
 
 #include <functional>
+#include <string>
 
 namespace vdxcfrw7 {
 

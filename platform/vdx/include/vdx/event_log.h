@@ -7,6 +7,7 @@
 #include <wx/weakref.h>
 
 #include <chrono>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>

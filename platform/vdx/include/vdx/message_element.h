@@ -5,6 +5,7 @@
 #include "vdx/line_store.h"
 #include "vdx/visual_element.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>

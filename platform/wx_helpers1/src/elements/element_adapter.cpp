@@ -8,6 +8,7 @@
 #include <wx/window.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace wx_helpers1 {
 namespace {
