@@ -1,7 +1,7 @@
 // How fast the in-place message control is, beside the toolkit's virtual list, which neither wraps nor draws
 // icons.
 //
-// usage: log_bench [LINES]
+// usage: log_bench [[close] LINES]; with "close" only how the window is closed
 //
 // Lines of 80 characters come from one worker, every fifth has 300; then 200 scrolls with a painted frame
 // each; then a resize by 100 pixels. The window is 800 by 600. Times are those inside the event loop's
@@ -26,6 +26,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
@@ -426,6 +427,59 @@ void run_file(int count)
     unlink(file.as_string().c_str());
 }
 
+// A window with very many lines is closed, and what it held is kept.
+void run_close(int count)
+{
+    constexpr int threads = 8;
+    auto stage = std::make_unique<stage_t>();
+    auto* control = new inplace_ctrl_t(stage->frame(), false);
+    stage->show(control);
+    std::vector<std::thread> workers;
+    double begin = now();
+    for (int i = 0; i < threads; ++i) {
+        msngr2::IMessenger* messenger =
+            control->get_messenger(control->add_message(make_message("Reading"), {}));
+        workers.emplace_back([messenger, count] {
+            for (int line = 0; line < count / threads; ++line)
+                messenger->say(severity_of(line), make_line(line).c_str());
+        });
+    }
+    stage->run_until(
+        [&] { return log_size(*control) == static_cast<std::size_t>(count / threads * threads); });
+    for (std::thread& worker : workers)
+        worker.join();
+    std::printf("-- closing a window with %d lines\n", count);
+    print("said by 8 threads, and shown", now() - begin, "s");
+    double most = resident_bytes();
+    const double before = most;
+    const gen_helpers2::path_t file("/tmp/log_bench_" + std::to_string(getpid()) + ".xml");
+    std::atomic<bool> saved{false};
+    begin = now();
+    control->take_contents().save_later(file, [&](const gen_helpers2::error_code_t& result) {
+        if (result.failed())
+            std::printf("NOT SAVED: %s\n", result.as_string().c_str());
+        saved = true;
+    });
+    stage.reset();
+    print("closed", (now() - begin) * 1e3, "ms");
+    while (!saved) {
+        most = std::max(most, resident_bytes());
+        usleep(1000);
+    }
+    print("kept by a worker", now() - begin, "s");
+    print("memory on top meanwhile", (most - before) / 1e6, "MB");
+    unlink(file.as_string().c_str());
+}
+
+void run_all(int count)
+{
+    const double list = run_list(count);
+    print("the toolkit's virtual list, last one painted", list, "s");
+    run_log(count, list);
+    run_entries(10000);
+    run_file(100000);
+}
+
 class app_t : public wxApp
 {
 public:
@@ -444,12 +498,11 @@ public:
         cfgmgr2::set_language("en");
         wx_helpers1::tasks::Scheduler::Initialize();
         wx_helpers1::ui_settings_t::initialize();
-        const int count = argc > 1 ? std::atoi(wxString(argv[1]).utf8_str()) : 100000;
-        const double list = run_list(count);
-        print("the toolkit's virtual list, last one painted", list, "s");
-        run_log(count, list);
-        run_entries(10000);
-        run_file(100000);
+        const bool only_close = argc > 2 && wxString(argv[1]) == "close";
+        const int count = argc > 1 ? std::atoi(wxString(argv[argc - 1]).utf8_str()) : 100000;
+        if (!only_close)
+            run_all(count);
+        run_close(count);
         wx_helpers1::tasks::Scheduler::Shutdown();
         wx_helpers1::ui_settings_t::shutdown();
         return 0;
