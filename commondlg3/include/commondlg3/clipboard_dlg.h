@@ -11,7 +11,8 @@ namespace commondlg3 {
 ///     clipboard_dlg_t().show_modal(parent);
 ///
 /// The text stays on the clipboard after the dialog is gone, for as long as the product runs. A clipboard
-/// that another program holds is left as it is, without a word. GUI thread.
+/// that another program holds is left as it is, without a word. Where nothing is to be changed first, a button
+/// that copies at once serves the user better. GUI thread.
 class COMMONDLG3_EXPORT clipboard_dlg_t : public dialog_base_t
 {
 public:

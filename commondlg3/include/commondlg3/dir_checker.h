@@ -20,9 +20,9 @@ namespace commondlg3 {
 ///
 /// The disk is asked by worker threads, because a network folder can take minutes to answer: rows that wait
 /// are marked so after a second, the others go on, and a checker that is destroyed leaves its workers to end
-/// by themselves. Verdicts come to the GUI thread in slices of a few milliseconds, by
-/// wx_helpers1::tasks, whose scheduler the host has initialised. GUI thread; the grid must outlive the
-/// checker.
+/// by themselves. For a single path field use check_file_or_folder() of its page. Verdicts come to the GUI
+/// thread in slices of a few milliseconds, by wx_helpers1::tasks, whose scheduler the host has initialised.
+/// GUI thread; the grid must outlive the checker.
 class COMMONDLG3_EXPORT dir_checker_t : public gen_helpers2::subscriber_base_t
 {
 public:

@@ -27,7 +27,7 @@ namespace commondlg3 {
 /// chooser, the arrow keys pass over it. What was browsed for is added, chosen and reported to the host as a
 /// list-box event, as if it had been clicked. Below the list stands why an editor cannot be used: that there
 /// is no command for it, in the line for information, or that its program is not installed any more, in one
-/// of its own. GUI thread.
+/// of its own. A product that opens files in one editor of its own needs no such page. GUI thread.
 class COMMONDLG3_EXPORT editor_pp_t : public pref_base_t
 {
 public:

@@ -28,7 +28,7 @@ class simple_message_panel_t;
 /// The page shows a check box a feature, and writes the user's choice as a whole: a feature that the product
 /// no longer lists is gone from it with the next save. A change takes effect when the product starts again,
 /// which the page says as soon as there is one. Ownership: the two configurations are shared with the host;
-/// either may be missing. GUI thread.
+/// either may be missing. Settings that are finished do not belong here. GUI thread.
 class COMMONDLG3_EXPORT experimental_options_panel_t : public pref_base_t
 {
 public:

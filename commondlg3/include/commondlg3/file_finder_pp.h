@@ -14,7 +14,8 @@ class search_dirs_panel_t;
 ///     page->create(parent);
 ///     page->on_ok();                                // writes the container
 ///
-/// A frame around search_dirs_panel_t, to which it leaves everything. GUI thread.
+/// A frame around search_dirs_panel_t, to which it leaves everything. For one type of files use
+/// search_dirs_tab_t, in a window of yours the panel. GUI thread.
 class COMMONDLG3_EXPORT file_finder_pp_t : public pref_base_t
 {
 public:

@@ -33,8 +33,11 @@ class COMMONDLG3_EXPORT dummy : public wx_helpers1::modal_flavor<wxDialog>
 ///
 ///     my_page_t::my_page_t() { set_resource_object("pref.mine"); }
 ///     void my_page_t::on_init_dialog() { m_name = from_xrc<wxTextCtrl>(this, "m_name"); ... }
-///     bool my_page_t::save_settings()  { m_data.name = wx_helpers1::from_wx(m_name->GetValue()); return
-///     true; }
+///     bool my_page_t::save_settings()
+///     {
+///         m_data.name = wx_helpers1::from_wx(m_name->GetValue());
+///         return true;
+///     }
 ///
 /// Lifecycle: constructed, hidden -> first init-dialog event (size, buttons, fonts, limits, path messages,
 /// then on_init_dialog()) -> shown -> OK, Cancel or closing -> end_dialog(code). Later init-dialog events,

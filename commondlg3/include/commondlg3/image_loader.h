@@ -13,7 +13,8 @@ namespace commondlg3 {
 ///
 ///     icon->set_picture(image_loader_t::get().load_image(image_loader_t::image_type_t::error24));
 ///
-/// GUI thread. A picture that the resource lacks is an empty one.
+/// Not for a product's own pictures, which have a resource of their own. GUI thread. A picture that the
+/// resource lacks is an empty one.
 class COMMONDLG3_EXPORT image_loader_t
 {
 public:

@@ -35,8 +35,10 @@ class inplace_ctrl_impl_t;
 ///     const auto tag = log->add_progress(message, callback);
 ///     msngr2::IProgress* progress = log->get_progress(tag);
 ///     msngr2::IMessenger* messenger = log->get_messenger(tag);
-///     start_worker([=] { progress->start("Reading", 10); messenger->say(msngr2::sev_warning, "a.txt is
-///     empty"); });
+///     start_worker([=] {
+///         progress->start("Reading", 10);
+///         messenger->say(msngr2::sev_warning, "a.txt is empty");
+///     });
 ///
 /// The view follows the end while it shows the end; otherwise what the reader sees stays where it is. Text
 /// can be selected and copied; Ctrl+F opens a bar to find and to filter.

@@ -51,9 +51,9 @@ inline void intrusive_ptr_release(i_check_box_definition* definition)
 /// A modal error or warning window, as a value: fill it, hand it to show_modal(), read the code of the
 /// button.
 ///
-///     auto window = message_window_t::simple_warning_wnd("commondlg", "collect.overwrite",
-///     "collect.overwrite_details",
-///                                                        message_window_t::button_type_t::yes_no, {}, {});
+///     auto window = message_window_t::simple_warning_wnd(
+///         "commondlg", "collect.overwrite", "collect.overwrite_details",
+///         message_window_t::button_type_t::yes_no, {}, {});
 ///     if (show_modal(window, this) == message_window_t::result_yes) ...
 ///
 /// Use it when the user must answer before going on. For problems of a page use its heading block, for the

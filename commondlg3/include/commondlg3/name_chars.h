@@ -1,8 +1,7 @@
 /// Characters that names of files and folders must not have, because file systems or shells give them a
 /// meaning.
 ///
-///     if (commondlg3::replace_disabled_chars(name))           // they are removed, nothing stands in for
-///     them
+///     if (commondlg3::replace_disabled_chars(name)) // removed, nothing stands in for them
 ///         tell("Some characters were left out");
 ///
 /// Whoever holds a full path hands over its last name: a text is looked at as a whole. Sets are ASCII

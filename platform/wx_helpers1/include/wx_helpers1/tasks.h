@@ -1,8 +1,7 @@
 /// Work for the GUI thread, posted from any thread.
 ///
 ///     wx_helpers1::tasks::Scheduler::Initialize();                 // the host, once, on the GUI thread
-///     wx_helpers1::tasks::PostSignal(m_progressed, 5);             // a worker: emitted later on the GUI
-///     thread
+///     wx_helpers1::tasks::PostSignal(m_progressed, 5); // a worker: emitted later on the GUI thread
 ///
 /// Tasks run in the order in which they were posted, at the event loop's ordinary priority, so that they do
 /// not wait for idle time. A turn runs what was queued when it began, and tasks that take long together make
