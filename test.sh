@@ -46,7 +46,7 @@ run_tests release
 
 if $all; then
     step "Linters"
-    scripts/lint.sh --quick
+    scripts/lint.sh
 
     step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
     build asan test_programs
