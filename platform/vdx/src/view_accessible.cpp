@@ -4,6 +4,7 @@
 
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/accessible_class.h>
 #include <wx_helpers1/guarded.h>
 
 #include <gtk/gtk.h>
@@ -15,7 +16,6 @@
 namespace vdxcfrw7 {
 namespace {
 
-constexpr char data_key[] = "vdx-log-accessible";
 constexpr std::size_t longest_name = 2000; // bytes; nobody listens to more of a line
 
 std::string shortened(std::string_view text)
@@ -25,19 +25,11 @@ std::string shortened(std::string_view text)
 
 } // namespace
 
-// The toolkit makes the accessible object of the window itself. It is given a class of its own, derived from
-// the one it has, that adds the visible texts after the children that the toolkit knows of (buttons).
+// Adds the visible texts behind the children that the toolkit knows of (buttons).
 struct view_accessible_t::impl_t
 {
     explicit impl_t(log_view_t& the_view) : view(the_view) {}
-    ~impl_t()
-    {
-        if (object) {
-            g_object_set_data(G_OBJECT(object), data_key, nullptr);
-            g_object_unref(object);
-        }
-        forget();
-    }
+    ~impl_t() { forget(); }
 
     void forget()
     {
@@ -52,7 +44,7 @@ struct view_accessible_t::impl_t
         AtkObject* text = ATK_OBJECT(g_object_new(ATK_TYPE_OBJECT, nullptr));
         atk_object_set_name(text, name.c_str());
         atk_object_set_role(text, role);
-        atk_object_set_parent(text, object);
+        atk_object_set_parent(text, object.get());
         texts.push_back(text);
     }
 
@@ -95,7 +87,7 @@ struct view_accessible_t::impl_t
 
     static impl_t* of(AtkObject* object)
     {
-        return static_cast<impl_t*>(g_object_get_data(G_OBJECT(object), data_key));
+        return static_cast<impl_t*>(wx_helpers1::accessible_class_t::owner_of(object));
     }
 
     static gint count(AtkObject* object)
@@ -124,21 +116,10 @@ struct view_accessible_t::impl_t
         ATK_OBJECT_CLASS(klass)->ref_child = child;
     }
 
-    // With a reference, as the object's end gives one back.
-    static gpointer derived_class(GType of_type)
+    static wx_helpers1::accessible_class_t& kind()
     {
-        static GType base = 0, derived = 0;
-        if (!derived) {
-            GTypeQuery query;
-            g_type_query(of_type, &query);
-            GTypeInfo info{};
-            info.class_size = static_cast<guint16>(query.class_size);
-            info.instance_size = static_cast<guint16>(query.instance_size);
-            info.class_init = init_class;
-            base = of_type;
-            derived = g_type_register_static(of_type, "VdxLogAccessible", &info, static_cast<GTypeFlags>(0));
-        }
-        return base == of_type ? g_type_class_ref(derived) : nullptr;
+        static wx_helpers1::accessible_class_t the_kind("VdxLogAccessible", init_class);
+        return the_kind;
     }
 
     static constexpr std::uint32_t warning_bit = 2;
@@ -146,7 +127,7 @@ struct view_accessible_t::impl_t
     static AtkObjectClass* parent_class;
 
     log_view_t& view;
-    AtkObject* object = nullptr;
+    wx_helpers1::accessible_class_t::attached_t object;
     std::vector<AtkObject*> texts;
     bool made = false;
 };
@@ -158,15 +139,9 @@ view_accessible_t::~view_accessible_t() = default;
 
 void view_accessible_t::attach()
 {
-    GtkWidget* widget = m_impl->view.m_wxwindow;
-    AtkObject* object = widget ? gtk_widget_get_accessible(widget) : nullptr;
-    gpointer derived = object ? impl_t::derived_class(G_OBJECT_TYPE(object)) : nullptr;
-    if (!derived)
-        return;
-    m_impl->object = ATK_OBJECT(g_object_ref(object));
-    reinterpret_cast<GTypeInstance*>(object)->g_class = static_cast<GTypeClass*>(derived);
-    g_object_set_data(G_OBJECT(object), data_key, m_impl.get());
-    atk_object_set_role(object, ATK_ROLE_LOG);
+    m_impl->object = impl_t::kind().attach(m_impl->view.m_wxwindow, m_impl.get());
+    if (m_impl->object)
+        atk_object_set_role(m_impl->object.get(), ATK_ROLE_LOG);
 }
 
 void view_accessible_t::changed()
@@ -175,14 +150,14 @@ void view_accessible_t::changed()
         return;
     m_impl->forget();
     if (m_impl->object)
-        g_signal_emit_by_name(m_impl->object, "visible-data-changed");
+        g_signal_emit_by_name(m_impl->object.get(), "visible-data-changed");
 }
 
 void view_accessible_t::set_name(const std::string& name)
 {
     wx_helpers1::set_accessible_name(&m_impl->view, name);
     if (m_impl->object)
-        atk_object_set_name(m_impl->object, gen_helpers2::replace_invalid_utf8(name).c_str());
+        atk_object_set_name(m_impl->object.get(), gen_helpers2::replace_invalid_utf8(name).c_str());
 }
 
 } // namespace vdxcfrw7
