@@ -3,30 +3,11 @@
 #include "html_markup.h"
 #include "log_layout.h"
 #include "log_view.h"
+#include "work_slices.h"
 
-#include <wx_helpers1/guarded.h>
-
-#include <wx/timer.h>
-
-#include <algorithm>
+#include <utility>
 
 namespace vdxcfrw7 {
-namespace {
-
-// Long enough to be worth a turn, short enough that typing and painting never wait for it.
-constexpr std::chrono::milliseconds slice(3);
-
-class work_timer_t : public wxTimer
-{
-public:
-    explicit work_timer_t(std::function<void()> work) : m_work(std::move(work)) {}
-    void Notify() override { wx_helpers1::guarded(m_work); }
-
-private:
-    std::function<void()> m_work;
-};
-
-} // namespace
 
 class CEventLog::images_t : public vdxc7::IImageList
 {
@@ -49,7 +30,8 @@ private:
 };
 
 CEventLog::CEventLog(wxWindow* parent)
-    : m_images(std::make_unique<images_t>()), m_timer(std::make_unique<work_timer_t>([this] { DoWork(); }))
+    : m_images(std::make_unique<images_t>()),
+      m_slices(std::make_unique<work_slices_t>([this] { return m_view ? m_view->turn() : 0; }))
 {
     m_view = new log_view_t(*this, parent);
     m_window = m_view;
@@ -57,8 +39,7 @@ CEventLog::CEventLog(wxWindow* parent)
 
 CEventLog::~CEventLog()
 {
-    m_work.clear();
-    m_timer->Stop();
+    m_slices->stop();
     if (log_view_t* view = m_view) {
         m_view = nullptr;
         view->forget_log();
@@ -124,58 +105,22 @@ void CEventLog::SetWords(const log_words_t& words)
 
 void CEventLog::AddWork(const void* owner, std::function<bool()> work)
 {
-    for (const work_t& queued : m_work)
-        if (queued.owner == owner)
-            return;
-    m_work.push_back({owner, std::move(work)});
-    // The first piece is done at once, unless others wait already or a slice has only just ended.
-    if (m_work.size() == 1 && !m_working && (!m_timer->IsRunning() || m_timer->GetInterval() > 1))
-        DoWork();
-    else
-        WorkLater(1);
+    m_slices->add(owner, std::move(work));
 }
 
 void CEventLog::CancelWork(const void* owner)
 {
-    m_work.erase(std::remove_if(m_work.begin(), m_work.end(),
-                                [owner](const work_t& queued) { return queued.owner == owner; }),
-                 m_work.end());
+    m_slices->cancel(owner);
 }
 
-void CEventLog::WorkLater(int milliseconds)
+bool CEventLog::HasWork() const
 {
-    if (!m_timer->IsRunning() || m_timer->GetInterval() > milliseconds)
-        m_timer->StartOnce(milliseconds);
+    return !m_slices->is_empty();
 }
 
-void CEventLog::DoWork()
+bool CEventLog::enough() const
 {
-    // Called again while it works, a nested loop runs, which must not hold back the work that waits.
-    const bool nested = m_working;
-    m_working = true;
-    m_slice_end = std::chrono::steady_clock::now() + slice;
-    const wxWeakRef<wxWindow> window(m_window); // work may end the window, and with it this log
-    const bool had_window = window != nullptr;
-    do {
-        if (m_work.empty())
-            break;
-        // Work may cancel itself or queue more: it is taken out while it runs.
-        work_t next = std::move(m_work.front());
-        m_work.pop_front();
-        bool more = false;
-        wx_helpers1::guarded([&] { more = next.work(); });
-        if (had_window && !window)
-            return;
-        if (more)
-            m_work.push_back(std::move(next));
-    } while (!enough());
-    int wait = 0;
-    wx_helpers1::guarded([&] { wait = m_view ? m_view->turn() : 0; });
-    m_working = nested;
-    if (!m_work.empty())
-        WorkLater(1);
-    else if (wait)
-        WorkLater(wait);
+    return m_slices->enough();
 }
 
 void CEventLog::ScrollToEnd()
@@ -216,12 +161,12 @@ void CEventLog::SelectAll()
 
 std::string CEventLog::GetSelectedText() const
 {
-    return m_view ? m_view->get_selected_text(false) : std::string();
+    return m_view ? m_view->get_selection().get_text(false) : std::string();
 }
 
 std::string CEventLog::GetSelectedHTML() const
 {
-    return m_view ? m_view->get_selected_text(true) : std::string();
+    return m_view ? m_view->get_selection().get_text(true) : std::string();
 }
 
 CEventLog::state_t CEventLog::GetState()

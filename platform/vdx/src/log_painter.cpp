@@ -3,6 +3,7 @@
 #include "paint_dc.h"
 #include "shown_text.h"
 
+#include <wx/control.h>
 #include <wx/settings.h>
 
 #include <algorithm>
@@ -78,7 +79,7 @@ private:
                    const wxColour& ink)
     {
         std::size_t from = 0, to = 0;
-        const bool selected = m_view.get_selected_part(element, item, text.size(), from, to);
+        const bool selected = m_view.get_selection().get_part(element, item, text.size(), from, to);
         const int height = font.get_line_height();
         const std::size_t first = y < 0 ? static_cast<std::size_t>(-y / height) : 0;
         PangoDirection direction = PANGO_DIRECTION_LTR;
@@ -131,7 +132,7 @@ private:
         if (!body)
             return;
         std::size_t from = 0, to = 0;
-        if (m_view.get_selected_part(element, text_item_t::body, 1, from, to)) {
+        if (m_view.get_selection().get_part(element, text_item_t::body, 1, from, to)) {
             m_dc.SetPen(*wxTRANSPARENT_PEN);
             m_dc.SetBrush(wxBrush(m_colours.selection));
             m_dc.DrawRectangle(x, body_y, m_layout.text_width(), body->get_height());

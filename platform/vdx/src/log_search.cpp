@@ -1,32 +1,18 @@
-// Finding and filtering.
-#include "log_view.h"
+#include "log_search.h"
+
+#include "vdx/event_log.h"
 
 #include "shown_text.h"
 
-#include <wx_helpers1/guarded.h>
-
-#include <cstdint>
-#include <string>
 #include <string_view>
-#include <utility>
 
 namespace vdxcfrw7 {
 
-bool log_view_t::find(const std::string& text, bool forward)
+std::pair<text_place_t, text_place_t> find_text(const CEventLog& log, const log_selection_t& texts,
+                                                const text_place_t& start, const std::string& needle,
+                                                bool forward)
 {
-    const std::string needle = fold(text);
-    const auto& elements = m_log->GetElements();
-    if (needle.empty() || elements.empty())
-        return false;
-    // From behind what is selected (a place found before), or from the top of what is seen.
-    text_place_t start = m_caret;
-    if (start.is_set() && m_selection_begin.is_set())
-        start = (m_selection_begin < m_caret) == forward ? m_caret : m_selection_begin;
-    if (!start.is_set())
-        start = place_at(wxPoint(0, 0));
-    if (!start.is_set())
-        return false;
-
+    const auto& elements = log.GetElements();
     std::string storage;
     const std::size_t count = elements.size();
     std::size_t index = start.element->GetIndex();
@@ -39,7 +25,7 @@ bool log_view_t::find(const std::string& text, bool forward)
                             element.GetLines().at(item - text_item_t::first_line).has(line_t::hidden);
         if (!hidden) {
             const std::string_view shown = text_of(element, item, storage);
-            const bool whole = item == text_item_t::body && !m_layout.body_is_plain(element);
+            const bool whole = texts.is_whole(element, item);
             std::size_t at;
             if (forward)
                 at = whole && first && start.byte > 0
@@ -49,14 +35,10 @@ bool log_view_t::find(const std::string& text, bool forward)
                 at = whole && first && start.byte == 0
                          ? std::string_view::npos
                          : find_last_folded(shown, needle, first && !whole ? start.byte : shown.size());
-            if (at != std::string_view::npos) {
-                if (whole)
-                    select({&element, item, 0}, {&element, item, 1});
-                else
-                    select({&element, item, at}, {&element, item, at + needle.size()});
-                show_place({&element, item, whole ? 0 : at});
-                return true;
-            }
+            if (at != std::string_view::npos && whole)
+                return {{&element, item, 0}, {&element, item, 1}};
+            if (at != std::string_view::npos)
+                return {{&element, item, at}, {&element, item, at + needle.size()}};
         }
         first = false;
         if (forward && ++item >= number_of_items(element)) {
@@ -69,56 +51,7 @@ bool log_view_t::find(const std::string& text, bool forward)
             ++visited;
         }
     }
-    return false;
-}
-
-bool log_view_t::passes_filter(const line_t& line) const
-{
-    if (line.has(line_t::status))
-        return true;
-    if (m_filter_severities && !(line.severity & static_cast<std::uint32_t>(m_filter_severities)))
-        return false;
-    return m_filter_text.empty() || find_folded(line.get_text(), m_filter_text) != std::string_view::npos;
-}
-
-void log_view_t::set_filter(int severities, const std::string& text)
-{
-    std::string folded = fold(text);
-    if (severities == m_filter_severities && folded == m_filter_text)
-        return;
-    m_filter_severities = severities;
-    m_filter_text = std::move(folded);
-    m_filter_element = 0;
-    m_filter_line = 0;
-    m_log->CancelWork(&m_filter_text);
-    m_log->AddWork(&m_filter_text, [this] { return filter_some(); });
-}
-
-bool log_view_t::filter_some()
-{
-    const auto& elements = m_log->GetElements();
-    bool more = false;
-    for (; m_filter_element < elements.size() && !more;) {
-        CMessageElement& element = *elements[m_filter_element];
-        line_store_t& lines = element.m_lines;
-        for (; m_filter_line < lines.size(); ++m_filter_line) {
-            lines.set_hidden(m_filter_line, !passes_filter(lines.at(m_filter_line)));
-            if (m_filter_line % 256 == 255 && m_log->enough()) {
-                ++m_filter_line;
-                more = true;
-                break;
-            }
-        }
-        m_layout.lines_filtered(element);
-        if (!more) {
-            ++m_filter_element;
-            m_filter_line = 0;
-        }
-    }
-    m_stale = true;
-    const auto signal = m_log->hidden_changed();
-    wx_helpers1::guarded([&signal] { signal.emit(); });
-    return more;
+    return {};
 }
 
 } // namespace vdxcfrw7

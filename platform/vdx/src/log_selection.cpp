@@ -1,28 +1,16 @@
-// Selecting and copying: by mouse, by keyboard, across lines and entries.
-#include "log_view.h"
+#include "log_selection.h"
+
+#include "vdx/event_log.h"
 
 #include "html_markup.h"
-#include "shown_text.h"
+#include "log_layout.h"
 
 #include <gen_helpers2/strings.h>
 
 #include <algorithm>
-#include <cctype>
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 namespace vdxcfrw7 {
-namespace {
-
-bool is_word_byte(char c)
-{
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x80 || std::isalnum(byte) || byte == '_';
-}
-
-} // namespace
 
 bool operator<(const text_place_t& a, const text_place_t& b)
 {
@@ -47,42 +35,56 @@ std::size_t number_of_items(const CMessageElement& element)
     return text_item_t::first_line + element.GetLines().size();
 }
 
-text_place_t log_view_t::end_of(const CMessageElement& element, std::size_t item) const
+bool log_selection_t::is_whole(const CMessageElement& element, std::size_t item) const
+{
+    return item == text_item_t::body && !m_layout.body_is_plain(element);
+}
+
+text_place_t log_selection_t::end_of(const CMessageElement& element, std::size_t item) const
 {
     std::string storage;
     const std::size_t length = text_of(element, item, storage).size();
-    const bool whole = item == text_item_t::body && !m_layout.body_is_plain(element);
-    return {&element, item, whole ? std::min<std::size_t>(length, 1) : length};
+    return {&element, item, is_whole(element, item) ? std::min<std::size_t>(length, 1) : length};
 }
 
-text_place_t log_view_t::next_item(const text_place_t& place) const
+text_place_t log_selection_t::end_of_all() const
+{
+    const auto& elements = m_log.GetElements();
+    return elements.empty() ? text_place_t()
+                            : end_of(*elements.back(), number_of_items(*elements.back()) - 1);
+}
+
+text_place_t log_selection_t::next_item(const text_place_t& place) const
 {
     if (place.item + 1 < number_of_items(*place.element))
         return {place.element, place.item + 1, 0};
     const std::size_t next = place.element->GetIndex() + 1;
-    return next < m_log->GetElements().size() ? text_place_t{m_log->GetElements()[next].get(), 0, 0}
-                                              : end_of(*place.element, place.item);
+    return next < m_log.GetElements().size() ? text_place_t{m_log.GetElements()[next].get(), 0, 0}
+                                             : end_of(*place.element, place.item);
 }
 
-text_place_t log_view_t::previous_item(const text_place_t& place) const
+text_place_t log_selection_t::previous_item(const text_place_t& place) const
 {
     if (place.item > 0)
         return {place.element, place.item - 1, 0};
     const std::size_t index = place.element->GetIndex();
     if (index == 0)
         return {place.element, 0, 0};
-    const CMessageElement* before = m_log->GetElements()[index - 1].get();
+    const CMessageElement* before = m_log.GetElements()[index - 1].get();
     return {before, number_of_items(*before) - 1, 0};
 }
 
-bool log_view_t::get_selected_part(const CMessageElement& element, std::size_t item, std::size_t length,
-                                   std::size_t& from, std::size_t& to) const
+std::pair<text_place_t, text_place_t> log_selection_t::get_ends() const
 {
-    if (!m_selection_begin.is_set() || m_selection_begin == m_caret)
+    return m_begin < m_caret ? std::make_pair(m_begin, m_caret) : std::make_pair(m_caret, m_begin);
+}
+
+bool log_selection_t::get_part(const CMessageElement& element, std::size_t item, std::size_t length,
+                               std::size_t& from, std::size_t& to) const
+{
+    if (is_empty())
         return false;
-    const bool forward = m_selection_begin < m_caret;
-    const text_place_t& first = forward ? m_selection_begin : m_caret;
-    const text_place_t& last = forward ? m_caret : m_selection_begin;
+    const auto [first, last] = get_ends();
     const text_place_t begin{&element, item, 0}, end{&element, item, length};
     if (end < first || last < begin)
         return false;
@@ -91,89 +93,15 @@ bool log_view_t::get_selected_part(const CMessageElement& element, std::size_t i
     return from < to || (length == 0 && first < begin && end < last);
 }
 
-PangoDirection log_view_t::get_direction(std::string_view text, std::size_t at) const
-{
-    return direction_of(text, at, is_mirrored() ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
-}
-
-std::size_t log_view_t::byte_at(font_metrics_t& font, std::string_view text,
-                                const std::vector<std::uint32_t>& rows, int x, int y)
-{
-    const int last = static_cast<int>(rows.size()) - 1;
-    const auto row = static_cast<std::size_t>(std::clamp(y / font.get_line_height(), 0, std::max(0, last)));
-    const std::size_t begin = rows[row];
-    const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
-    const std::string_view shown = first_line(text.substr(begin, end - begin));
-    const PangoDirection direction = get_direction(text, begin);
-    // In a window from right to left places count from the right, in a row's text always from the left.
-    if (is_mirrored())
-        x = font.get_shaper().width_of(shown, direction) - x;
-    return begin + font.get_shaper().byte_at(shown, direction, x);
-}
-
-text_place_t log_view_t::place_at(const wxPoint& point)
-{
-    m_layout.settle();
-    const auto items = m_layout.visible_items();
-    if (items.empty())
-        return {};
-    const log_layout_t::item_t* item = &items.front();
-    for (const auto& candidate : items)
-        if (candidate.y <= point.y)
-            item = &candidate;
-    const CMessageElement& element = *item->element;
-    const int y = point.y - static_cast<int>(item->y);
-    switch (item->part) {
-    case log_layout_t::part_t::tail:
-        return end_of(element, number_of_items(element) - 1);
-    case log_layout_t::part_t::line: {
-        const line_t& line = element.GetLines().at(item->line);
-        return {&element, text_item_t::first_line + item->line,
-                byte_at(m_layout.text_font(), line.get_text(), m_layout.rows_of(line),
-                        point.x - m_layout.line_left(), y)};
-    }
-    case log_layout_t::part_t::head:
-        break;
-    }
-    const int body = m_layout.body_top(element);
-    if (y < body || element.GetHead().body.empty())
-        return {&element, text_item_t::header,
-                byte_at(m_layout.bold_font(), element.GetHead().header, m_layout.header_rows(element),
-                        point.x - m_layout.text_left(), y - m_layout.header_top())};
-    if (m_layout.body_is_plain(element))
-        return {&element, text_item_t::body,
-                byte_at(m_layout.italic_font(), element.GetHead().body, m_layout.body_rows(element),
-                        point.x - m_layout.text_left(), y - body)};
-    return {&element, text_item_t::body, y - body < (item->height - body) / 2 ? 0u : 1u};
-}
-
-void log_view_t::select(const text_place_t& from, const text_place_t& to)
-{
-    m_selection_begin = from;
-    m_caret = to;
-    Refresh(false);
-}
-
-void log_view_t::select_all()
-{
-    const auto& elements = m_log->GetElements();
-    if (elements.empty())
-        return;
-    const CMessageElement& last = *elements.back();
-    select({elements.front().get(), 0, 0}, end_of(last, number_of_items(last) - 1));
-}
-
-std::string log_view_t::get_selected_text(bool html)
+std::string log_selection_t::get_text(bool html) const
 {
     std::string result, storage;
-    if (!m_selection_begin.is_set() || m_selection_begin == m_caret)
+    if (is_empty())
         return result;
-    const bool forward = m_selection_begin < m_caret;
-    const text_place_t& first = forward ? m_selection_begin : m_caret;
-    const text_place_t& last = forward ? m_caret : m_selection_begin;
+    const auto [first, last] = get_ends();
     bool any = false;
     for (std::size_t index = first.element->GetIndex(); index <= last.element->GetIndex(); ++index) {
-        const CMessageElement& element = *m_log->GetElements()[index];
+        const CMessageElement& element = *m_log.GetElements()[index];
         const std::size_t begin = &element == first.element ? first.item : 0;
         const std::size_t end = &element == last.element ? last.item + 1 : number_of_items(element);
         for (std::size_t item = begin; item < end; ++item) {
@@ -181,17 +109,17 @@ std::string log_view_t::get_selected_text(bool html)
                 element.GetLines().at(item - text_item_t::first_line).has(line_t::hidden))
                 continue;
             std::string_view text = text_of(element, item, storage);
-            const bool whole_body = item == text_item_t::body && !m_layout.body_is_plain(element);
+            const bool whole = is_whole(element, item);
             std::size_t from = 0, to = 0;
-            if (!get_selected_part(element, item, whole_body ? 1 : text.size(), from, to) ||
+            if (!get_part(element, item, whole ? 1 : text.size(), from, to) ||
                 (item < text_item_t::first_line && text.empty()))
                 continue;
-            if (!whole_body)
+            if (!whole)
                 text = text.substr(from, to - from);
             if (!html) {
                 result += any ? "\n" : "";
                 result += text;
-            } else if (whole_body)
+            } else if (whole)
                 result += "<p>" + safe_markup(element.GetHead().body) + "</p>\n";
             else if (item == text_item_t::header)
                 result += "<p><b>" + text_to_markup(text) + "</b></p>\n";
@@ -203,206 +131,41 @@ std::string log_view_t::get_selected_text(bool html)
     return html ? gen_helpers2::replace_invalid_utf8(result) : result;
 }
 
-void log_view_t::copy()
+void log_selection_t::select(const text_place_t& from, const text_place_t& to)
 {
-    const std::string text = get_selected_text(false);
-    if (text.empty())
-        CopyToClipboard(*m_log);
-    else
-        CopyToClipboard(text, get_selected_text(true));
+    m_begin = from;
+    m_caret = to;
 }
 
-void log_view_t::show_place(const text_place_t& place)
+void log_selection_t::select_all()
 {
-    // Twice, as going there measures what was only estimated.
-    for (int round = 0; round < 2; ++round) {
-        std::int64_t top = m_layout.top_of(*place.element);
-        int height = m_layout.text_font().get_line_height();
-        if (place.item >= text_item_t::first_line) {
-            const std::size_t index = place.item - text_item_t::first_line;
-            const line_t& line = place.element->GetLines().at(index);
-            const auto& rows = m_layout.rows_of(line);
-            const auto row = std::upper_bound(rows.begin(), rows.end(), place.byte) - rows.begin() - 1;
-            top = m_layout.top_of_line(*place.element, index) + row * height;
-        } else
-            height = place.element->m_head_height;
-        const std::int64_t seen = m_layout.top();
-        if (top < seen)
-            scroll_to(top - m_layout.get_size().y / 4);
-        else if (top + height > seen + m_layout.get_size().y)
-            scroll_to(top + height - m_layout.get_size().y * 3 / 4);
-    }
+    const text_place_t end = end_of_all();
+    if (end.is_set())
+        select({m_log.GetElements().front().get(), 0, 0}, end);
 }
 
-void log_view_t::move_caret(const text_place_t& place, bool extend)
+void log_selection_t::move_caret(const text_place_t& place, bool extend)
 {
     if (!place.is_set())
         return;
-    if (!extend || !m_selection_begin.is_set())
-        m_selection_begin = extend && m_caret.is_set() ? m_caret : place;
+    if (!extend || !m_begin.is_set())
+        m_begin = extend && m_caret.is_set() ? m_caret : place;
     m_caret = place;
-    Refresh(false);
 }
 
-void log_view_t::on_left_down(wxMouseEvent& event)
+void log_selection_t::texts_changed(const CMessageElement& element)
 {
-    SetFocus();
-    if (!m_log)
-        return;
-    move_caret(place_at(event.GetPosition()), event.ShiftDown());
-    m_selecting = true;
-    if (!HasCapture())
-        CaptureMouse();
-}
-
-void log_view_t::on_double_click(wxMouseEvent& event)
-{
-    const text_place_t place = m_log ? place_at(event.GetPosition()) : text_place_t();
-    if (!place.is_set() || (place.item == text_item_t::body && !m_layout.body_is_plain(*place.element)))
-        return;
-    std::string storage;
-    const std::string_view text = text_of(*place.element, place.item, storage);
-    std::size_t from = place.byte, to = place.byte;
-    while (from > 0 && is_word_byte(text[from - 1]))
-        --from;
-    while (to < text.size() && is_word_byte(text[to]))
-        ++to;
-    select({place.element, place.item, from}, {place.element, place.item, to});
-}
-
-void log_view_t::on_motion(wxMouseEvent& event)
-{
-    if (!m_log || !m_selecting || !event.LeftIsDown())
-        return;
-    const wxPoint at = event.GetPosition();
-    if (at.y < 0 || at.y > m_layout.get_size().y)
-        scroll_to(m_layout.top() + (at.y < 0 ? at.y : at.y - m_layout.get_size().y));
-    move_caret(place_at(at), true);
-}
-
-void log_view_t::on_left_up(wxMouseEvent&)
-{
-    m_selecting = false;
-    if (HasCapture())
-        ReleaseMouse();
-}
-
-// Texts change while a place in them is kept.
-void log_view_t::keep_place_inside(text_place_t& place) const
-{
-    if (!place.is_set())
-        return;
-    place.item = std::min(place.item, number_of_items(*place.element) - 1);
-    place.byte = std::min(place.byte, end_of(*place.element, place.item).byte);
-}
-
-// Extends the selection; false for a key that does not.
-bool log_view_t::select_by_key(int key, bool control)
-{
-    if (!m_caret.is_set()) {
-        m_caret = place_at(wxPoint(0, 0));
-        m_selection_begin = m_caret;
-    }
-    if (!m_caret.is_set())
-        return false;
-    std::string storage;
-    const std::string_view text = text_of(*m_caret.element, m_caret.item, storage);
-    const bool whole = m_caret.item == text_item_t::body && !m_layout.body_is_plain(*m_caret.element);
-    text_place_t place = m_caret;
-    const auto& elements = m_log->GetElements();
-    switch (key) {
-    case WXK_LEFT:
-        if (whole || place.byte == 0) {
-            const text_place_t before = previous_item(place);
-            place = before.item == place.item && before.element == place.element
-                        ? before
-                        : end_of(*before.element, before.item);
-        } else
-            place.byte =
-                static_cast<std::size_t>(previous(text.data(), text.data() + place.byte) - text.data());
-        break;
-    case WXK_RIGHT:
-        if (whole || place.byte >= text.size())
-            place = next_item(place);
-        else {
-            const char* at = text.data() + place.byte;
-            decode(at, text.data() + text.size());
-            place.byte = static_cast<std::size_t>(at - text.data());
+    for (text_place_t* place : {&m_begin, &m_caret})
+        if (place->element == &element) {
+            place->item = std::min(place->item, number_of_items(element) - 1);
+            place->byte = std::min(place->byte, end_of(element, place->item).byte);
         }
-        break;
-    case WXK_UP:
-        place = previous_item(place);
-        break;
-    case WXK_DOWN:
-        place = next_item(place);
-        break;
-    case WXK_PAGEUP:
-    case WXK_PAGEDOWN:
-        scroll_to(m_layout.top() + (key == WXK_PAGEUP ? -1 : 1) * m_layout.get_size().y);
-        place = place_at(wxPoint(0, key == WXK_PAGEUP ? 0 : m_layout.get_size().y - 1));
-        break;
-    case WXK_HOME:
-        place =
-            control ? text_place_t{elements.front().get(), 0, 0} : text_place_t{place.element, place.item, 0};
-        break;
-    case WXK_END: {
-        const CMessageElement& last = *elements.back();
-        place = control ? end_of(last, number_of_items(last) - 1) : end_of(*place.element, place.item);
-        break;
-    }
-    default:
-        return false;
-    }
-    move_caret(place, true);
-    show_place(place);
-    return true;
 }
 
-void log_view_t::on_key(wxKeyEvent& event)
+void log_selection_t::element_removing(const CMessageElement& element)
 {
-    if (!m_log) {
-        event.Skip();
-        return;
-    }
-    const int key = event.GetKeyCode();
-    const bool control = event.ControlDown(), shift = event.ShiftDown();
-    if (event.AltDown()) {
-        event.Skip();
-        return;
-    }
-    const int row = m_layout.text_font().get_line_height();
-    const int page = std::max(row, m_layout.get_size().y - row);
-    const auto search = [this](CEventLog::search_t what) {
-        const auto signal = m_log->search_requested();
-        signal.emit(what);
-    };
-    if (control && (key == 'C' || key == WXK_INSERT))
-        copy();
-    else if (control && key == 'A')
-        select_all();
-    else if (control && key == 'F')
-        search(CEventLog::search_t::open);
-    else if (key == WXK_F3)
-        search(shift ? CEventLog::search_t::previous : CEventLog::search_t::next);
-    else if (key == WXK_TAB && !control)
-        tab(!shift);
-    else if (shift && select_by_key(key, control)) {
-    } else if (key == WXK_UP || key == WXK_NUMPAD_UP)
-        scroll_to(m_layout.top() - row);
-    else if (key == WXK_DOWN || key == WXK_NUMPAD_DOWN)
-        scroll_to(m_layout.top() + row);
-    else if (key == WXK_PAGEUP || key == WXK_NUMPAD_PAGEUP)
-        scroll_to(m_layout.top() - page);
-    else if (key == WXK_PAGEDOWN || key == WXK_NUMPAD_PAGEDOWN || (key == WXK_SPACE && !control))
-        scroll_to(m_layout.top() + page);
-    else if (key == WXK_HOME || key == WXK_NUMPAD_HOME)
-        scroll_to(0);
-    else if (key == WXK_END || key == WXK_NUMPAD_END)
-        scroll_to_end();
-    else if (key == WXK_ESCAPE && m_selection_begin.is_set() && !(m_selection_begin == m_caret))
-        select({}, {});
-    else
-        event.Skip();
+    if (m_begin.element == &element || m_caret.element == &element)
+        clear();
 }
 
 } // namespace vdxcfrw7

@@ -1,12 +1,14 @@
 #include "log_view.h"
 
 #include "paint_dc.h"
+#include "work_slices.h"
 
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/guarded.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dcclient.h>
 #include <wx/settings.h>
@@ -42,7 +44,8 @@ bool is_blank(const wxImage& image)
 
 } // namespace
 
-log_view_t::log_view_t(CEventLog& log, wxWindow* parent) : m_log(&log), m_layout(log), m_accessible(*this)
+log_view_t::log_view_t(CEventLog& log, wxWindow* parent)
+    : m_log(&log), m_layout(log), m_selection(log, m_layout), m_accessible(*this)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
@@ -80,8 +83,7 @@ log_view_t::~log_view_t()
 {
     if (m_log) {
         m_log->m_view = nullptr;
-        m_log->m_work.clear();
-        m_log->m_timer->Stop();
+        m_log->m_slices->stop();
     }
 }
 
@@ -141,8 +143,8 @@ wxBitmap log_view_t::get_image(int index)
 void log_view_t::catch_up_soon()
 {
     m_stale = true;
-    if (m_log && !m_log->m_working)
-        m_log->WorkLater(1);
+    if (m_log && !m_log->m_slices->is_running())
+        m_log->m_slices->later(1);
 }
 
 void log_view_t::catch_up()
@@ -269,20 +271,16 @@ void log_view_t::element_added(CMessageElement& element)
 void log_view_t::element_removing(CMessageElement& element)
 {
     buttons_going(element);
-    if (m_selection_begin.element == &element || m_caret.element == &element)
-        m_selection_begin = m_caret = {};
+    m_selection.element_removing(element);
     m_layout.element_removing(element);
-    m_filter_element = 0;
-    m_filter_line = 0;
+    m_filter.begin_again();
     catch_up_soon();
 }
 
 void log_view_t::head_changed(CMessageElement& element)
 {
     m_layout.head_changed(element);
-    for (text_place_t* place : {&m_selection_begin, &m_caret})
-        if (place->element == &element)
-            keep_place_inside(*place);
+    m_selection.texts_changed(element);
     catch_up_soon();
 }
 
@@ -311,7 +309,7 @@ void log_view_t::buttons_going(CMessageElement& element)
 void log_view_t::adding_line(line_t& line)
 {
     m_layout.measure_new(line);
-    if ((m_filter_severities || !m_filter_text.empty()) && !passes_filter(line))
+    if (m_filter.is_set() && !m_filter.passes(line))
         line.set(line_t::hidden, true);
     m_more_hidden = m_more_hidden || line.has(line_t::hidden);
 }
@@ -326,9 +324,7 @@ void log_view_t::line_added(CMessageElement& element)
 void log_view_t::line_changed(CMessageElement& element, std::size_t line)
 {
     m_layout.line_changed(element, line);
-    for (text_place_t* place : {&m_selection_begin, &m_caret})
-        if (place->element == &element)
-            keep_place_inside(*place);
+    m_selection.texts_changed(element);
     catch_up_soon();
 }
 
@@ -377,7 +373,7 @@ void log_view_t::on_size(wxSizeEvent& event)
         return;
     m_layout.set_size(GetClientSize());
     catch_up();
-    m_log->WorkLater(1);
+    m_log->m_slices->later(1);
 }
 
 void log_view_t::on_scroll(wxScrollWinEvent& event)

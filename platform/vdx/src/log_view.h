@@ -2,7 +2,9 @@
 
 #include "vdx/event_log.h"
 
+#include "log_filter.h"
 #include "log_layout.h"
+#include "log_selection.h"
 #include "view_accessible.h"
 
 #include <wx/timer.h>
@@ -20,30 +22,6 @@
 class wxButton;
 
 namespace vdxcfrw7 {
-
-/// Which text of an entry: its header, its body, or a line, which count from `first_line`.
-struct text_item_t
-{
-    static constexpr std::size_t header = 0;
-    static constexpr std::size_t body = 1;
-    static constexpr std::size_t first_line = 2;
-};
-
-/// A place in the texts of a log. Bodies in HTML are one whole: their places are before and behind.
-struct text_place_t
-{
-    const CMessageElement* element = nullptr;
-    std::size_t item = 0;
-    std::size_t byte = 0;
-
-    bool is_set() const { return element != nullptr; }
-};
-
-bool operator<(const text_place_t& a, const text_place_t& b);
-inline bool operator==(const text_place_t& a, const text_place_t& b)
-{
-    return a.element == b.element && a.item == b.item && a.byte == b.byte;
-}
 
 class paint_dc_t;
 
@@ -82,10 +60,7 @@ public:
     void set_filter(int severities, const std::string& text);
 
     void select_all();
-    std::string get_selected_text(bool html);
-    /// The selected bytes of a text of that length; false when nothing of it is selected.
-    bool get_selected_part(const CMessageElement& element, std::size_t item, std::size_t length,
-                           std::size_t& from, std::size_t& to) const;
+    const log_selection_t& get_selection() const { return m_selection; }
     bool is_mirrored() const { return GetLayoutDirection() == wxLayout_RightToLeft; }
     /// The direction of the paragraph at that byte of a text.
     PangoDirection get_direction(std::string_view text, std::size_t at) const;
@@ -125,18 +100,11 @@ private:
     text_place_t place_at(const wxPoint& point);
     std::size_t byte_at(font_metrics_t& font, std::string_view text, const std::vector<std::uint32_t>& rows,
                         int x, int y);
-    text_place_t end_of(const CMessageElement& element, std::size_t item) const;
-    text_place_t next_item(const text_place_t& place) const;
-    text_place_t previous_item(const text_place_t& place) const;
     void move_caret(const text_place_t& place, bool extend);
-    void keep_place_inside(text_place_t& place) const;
     bool select_by_key(int key, bool control);
     void select(const text_place_t& from, const text_place_t& to);
     void show_place(const text_place_t& place);
     void copy();
-
-    bool filter_some();
-    bool passes_filter(const line_t& line) const;
 
     CEventLog* m_log;
     log_layout_t m_layout;
@@ -148,14 +116,10 @@ private:
     int m_wheel = 0;
     std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
 
-    text_place_t m_selection_begin; // where it was begun, which may be behind its end
-    text_place_t m_caret;
-    bool m_selecting = false;
+    log_selection_t m_selection;
+    bool m_selecting = false; // the mouse is
 
-    int m_filter_severities = 0;
-    std::string m_filter_text;
-    std::size_t m_filter_element = 0;
-    std::size_t m_filter_line = 0;
+    log_filter_t m_filter;
     bool m_more_hidden = false; // lines came that the filter hides
 
     std::vector<std::pair<CButton*, wxButton*>> m_buttons; // those that can be seen
@@ -163,10 +127,6 @@ private:
     std::size_t m_frame = 0;
     view_accessible_t m_accessible;
 };
-
-/// The text of an item, as it is searched, selected and copied.
-std::string_view text_of(const CMessageElement& element, std::size_t item, std::string& storage);
-std::size_t number_of_items(const CMessageElement& element);
 
 /// Draws what can be seen; the layout must have settled.
 void draw_log(paint_dc_t& dc, log_view_t& view);

@@ -6,21 +6,19 @@
 #include <wx/gdicmn.h>
 #include <wx/weakref.h>
 
-#include <chrono>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-class wxTimer;
 class wxWindow;
 
 namespace vdxcfrw7 {
 
 class log_layout_t;
 class log_view_t;
+class work_slices_t;
 
 /// Words that only the product's catalog knows, by the bits of a line's severity; for screen readers.
 struct log_words_t
@@ -36,13 +34,13 @@ struct log_words_t
 ///     auto& entry = log->AddElement();
 ///     entry.GetHeader().SetText("Collecting samples");
 ///
-/// Use it for the course of long work, of any length: a line costs its text and about 30 bytes, and nothing
+/// Use it for the course of long work, of any length: a line costs its text and 24 bytes, and nothing
 /// is laid out that nobody sees. The window follows the end as long as it shows the end; otherwise what the
 /// reader sees stays where it is. It takes its fonts and colours from ui_settings_t and follows their
 /// changes.
 ///
-/// The window is a child of `parent`, which destroys it; the log may outlive it and is then a model without a
-/// view. GUI thread.
+/// The window is a child of `parent`, which destroys it; the log may outlive it and is then a model
+/// without a view. GUI thread.
 class VDX_EXPORT CEventLog : public CVisualElement
 {
 public:
@@ -67,9 +65,9 @@ public:
     /// names it for CancelWork(), and work of an owner that is queued already is not queued again.
     void AddWork(const void* owner, std::function<bool()> work);
     void CancelWork(const void* owner);
-    bool HasWork() const { return !m_work.empty(); }
+    bool HasWork() const;
     /// Whether the running slice has used its time.
-    bool enough() const { return std::chrono::steady_clock::now() >= m_slice_end; }
+    bool enough() const;
 
     // What the reader does; all of it does nothing without a window.
     void ScrollToEnd();
@@ -77,8 +75,8 @@ public:
     /// Selects and shows the next place of a text, or the one before, starting from the selection and going
     /// round. Letters of either case are the same. False when there is none.
     bool Find(const std::string& text, bool forward);
-    /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text (empty:
-    /// all).
+    /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text
+    /// (empty: all).
     void SetFilter(int severities, const std::string& text);
     /// How many lines the filter hides.
     std::size_t GetHiddenCount() const;
@@ -117,23 +115,10 @@ private:
 
     class images_t;
 
-    struct work_t
-    {
-        const void* owner;
-        std::function<bool()> work;
-    };
-
-    /// Calls the next slice soon.
-    void WorkLater(int milliseconds);
-    void DoWork();
-
     std::unique_ptr<images_t> m_images;
     std::vector<std::unique_ptr<CMessageElement>> m_elements;
     log_words_t m_words;
-    std::deque<work_t> m_work;
-    std::unique_ptr<wxTimer> m_timer;
-    std::chrono::steady_clock::time_point m_slice_end;
-    bool m_working = false;
+    std::unique_ptr<work_slices_t> m_slices;
     wxWeakRef<wxWindow> m_window;
     log_view_t* m_view = nullptr; // the same, while it lives
     gen_helpers2::signal_t<search_t> m_search_requested;

@@ -66,6 +66,7 @@ public:
 private:
     friend class CCaption;
     friend class CEventLog;
+    friend class log_filter_t;
     friend class log_layout_t;
     friend class log_view_t;
 

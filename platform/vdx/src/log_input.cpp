@@ -1,0 +1,314 @@
+// Keyboard and mouse: selecting, copying, searching.
+#include "log_view.h"
+
+#include "log_search.h"
+#include "shown_text.h"
+
+#include <wx_helpers1/guarded.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vdxcfrw7 {
+namespace {
+
+bool is_word_byte(char c)
+{
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x80 || std::isalnum(byte) || byte == '_';
+}
+
+} // namespace
+
+PangoDirection log_view_t::get_direction(std::string_view text, std::size_t at) const
+{
+    return direction_of(text, at, is_mirrored() ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+}
+
+std::size_t log_view_t::byte_at(font_metrics_t& font, std::string_view text,
+                                const std::vector<std::uint32_t>& rows, int x, int y)
+{
+    const int last = static_cast<int>(rows.size()) - 1;
+    const auto row = static_cast<std::size_t>(std::clamp(y / font.get_line_height(), 0, std::max(0, last)));
+    const std::size_t begin = rows[row];
+    const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
+    const std::string_view shown = first_line(text.substr(begin, end - begin));
+    const PangoDirection direction = get_direction(text, begin);
+    // In a window from right to left places count from the right, in a row's text always from the left.
+    if (is_mirrored())
+        x = font.get_shaper().width_of(shown, direction) - x;
+    return begin + font.get_shaper().byte_at(shown, direction, x);
+}
+
+text_place_t log_view_t::place_at(const wxPoint& point)
+{
+    m_layout.settle();
+    const auto items = m_layout.visible_items();
+    if (items.empty())
+        return {};
+    const log_layout_t::item_t* item = &items.front();
+    for (const auto& candidate : items)
+        if (candidate.y <= point.y)
+            item = &candidate;
+    const CMessageElement& element = *item->element;
+    const int y = point.y - static_cast<int>(item->y);
+    switch (item->part) {
+    case log_layout_t::part_t::tail:
+        return m_selection.end_of(element, number_of_items(element) - 1);
+    case log_layout_t::part_t::line: {
+        const line_t& line = element.GetLines().at(item->line);
+        return {&element, text_item_t::first_line + item->line,
+                byte_at(m_layout.text_font(), line.get_text(), m_layout.rows_of(line),
+                        point.x - m_layout.line_left(), y)};
+    }
+    case log_layout_t::part_t::head:
+        break;
+    }
+    const int body = m_layout.body_top(element);
+    if (y < body || element.GetHead().body.empty())
+        return {&element, text_item_t::header,
+                byte_at(m_layout.bold_font(), element.GetHead().header, m_layout.header_rows(element),
+                        point.x - m_layout.text_left(), y - m_layout.header_top())};
+    if (m_layout.body_is_plain(element))
+        return {&element, text_item_t::body,
+                byte_at(m_layout.italic_font(), element.GetHead().body, m_layout.body_rows(element),
+                        point.x - m_layout.text_left(), y - body)};
+    return {&element, text_item_t::body, y - body < (item->height - body) / 2 ? 0u : 1u};
+}
+
+void log_view_t::select(const text_place_t& from, const text_place_t& to)
+{
+    m_selection.select(from, to);
+    Refresh(false);
+}
+
+void log_view_t::select_all()
+{
+    m_selection.select_all();
+    Refresh(false);
+}
+
+void log_view_t::move_caret(const text_place_t& place, bool extend)
+{
+    m_selection.move_caret(place, extend);
+    Refresh(false);
+}
+
+bool log_view_t::find(const std::string& text, bool forward)
+{
+    const std::string needle = fold(text);
+    if (needle.empty() || m_log->GetElements().empty())
+        return false;
+    // From behind what is selected (a place found before), or from the top of what is seen.
+    text_place_t start = m_selection.get_caret();
+    if (!m_selection.is_empty())
+        start = forward ? m_selection.get_ends().second : m_selection.get_ends().first;
+    if (!start.is_set())
+        start = place_at(wxPoint(0, 0));
+    if (!start.is_set())
+        return false;
+    const auto found = find_text(*m_log, m_selection, start, needle, forward);
+    if (!found.first.is_set())
+        return false;
+    select(found.first, found.second);
+    show_place(found.first);
+    return true;
+}
+
+void log_view_t::set_filter(int severities, const std::string& text)
+{
+    if (!m_filter.set(severities, text))
+        return;
+    m_log->CancelWork(&m_filter);
+    m_log->AddWork(&m_filter, [this] {
+        const bool more = m_filter.apply_some(*m_log, m_layout);
+        m_stale = true;
+        const auto signal = m_log->hidden_changed();
+        wx_helpers1::guarded([&signal] { signal.emit(); });
+        return more;
+    });
+}
+
+void log_view_t::copy()
+{
+    const std::string text = m_selection.get_text(false);
+    if (text.empty())
+        CopyToClipboard(*m_log);
+    else
+        CopyToClipboard(text, m_selection.get_text(true));
+}
+
+void log_view_t::show_place(const text_place_t& place)
+{
+    // Twice, as going there measures what was only estimated.
+    for (int round = 0; round < 2; ++round) {
+        std::int64_t top = m_layout.top_of(*place.element);
+        int height = m_layout.text_font().get_line_height();
+        if (place.item >= text_item_t::first_line) {
+            const std::size_t index = place.item - text_item_t::first_line;
+            const line_t& line = place.element->GetLines().at(index);
+            const auto& rows = m_layout.rows_of(line);
+            const auto row = std::upper_bound(rows.begin(), rows.end(), place.byte) - rows.begin() - 1;
+            top = m_layout.top_of_line(*place.element, index) + row * height;
+        } else
+            height = place.element->m_head_height;
+        const std::int64_t seen = m_layout.top();
+        if (top < seen)
+            scroll_to(top - m_layout.get_size().y / 4);
+        else if (top + height > seen + m_layout.get_size().y)
+            scroll_to(top + height - m_layout.get_size().y * 3 / 4);
+    }
+}
+
+void log_view_t::on_left_down(wxMouseEvent& event)
+{
+    SetFocus();
+    if (!m_log)
+        return;
+    move_caret(place_at(event.GetPosition()), event.ShiftDown());
+    m_selecting = true;
+    if (!HasCapture())
+        CaptureMouse();
+}
+
+void log_view_t::on_double_click(wxMouseEvent& event)
+{
+    const text_place_t place = m_log ? place_at(event.GetPosition()) : text_place_t();
+    if (!place.is_set() || m_selection.is_whole(*place.element, place.item))
+        return;
+    std::string storage;
+    const std::string_view text = text_of(*place.element, place.item, storage);
+    std::size_t from = place.byte, to = place.byte;
+    while (from > 0 && is_word_byte(text[from - 1]))
+        --from;
+    while (to < text.size() && is_word_byte(text[to]))
+        ++to;
+    select({place.element, place.item, from}, {place.element, place.item, to});
+}
+
+void log_view_t::on_motion(wxMouseEvent& event)
+{
+    if (!m_log || !m_selecting || !event.LeftIsDown())
+        return;
+    const wxPoint at = event.GetPosition();
+    if (at.y < 0 || at.y > m_layout.get_size().y)
+        scroll_to(m_layout.top() + (at.y < 0 ? at.y : at.y - m_layout.get_size().y));
+    move_caret(place_at(at), true);
+}
+
+void log_view_t::on_left_up(wxMouseEvent&)
+{
+    m_selecting = false;
+    if (HasCapture())
+        ReleaseMouse();
+}
+
+// Extends the selection; false for a key that does not.
+bool log_view_t::select_by_key(int key, bool control)
+{
+    if (!m_selection.get_caret().is_set())
+        move_caret(place_at(wxPoint(0, 0)), false);
+    text_place_t place = m_selection.get_caret();
+    if (!place.is_set())
+        return false;
+    std::string storage;
+    const std::string_view text = text_of(*place.element, place.item, storage);
+    const bool whole = m_selection.is_whole(*place.element, place.item);
+    switch (key) {
+    case WXK_LEFT:
+        if (whole || place.byte == 0) {
+            const text_place_t before = m_selection.previous_item(place);
+            place = before.item == place.item && before.element == place.element
+                        ? before
+                        : m_selection.end_of(*before.element, before.item);
+        } else
+            place.byte =
+                static_cast<std::size_t>(previous(text.data(), text.data() + place.byte) - text.data());
+        break;
+    case WXK_RIGHT:
+        if (whole || place.byte >= text.size())
+            place = m_selection.next_item(place);
+        else {
+            const char* at = text.data() + place.byte;
+            decode(at, text.data() + text.size());
+            place.byte = static_cast<std::size_t>(at - text.data());
+        }
+        break;
+    case WXK_UP:
+        place = m_selection.previous_item(place);
+        break;
+    case WXK_DOWN:
+        place = m_selection.next_item(place);
+        break;
+    case WXK_PAGEUP:
+    case WXK_PAGEDOWN:
+        scroll_to(m_layout.top() + (key == WXK_PAGEUP ? -1 : 1) * m_layout.get_size().y);
+        place = place_at(wxPoint(0, key == WXK_PAGEUP ? 0 : m_layout.get_size().y - 1));
+        break;
+    case WXK_HOME:
+        place = control ? text_place_t{m_log->GetElements().front().get(), 0, 0}
+                        : text_place_t{place.element, place.item, 0};
+        break;
+    case WXK_END:
+        place = control ? m_selection.end_of_all() : m_selection.end_of(*place.element, place.item);
+        break;
+    default:
+        return false;
+    }
+    move_caret(place, true);
+    show_place(place);
+    return true;
+}
+
+void log_view_t::on_key(wxKeyEvent& event)
+{
+    if (!m_log) {
+        event.Skip();
+        return;
+    }
+    const int key = event.GetKeyCode();
+    const bool control = event.ControlDown(), shift = event.ShiftDown();
+    if (event.AltDown()) {
+        event.Skip();
+        return;
+    }
+    const int row = m_layout.text_font().get_line_height();
+    const int page = std::max(row, m_layout.get_size().y - row);
+    const auto search = [this](CEventLog::search_t what) {
+        const auto signal = m_log->search_requested();
+        signal.emit(what);
+    };
+    if (control && (key == 'C' || key == WXK_INSERT))
+        copy();
+    else if (control && key == 'A')
+        select_all();
+    else if (control && key == 'F')
+        search(CEventLog::search_t::open);
+    else if (key == WXK_F3)
+        search(shift ? CEventLog::search_t::previous : CEventLog::search_t::next);
+    else if (key == WXK_TAB && !control)
+        tab(!shift);
+    else if (shift && select_by_key(key, control)) {
+    } else if (key == WXK_UP || key == WXK_NUMPAD_UP)
+        scroll_to(m_layout.top() - row);
+    else if (key == WXK_DOWN || key == WXK_NUMPAD_DOWN)
+        scroll_to(m_layout.top() + row);
+    else if (key == WXK_PAGEUP || key == WXK_NUMPAD_PAGEUP)
+        scroll_to(m_layout.top() - page);
+    else if (key == WXK_PAGEDOWN || key == WXK_NUMPAD_PAGEDOWN || (key == WXK_SPACE && !control))
+        scroll_to(m_layout.top() + page);
+    else if (key == WXK_HOME || key == WXK_NUMPAD_HOME)
+        scroll_to(0);
+    else if (key == WXK_END || key == WXK_NUMPAD_END)
+        scroll_to_end();
+    else if (key == WXK_ESCAPE && !m_selection.is_empty())
+        select({}, {});
+    else
+        event.Skip();
+}
+
+} // namespace vdxcfrw7
