@@ -2,6 +2,7 @@
 
 #include <wx/fontutil.h>
 #include <wx/graphics.h>
+#include <wx/window.h>
 
 #include <gtk/gtk.h>
 

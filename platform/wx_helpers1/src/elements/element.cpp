@@ -2,6 +2,8 @@
 
 #include "wx_helpers1/elements/element_adapter.h"
 
+#include <wx/window.h>
+
 namespace wx_helpers1 {
 
 element_t::~element_t()

@@ -47,8 +47,8 @@ struct element_accessible_t::impl_t
         auto* action = static_cast<AtkActionIface*>(interface);
         action->get_n_actions = [](AtkAction*) -> gint { return 1; };
         action->get_name = [](AtkAction*, gint) -> const gchar* { return "press"; };
-        action->do_action = [](AtkAction* object, gint index) -> gboolean {
-            impl_t* self = of(object);
+        action->do_action = [](AtkAction* pressed, gint index) -> gboolean {
+            impl_t* self = of(pressed);
             return index == 0 && self && self->adapter.activate_first();
         };
         run_actions_from_loop(action);
