@@ -1,9 +1,8 @@
 // Openings that need a process of their own.
 //
-//   open_bench first KIND             one opening; prints the milliseconds until painted and until ended
-//   open_bench again COUNT KIND...    that many more of each kind by turns, after the first; prints a line
-//   for each open_bench memory KIND            1,000 openings; prints the resident memory in KiB after 200
-//   and after all
+//   open_bench first KIND            one opening; prints the milliseconds until painted and until ended
+//   open_bench again COUNT KIND...   COUNT more of each kind by turns, after the first; a line for each
+//   open_bench memory KIND           1,000 openings; prints the resident KiB after 200 and after all
 #include "app.h"
 #include "openings.h"
 

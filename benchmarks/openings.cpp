@@ -121,14 +121,18 @@ void end_native(GtkWidget* widget)
     gtk_dialog_response(GTK_DIALOG(widget), GTK_RESPONSE_OK);
 }
 
-void show_message(wxWindow* parent, bool with_check_box)
+// Nothing in it tells where a line may end.
+constexpr std::size_t long_text = 1000000; // bytes
+
+void show_message(wxWindow* parent, kind_t kind)
 {
     commondlg3::message_window_t window;
     window.main_message = headline;
-    window.supplemental_message = explanation;
+    window.supplemental_message =
+        kind == kind_t::message_long ? std::string(long_text, 'x') : std::string(explanation);
     window.button_type = commondlg3::message_window_t::button_type_t::ok_cancel;
     window.icon_type = commondlg3::message_window_t::icon_types_t::warning;
-    if (with_check_box)
+    if (kind == kind_t::message_check_box)
         window.check_box = new check_box_t;
     commondlg3::show_modal(window, parent);
 }
@@ -189,6 +193,7 @@ std::optional<kind_t> kind_of(const std::string& name)
 {
     static const std::map<std::string, kind_t> kinds = {{"message", kind_t::message},
                                                         {"message_check_box", kind_t::message_check_box},
+                                                        {"message_long", kind_t::message_long},
                                                         {"example", kind_t::example},
                                                         {"result_saving", kind_t::result_saving},
                                                         {"page_result_saving", kind_t::page_result_saving},
@@ -212,7 +217,8 @@ opening_t open(kind_t kind, wxWindow* parent)
     switch (kind) {
     case kind_t::message:
     case kind_t::message_check_box:
-        show_message(parent, kind == kind_t::message_check_box);
+    case kind_t::message_long:
+        show_message(parent, kind);
         break;
     case kind_t::example: {
         gallery::example_dialog_t dialog({"Disk", "Notes on the first run"});

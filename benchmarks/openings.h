@@ -13,6 +13,7 @@ enum class kind_t
 {
     message,            ///< two texts, OK and Cancel, the warning icon
     message_check_box,  ///< the same with a check box
+    message_long,       ///< a text of 1 MB without a blank
     example,            ///< the gallery's dialog: two text fields with labels and limits, three buttons
     result_saving,      ///< the page about saving results in a dialog of the gallery
     page_result_saving, ///< that page inside a window that is open already: choosing it in the preferences
@@ -27,11 +28,11 @@ enum class kind_t
 
 std::optional<kind_t> kind_of(const std::string& name);
 
+/// Both from before the window's construction.
 struct opening_t
 {
-    double painted_ms =
-        0;               ///< from before its construction until it is on the screen and nothing is left to do
-    double ended_ms = 0; ///< and until it has been ended and destroyed
+    double painted_ms = 0; ///< until it is on the screen and nothing is left to do
+    double ended_ms = 0;   ///< until it has been ended and destroyed
 };
 
 /// Opens a window, ends it as soon as it is painted.

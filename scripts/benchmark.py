@@ -210,6 +210,12 @@ def windows(table, program, rounds):
                       ratio <= 2 / 3 if judged else None)
 
 
+def long_text(table, program):
+    times = [openings(run(program, "first", "message_long"))["message_long"][0] for _ in range(3)]
+    table.row("message of 1 MB without a blank, first opening", f"{statistics.median(times):.0f} ms",
+              expected="300 ms or less", met=statistics.median(times) <= 300)
+
+
 def memory(table, program):
     for kind in OURS:
         early, late = (int(line.split()[1]) for line in run(program, "memory", kind).splitlines())
@@ -232,6 +238,7 @@ def main():
     without_windows(table, folder)
     windows(table, f"{folder}/open_bench", options.rounds)
     pages(table, f"{folder}/open_bench", options.rounds)
+    long_text(table, f"{folder}/open_bench")
     memory(table, f"{folder}/open_bench")
     log(table, f"{folder}/log_bench", options.peers, options.lines)
     many_times(table, "heading of 10,000 messages", f"{folder}/caption_bench")
