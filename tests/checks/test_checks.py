@@ -79,11 +79,9 @@ class CheckTest(unittest.TestCase):
                                     text=True, capture_output=True, check=False)
             return result.returncode, (result.stdout + result.stderr).splitlines()
 
-    def good(self, tree):
-        self.assertEqual(self.run_check(tree, *self.command), (0, []))
-
     def faults(self, tree, cases):
         """cases: (file, what is replaced, by what, expected beginning of the only finding, words in it)"""
+        self.assertEqual(self.run_check(tree, *self.command), (0, []), "the tree without a fault")
         for path, old, new, place, words in cases:
             with self.subTest(file=path, fault=new):
                 text = tree.get(path, "")
@@ -97,9 +95,6 @@ class CheckTest(unittest.TestCase):
 
 class CatalogTest(CheckTest):
     command = "check_catalogs.py", "--catalogs", "po", "--sources", "src", "--xrc", "a.xrc"
-
-    def test_good_tree(self):
-        self.good(CATALOG_TREE)
 
     def test_faults(self):
         de_ok = 'msgid "btn.ok"\nmsgstr "&OK"\n'
@@ -118,13 +113,6 @@ class CatalogTest(CheckTest):
             ("po/de.po", "{x}: ", "'{x}' {x: ", "po/de.po:6", "broken pattern"),
             ("po/en.po", "other", "few", "po/en.po:6", 'plural without "other"'),
         ])
-
-    def test_key_missing_in_one_language_names_it_at_the_use_too(self):
-        tree = {**CATALOG_TREE, "po/de.po": CATALOG_TREE["po/de.po"].replace("btn.ok", "btn.okay")}
-        code, lines = self.run_check(tree, *self.command)
-        self.assertEqual(code, 1)
-        self.assertIn('src/a.cpp:3: "btn.ok" has no text in de', lines)
-        self.assertIn('po/en.po:4: "btn.ok" is missing in de', lines)
 
     def test_another_catalog_may_hold_the_key(self):
         tree = {**CATALOG_TREE, "src/a.cpp": 'text_of("far.key", {});\n'}
@@ -173,9 +161,6 @@ class ResourceTest(CheckTest):
     command = ("check_resources.py", "--sources", "src", "--xrc", "a.xrc", "--image-loader", "src/image_loader.cpp",
                "--images", "images.xrc")
 
-    def test_good_tree(self):
-        self.good(RESOURCE_TREE)
-
     def test_layout_faults(self):
         self.faults(RESOURCE_TREE, [
             ("src/a.cpp", '"m_ok"', '"m_okay"', "src/a.cpp:4", '"m_okay" is not below "dlg.a"'),
@@ -210,24 +195,14 @@ class ResourceTest(CheckTest):
 class LayerTest(CheckTest):
     command = "check_layers.py", "."
 
-    def test_good_tree(self):
-        self.good(LAYER_TREE)
-
     def test_faults(self):
-        gen, cpil, cfg, wx, messenger, vdx = (
-            f"platform/{name}/src/a.cpp"
-            for name in ("gen_helpers2", "cpil", "cfgmgr2", "wx_helpers1", "msngr2", "vdx"))
+        gen, cpil, messenger = (f"platform/{name}/src/a.cpp" for name in ("gen_helpers2", "cpil", "msngr2"))
         self.faults(LAYER_TREE, [
             (gen, "boost/any.hpp", "cpil/a.h", f"./{gen}:2", "gen_helpers2 stands below cpil"),
-            (gen, "boost/any.hpp", "wx/string.h", f"./{gen}:2", "may not include wx/string.h"),
             (cpil, "unicode/msgfmt.h", "cfgmgr2/a.h", f"./{cpil}:2", "cpil stands below cfgmgr2"),
-            (cfg, "expat.h", "gtk/gtk.h", f"./{cfg}:2", "may not include gtk/gtk.h"),
-            (wx, "gtk/gtk.h", "commondlg3/a.h", f"./{wx}:2", "wx_helpers1 stands below commondlg3"),
             (messenger, "<string>", "<wx/window.h>", f"./{messenger}:2", "may not include wx/window.h"),
-            (vdx, "gtk/gtk.h", "commondlg3/a.h", f"./{vdx}:2", "vdx stands below commondlg3"),
             ("platform/ff/src/a.cpp", "<string>", "<wx/window.h>", "./platform/ff/src/a.cpp:2", "may not include wx"),
             ("commondlg3/src/a.cpp", "<string>", "<gallery/a.h>", "./commondlg3/src/a.cpp:5", "stands below gallery"),
-            ("commondlg3/src/a.cpp", "<string>", "<nlohmann/json.hpp>", "./commondlg3/src/a.cpp:5", "may not"),
             ("commondlg3/src/a.cpp", "<string>", "<expat.h>", "./commondlg3/src/a.cpp:5", "may not include expat.h"),
             ("commondlg3/src/a.cpp", '"sub/b.h"', '"../a.h"', "./commondlg3/src/a.cpp:2", "leaves the folder"),
             ("gallery/a.cpp", "nlohmann/json.hpp", "boost/any.hpp", "./gallery/a.cpp:2", "may not include boost"),
