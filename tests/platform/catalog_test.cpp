@@ -28,25 +28,31 @@ std::string shown(const std::string& pattern, const varg_list& args, const std::
     return make_catalog("test", language, {{"key", pattern}})->message("key").as_ustring(args);
 }
 
-TEST(Message, PutsArgumentsIn)
+TEST(Message, IsMadeByTheRulesOfItsLanguage)
 {
-    const varg_list args{{"a", "x"}, {"b", std::string("{a}")}, {"n", 1234567}, {"r", 0.5}};
-    EXPECT_EQ(shown("{a} and {b}", args), "x and {a}");
-    EXPECT_EQ(shown("{n} {r}", args), "1,234,567 0.5");
-    EXPECT_EQ(shown("{n} {r}", args, "de"), "1.234.567 0,5");
-    EXPECT_EQ(shown("{missing} {a}", args), "{missing} x");
+    const varg_list args{{"a", "x"},   {"b", std::string("{a}")}, {"n", 1234567}, {"r", 0.5}, {"one", 1},
+                         {"three", 3}, {"bytes", "\xFF"}};
+    const std::string files = ", plural, one {# file} other {# files}} in {a}";
+    const std::string arabic = "{three, plural, zero {z} one {o} two {t} few {f} many {m} other {x}}";
+    const struct
+    {
+        std::string language, pattern, message;
+    } cases[] = {{"en", "{a} and {b}", "x and {a}"},
+                 {"en", "{n} {r}", "1,234,567 0.5"},
+                 {"de", "{n} {r}", "1.234.567 0,5"},
+                 {"en", "{missing} {a}", "{missing} x"},
+                 {"en", "{ a } {0}", "x {0}"},
+                 {"en", "no {bytes}", "no \xFF"}, // the bytes of a file's name stay
+                 {"en", "don't '{a}' it''s {a}", "don't {a} it's x"},
+                 {"en", "'{it''s} {a}", "{it's} {a}"},
+                 {"en", "a } b '", "a } b '"},
+                 {"en", "{one" + files, "1 file in x"},
+                 {"en", "{n" + files, "1,234,567 files in x"},
+                 {"ar", arabic, "f"},
+                 {"en", arabic, "x"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(shown(c.pattern, args, c.language), c.message) << c.pattern;
     EXPECT_EQ(shown("{a}", varg_list()), "{a}");
-    EXPECT_EQ(shown("{ a } {0}", args), "x {0}");
-    // The bytes of a file's name stay, whatever they are.
-    EXPECT_EQ(shown("no {a}", {{"a", "\xFF"}}), "no \xFF");
-}
-
-TEST(Message, ApostropheQuotesBraces)
-{
-    const varg_list args{{"a", "x"}};
-    EXPECT_EQ(shown("don't '{a}' it''s {a}", args), "don't {a} it's x");
-    EXPECT_EQ(shown("'{it''s} {a}", args), "{it's} {a}");
-    EXPECT_EQ(shown("a } b '", args), "a } b '");
 }
 
 // Without its marks a path would draw the full stop, or the next word, into its own direction.
@@ -63,19 +69,8 @@ TEST(Message, ArgumentsAgainstTheLanguagesDirectionAreIsolated)
     EXPECT_EQ(in("ar", "{dir}.", arabic), arabic + ".");
     EXPECT_EQ(in("en", "{dir}.", arabic), "\u2068" + arabic + "\u2069.");
     EXPECT_EQ(in("en", "{dir}.", path + "\u00e9\u65e5"), path + "\u00e9\u65e5.");
-    EXPECT_EQ(in("ar", "{dir}.", "1/2"), "1/2.");
     EXPECT_EQ(in("ar", "{dir}", "a\nb"), "a\nb") << "an isolate ends with its line";
     EXPECT_EQ(in("ar", "{dir}.", "\xff"), "\xff.");
-}
-
-TEST(Message, PluralFollowsLanguage)
-{
-    const std::string pattern = "{n, plural, one {# file} other {# files}} in {dir}";
-    EXPECT_EQ(shown(pattern, {{"n", 1}, {"dir", "d"}}), "1 file in d");
-    EXPECT_EQ(shown(pattern, {{"n", 1500}, {"dir", "d"}}), "1,500 files in d");
-    const std::string arabic = "{n, plural, zero {z} one {o} two {t} few {f} many {m} other {x}}";
-    EXPECT_EQ(shown(arabic, {{"n", 3}}, "ar"), "f");
-    EXPECT_EQ(shown(arabic, {{"n", 3}}, "en"), "x");
 }
 
 TEST(Message, WhatCannotBeFormattedIsShownRaw)
@@ -90,36 +85,18 @@ TEST(Message, WhatCannotBeFormattedIsShownRaw)
     EXPECT_EQ(shown("{n, plural, other {#}} {a}", {{"a", "x"}}), "{n} x");
 }
 
-TEST(Catalog, MissingKeysAndFallback)
+TEST(Catalog, MissingAndEmptyMessagesAreNone)
 {
     static_assert(catalog_key("%Key")[0] == '%', "usable in constant tables");
-    const auto english =
-        make_catalog("test", "en", {{"both", "both"}, {"only", "{n, plural, one {o} other {x}}"}});
     const auto german = make_catalog("test", "de", {{"both", "beide"}, {"empty", ""}, {"", "header"}});
-    german->set_fallback(english);
+    german->set_fallback(
+        make_catalog("test", "en", {{"both", "both"}, {"only", "{n, plural, one {o} other {x}}"}}));
     EXPECT_EQ(german->message("both").raw(), "beide");
     EXPECT_EQ(german->message("only").as_ustring({{"n", 1}}), "o");
-    EXPECT_TRUE(german->has_message("only"));
     for (const char* key : {"none", "empty", ""}) {
         EXPECT_FALSE(german->has_message(key)) << key;
         EXPECT_EQ(german->message(key).as_ustring(), "") << key;
     }
-}
-
-TEST(CatalogThreads, MessagesAreReadByMany)
-{
-    const auto catalog =
-        make_catalog("test", "en", {{"p", "{n, plural, one {# x} other {# y}}"}, {"s", "{n}!"}});
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&catalog] {
-            for (int i = 0; i < 200; ++i) {
-                EXPECT_EQ(catalog->message("p").as_ustring({{"n", 2}}), "2 y");
-                EXPECT_EQ(catalog->message("s").as_ustring({{"n", 2}}), "2!");
-            }
-        });
-    for (auto& thread : threads)
-        thread.join();
 }
 
 TEST(MoCatalog, ReadsBothByteOrdersInAnyLocale)
@@ -133,7 +110,6 @@ TEST(MoCatalog, ReadsBothByteOrdersInAnyLocale)
             ASSERT_TRUE(catalog);
             EXPECT_EQ(catalog->message("k").as_ustring({{"a", "x"}}), "\xC3\xA4 x");
             EXPECT_FALSE(catalog->has_message("other"));
-            EXPECT_FALSE(catalog->has_message(""));
         }
     }
     std::setlocale(LC_ALL, before.c_str());
@@ -196,7 +172,6 @@ TEST_F(MessageCatalog, FallsBackToBaseLanguageAndEnglish)
     EXPECT_EQ(cfgmgr2::get_language(), "pt_BR");
     EXPECT_EQ(text("a"), "pt a");
     EXPECT_EQ(text("b"), "en b");
-    EXPECT_EQ(cfgmgr2::getMessageCatalog("dialogs")->language(), "pt");
     cfgmgr2::set_language("ja");
     EXPECT_EQ(text("a"), "en a");
     EXPECT_FALSE(cfgmgr2::getMessageCatalog("../dialogs"));
@@ -209,7 +184,6 @@ TEST_F(MessageCatalog, MissingCatalogIsLookedForAgain)
     install("en", {{"a", "first"}});
     EXPECT_EQ(text("a"), "first");
     const auto kept = cfgmgr2::getMessageCatalog("dialogs");
-    EXPECT_EQ(cfgmgr2::getMessageCatalog("dialogs"), kept);
     install("en", {{"a", "second"}});
     EXPECT_EQ(text("a"), "first");
     cfgmgr2::reset_message_catalogs();
@@ -219,11 +193,9 @@ TEST_F(MessageCatalog, MissingCatalogIsLookedForAgain)
 
 TEST_F(MessageCatalog, NamesOfLanguages)
 {
-    {
-        test_tools::expected_assertions_t expected;
-        for (const char* wrong : {"", "C", "POSIX", "../etc", "de/", "d", "de_", "DE", "deutsch"})
-            cfgmgr2::set_language(wrong);
-        EXPECT_EQ(expected.take().size(), 9U);
+    for (const char* wrong : {"", "C", "POSIX", "../etc", "de/", "d", "de_", "DE", "deutsch"}) {
+        cfgmgr2::set_language(wrong);
+        EXPECT_EQ(test_tools::take_assertions().size(), 1U) << wrong;
         EXPECT_EQ(cfgmgr2::get_language(), "en");
     }
     ::setenv("LANGUAGE", "", 1);
@@ -234,54 +206,48 @@ TEST_F(MessageCatalog, NamesOfLanguages)
     EXPECT_EQ(cfgmgr2::language_from_environment(), "ja");
     for (const char* variable : {"LANGUAGE", "LC_ALL", "LC_MESSAGES"})
         ::unsetenv(variable);
-    EXPECT_TRUE(cfgmgr2::language_is_right_to_left("ar"));
     EXPECT_TRUE(cfgmgr2::language_is_right_to_left("he_IL"));
     EXPECT_FALSE(cfgmgr2::language_is_right_to_left("ja"));
-    EXPECT_FALSE(cfgmgr2::language_is_right_to_left("../x"));
 }
 
 using MessageCatalogThreads = MessageCatalog;
 
 TEST_F(MessageCatalogThreads, LanguageChangesWhileTextsAreRead)
 {
-    install("en", {{"a", "en"}});
-    install("de", {{"a", "de"}});
-    std::thread reader([] {
-        for (int i = 0; i < 2000; ++i) {
-            const std::string seen = text("a");
-            EXPECT_TRUE(seen == "en" || seen == "de") << seen;
-        }
-    });
+    install("en", {{"a", "{n, plural, one {# x} other {# en}}"}});
+    install("de", {{"a", "{n, plural, one {# x} other {# de}}"}});
+    std::vector<std::thread> readers;
+    for (int t = 0; t < 3; ++t)
+        readers.emplace_back([] {
+            for (int i = 0; i < 700; ++i) {
+                const auto catalog = cfgmgr2::getMessageCatalog("dialogs");
+                const std::string seen = catalog->message("a").as_ustring({{"n", 2}});
+                EXPECT_TRUE(seen == "2 en" || seen == "2 de") << seen;
+            }
+        });
     for (int i = 0; i < 200; ++i) {
         cfgmgr2::set_language(i % 2 ? "en" : "de");
         if (i % 20 == 0)
             cfgmgr2::reset_message_catalogs();
     }
-    reader.join();
+    for (auto& reader : readers)
+        reader.join();
 }
 
-TEST(ProductLocations, InitialOnesStandBesideTheProgram)
+TEST(ProductLocations, StandBesideTheProgramUntilTheHostSaysOtherwise)
 {
     cfgmgr2::IProductLocations* const initial = cfgmgr2::IProductLocations::get();
-    EXPECT_EQ(initial->get_product_name(), "");
     EXPECT_EQ(initial->get_resource_directory().file_name(), "commondlg3");
     EXPECT_EQ(initial->get_resource_directory().parent(), initial->get_locale_directory().parent());
-
     auto own = std::make_shared<cfgmgr2::product_locations_t>();
-    own->resource_directory = "/somewhere/";
     const auto config = gen_helpers2::stdpaths::get_user_config_dir();
-    EXPECT_EQ(own->get_config_directory(), config / "commondlg3");
     for (const char* name : {"product", "../../etc", "..", "/"}) {
         own->product_short_name = name;
         EXPECT_EQ(own->get_config_directory().parent(), config) << name;
     }
     cfgmgr2::IProductLocations::set(own);
-    EXPECT_EQ(cfgmgr2::IProductLocations::get()->get_resource_directory().as_string(), "/somewhere");
-    cfgmgr2::IProductLocations* const raw = own.get();
-    own.reset();
     cfgmgr2::IProductLocations::set(nullptr);
     EXPECT_EQ(cfgmgr2::IProductLocations::get(), initial);
-    EXPECT_EQ(raw->get_product_short_name(), "/");
 }
 
 } // namespace

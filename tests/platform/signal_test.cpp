@@ -4,7 +4,6 @@
 
 #include <atomic>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,33 +23,22 @@ public:
     mutable std::string last;
 };
 
-class throwing_receiver_t : public receiver_t
-{
-public:
-    explicit throwing_receiver_t(signal_t<int>& signal)
-    {
-        signal.connect(static_cast<receiver_t*>(this), &receiver_t::on_number);
-        throw std::runtime_error("construction fails");
-    }
-};
-
-TEST(Signal, CopySharesSlots)
+TEST(Signal, CopiesShareSlotsAndPassOnToOtherSignals)
 {
     signal_t<int> original;
     const signal_t<int> stored = original;
     int sum = 0;
-    original.connect([&sum](int v) { sum += v; });
+    {
+        signal_t<int> callback;
+        callback.connect([&sum](int v) { sum += v; });
+        original.connect(callback);
+        original.connect(original);
+        EXPECT_EQ(stored.num_slots(), 1U) << "but not to itself";
+    }
     stored.emit(3);
     EXPECT_EQ(sum, 3);
-    EXPECT_EQ(stored.num_slots(), 1U);
     original.disconnect_all();
     EXPECT_TRUE(stored.empty());
-
-    signal_t<int> other;
-    other = stored;
-    other.connect([&sum](int v) { sum += 10 * v; });
-    original(1);
-    EXPECT_EQ(sum, 13);
 }
 
 TEST(Signal, SubscriptionEndsWithItsOwner)
@@ -73,8 +61,6 @@ TEST(Signal, SubscriptionEndsWithItsOwner)
     }
     EXPECT_TRUE(number.empty());
     EXPECT_TRUE(text.empty());
-    EXPECT_THROW(throwing_receiver_t{number}, std::runtime_error);
-    EXPECT_TRUE(number.empty());
 }
 
 TEST(Signal, DeadConnectionsDoNotPileUp)
@@ -90,21 +76,6 @@ TEST(Signal, DeadConnectionsDoNotPileUp)
     EXPECT_EQ(receiver.num_subscriptions(), 1U);
     lasting.emit(1);
     EXPECT_EQ(receiver.sum, 101);
-}
-
-TEST(Signal, ForwardsToAnotherSignal)
-{
-    int sum = 0;
-    signal_t<int> source;
-    {
-        signal_t<int> callback;
-        callback.connect([&sum](int v) { sum += v; });
-        source.connect(callback);
-        source.connect(source);
-        EXPECT_EQ(source.num_slots(), 1U);
-    }
-    source.emit(7);
-    EXPECT_EQ(sum, 7);
 }
 
 TEST(Signal, SlotMayDestroySignalAndSubscriber)

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <mutex>
 #include <stdexcept>
+#include <utility>
 
 namespace test_tools {
 
@@ -20,9 +21,7 @@ namespace {
 struct recorder_t
 {
     std::mutex mutex;
-    int announced = 0;
-    std::vector<gen_helpers2::assertion_t> collected;
-    std::vector<gen_helpers2::assertion_t> unannounced;
+    std::vector<gen_helpers2::assertion_t> unread;
 };
 
 recorder_t& recorder()
@@ -35,12 +34,9 @@ class assertion_listener_t : public testing::EmptyTestEventListener
 {
     void OnTestEnd(const testing::TestInfo&) override
     {
-        recorder_t& r = recorder();
-        const std::lock_guard<std::mutex> lock(r.mutex);
-        for (const auto& assertion : r.unannounced)
+        for (const auto& assertion : take_assertions())
             ADD_FAILURE() << "assertion in " << assertion.unit << ": " << assertion.condition << " ("
                           << assertion.function << ", line " << assertion.line << ")";
-        r.unannounced.clear();
     }
 };
 
@@ -49,33 +45,18 @@ const bool installed = [] {
     gen_helpers2::set_assertion_handler([](const gen_helpers2::assertion_t& assertion) {
         recorder_t& r = recorder();
         const std::lock_guard<std::mutex> lock(r.mutex);
-        (r.announced > 0 ? r.collected : r.unannounced).push_back(assertion);
+        r.unread.push_back(assertion);
     });
     return true;
 }();
 
 } // namespace
 
-expected_assertions_t::expected_assertions_t()
+std::vector<gen_helpers2::assertion_t> take_assertions()
 {
     recorder_t& r = recorder();
     const std::lock_guard<std::mutex> lock(r.mutex);
-    ++r.announced;
-    r.collected.clear();
-}
-
-expected_assertions_t::~expected_assertions_t()
-{
-    recorder_t& r = recorder();
-    const std::lock_guard<std::mutex> lock(r.mutex);
-    --r.announced;
-}
-
-std::vector<gen_helpers2::assertion_t> expected_assertions_t::take()
-{
-    recorder_t& r = recorder();
-    const std::lock_guard<std::mutex> lock(r.mutex);
-    return std::exchange(r.collected, {});
+    return std::exchange(r.unread, {});
 }
 
 temp_dir_t::temp_dir_t()

@@ -9,18 +9,9 @@
 
 namespace test_tools {
 
-/// Announces assertions: those made while it lives are collected here. Any other one fails the test it
-/// happens in.
-class expected_assertions_t
-{
-public:
-    expected_assertions_t();
-    ~expected_assertions_t();
-    expected_assertions_t(const expected_assertions_t&) = delete;
-    expected_assertions_t& operator=(const expected_assertions_t&) = delete;
-
-    std::vector<gen_helpers2::assertion_t> take();
-};
+/// Assertions that were raised since the test began. Reading them accepts them; one that is left unread fails
+/// the test.
+std::vector<gen_helpers2::assertion_t> take_assertions();
 
 /// A folder of its own, removed with everything in it.
 class temp_dir_t
