@@ -2,23 +2,10 @@
 
 #include <commondlg3/caption_label.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/ui_settings.h>
 
 #include <wx/sizer.h>
 
 namespace test {
-namespace {
-
-void switch_to(wx_helpers1::theme_t theme, bool dark)
-{
-    auto* settings = wx_helpers1::ui_settings_t::get();
-    settings->set_theme(theme);
-    EXPECT_TRUE(wait_for([&] { return settings->is_dark() == dark; }));
-    settle();
-}
-
-} // namespace
-
 constexpr int page_height = 6000;
 
 window_t::window_t(int width)
@@ -28,7 +15,7 @@ window_t::window_t(int width)
     m_page->SetSizer(new wxBoxSizer(wxVERTICAL));
     m_frame->Show();
     m_frame->Raise();
-    wait_for([this] { return m_frame->IsActive(); }, 2000);
+    EXPECT_TRUE(wait_for([this] { return m_frame->IsActive(); }));
 }
 
 window_t::~window_t()
@@ -63,16 +50,6 @@ std::string cut_off(wxWindow* parent)
                     .utf8_string();
     }
     return result;
-}
-
-theme_guard_t::theme_guard_t(bool dark)
-{
-    switch_to(dark ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light, dark);
-}
-
-theme_guard_t::~theme_guard_t()
-{
-    switch_to(wx_helpers1::theme_t::light, false);
 }
 
 } // namespace test

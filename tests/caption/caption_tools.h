@@ -49,12 +49,4 @@ std::vector<T*> all_below(wxWindow* parent)
 /// What a reader misses of the visible labels below a window: empty when every line is wholly on the screen.
 std::string cut_off(wxWindow* parent);
 
-/// The light or the dark theme, for as long as it lives.
-class theme_guard_t
-{
-public:
-    explicit theme_guard_t(bool dark);
-    ~theme_guard_t();
-};
-
 } // namespace test

@@ -46,10 +46,4 @@ TEST(LineBreaking, LosesNothingButOneByteALine)
     }
 }
 
-TEST(LineBreaking, JoinsWithoutATrailingNewline)
-{
-    EXPECT_EQ("", commondlg3::content_for_label({}));
-    EXPECT_EQ("a\n\nb", commondlg3::content_for_label({"a", "", "b"}));
-}
-
 } // namespace

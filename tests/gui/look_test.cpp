@@ -3,13 +3,10 @@
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
-#include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
 #include <wx_helpers1/wrap_text.h>
 
 #include <wx/dcclient.h>
-#include <wx/notebook.h>
-#include <wx/spinctrl.h>
 #include <wx/stattext.h>
 
 #include <gtk/gtk.h>
@@ -52,24 +49,6 @@ TEST(Look, TextsCanBeReadInEveryTheme)
     }
 }
 
-TEST(Look, TooltipIsLeftAloneUnlessItsTextChanges)
-{
-    auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");
-    wx_helpers1::SetTooltip(label, "why");
-    const wxToolTip* first = label->GetToolTip();
-    wx_helpers1::SetTooltip(label, "why");
-    EXPECT_EQ(first, label->GetToolTip()) << "setting it again would restart the toolkit's hover timer";
-    wx_helpers1::SetTooltip(label, "bad \xff byte");
-    EXPECT_FALSE(label->GetToolTipText().empty());
-    wx_helpers1::SetTooltip(label, "");
-    EXPECT_TRUE(label->GetToolTipText().empty());
-
-    commondlg3::set_tooltip(std::string(400, 'x') + " end", label);
-    EXPECT_NE(wxNOT_FOUND, label->GetToolTipText().Find('\n')) << "long texts are wrapped";
-    EXPECT_GE(wx_helpers1::wxCustomTooltip::GetHideDelay(label), 20000) << "and stay long enough to be read";
-    label->Destroy();
-}
-
 TEST(Look, WrappedLinesFitAndKeepEveryCharacter)
 {
     auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");
@@ -92,52 +71,7 @@ TEST(Look, WrappedLinesFitAndKeepEveryCharacter)
         };
         EXPECT_EQ(without_breaks(text), without_breaks(wrapped));
     }
-    int lines = 1;
-    EXPECT_EQ("abc", wx_helpers1::wrap_text("abc", 1, label, lines, 0, dc).substr(0, 1) + "bc")
-        << "room for none";
-    EXPECT_EQ("a b", wx_helpers1::wrap_text("a b", -7, label, lines, 5, dc));
     label->Destroy();
-}
-
-TEST(Look, WindowsMoveBackOntoTheScreenFromTheRightAndBelowOnly)
-{
-    const wxSize screen = wxGetDisplaySize();
-    auto* popup = new wxFrame(test::main_window(), wxID_ANY, "moved", wxPoint(10, 10), wxSize(200, 100),
-                              wxFRAME_FLOAT_ON_PARENT);
-    commondlg3::move_to_visible_area(popup);
-    EXPECT_EQ(wxPoint(10, 10), popup->GetScreenPosition());
-    popup->Move(screen.x - 150, screen.y - 40);
-    commondlg3::move_to_visible_area(popup);
-    EXPECT_EQ(wxPoint(screen.x - 200, screen.y - 100 - 10), popup->GetScreenPosition());
-    popup->Move(-50, -20);
-    commondlg3::move_to_visible_area(popup);
-    EXPECT_EQ(wxPoint(-50, -20), popup->GetScreenPosition());
-    popup->Destroy();
-    commondlg3::move_to_visible_area(nullptr);
-}
-
-// Any complaint of the toolkit's fails the test.
-TEST(Look, ControlsMayHaveLessRoomThanTheyNeed)
-{
-    wxFrame* frame = new wxFrame(test::main_window(), wxID_ANY, "tiny", wxDefaultPosition, wxSize(300, 200));
-    auto* bar = new wxMenuBar;
-    bar->Append(new wxMenu, "First");
-    bar->Append(new wxMenu, "Second");
-    frame->SetMenuBar(bar);
-    auto* area = new wxScrolledWindow(frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxALWAYS_SHOW_SB);
-    area->SetScrollbars(1, 1, 1000, 1000);
-    const std::vector<wxWindow*> controls = {
-        area, new wxCheckBox(frame, wxID_ANY, "check"), new wxRadioButton(frame, wxID_ANY, "radio"),
-        new wxSpinCtrl(frame, wxID_ANY), new wxNotebook(frame, wxID_ANY)};
-    frame->Show();
-    for (const wxSize size : {wxSize(1, 1), wxSize(200, 3), wxSize(3, 100), wxSize(200, 100)}) {
-        for (wxWindow* control : controls)
-            control->SetSize(wxRect(wxPoint(0, 0), size));
-        test::settle();
-        ASSERT_TRUE(
-            test::wait_for([&] { return gtk_widget_get_allocated_width(area->GetHandle()) == size.x; }));
-    }
-    frame->Destroy();
 }
 
 // The widget goes by the first letter of each line, isolated or not.

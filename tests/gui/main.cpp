@@ -11,7 +11,6 @@ namespace {
 
 class listener_t : public testing::EmptyTestEventListener
 {
-    void OnTestStart(const testing::TestInfo&) override { test::begin_test(); }
     void OnTestEnd(const testing::TestInfo&) override { test::end_test(); }
 };
 

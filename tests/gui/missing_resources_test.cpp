@@ -1,31 +1,29 @@
 #include "probe.h"
 #include "support.h"
 
-#include <commondlg3/message_window.h>
-#include <wx_helpers1/image_loader.h>
-#include <wx_helpers1/resource_loader.h>
+#include <commondlg3/ask_dlg.h>
+#include <commondlg3/clipboard_dlg.h>
+#include <commondlg3/editor_pp.h>
+#include <commondlg3/experimental_options_panel.h>
+#include <commondlg3/file_finder_pp.h>
+#include <commondlg3/opt_in_dlg.h>
+#include <commondlg3/result_saving_pp.h>
+#include <commondlg3/search_dirs_panel.h>
+#include <commondlg3/search_dirs_tab.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace {
 
 using test::probe_dialog_t;
 
-commondlg3::message_window_t sample()
-{
-    commondlg3::message_window_t window;
-    window.main_message = "text";
-    return window;
-}
-
 TEST(MissingResources, WindowsAnswerAndAreTriedAgain)
 {
     const test::temp_dir_t dir;
     const test::product_guard_t product(dir.path(), LOCALE_DIR);
-    EXPECT_EQ(7, commondlg3::show_modal(sample(), test::main_window()))
+    EXPECT_EQ(7, commondlg3::show_modal(test::sample_message(), test::main_window()))
         << "a message window that cannot load";
     probe_dialog_t dialog("dlg.example");
     EXPECT_EQ(0, dialog.show_modal(test::main_window()));
@@ -38,28 +36,56 @@ TEST(MissingResources, WindowsAnswerAndAreTriedAgain)
     // The installation is repaired while the program runs.
     for (const char* archive : {"commondlg3.dat", "gallery.dat"})
         std::filesystem::copy_file(std::string(RESOURCE_DIR) + "/" + archive, dir.path() + "/" + archive);
-    EXPECT_EQ(5, test::run_modal([&] { return dialog.show_modal(test::main_window()); },
-                                 [&](wxTopLevelWindow*) { dialog.end_dialog(5); }));
+    EXPECT_EQ(5, test::run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(5); }));
     EXPECT_EQ(1, dialog.calls["init"]);
-    EXPECT_EQ(0, test::run_modal([&] { return commondlg3::show_modal(sample(), test::main_window()); },
-                                 [&](wxTopLevelWindow* shown) { shown->Close(); }));
+    EXPECT_EQ(0, test::run(test::sample_message(), [](wxTopLevelWindow* shown) { shown->Close(); }));
 }
 
-TEST(MissingResources, ObjectsAndDamageAreToldApart)
+template <class Page>
+void expect_harmless(Page* page, wxWindow* host)
 {
-    using wx_helpers1::resource_loader_t;
+    page->create(host);
+    EXPECT_FALSE(page->is_loaded());
+    page->SetSize(300, 200);
+    page->on_update_ui_settings();
+    EXPECT_TRUE(page->GetChildren().empty());
+    for (const bool ok : {false, true}) {
+        ok ? page->on_ok() : page->on_cancel();
+        EXPECT_FALSE(page->is_changed()) << "what was stored is lost";
+    }
+    test::settle();
+    for (const std::string& missing : test::take_assertions())
+        EXPECT_EQ(0u, missing.find("m_")) << missing << " is no control";
+}
+
+TEST(MissingResources, EveryPageIsEmptyAndHarmless)
+{
+    using namespace commondlg3;
     const test::temp_dir_t dir;
-    const std::string plain = dir.path() + "/broken.xrc";
-    std::ofstream(plain) << "<resource><object class='wxDialog' name='a'>";
-    EXPECT_EQ(resource_loader_t::state_t::no_resource, resource_loader_t(plain, "commondlg").examine("a"));
-    const std::string file = commondlg3::create_resource_filename("commondlg3.dat", "commondlg.xrc");
-    EXPECT_EQ(resource_loader_t::state_t::no_object,
-              resource_loader_t(file, "commondlg").examine("dlg.none"));
-    EXPECT_EQ(resource_loader_t::state_t::ok,
-              resource_loader_t(file, "commondlg").examine("dlg.error_warning_dialog"));
-    wx_helpers1::image_loader_t pictures(dir.path() + "/none.dat#zip:images.xrc");
-    EXPECT_TRUE(pictures.load_static_picture("error24").is_empty());
-    EXPECT_TRUE(pictures.load_animation("progress").is_empty());
+    const test::product_guard_t product(dir.path(), LOCALE_DIR, dir.path());
+    const result_saving_data_t data(result_saving_data_t::temp_storing_t::to_folder,
+                                    result_saving_data_t::project_storing_t::to_folder, false, "r@@@",
+                                    "/tmp");
+    auto* host = new wxFrame(test::main_window(), wxID_ANY, "host");
+    expect_harmless(new editor_pp_t(editor_data_t(), ~0u), host);
+    expect_harmless(new result_saving_pp_t(data, ~0u), host);
+    expect_harmless(new search_dirs_panel_t(FF_2_13::make_search_dir_container(nullptr)), host);
+    expect_harmless(
+        new search_dirs_tab_t(FF_2_13::make_search_dir_container(nullptr), FF_2_13::category_sources), host);
+    expect_harmless(new file_finder_pp_t(FF_2_13::make_search_dir_container(nullptr)), host);
+    expect_harmless(new experimental_options_panel_t({}, {}), host);
+    expect_harmless(new opt_in_pp_t(opt_in_pp_t::user_consent_t::given), host);
+    host->Destroy();
+    ask_dlg_t ask;
+    clipboard_dlg_t clipboard;
+    opt_in_dlg_t consent(opt_in_pp_t::user_consent_t::given);
+    for (dialog_base_t* dialog : {static_cast<dialog_base_t*>(&ask), static_cast<dialog_base_t*>(&clipboard),
+                                  static_cast<dialog_base_t*>(&consent)}) {
+        EXPECT_EQ(0, dialog->show_modal(test::main_window()));
+        dialog->on_ok();
+        dialog->on_cancel();
+    }
+    EXPECT_EQ(opt_in_pp_t::user_consent_t::given, consent.get_consent());
 }
 
 // Everything asserts, nothing ends: a host that forgot to make the settings still gets its answers.
@@ -67,15 +93,8 @@ TEST(MissingResources, SettingsAreAnAssertionEach)
 {
     wx_helpers1::ui_settings_t::shutdown();
     probe_dialog_t dialog("dlg.example");
-    EXPECT_EQ(4, test::run_modal([&] { return dialog.show_modal(test::main_window()); },
-                                 [&](wxTopLevelWindow*) { dialog.end_dialog(4); }));
-    EXPECT_EQ(7, test::run_modal(
-                     [&] {
-                         auto window = sample();
-                         window.button_type = commondlg3::message_window_t::button_type_t::none;
-                         return commondlg3::show_modal(window, test::main_window());
-                     },
-                     [&](wxTopLevelWindow* shown) { shown->Close(); }));
+    EXPECT_EQ(4, test::run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(4); }));
+    EXPECT_EQ(2, test::run(test::sample_message(1), [](wxTopLevelWindow* shown) { shown->Close(); }));
     const auto assertions = test::take_assertions();
     ASSERT_FALSE(assertions.empty());
     for (const std::string& text : assertions)

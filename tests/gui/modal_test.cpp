@@ -2,7 +2,6 @@
 #include "probe.h"
 #include "support.h"
 
-#include <commondlg3/message_window.h>
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/modal_flavor.h>
 
@@ -18,26 +17,23 @@
 namespace {
 
 using test::probe_dialog_t;
+using test::run;
 using test::run_modal;
+using test::sample_message;
 using wx_helpers1::modal_stack_t;
 
-commondlg3::message_window_t sample()
+int ask(wxWindow* parent)
 {
-    commondlg3::message_window_t window;
-    window.main_message = "A message";
-    window.button_type = commondlg3::message_window_t::button_type_t::yes_no;
-    return window;
+    return commondlg3::show_modal(sample_message(1), parent);
 }
 
 // Two messages, one over the other, over `parent`; `act` comes when both are painted. Gives their answers.
 std::pair<int, int> two_messages(wxWindow* parent, const std::function<void(wxTopLevelWindow*)>& act)
 {
     int inner_answer = -1;
-    const int outer_answer =
-        run_modal([&] { return commondlg3::show_modal(sample(), parent); },
-                  [&](wxTopLevelWindow* outer) {
-                      inner_answer = run_modal([&] { return commondlg3::show_modal(sample(), outer); }, act);
-                  });
+    const int outer_answer = run_modal(
+        [&] { return ask(parent); },
+        [&](wxTopLevelWindow* outer) { inner_answer = run_modal([&] { return ask(outer); }, act); });
     return {outer_answer, inner_answer};
 }
 
@@ -59,8 +55,7 @@ TEST(Modal, MessagesEndUnansweredWithTheirParent)
         EXPECT_EQ(0, modal_stack_t::depth());
     }
     // The next one is as good as ever.
-    EXPECT_EQ(1, run_modal([] { return commondlg3::show_modal(sample(), test::main_window()); },
-                           [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
+    EXPECT_EQ(1, run(sample_message(1), [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
 }
 
 TEST(Modal, DialogOnTheStackOutlivesItsParent)
@@ -97,12 +92,10 @@ TEST(Modal, EndingTheOuterOneEndsTheInnerOne)
         auto* dialog = new probe_dialog_t("dlg.example");
         const wxWeakRef<wxWindow> alive(dialog);
         int inner = -1;
-        EXPECT_EQ(row.answer,
-                  run_modal([&] { return dialog->show_modal(test::main_window()); },
-                            [&](wxTopLevelWindow*) {
-                                inner = run_modal([&] { return commondlg3::show_modal(sample(), dialog); },
-                                                  [&](wxTopLevelWindow*) { row.end(dialog); });
-                            }));
+        EXPECT_EQ(row.answer, run(*dialog, [&](wxTopLevelWindow*) {
+                      inner =
+                          run_modal([&] { return ask(dialog); }, [&](wxTopLevelWindow*) { row.end(dialog); });
+                  }));
         EXPECT_EQ(7, inner);
         if (alive)
             dialog->Destroy();
@@ -115,15 +108,14 @@ TEST(Modal, EndingTheOuterOneEndsTheInnerOne)
 TEST(Modal, AnOpenMenuEndsWithItsDialog)
 {
     probe_dialog_t dialog("dlg.example");
-    EXPECT_EQ(6, run_modal([&] { return dialog.show_modal(test::main_window()); },
-                           [&](wxTopLevelWindow*) {
-                               wxMenu menu;
-                               menu.Append(wxID_COPY);
-                               wxTimer end;
-                               end.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { dialog.end_dialog(6); });
-                               end.StartOnce(1); // the first turn of the menu's loop
-                               dialog.PopupMenu(&menu);
-                           }));
+    EXPECT_EQ(6, run(dialog, [&](wxTopLevelWindow*) {
+                  wxMenu menu;
+                  menu.Append(wxID_COPY);
+                  wxTimer end;
+                  end.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { dialog.end_dialog(6); });
+                  end.StartOnce(1); // the first turn of the menu's loop
+                  dialog.PopupMenu(&menu);
+              }));
 }
 
 TEST(Modal, RequestToCloseDuringOpeningIsKept)
@@ -133,8 +125,7 @@ TEST(Modal, RequestToCloseDuringOpeningIsKept)
     EXPECT_EQ(wxID_CANCEL, dialog.show_modal(test::main_window()));
     EXPECT_FALSE(dialog.IsShown());
     dialog.on_init = nullptr;
-    EXPECT_EQ(3, run_modal([&] { return dialog.show_modal(test::main_window()); },
-                           [&](wxTopLevelWindow*) { dialog.end_dialog(3); }));
+    EXPECT_EQ(3, run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(3); }));
 }
 
 // The window manager's request to close comes to windows that a modal one blocks as well.
@@ -150,20 +141,19 @@ TEST(Modal, BlockedWindowsCannotBeClosedByTheUser)
         gdk_event_free(event);
         test::settle();
     };
-    run_modal([&] { return dialog.show_modal(test::main_window()); },
-              [&](wxTopLevelWindow*) {
-                  run_modal([&] { return commondlg3::show_modal(sample(), &dialog); },
-                            [&](wxTopLevelWindow* inner) {
-                                ask_to_close(other);
-                                ask_to_close(&dialog);
-                                EXPECT_TRUE(other->IsShown());
-                                EXPECT_TRUE(dialog.IsShown());
-                                ask_to_close(inner);
-                                EXPECT_FALSE(inner->IsShown());
-                            });
-                  ask_to_close(&dialog);
-                  EXPECT_FALSE(dialog.IsShown());
-              });
+    run(dialog, [&](wxTopLevelWindow*) {
+        run_modal([&] { return ask(&dialog); },
+                  [&](wxTopLevelWindow* inner) {
+                      ask_to_close(other);
+                      ask_to_close(&dialog);
+                      EXPECT_TRUE(other->IsShown());
+                      EXPECT_TRUE(dialog.IsShown());
+                      ask_to_close(inner);
+                      EXPECT_FALSE(inner->IsShown());
+                  });
+        ask_to_close(&dialog);
+        EXPECT_FALSE(dialog.IsShown());
+    });
     const wxWeakRef<wxWindow> alive(other);
     ask_to_close(other);
     EXPECT_TRUE(test::wait_for([&] { return !alive; }));
@@ -177,19 +167,19 @@ TEST(Modal, WithoutAnyWindowOfTheApplicationMessagesStandAlone)
         int count = 0;
         GList* windows = gtk_window_list_toplevels();
         for (GList* at = windows; at; at = at->next) {
-            auto* window = GTK_WIDGET(at->data);
-            GtkWidget* box = gtk_bin_get_child(GTK_BIN(window));
-            count += !gtk_widget_get_visible(window) && box && GTK_IS_BOX(box) ? 1 : 0;
+            GtkWidget* box = gtk_bin_get_child(GTK_BIN(at->data));
+            count += !gtk_widget_get_visible(GTK_WIDGET(at->data)) && box && GTK_IS_BOX(box) ? 1 : 0;
         }
         g_list_free(windows);
         return count;
     };
+    using icon = commondlg3::message_window_t::icon_types_t;
     wxFrame* main = test::main_window();
     const wxWindowList others = wxTopLevelWindows;
     wxTheApp->SetTopWindow(nullptr);
     wxTopLevelWindows.Clear();
     for (int i = 0; i < 2; ++i) {
-        EXPECT_EQ(1, run_modal([] { return commondlg3::show_modal(sample(), nullptr); },
+        EXPECT_EQ(1, run_modal([] { return ask(nullptr); },
                                [&](wxTopLevelWindow* shown) {
                                    EXPECT_EQ(nullptr, shown->GetParent());
                                    test::click(shown, "m_btn_ok");
@@ -197,13 +187,11 @@ TEST(Modal, WithoutAnyWindowOfTheApplicationMessagesStandAlone)
         EXPECT_TRUE(test::wait_for([&] { return hidden_windows() >= 2; }))
             << "no layout was built ahead: the test would pass for nothing";
         EXPECT_EQ(0u, wxTopLevelWindows.GetCount());
-        using icon = commondlg3::message_window_t::icon_types_t;
         EXPECT_EQ(6, commondlg3::show_msg_box("a", "b", icon::error, nullptr));
     }
     for (wxWindow* window : others)
         wxTopLevelWindows.Append(window);
     wxTheApp->SetTopWindow(main);
-    using icon = commondlg3::message_window_t::icon_types_t;
     EXPECT_EQ(0, run_modal([] { return commondlg3::show_msg_box("a", "b", icon::error, nullptr); },
                            [&](wxTopLevelWindow* shown) {
                                EXPECT_EQ(main, shown->GetParent());
@@ -218,7 +206,7 @@ TEST(Modal, AccessibleActionOpensItsWindowAfterItHasAnswered)
     int pressed = 0;
     button->Bind(wxEVT_BUTTON, [&](wxCommandEvent&) {
         ++pressed;
-        commondlg3::show_modal(sample(), test::main_window());
+        ask(test::main_window());
     });
     AtkObject* object = gtk_widget_get_accessible(button->GetHandle());
     run_modal(

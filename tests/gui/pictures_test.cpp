@@ -96,10 +96,6 @@ TEST(Pictures, AreDrawnAnewAtEachScaleAndKeepTheirColours)
     EXPECT_GE(int(image.GetRed(4, 4)), 250);
     EXPECT_NEAR(128, int(image.GetAlpha(4, 4)), 3);
     EXPECT_FALSE(half.getImage(false).HasAlpha());
-    EXPECT_TRUE(wxStaticPicture::from_svg("no drawing", wxSize(8, 8)).is_empty());
-    EXPECT_TRUE(wxStaticPicture::from_image(wxImage()).is_empty());
-    EXPECT_EQ(wxSize(0, 0), wxStaticPicture().get_size());
-    EXPECT_FALSE(wxStaticPicture().getImage(true).IsOk());
 }
 
 TEST(Pictures, AnimationRunsInItsControlAndEndsWithIt)
@@ -114,9 +110,7 @@ TEST(Pictures, AnimationRunsInItsControlAndEndsWithIt)
         return seen.size() >= 3;
     }));
     control->set_picture(image_loader_t::get().load_image(type_t::info24));
-    const wxImage still = control->GetBitmap().ConvertToImage();
-    EXPECT_EQ(24, still.GetWidth());
-    control->set_picture({});
+    EXPECT_EQ(24, control->GetBitmap().ConvertToImage().GetWidth());
     control->Destroy();
 }
 

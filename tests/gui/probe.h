@@ -1,7 +1,10 @@
 /// Windows that count what is done to them, on the layouts of the host's example windows.
 #pragma once
 
+#include "support.h"
+
 #include <commondlg3/dialog_base.h>
+#include <commondlg3/message_window.h>
 #include <commondlg3/pref_base.h>
 #include <commondlg3/resources.h>
 
@@ -99,6 +102,28 @@ private:
 
 using probe_dialog_t = probe_t<commondlg3::dialog_base_t>;
 using probe_page_t = probe_t<commondlg3::pref_base_t>;
+
+/// A warning with all of its texts.
+inline commondlg3::message_window_t sample_message(int button_type = 0)
+{
+    commondlg3::message_window_t window;
+    window.main_message = "The result could not be saved";
+    window.supplemental_message = "The disk is full. Free some space and try again.";
+    window.details_message = "write: ENOSPC";
+    window.button_type = static_cast<commondlg3::message_window_t::button_type_t>(button_type);
+    window.icon_type = commondlg3::message_window_t::icon_types_t::warning;
+    return window;
+}
+
+/// run_modal() over the main window.
+inline int run(commondlg3::dialog_base_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    return run_modal([&] { return dialog.show_modal(main_window()); }, act);
+}
+inline int run(const commondlg3::message_window_t& window, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    return run_modal([&] { return commondlg3::show_modal(window, main_window()); }, act);
+}
 
 /// Presses a button as the mouse would.
 inline void click(wxWindow* parent, const char* name)

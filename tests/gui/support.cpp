@@ -4,8 +4,10 @@
 #include <cfgmgr2/product_locations.h>
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/painted.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/app.h>
+#include <wx/clipbrd.h>
 #include <wx/debug.h>
 #include <wx/evtloop.h>
 #include <wx/timer.h>
@@ -17,6 +19,7 @@
 #include <filesystem>
 #include <mutex>
 #include <unistd.h>
+#include <utility>
 
 namespace test {
 namespace {
@@ -30,6 +33,12 @@ void fail(const std::string& text)
 {
     std::lock_guard<std::mutex> lock(mutex);
     failures.push_back(text);
+}
+
+std::vector<std::string> take(std::vector<std::string>& texts)
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    return std::exchange(texts, {});
 }
 
 void on_toolkit_assert(const wxString& file, int line, const wxString&, const wxString& condition,
@@ -74,30 +83,20 @@ void install_handlers()
     });
 }
 
-void begin_test()
-{
-    std::lock_guard<std::mutex> lock(mutex);
-    assertions.clear();
-    failures.clear();
-    exceptions.clear();
-}
-
 void end_test()
 {
     settle();
-    std::lock_guard<std::mutex> lock(mutex);
-    for (const std::string& text : failures)
+    for (const std::string& text : take(failures))
         ADD_FAILURE() << text;
-    for (const std::string& text : assertions)
+    for (const std::string& text : take(assertions))
         ADD_FAILURE() << "assertion that the test did not expect: " << text;
-    for (const std::string& text : exceptions)
+    for (const std::string& text : take(exceptions))
         ADD_FAILURE() << "exception that the test did not expect: " << text;
 }
 
 std::vector<std::string> take_assertions()
 {
-    std::lock_guard<std::mutex> lock(mutex);
-    return std::move(assertions);
+    return take(assertions);
 }
 
 void note_exception()
@@ -115,8 +114,7 @@ void note_exception()
 
 std::vector<std::string> take_exceptions()
 {
-    std::lock_guard<std::mutex> lock(mutex);
-    return std::move(exceptions);
+    return take(exceptions);
 }
 
 wxFrame* main_window()
@@ -126,6 +124,8 @@ wxFrame* main_window()
 
 void settle()
 {
+    // What was done through the display, by its own connection, has come to this one after that.
+    gdk_display_sync(gdk_display_get_default());
     auto quiet_since = std::chrono::steady_clock::now();
     while (std::chrono::steady_clock::now() - quiet_since < std::chrono::milliseconds(30)) {
         if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle())
@@ -152,7 +152,7 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
     wxWeakRef<wxTopLevelWindow> opened;
     wxTimer rescue;
     rescue.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-        ADD_FAILURE() << (opened ? "the window was left open" : "no window opened");
+        ADD_FAILURE() << "the window was left open";
         if (auto* dialog = wxDynamicCast(opened.get(), wxDialog))
             dialog->EndModal(wxID_CANCEL);
     });
@@ -162,11 +162,14 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
     wx_helpers1::when_next_window_is_painted([&, waiting](wxTopLevelWindow* window) {
         if (!*waiting)
             return;
+        *waiting = false;
         opened = window;
-        wait_for([&] { return window->IsActive(); }, 2000);
-        act(window);
+        EXPECT_TRUE(wait_for([&] { return opened && opened->IsActive(); })) << "keys would go elsewhere";
+        if (opened)
+            act(window);
     });
     const int result = show();
+    EXPECT_FALSE(*waiting) << "no window opened: nothing was looked at";
     *waiting = false;
     rescue.Stop();
     settle();
@@ -185,9 +188,31 @@ void type(const char* text)
     settle();
 }
 
-product_guard_t::product_guard_t(const std::string& resource_dir, const std::string& locale_dir)
+void drag(const wxPoint& from, const wxPoint& to)
 {
-    set_product(resource_dir, locale_dir);
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(from);
+    settle();
+    mouse.MouseDown();
+    settle();
+    mouse.MouseMove(to);
+    settle();
+    mouse.MouseUp();
+    settle();
+}
+
+std::string clipboard_text()
+{
+    wxTextDataObject data;
+    wxClipboardLocker lock;
+    EXPECT_TRUE(wxTheClipboard->GetData(data));
+    return data.GetText().utf8_string();
+}
+
+product_guard_t::product_guard_t(const std::string& resource_dir, const std::string& locale_dir,
+                                 const std::string& config_dir)
+{
+    set_product(resource_dir, locale_dir, config_dir);
 }
 
 void use_default_product()
@@ -201,13 +226,8 @@ product_guard_t::~product_guard_t()
 }
 
 config_guard_t::config_guard_t(const std::string& directory)
+    : product_guard_t(RESOURCE_DIR, LOCALE_DIR, directory)
 {
-    set_product(RESOURCE_DIR, LOCALE_DIR, directory);
-}
-
-config_guard_t::~config_guard_t()
-{
-    use_default_product();
 }
 
 language_guard_t::language_guard_t(const std::string& language)
@@ -218,6 +238,20 @@ language_guard_t::language_guard_t(const std::string& language)
 language_guard_t::~language_guard_t()
 {
     cfgmgr2::set_language("en");
+}
+
+theme_guard_t::theme_guard_t(bool dark)
+{
+    using namespace wx_helpers1;
+    ui_settings_t::get()->set_theme(dark ? theme_t::dark : theme_t::light);
+    EXPECT_TRUE(wait_for([&] { return ui_settings_t::get()->is_dark() == dark; }));
+    settle();
+}
+
+theme_guard_t::~theme_guard_t()
+{
+    wx_helpers1::ui_settings_t::get()->set_theme(wx_helpers1::theme_t::system);
+    settle();
 }
 
 temp_dir_t::temp_dir_t()

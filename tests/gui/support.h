@@ -5,6 +5,7 @@
 
 #include <wx/event.h>
 #include <wx/frame.h>
+#include <wx/gdicmn.h>
 
 #include <functional>
 #include <memory>
@@ -24,13 +25,17 @@ bool wait_for(const std::function<bool()>& condition, int milliseconds = 5000);
 void settle();
 
 /// Runs `show`, which blocks in a modal loop, and `act` with the window that it opened once that is painted.
-/// When `act` leaves the window open it is closed after a while and the test fails.
+/// The test fails when no window opens, and when `act` leaves it open: it is closed after a while then.
 int run_modal(const std::function<int()>& show, const std::function<void(wxTopLevelWindow*)>& act);
 
 /// A real key press, through the display.
 void press(int key, int modifiers = wxMOD_NONE);
 /// Real typing of ASCII text.
 void type(const char* text);
+
+/// With the mouse, between two points of the screen.
+void drag(const wxPoint& from, const wxPoint& to);
+std::string clipboard_text();
 
 /// Assertions of ours that were raised since the test began, by their condition's text. Reading them accepts
 /// them; one that is left unread fails the test.
@@ -43,16 +48,16 @@ std::vector<std::string> take_exceptions();
 class product_guard_t
 {
 public:
-    product_guard_t(const std::string& resource_dir, const std::string& locale_dir);
+    product_guard_t(const std::string& resource_dir, const std::string& locale_dir,
+                    const std::string& config_dir = {});
     ~product_guard_t();
 };
 
 /// Another folder for the user's settings for as long as it lives; need not exist.
-class config_guard_t
+class config_guard_t : public product_guard_t
 {
 public:
     explicit config_guard_t(const std::string& directory);
-    ~config_guard_t();
 };
 
 /// Another language for as long as it lives.
@@ -61,6 +66,14 @@ class language_guard_t
 public:
     explicit language_guard_t(const std::string& language);
     ~language_guard_t();
+};
+
+/// The light or the dark theme for as long as it lives, the system's after that.
+class theme_guard_t
+{
+public:
+    explicit theme_guard_t(bool dark);
+    ~theme_guard_t();
 };
 
 /// A folder of the test's own, removed at its end.
@@ -76,9 +89,8 @@ private:
 };
 
 void use_default_product();
-/// Called by the program's own listener.
-void begin_test();
 void note_exception();
+/// Called by the program's own listener.
 void end_test();
 void install_handlers();
 
