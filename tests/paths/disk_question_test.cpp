@@ -10,15 +10,10 @@
 
 using commondlg3::ask_disk;
 
-namespace {
-
-constexpr std::chrono::milliseconds at_once{0}, long_enough{20000};
-
-} // namespace
-
 // Folders of a network that hang: nobody waits for them, and those that answer are still asked.
 TEST(DiskQuestion, AnswersInTimeOrLaterOrNever)
 {
+    constexpr std::chrono::milliseconds at_once{0}, long_enough{20000};
     EXPECT_TRUE(ask_disk([] {}, long_enough));
 
     std::promise<void> released;
@@ -41,5 +36,5 @@ TEST(DiskQuestion, AnswersInTimeOrLaterOrNever)
     EXPECT_EQ(0, later);
     released.set_value();
     EXPECT_TRUE(test::wait_for([&] { return later == begun; }));
-    EXPECT_TRUE(test::wait_for([] { return ask_disk([] {}, long_enough); }));
+    EXPECT_TRUE(test::wait_for([&] { return ask_disk([] {}, long_enough); }));
 }

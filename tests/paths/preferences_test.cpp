@@ -4,8 +4,6 @@
 #include <preferences_dialog.h>
 #include <wx_helpers1/text.h>
 
-#include <wx/uiaction.h>
-
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -31,12 +29,6 @@ protected:
     {
         return commondlg3::from_xrc<wxButton>(dialog, name);
     }
-    static void click(wxWindow* dialog, const char* name)
-    {
-        wxCommandEvent event(wxEVT_BUTTON, button(dialog, name)->GetId());
-        event.SetEventObject(button(dialog, name));
-        button(dialog, name)->ProcessWindowEvent(event);
-    }
     std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
 
     const test::temp_dir_t m_dir;
@@ -50,11 +42,11 @@ TEST_F(Preferences, OkAndApplyKeepWhatCancelLeavesAlone)
                   dialog->SetSize(700, 500);
                   name_in(dialog)->SetValue("first_@");
                   EXPECT_TRUE(button(dialog, "m_btn_apply")->IsEnabled());
-                  click(dialog, "m_btn_apply");
+                  test::click(dialog, "m_btn_apply");
                   EXPECT_FALSE(button(dialog, "m_btn_apply")->IsEnabled());
                   EXPECT_NE(std::string::npos, stored().find("first_@"));
                   name_in(dialog)->SetValue("second_@");
-                  click(dialog, "m_btn_ok");
+                  test::click(dialog, "m_btn_ok");
               }));
     EXPECT_NE(std::string::npos, stored().find("second_@"));
     const std::string before = stored() + test::read_file(m_dir.path() + "/config/windows.xml");
@@ -75,7 +67,7 @@ TEST_F(Preferences, AFailedWriteIsToldAndNothingIsLost)
                   name_in(dialog)->SetValue("kept_@");
                   {
                       test::messages_t messages;
-                      click(dialog, "m_btn_ok");
+                      test::click(dialog, "m_btn_ok");
                       ASSERT_EQ(1U, messages.shown.size());
                       EXPECT_EQ("Your preferences could not be saved", messages.shown[0].first);
                   }
@@ -83,7 +75,7 @@ TEST_F(Preferences, AFailedWriteIsToldAndNothingIsLost)
                   EXPECT_EQ("kept_@", name_in(dialog)->GetValue());
                   EXPECT_TRUE(button(dialog, "m_btn_apply")->IsEnabled());
                   std::filesystem::remove(m_dir.path() + "/config");
-                  click(dialog, "m_btn_ok");
+                  test::click(dialog, "m_btn_ok");
               }));
     EXPECT_NE(std::string::npos, stored().find("kept_@"));
 }
@@ -98,7 +90,7 @@ TEST_F(Preferences, DamagedFilesGiveTheUsualSettingsAndAMessage)
                   EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
                   test::settle();
                   EXPECT_EQ("result_@@@", name_in(dialog)->GetValue());
-                  click(dialog, "m_btn_cancel");
+                  test::click(dialog, "m_btn_cancel");
               }));
     ASSERT_EQ(1U, messages.shown.size()) << "three pages keep their settings in this file";
     EXPECT_EQ("Your preferences could not be read", messages.shown[0].first);
