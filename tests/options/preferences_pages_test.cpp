@@ -1,6 +1,8 @@
 #include "tools.h"
 
+#include <commondlg3/feature_config.h>
 #include <commondlg3/resources.h>
+#include <ff/search_directories.h>
 #include <preferences_dialog.h>
 #include <preferences_search.h>
 #include <usage_record.h>
@@ -31,6 +33,14 @@ protected:
     static void search(wxWindow* dialog, const char* words)
     {
         commondlg3::from_xrc<wxSearchCtrl>(dialog, "m_search")->SetValue(wxString::FromUTF8(words));
+    }
+    static void refuse(wxWindow* dialog)
+    {
+        search(dialog, "Usage");
+        commondlg3::from_xrc<wxRadioButton>(dialog, "m_radioBtn6")->SetFocus();
+        test::press(WXK_SPACE);
+        auto* apply = commondlg3::from_xrc<wxButton>(dialog, "m_btn_apply");
+        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
     }
     static std::vector<std::string> listed(wxWindow* dialog)
     {
@@ -82,58 +92,31 @@ TEST_F(PreferencesPages, SearchFindsSettingsByTheWordsOnTheirPages)
     EXPECT_TRUE(gallery::search_words_t("  ").empty());
 }
 
-TEST_F(PreferencesPages, AFreshProductIsSetUpAndFoundAgain)
-{
-    preferences_dialog_t dialog;
-    const auto change = [](wxTopLevelWindow* window) {
-        search(window, "Usage");
-        commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn6")->SetFocus();
-        test::press(WXK_SPACE);
-        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
-        EXPECT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
-    };
-    EXPECT_EQ(wxID_CANCEL, run(dialog, [&](wxTopLevelWindow* window) {
-                  change(window);
-                  test::press(WXK_ESCAPE);
-              }));
-    EXPECT_EQ("", files()) << "Cancel writes nothing";
-    preferences_dialog_t again;
-    EXPECT_EQ(wxID_OK, run(again, [&](wxTopLevelWindow* window) {
-                  change(window);
-                  test::press(WXK_RETURN);
-              }));
-    gen_helpers2::error_code_t read;
-    EXPECT_EQ(gallery::opt_in_pp_t::user_consent_t::refused, gallery::load_consent(read));
-    preferences_dialog_t third;
-    run(third, [](wxTopLevelWindow*) { test::press(WXK_ESCAPE); });
-    EXPECT_EQ(2, third.get_data().at("pref.optin").at("consent").get<int>());
-}
-
 TEST_F(PreferencesPages, AChangedFeatureAsksForARestartOnceItIsWritten)
 {
-    const auto tick = [](wxTopLevelWindow* window) {
-        search(window, "object names");
-        test::settle();
-        wxCheckBox* box = nullptr;
-        for (wxWindow* child : commondlg3::from_xrc<wxWindow>(window, "m_feature_list_wnd")->GetChildren())
-            box = box ? box : wxDynamicCast(child, wxCheckBox);
-        ASSERT_NE(nullptr, box);
-        box->SetFocus();
-        test::press(WXK_SPACE);
-        auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
-        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
-    };
-    preferences_dialog_t dialog;
-    EXPECT_EQ(wxID_OK, run(dialog, [&](wxTopLevelWindow* window) {
-                  tick(window);
-                  test::messages_t messages; // answers No
-                  wxCommandEvent event(wxEVT_BUTTON, window->FindWindow(XRCID("m_btn_ok"))->GetId());
-                  window->FindWindow(XRCID("m_btn_ok"))->ProcessWindowEvent(event);
-                  ASSERT_EQ(1U, messages.shown.size());
-                  EXPECT_EQ("Restart Vorbex Performance Studio now?", messages.shown[0].first);
-              }));
-    EXPECT_FALSE(dialog.wants_restart());
-    EXPECT_NE(std::string::npos, files().find("VORBEX_LIST_OBJECT_NAMES"));
+    for (const bool restarts : {false, true}) { // switched on first, and off again
+        preferences_dialog_t dialog;
+        const auto answer = [&](wxTopLevelWindow* message) {
+            const auto* headline = commondlg3::from_xrc<wxStaticText>(message, "m_main_instructions");
+            EXPECT_EQ("Restart Vorbex Performance Studio now?", headline->GetLabelText());
+            EXPECT_EQ(restarts, files().find("VORBEX_LIST_OBJECT_NAMES") == std::string::npos);
+            test::press(restarts ? WXK_RETURN : WXK_ESCAPE);
+        };
+        EXPECT_EQ(wxID_OK, run(dialog, [&](wxTopLevelWindow* window) {
+                      commondlg3::from_xrc<wxSearchCtrl>(window, "m_search")->SetFocus();
+                      test::type("object names");
+                      test::press(WXK_RETURN); // goes to the setting
+                      test::press(WXK_SPACE);
+                      auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
+                      ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
+                      const auto press_ok = [&] {
+                          test::click(window, "m_btn_ok");
+                          return 0;
+                      };
+                      test::run_modal(press_ok, answer);
+                  }));
+        EXPECT_EQ(restarts, dialog.wants_restart());
+    }
 }
 
 TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
@@ -148,20 +131,50 @@ TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
     EXPECT_NE(std::string::npos, test::read_file(file).find("\"dlg.counted\": 1"));
     preferences_dialog_t dialog;
     run(dialog, [&](wxTopLevelWindow* window) {
-        search(window, "Usage");
-        commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn6")->SetFocus();
-        test::press(WXK_SPACE);
+        refuse(window);
         auto* apply = commondlg3::from_xrc<wxButton>(window, "m_btn_apply");
-        ASSERT_TRUE(test::wait_for([&] { return apply->IsEnabled(); }));
         apply->SetFocus();
         ASSERT_TRUE(test::wait_for([&] { return apply->HasFocus(); }));
         test::press(WXK_SPACE);
         EXPECT_TRUE(test::wait_for([&] { return !apply->IsEnabled(); }));
         EXPECT_FALSE(std::filesystem::exists(file)) << "whoever refuses need not wait for the end";
+        gen_helpers2::error_code_t read;
+        EXPECT_EQ(gallery::opt_in_pp_t::user_consent_t::refused, gallery::load_consent(read));
         test::press(WXK_ESCAPE); // heard also now that the button that had the focus cannot have it
     });
     gallery::report_usage();
     EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+// In a damaged installation: what a page cannot show it must not overwrite either.
+TEST_F(PreferencesPages, PagesWithoutTheirLayoutsAreEmptyAndLoseNothing)
+{
+    auto* frame = new wxFrame(test::main_window(), wxID_ANY, "host");
+    gen_helpers2::error_code_t result;
+    const auto dirs = FF_2_13::make_search_dir_container(
+        cfgmgr2::open_property_storage(m_dir.path() + "/config/search_directories.xml", result));
+    dirs->get_dirs(FF_2_13::category_sources)->add("/kept", true);
+    ASSERT_TRUE(dirs->save().succeeded());
+    commondlg3::active_features_config_impl_t active{gen_helpers2::path_t()};
+    active.turn_on({"", "", "KEPT"});
+    ASSERT_TRUE(active.save());
+    ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::refused).succeeded());
+    const std::string before = files();
+    const test::temp_dir_t nothing;
+    const test::product_guard_t no_layouts(nothing.path(), LOCALE_DIR);
+    for (const auto& page : gallery::make_preferences_pages()) {
+        SCOPED_TRACE(page->get_object());
+        EXPECT_TRUE(page->load().succeeded());
+        auto* window = page->create(frame);
+        EXPECT_TRUE(window->GetChildren().empty());
+        window->on_update_ui_settings();
+        EXPECT_FALSE(page->is_changed());
+        EXPECT_TRUE(page->apply().succeeded());
+        EXPECT_EQ(page->get_object() == "pref.editor", !test::take_assertions().empty())
+            << "tells what it misses";
+    }
+    EXPECT_EQ(before, files());
+    frame->Destroy();
 }
 
 // What stands in a window, as far as it can be seen.
