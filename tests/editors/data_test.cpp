@@ -2,9 +2,9 @@
 
 #include <cfgmgr2/property_storage.h>
 #include <commondlg3/editor_data.h>
-#include <commondlg3/text_utils.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -68,14 +68,15 @@ TEST(Languages, FilesBelongToThemByTheirExtensions)
 
 TEST(Languages, NamesLeadBackAndExtensionsBeginWithTheUsualOne)
 {
-    for (const auto language : {cpp, csharp, fortran, other})
-        EXPECT_EQ(language, language_info::get_language_by_name(language_info::get_localized_name(language)));
+    const std::pair<std::string, language_info::language_t> named[] = {
+        {"C/C++", cpp}, {"C#", csharp}, {"Fortran", fortran}, {"Other", other}};
+    for (const auto& [name, language] : named) {
+        EXPECT_EQ(name, language_info::get_localized_name(language));
+        EXPECT_EQ(language, language_info::get_language_by_name(name));
+    }
     EXPECT_EQ(other, language_info::get_language_by_name("fortran")) << "byte for byte";
     EXPECT_EQ("", language_info::get_localized_name(static_cast<language_info::language_t>(4)));
-    const names_t extensions = language_info::get_extensions(cpp);
-    ASSERT_EQ(24U, extensions.size());
-    EXPECT_EQ((names_t{"c", "h"}), names_t(extensions.begin(), extensions.begin() + 2));
-    EXPECT_EQ("f", language_info::get_extensions(fortran).at(0));
+    EXPECT_EQ("c", language_info::get_extensions(cpp).at(0));
     EXPECT_TRUE(language_info::get_extensions(other).empty());
 }
 
@@ -91,16 +92,12 @@ TEST(EditorData, ListsAndRecordsAgreeAfterEveryOperation)
     EXPECT_TRUE(data.add_editor_ex(cpp, system));
     EXPECT_FALSE(data.add_editor(cpp, custom("a", "/bin/second")));
     EXPECT_EQ(1U, test::take_assertions().size());
-    EXPECT_EQ("/bin/ed", data.get_editor(cpp, "a").executable);
     EXPECT_EQ((names_t{"a", "b", "s"}), names_of(data));
 
     EXPECT_TRUE(data.set_editor(cpp, "s", {"s", "S", "/bin/s", "/bin/s -n"}));
     EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, "s")) << "its origin stays";
     EXPECT_EQ("/bin/s -n", data.get_editor(cpp, "s").command_line);
     EXPECT_FALSE(data.set_editor(cpp, "s", custom("t")));
-    EXPECT_FALSE(data.set_editor(cpp, "", custom("")));
-    EXPECT_FALSE(data.set_editor(csharp, "s", custom("s")));
-    EXPECT_TRUE(test::take_assertions().empty());
 
     const editor_data_t copy = data;
     EXPECT_TRUE(data.remove_editor(cpp, "a"));
@@ -113,8 +110,6 @@ TEST(EditorData, ListsAndRecordsAgreeAfterEveryOperation)
     EXPECT_EQ(names_t{"a"}, names_of(data, fortran)) << "the other languages keep theirs";
     EXPECT_EQ((names_t{"a", "b", "s"}), names_of(copy));
     EXPECT_NE(copy, data);
-    data = copy;
-    EXPECT_EQ(copy, data);
 }
 
 TEST(EditorData, WhatIsNotThereIsToldByItsConditionAndChangesNothing)
@@ -129,44 +124,14 @@ TEST(EditorData, WhatIsNotThereIsToldByItsConditionAndChangesNothing)
     EXPECT_FALSE(data.set_editor(fortran, "a", custom("a")));
     EXPECT_EQ(editor_data_t::editor_t(), data.get_editor_ex(other, "a"));
     EXPECT_EQ((names_t{condition, condition, condition}), test::take_assertions());
-    EXPECT_EQ(system_editor_t(), data.get_editor(cpp, "b"));
-    EXPECT_EQ(before, data);
     for (const auto unsupported : {csharp, static_cast<language_info::language_t>(4)}) {
         EXPECT_FALSE(data.add_editor(unsupported, custom("a")));
-        EXPECT_FALSE(data.remove_editor(unsupported, "a"));
-        EXPECT_FALSE(data.remove_editors_ex(unsupported, true));
         EXPECT_FALSE(data.set_editors(unsupported, {}));
         EXPECT_FALSE(data.set_selected_language(unsupported));
-        EXPECT_FALSE(data.set_default_editor_name(unsupported, "a"));
-        EXPECT_EQ("", data.get_default_editor_name(unsupported));
         EXPECT_EQ(editor_data_t::editor_t(), data.get_editor_ex(unsupported, "a"));
         EXPECT_FALSE(data.get_editors(unsupported).is_valid());
     }
     EXPECT_EQ(before, data);
-}
-
-TEST(EditorData, TypesAndNames)
-{
-    editor_data_t data;
-    editor_data_t::editor_t environment(custom(editor_data_t::env_var_editor_name));
-    environment.is_system = true;
-    data.add_editor_ex(cpp, environment);
-    data.add_editor(cpp, custom("c"));
-    EXPECT_EQ(editor_data_t::editor_type_env_var,
-              data.get_editor_type(cpp, editor_data_t::env_var_editor_name));
-    EXPECT_EQ(editor_data_t::editor_type_custom, data.get_editor_type(cpp, "c"));
-    EXPECT_EQ(editor_data_t::editor_type_none, data.get_editor_type(fortran, "c"));
-
-    EXPECT_TRUE(data.set_default_editor_name(cpp, "c"));
-    EXPECT_EQ("c", data.get_default_editor_name(cpp));
-    EXPECT_TRUE(data.set_default_editor_name(cpp, ""));
-    EXPECT_EQ("", data.get_default_editor_name(cpp));
-    EXPECT_TRUE(data.set_selected_language(other));
-    EXPECT_FALSE(data.set_selected_language(csharp));
-    EXPECT_EQ(other, data.get_selected_language());
-    const auto languages = data.get_languages();
-    EXPECT_EQ((std::vector<language_info::language_t>{cpp, fortran, other}),
-              std::vector<language_info::language_t>(languages.begin(), languages.end()));
 }
 
 TEST(EditorData, ComesBackFromADiskAsItWas)
@@ -185,8 +150,7 @@ TEST(EditorData, ComesBackFromADiskAsItWas)
     data.set_selected_language(fortran);
     error_code_t result;
     auto storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
-    for (int i = 0; i < 2; ++i) // saving again replaces
-        EXPECT_TRUE(data.save_storage_info(storage));
+    EXPECT_TRUE(data.save_storage_info(storage) && data.save_storage_info(storage)) << "again replaces";
     EXPECT_TRUE(storage->save().succeeded());
 
     storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
@@ -194,34 +158,7 @@ TEST(EditorData, ComesBackFromADiskAsItWas)
     EXPECT_TRUE(loaded.load_storage_info(storage));
     EXPECT_EQ(data, loaded);
     EXPECT_EQ((names_t{odd, "z", "a"}), names_of(loaded));
-    EXPECT_FALSE(loaded.load_storage_info({}));
-    EXPECT_FALSE(loaded.save_storage_info({}));
-    EXPECT_EQ(data, loaded);
-}
-
-TEST(EditorData, AFileThatSomebodyWroteByHandIsUnderstood)
-{
-    const test::temp_dir_t dir;
-    const std::string file = dir.path() + "/p.xml";
-    const std::string language =
-        "<string name=\"language_name\">" + language_info::get_localized_name(fortran) + "</string>";
-    test::make_file(
-        file,
-        "<bag version=\"1\"><child name=\"external_editor\"><child name=\"language\">" + language +
-            "<child name=\"editor\"><string name=\"name\">ed</string><string name=\"display_name\">Ed"
-            "</string><string name=\"executable\">/bin/ed</string><string name=\"command_line\">/bin/ed -s"
-            "</string><bool name=\"is_system\">true</bool></child>"
-            "<string name=\"selected_editor\">sel</string><string name=\"default_editor\">def</string>"
-            "<string name=\"system_default_editor\">ed</string></child></child></bag>");
-    error_code_t result;
-    const auto storage = cfgmgr2::open_property_storage(file, result);
-    editor_data_t data;
-    EXPECT_TRUE(data.load_storage_info(storage));
-    EXPECT_EQ((system_editor_t{"ed", "Ed", "/bin/ed", "/bin/ed -s"}), data.get_editor(fortran, "ed"));
-    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(fortran, "ed"));
-    EXPECT_EQ("sel", data.get_selected_editor_name(fortran));
-    EXPECT_EQ("def", data.get_default_editor_name(fortran));
-    EXPECT_EQ("ed", data.get_system_default_editor_name(fortran));
+    EXPECT_FALSE(loaded.load_storage_info({}) || loaded.save_storage_info({}));
 }
 
 // Each program saves the editors that it knew when it started, and its own.
@@ -255,14 +192,12 @@ TEST(EditorData, EditorsThatTwoProgramsAddAreBothKept)
     two.editors.load_storage_info(two.storage);
     one.editors.add_editor(cpp, custom("of one"));
     one.editors.set_default_editor_name(cpp, "of one");
-    one.editors.add_editor(fortran, custom("f"));
     one.save();
     two.editors.add_editor(cpp, custom("of two"));
     two.editors.set_selected_editor_name(cpp, "of two");
     for (int i = 0; i < 2; ++i) // the second time it has seen the other's, but does not have it
         two.save();
     EXPECT_EQ((names_t{"old", "of two", "of one"}), names_of(kept()));
-    EXPECT_EQ(names_t{"f"}, names_of(kept(), fortran));
     EXPECT_EQ("of one", kept().get_default_editor_name(cpp));
     EXPECT_EQ("of two", kept().get_selected_editor_name(cpp));
     one.editors.remove_editor(cpp, "old");
@@ -270,29 +205,41 @@ TEST(EditorData, EditorsThatTwoProgramsAddAreBothKept)
     EXPECT_EQ((names_t{"of one", "of two"}), names_of(kept())) << "what is removed goes";
 }
 
-TEST(EditorData, WhatIsHereAlreadyWinsOverWhatWasKept)
+// The file is written by hand: no name in it comes from the code that reads it.
+TEST(EditorData, WhatAFileHoldsIsAddedToWhatIsHereAlready)
 {
-    variant_bag_t bag;
-    variant_bag_t& stored = bag.add_child("language");
-    stored.put("language_name", language_info::get_localized_name(cpp));
-    add_stored(stored, "known");
-    add_stored(stored, "new");
-    add_stored(stored, editor_data_t::env_var_editor_name);
-    stored.put("selected_editor", "kept");
-    stored.put("default_editor", "new");
-    bag.put("selected_language", language_info::get_localized_name(fortran));
-
     const test::variable_guard_t visual("VISUAL", "");
     const test::variable_guard_t editor("EDITOR", "/bin/now -e");
+    const std::string variable = "vorbex_env_var_editor_name";
+    const auto stored = [](const std::string& name) {
+        return "<child name=\"editor\"><string name=\"name\">" + name +
+               "</string><string name=\"display_name\">Ed</string><string name=\"executable\">/bin/ed"
+               "</string><string name=\"command_line\">/bin/ed -s</string>"
+               "<bool name=\"is_system\">true</bool></child>";
+    };
+    const test::temp_dir_t dir;
+    test::make_file(dir.path() + "/p.xml",
+                    "<bag version=\"1\"><child name=\"external_editor\"><child name=\"language\">"
+                    "<string name=\"language_name\">C/C++</string>" +
+                        stored("known") + stored("new") + stored(variable) +
+                        "<string name=\"selected_editor\">kept</string>"
+                        "<string name=\"default_editor\">new</string>"
+                        "<string name=\"system_default_editor\">known</string></child>"
+                        "<string name=\"selected_language\">Fortran</string></child></bag>");
+    error_code_t result;
     editor_data_t data;
     data.add_editor(cpp, custom("known", "/bin/found"));
     data.set_selected_editor_name(cpp, "mine");
-    data.load(bag);
-    EXPECT_EQ((names_t{"known", "new", editor_data_t::env_var_editor_name}), names_of(data));
+    EXPECT_TRUE(data.load_storage_info(cfgmgr2::open_property_storage(dir.path() + "/p.xml", result)));
+    EXPECT_EQ((names_t{"known", "new", variable}), names_of(data));
     EXPECT_EQ("/bin/found", data.get_editor(cpp, "known").executable);
-    EXPECT_EQ("/bin/now -e", data.get_editor(cpp, editor_data_t::env_var_editor_name).executable);
+    EXPECT_EQ((system_editor_t{"new", "Ed", "/bin/ed", "/bin/ed -s"}), data.get_editor(cpp, "new"));
+    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, "new"));
+    EXPECT_EQ("/bin/now -e", data.get_editor(cpp, variable).executable);
+    EXPECT_EQ(editor_data_t::editor_type_env_var, data.get_editor_type(cpp, variable));
     EXPECT_EQ("mine", data.get_selected_editor_name(cpp));
     EXPECT_EQ("new", data.get_default_editor_name(cpp));
+    EXPECT_EQ("known", data.get_system_default_editor_name(cpp));
     EXPECT_EQ(fortran, data.get_selected_language());
 }
 
@@ -304,9 +251,6 @@ TEST(EditorData, DamagedPartsAreLeftOutAndTheRestIsLoaded)
     variant_bag_t& csharp_bag = bag.add_child("language");
     csharp_bag.put("language_name", language_info::get_localized_name(csharp));
     add_stored(csharp_bag, "none");
-    variant_bag_t& german = bag.add_child("language");
-    german.put("language_name", "Andere");
-    add_stored(german, "of another language");
     variant_bag_t& stored = bag.add_child("language");
     stored.put("language_name", language_info::get_localized_name(cpp));
     for (const char* missing : {"name", "display_name", "executable", "command_line", "is_system"}) {
@@ -320,23 +264,18 @@ TEST(EditorData, DamagedPartsAreLeftOutAndTheRestIsLoaded)
     add_stored(stored, "twice");
     add_stored(stored, "twice");
     std::prev(stored.end())->child()->put("executable", "/bin/second");
-    add_stored(stored, "number");
-    std::prev(stored.end())->child()->put("is_system", 1);
     add_stored(stored, editor_data_t::env_var_editor_name);
     std::prev(stored.end())->child()->remove("executable");
     std::prev(stored.end())->child()->remove("command_line");
     stored.add_child("selected_editor");
-    stored.put("default_editor", 7);
     bag.put("selected_language", true);
 
     editor_data_t data;
     data.load(bag);
     EXPECT_EQ(names_t{"false"}, test::take_assertions()) << "the language without a name";
-    EXPECT_EQ((names_t{"twice", "number", editor_data_t::env_var_editor_name}), names_of(data));
+    EXPECT_EQ((names_t{"twice", editor_data_t::env_var_editor_name}), names_of(data));
     EXPECT_EQ("/bin/twice", data.get_editor(cpp, "twice").executable);
-    EXPECT_EQ(editor_data_t::editor_type_system, data.get_editor_type(cpp, "number"));
-    EXPECT_EQ(names_t{"of another language"}, names_of(data, other));
-    EXPECT_EQ("", data.get_selected_editor_name(cpp) + data.get_default_editor_name(cpp));
+    EXPECT_EQ("", data.get_selected_editor_name(cpp));
     EXPECT_EQ(cpp, data.get_selected_language());
 }
 
