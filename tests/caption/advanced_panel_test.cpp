@@ -28,14 +28,15 @@ wxWindow* header_of(advanced_panel_t* panel)
     return panel->GetChildren().GetFirst()->GetData();
 }
 
-void click(wxWindow* window)
+wxPoint near_end_of(wxWindow* window)
 {
     const wxSize size = window->GetSize();
-    wxUIActionSimulator mouse;
-    mouse.MouseMove(window->ClientToScreen(wxPoint(size.x - 6, size.y / 2)));
-    test::settle();
-    mouse.MouseClick();
-    test::settle();
+    return window->ClientToScreen(wxPoint(size.x - 6, size.y / 2));
+}
+
+void click(wxWindow* window)
+{
+    test::drag(near_end_of(window), near_end_of(window));
 }
 
 // A page as a host has it: a field, the panel with two fields, another field.
@@ -116,7 +117,8 @@ TEST(AdvancedPanel, header_height_follows_caption_and_button)
     EXPECT_EQ(panel->GetMinSize(), wxSize(102, 102)) << "the contents' border follows";
 }
 
-TEST(AdvancedPanel, hundred_times_open_and_closed_leaves_every_size_as_it_was)
+// The outer panel's minimum changes with the inner one, and the page must give it the room.
+TEST(AdvancedPanel, often_opened_and_closed_with_another_inside_leaves_every_size_as_it_was)
 {
     page_t page;
     auto* inner = make_panel(page.panel, "Inner");
@@ -132,6 +134,10 @@ TEST(AdvancedPanel, hundred_times_open_and_closed_leaves_every_size_as_it_was)
     test::settle();
     const wxSize open_size = frame->GetSize();
     const wxRect inner_rect = inner->GetRect();
+    const int below = page.below->GetPosition().y;
+    inner->open(false);
+    EXPECT_EQ(page.below->GetPosition().y, below - (inner_rect.height - inner->GetSize().y));
+    EXPECT_EQ(inner->GetSize().y, 2 * inner->get_header_height());
     for (int i = 0; i < 100; ++i) {
         page.panel->open(false);
         if (i % 10 == 0) {
@@ -140,30 +146,13 @@ TEST(AdvancedPanel, hundred_times_open_and_closed_leaves_every_size_as_it_was)
         }
         page.panel->open(true);
     }
+    EXPECT_FALSE(inner->is_opened()) << "each panel has its own state";
+    inner->open(true);
+    fit();
     test::settle();
     EXPECT_EQ(frame->GetSize(), open_size);
     EXPECT_EQ(inner->GetRect(), inner_rect);
-}
-
-// The outer panel's minimum changes with the inner one, and the page must give it the room.
-TEST(AdvancedPanel, inner_panel_moves_what_is_below_the_outer_one)
-{
-    page_t page;
-    auto* inner = make_panel(page.panel, "Inner");
-    page.panel->add(inner, 0, wxEXPAND, 0, nullptr);
-    inner->add(new wxPanel(inner, wxID_ANY, wxDefaultPosition, wxSize(10, 60)), 0, 0, 0, nullptr);
-    page.window->Layout();
-    const int before = page.below->GetPosition().y;
-    const int inner_height = inner->GetSize().y;
-    inner->open(false);
-    EXPECT_EQ(page.below->GetPosition().y, before - (inner_height - inner->GetSize().y));
-    EXPECT_EQ(inner->GetSize().y, 2 * inner->get_header_height());
-    page.panel->open(false);
-    page.panel->open(true);
-    EXPECT_FALSE(inner->is_opened()) << "each panel has its own state";
-    EXPECT_TRUE(inner->IsShown());
-    inner->open(true);
-    EXPECT_EQ(page.below->GetPosition().y, before);
+    EXPECT_EQ(page.below->GetPosition().y, below);
 }
 
 TEST(AdvancedPanel, keyboard_reaches_the_header_and_passes_over_what_is_hidden)
@@ -188,14 +177,35 @@ TEST(AdvancedPanel, keyboard_reaches_the_header_and_passes_over_what_is_hidden)
     EXPECT_TRUE(header_of(page.panel)->HasFocus()) << "what is typed must not go to a hidden field";
 }
 
+TEST(AdvancedPanel, a_held_key_works_once_and_one_that_is_let_go_elsewhere_not_at_all)
+{
+    page_t page;
+    header_of(page.panel)->SetFocus();
+    test::settle();
+    wxUIActionSimulator keys;
+    for (const auto act :
+         {&wxUIActionSimulator::KeyDown, &wxUIActionSimulator::KeyDown, &wxUIActionSimulator::KeyUp}) {
+        (keys.*act)(WXK_SPACE, wxMOD_NONE);
+        test::settle();
+    }
+    EXPECT_EQ(page.signals, std::vector<bool>{false});
+    keys.KeyDown(WXK_SPACE);
+    test::settle();
+    page.below->SetFocus();
+    test::settle();
+    keys.KeyUp(WXK_SPACE);
+    test::settle();
+    EXPECT_EQ(page.signals, std::vector<bool>{false});
+}
+
 TEST(AdvancedPanel, mouse_works_on_the_whole_header_unless_disabled)
 {
     page_t page;
-    const auto opened_becomes = [&page](bool opened) {
-        return test::wait_for([&] { return page.panel->is_opened() == opened; });
-    };
     click(header_of(page.panel));
-    EXPECT_TRUE(opened_becomes(false));
+    EXPECT_FALSE(page.panel->is_opened());
+    test::drag(near_end_of(header_of(page.panel)), near_end_of(page.below));
+    test::drag(near_end_of(page.below), near_end_of(header_of(page.panel)));
+    EXPECT_FALSE(page.panel->is_opened()) << "a click ends where it began";
     page.panel->Enable(false);
     click(header_of(page.panel));
     EXPECT_FALSE(page.panel->is_opened());
@@ -203,8 +213,16 @@ TEST(AdvancedPanel, mouse_works_on_the_whole_header_unless_disabled)
     EXPECT_TRUE(page.panel->is_opened()) << "the program still can";
     page.panel->Enable(true);
     click(header_of(page.panel));
-    EXPECT_TRUE(opened_becomes(false));
     EXPECT_EQ(page.signals, (std::vector<bool>{false, true, false}));
+}
+
+TEST(AdvancedPanel, a_click_may_destroy_it)
+{
+    page_t page;
+    const wxWeakRef<wxWindow> alive(page.panel);
+    page.panel->get_open_close_signal().connect([&page](bool) { delete page.panel; });
+    click(header_of(page.panel));
+    EXPECT_FALSE(alive);
 }
 
 TEST(AdvancedPanel, screen_reader_finds_a_toggle_button_with_its_state)
