@@ -30,6 +30,13 @@ void log_window_t::destroy()
     m_frame = nullptr;
 }
 
+void log_window_t::focus()
+{
+    m_frame->Raise();
+    log().GetWindow()->SetFocus();
+    EXPECT_TRUE(wait_for([this] { return log().GetWindow()->HasFocus(); }));
+}
+
 commondlg3::message_t::ptr_t make_message(const std::string& caption, const std::string& message)
 {
     commondlg3::message_t::ptr_t record(new commondlg3::message_t);
@@ -42,6 +49,15 @@ commondlg3::progress_message_t::ptr_t make_progress(const std::string& caption)
 {
     commondlg3::progress_message_t::ptr_t record(new commondlg3::progress_message_t);
     record->caption = caption;
+    return record;
+}
+
+commondlg3::message_t::ptr_t with_buttons(const std::string& caption, std::initializer_list<int> ids)
+{
+    commondlg3::interactive_message_t::ptr_t record(new commondlg3::interactive_message_t);
+    record->caption = caption;
+    for (int id : ids)
+        record->add_button(id, "Button " + std::to_string(id));
     return record;
 }
 
@@ -98,11 +114,11 @@ std::string flood_line(int i)
 void say_lines(log_window_t& window, inplace_ctrl_t::tag_t tag, int count)
 {
     msngr2::IMessenger* messenger = window->get_messenger(tag);
-    const auto& lines = window.log().GetElements().at(tag)->GetLines();
+    const auto& lines = window.element(tag).GetLines();
     const std::size_t before = lines.size();
     for (int i = 0; i < count; ++i)
         messenger->say(i % 13 ? msngr2::sev_none : msngr2::sev_warning, flood_line(i).c_str());
-    ASSERT_TRUE(wait_for([&] { return lines.size() == before + static_cast<std::size_t>(count); }));
+    ASSERT_TRUE(wait_for([&] { return lines.size() == before + static_cast<std::size_t>(count); }, 60000));
     settle();
 }
 

@@ -8,6 +8,7 @@
 
 #include <wx/image.h>
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,12 @@
 namespace test {
 
 using commondlg3::inplace_ctrl_t;
+
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+constexpr int flood = 20000;
+#else
+constexpr int flood = 400000;
+#endif
 
 /// A control in a window of its own, 800 by 600 pixels inside, shown and painted.
 class log_window_t
@@ -26,7 +33,10 @@ public:
     inplace_ctrl_t& control() { return *m_control; }
     inplace_ctrl_t* operator->() { return m_control; }
     vdxcfrw7::CEventLog& log() { return m_control->get_log(); }
+    const vdxcfrw7::CMessageElement& element(std::size_t entry) { return *log().GetElements().at(entry); }
     wxFrame* frame() { return m_frame; }
+    /// Gives the log the focus.
+    void focus();
     /// Destroys the window at once, with everything in it.
     void destroy();
 
@@ -37,6 +47,8 @@ private:
 
 commondlg3::message_t::ptr_t make_message(const std::string& caption, const std::string& message = "");
 commondlg3::progress_message_t::ptr_t make_progress(const std::string& caption);
+
+commondlg3::message_t::ptr_t with_buttons(const std::string& caption, std::initializer_list<int> ids);
 
 /// The remembered lines of the n-th entry, as they are shown.
 std::vector<std::string> lines_of(inplace_ctrl_t& control, std::size_t entry);

@@ -4,7 +4,6 @@
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
-#include <wx/uiaction.h>
 
 #include <gtk/gtk.h>
 
@@ -78,36 +77,10 @@ wxRect in_picture(test::log_window_t& window, wxRect rect)
 
 wxRect row_rect(test::log_window_t& window, std::size_t line)
 {
-    wxRect rect = window.log().GetLineRect(*window.log().GetElements()[0], line);
+    wxRect rect = window.log().GetLineRect(window.element(0), line);
     rect.width = 100;
     return in_picture(window, rect);
 }
-
-// Between two points of the screen.
-void drag(const wxPoint& from, const wxPoint& to)
-{
-    wxUIActionSimulator mouse;
-    mouse.MouseMove(from);
-    test::settle();
-    mouse.MouseDown();
-    test::settle();
-    mouse.MouseMove(to);
-    test::settle();
-    mouse.MouseUp();
-    test::settle();
-}
-
-struct theme_guard_t
-{
-    explicit theme_guard_t(wx_helpers1::theme_t theme)
-    {
-        auto* settings = wx_helpers1::ui_settings_t::get();
-        settings->set_theme(theme);
-        const bool dark = theme == wx_helpers1::theme_t::dark;
-        EXPECT_TRUE(test::wait_for([&] { return settings->is_dark() == dark; }));
-    }
-    ~theme_guard_t() { wx_helpers1::ui_settings_t::get()->set_theme(wx_helpers1::theme_t::system); }
-};
 
 } // namespace
 
@@ -115,30 +88,28 @@ struct theme_guard_t
 TEST(InplacePictures, a_selection_leaves_the_rest_painted)
 {
     constexpr std::size_t count = 10;
-    for (const auto theme : {wx_helpers1::theme_t::light, wx_helpers1::theme_t::dark}) {
-        const theme_guard_t themed(theme);
-        test::log_window_t window;
-        const auto tag = window->add_message(test::make_message("Caption", "A <b>body</b>"), {});
-        for (std::size_t i = 0; i < count; ++i)
-            window->get_messenger(tag)->say(sev_none, ("row number " + std::to_string(i)).c_str());
-        test::settle();
-        window.frame()->Raise();
-        window.log().GetWindow()->SetFocus();
-        ASSERT_TRUE(test::wait_for([&] { return window.log().GetWindow()->HasFocus(); }));
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("Caption", "A <b>body</b>"), {});
+    for (std::size_t i = 0; i < count; ++i)
+        window->get_messenger(tag)->say(sev_none, ("row number " + std::to_string(i)).c_str());
+    window.focus();
+    for (const bool dark : {false, true}) {
+        const test::theme_guard_t themed(dark);
+        test::press(WXK_ESCAPE); // nothing is selected
         const wxImage before = test::picture_of(*window.frame());
+        EXPECT_EQ(dark, ink_in(before, row_rect(window, 0)).background.Red() < 90);
         const auto middle_of = [&](std::size_t line) {
-            const wxRect rect = window.log().GetLineRect(*window.log().GetElements()[0], line);
+            const wxRect rect = window.log().GetLineRect(window.element(0), line);
             return window.log().GetWindow()->ClientToScreen(wxPoint(rect.x, rect.y + rect.height / 2));
         };
         const std::function<void()> ways[] = {
-            [&] { drag(middle_of(2) - wxPoint(2, 0), middle_of(4) + wxPoint(300, 0)); },
+            [&] { test::drag(middle_of(2) - wxPoint(2, 0), middle_of(4) + wxPoint(300, 0)); },
             [&] { EXPECT_TRUE(window.log().Find("row number 3", true)); },
             [&] { test::press(WXK_DOWN, wxMOD_SHIFT); },
             [&] { test::press('A', wxMOD_CONTROL); },
         };
         for (const auto& way : ways) {
-            SCOPED_TRACE(testing::Message()
-                         << "theme " << static_cast<int>(theme) << ", way " << &way - ways);
+            SCOPED_TRACE(testing::Message() << (dark ? "dark" : "light") << ", way " << &way - ways);
             way();
             const wxImage after = test::picture_of(*window.frame());
             const std::string selected = window.log().GetSelectedText();
@@ -210,7 +181,7 @@ TEST(InplacePictures, every_script_wraps_inside_the_window)
             window->get_messenger(tag)->say(sev_none, text.c_str());
             window->get_messenger(tag)->say(sev_none, "x");
             test::settle();
-            const wxRect one = window.log().GetLineRect(*window.log().GetElements()[0], 1);
+            const wxRect one = window.log().GetLineRect(window.element(0), 1);
             EXPECT_GT(body, 4 * one.height);
             EXPECT_GE(height() - body, 4 * one.height);
             const wxImage picture = test::picture_of(*window.frame());
@@ -230,14 +201,13 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
         for (const std::string& row : {latin, hebrew})
             window->get_messenger(tag)->say(sev_none, row.c_str());
         test::settle();
-        window.frame()->Raise();
-        window.log().GetWindow()->SetFocus();
+        window.focus();
         const wxImage picture = test::picture_of(*window.frame());
         for (const bool is_latin : {true, false}) {
             SCOPED_TRACE(testing::Message() << direction << (is_latin ? " latin" : " hebrew"));
             // From the middle of the ink to the right of it, on the screen.
-            const wxRect rect = in_picture(
-                window, window.log().GetLineRect(*window.log().GetElements()[0], is_latin ? 0 : 1));
+            const wxRect rect =
+                in_picture(window, window.log().GetLineRect(window.element(0), is_latin ? 0 : 1));
             const int y = rect.y + rect.height / 2;
             const wxRect view = view_in_picture(window);
             int left = picture.GetWidth(), right = 0;
@@ -248,7 +218,7 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
                 }
             const wxPoint corner = window.frame()->GetScreenRect().GetPosition();
             ASSERT_LT(left + 50, right);
-            drag(corner + wxPoint((left + right) / 2, y), corner + wxPoint(right + 4, y));
+            test::drag(corner + wxPoint((left + right) / 2, y), corner + wxPoint(right + 4, y));
             const std::string& row = is_latin ? latin : hebrew;
             const std::string selected = window.log().GetSelectedText();
             ASSERT_GT(selected.size(), row.size() / 4);
@@ -262,10 +232,7 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
 TEST(InplacePictures, buttons_are_as_high_as_their_text_needs)
 {
     test::log_window_t window;
-    commondlg3::standard_message_t::ptr_t message(new commondlg3::standard_message_t);
-    message->caption = "c";
-    message->set_buttons(commondlg3::standard_message_t::standard_buttons_t::yes_no);
-    window->add_message(message, {});
+    window->add_message(test::with_buttons("c", {1}), {});
     test::settle();
     const auto first_button = [&]() -> wxButton* {
         for (wxWindow* child : window.log().GetWindow()->GetChildren())
