@@ -164,8 +164,7 @@ TEST(MessageWindow, AnotherMessageAnotherParentAndAnotherLanguageAreServed)
                                       }));
                   test::click(outer, "m_btn_ok");
               }));
-    auto* other = new wxFrame(test::main_window(), wxID_ANY, "other");
-    other->Show();
+    wxFrame* other = test::show_frame("other");
     run_modal([&] { return commondlg3::show_modal(sample_message(1), other); },
               [&](wxTopLevelWindow* window) {
                   EXPECT_EQ(other, window->GetParent());

@@ -43,9 +43,8 @@ TEST(Modal, MessagesEndUnansweredWithTheirParent)
 {
     for (const bool at_once : {false, true}) {
         SCOPED_TRACE(at_once ? "deleted" : "destroyed");
-        auto* parent = new wxFrame(test::main_window(), wxID_ANY, "parent");
+        wxFrame* parent = test::show_frame("parent");
         auto* panel = new wxPanel(parent); // the parent of a message need not be a window of its own
-        parent->Show();
         EXPECT_EQ(neither, two_messages(panel, [&](wxTopLevelWindow*) {
                       if (at_once)
                           delete parent;
@@ -60,8 +59,7 @@ TEST(Modal, MessagesEndUnansweredWithTheirParent)
 
 TEST(Modal, DialogOnTheStackOutlivesItsParent)
 {
-    auto* parent = new wxFrame(test::main_window(), wxID_ANY, "parent");
-    parent->Show();
+    wxFrame* parent = test::show_frame("parent");
     {
         probe_dialog_t dialog("dlg.example");
         EXPECT_EQ(wxID_CANCEL, run_modal([&] { return dialog.show_modal(parent); },
@@ -131,8 +129,7 @@ TEST(Modal, RequestToCloseDuringOpeningIsKept)
 // The window manager's request to close comes to windows that a modal one blocks as well.
 TEST(Modal, BlockedWindowsCannotBeClosedByTheUser)
 {
-    auto* other = new wxFrame(test::main_window(), wxID_ANY, "other");
-    other->Show();
+    wxFrame* other = test::show_frame("other");
     probe_dialog_t dialog("dlg.example");
     const auto ask_to_close = [](wxWindow* window) {
         GdkEvent* event = gdk_event_new(GDK_DELETE);

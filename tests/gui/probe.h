@@ -125,6 +125,15 @@ inline int run(const commondlg3::message_window_t& window, const std::function<v
     return run_modal([&] { return commondlg3::show_modal(window, main_window()); }, act);
 }
 
+/// A window that has been given the focus; later it would take that from the window over it.
+inline wxFrame* show_frame(const char* title)
+{
+    auto* frame = new wxFrame(main_window(), wxID_ANY, title);
+    frame->Show();
+    EXPECT_TRUE(wait_for([frame] { return frame->IsActive(); }));
+    return frame;
+}
+
 /// Presses a button as the mouse would.
 inline void click(wxWindow* parent, const char* name)
 {
