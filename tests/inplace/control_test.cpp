@@ -61,57 +61,52 @@ TEST(InplaceControl, what_is_unknown_is_told_by_its_condition)
 TEST(InplaceControl, only_the_newest_entry_offers_buttons)
 {
     test::log_window_t window;
+    const auto offered = [&](std::size_t entry, int id) {
+        return test::offered_button(window.control(), entry, id);
+    };
     std::vector<int> pressed;
     inplace_ctrl_t::callback_t callback;
     callback.connect([&pressed](int id) { pressed.push_back(id); });
     window->add_message(with_buttons("first", {1, 7}), callback);
-    ASSERT_TRUE(test::offered_button(window.control(), 0, 7));
-    EXPECT_TRUE(test::offered_button(window.control(), 0, 1)->IsDefault());
+    ASSERT_TRUE(offered(0, 7));
+    EXPECT_TRUE(offered(0, 1)->IsDefault());
     window->add_message(with_buttons("second", {1, 7}), callback);
-    EXPECT_FALSE(test::offered_button(window.control(), 0, 7));
-
-    test::offered_button(window.control(), 1, 7)->Press();
+    EXPECT_FALSE(offered(0, 7));
+    offered(1, 7)->Press();
     EXPECT_EQ(pressed, std::vector<int>{7});
-    EXPECT_FALSE(test::offered_button(window.control(), 1, 7)) << "an answered message asks no more";
+    EXPECT_FALSE(offered(1, 7)) << "an answered message asks no more";
 
     // A new record brings new buttons, for the newest entry only, and a new callback in place of the old.
+    variant_bag_t bag;
+    window->save(bag);
     std::vector<int> others;
     inplace_ctrl_t::callback_t other;
     other.connect([&others](int id) { others.push_back(id); });
     EXPECT_TRUE(window->update_message(0, with_buttons("first again", {3}), other).succeeded());
     EXPECT_TRUE(window->update_message(1, with_buttons("second again", {4}), other).succeeded());
-    EXPECT_FALSE(test::offered_button(window.control(), 0, 3));
-    ASSERT_TRUE(test::offered_button(window.control(), 1, 4));
-    test::offered_button(window.control(), 1, 4)->Press();
+    EXPECT_FALSE(window->has_changes()) << "no update counts as a change";
+    EXPECT_FALSE(offered(0, 3));
+    ASSERT_TRUE(offered(1, 4));
+    offered(1, 4)->Press();
     EXPECT_EQ(others, std::vector<int>{4});
     EXPECT_EQ(pressed.size(), 1u);
     EXPECT_EQ(test::captions_of(window.control()), (std::vector<std::string>{"first again", "second again"}));
-}
 
-// An entry that becomes the newest again when a later one goes must hide its buttons like any other.
-TEST(InplaceControl, updates)
-{
-    test::log_window_t window;
-    window->add_message(with_buttons("a", {1}), {});
-    window->add_message(with_buttons("b", {2}), {});
+    // An entry that becomes the newest again when a later one goes must hide its buttons like any other.
     EXPECT_TRUE(window->erase(1).succeeded());
-    variant_bag_t bag;
-    window->save(bag);
-    EXPECT_TRUE(window->update_message(0, with_buttons("a again", {3}), {}).succeeded());
-    EXPECT_FALSE(window->has_changes()) << "no update counts as a change";
-    EXPECT_TRUE(test::offered_button(window.control(), 0, 3));
-    window->add_message(with_buttons("c", {4}), {});
-    EXPECT_FALSE(test::offered_button(window.control(), 0, 3));
+    EXPECT_TRUE(window->update_message(0, with_buttons("first", {3}), {}).succeeded());
+    EXPECT_TRUE(offered(0, 3));
+    const auto tag = window->add_progress(test::make_progress("work"), {});
+    EXPECT_FALSE(offered(0, 3));
 
     // Work that runs can be cancelled, whatever is said about it; work that has ended cannot.
-    const auto tag = window->add_progress(test::make_progress("work"), {});
     IProgress* progress = window->get_progress(tag);
     progress->start("work", 2);
     EXPECT_TRUE(window->update_message(tag, with_buttons("half done", {8}), {}).succeeded());
-    EXPECT_TRUE(test::offered_button(window.control(), 2, 5) && test::offered_button(window.control(), 2, 8));
+    EXPECT_TRUE(offered(1, 5) && offered(1, 8));
     progress->finish();
     EXPECT_TRUE(window->update_message(tag, test::make_message("done"), {}).succeeded());
-    EXPECT_FALSE(test::offered_button(window.control(), 2, 5));
+    EXPECT_FALSE(offered(1, 5));
 }
 
 TEST(InplaceControl, a_callback_may_take_its_own_entry_away)

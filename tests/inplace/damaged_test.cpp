@@ -124,6 +124,8 @@ TEST(InplaceDamaged, bags_that_are_not_ours)
     bag.add_child("something_else").put("msg", "x");
     variant_bag_t& wrong = bag.add_child("message_entry_t");
     wrong.put("message", 5);
+    wrong.put("msg", 5);
+    wrong.put("cap", "read");
     wrong.put("img", "/* XPM */ static char* x[] = {\"100000 100000 2 1\",\". c #000000\"};");
     variant_bag_t& nested = bag.add_child("message_entry_t");
     nested.put("cap", "nested");
@@ -135,8 +137,10 @@ TEST(InplaceDamaged, bags_that_are_not_ours)
     for (int i = 0; i < 2000; ++i)
         bag.add_child("message_entry_t");
     EXPECT_TRUE(window->load(bag).succeeded());
+    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"can_get<const char*>()"});
     test::settle();
     EXPECT_EQ(window.log().GetElements().size(), 2002u);
+    EXPECT_EQ(window.element(0).GetHead().header, "read");
     EXPECT_EQ(test::lines_of(window.control(), 1), std::vector<std::string>{"line"});
     variant_bag_t saved;
     EXPECT_TRUE(window->save(saved).succeeded());

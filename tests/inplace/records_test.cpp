@@ -87,34 +87,21 @@ TEST(InplaceRecords, a_picture_survives_and_what_a_bag_lacks_stays)
     EXPECT_EQ(loaded->caption + loaded->message, "newold");
 }
 
-TEST(InplaceRecords, damaged_bags)
+// What the toolkit's reader would allocate, index or read past when it believed these.
+TEST(InplaceRecords, damaged_pictures)
 {
-    const auto load_image = [](const std::string& xpm) {
-        message_t::ptr_t message(new message_t);
-        message->picture = standard::get_icon_by_type(standard::icon_types_t::error);
-        variant_bag_t bag;
-        bag.put("img", xpm);
-        message->load(bag);
-        return message->picture;
-    };
-    // What the toolkit's reader would allocate, index or read past when it believed these.
     for (const char* xpm :
          {"", "no picture", "/* XPM */ static char* a[] = {\"100000 100000 2 1\",\"a c #fff\",\"b c #000\"};",
           "/* XPM */ static char* a[] = {\"4 4 2 1\",\"a c #ffffff\"};",
           "/* XPM */ static char* a[] = {\"-1 4 2 1\"};",
           "/* XPM */ static char* a[] = {\"2 2 1 1\",\"a c #ffffff\",\"aa\",\"zz\"};",
           "/* XPM */ static char* a[] = {\"1 1 99999999 9\",\"a\"};"}) {
-        const auto picture = load_image(xpm);
-        EXPECT_TRUE(picture.is_still()) << xpm;
-        EXPECT_LE(picture.get_still().get_size().x, 4) << xpm;
+        message_t::ptr_t message(new message_t);
+        message->picture = standard::get_icon_by_type(standard::icon_types_t::error);
+        variant_bag_t bag;
+        bag.put("img", xpm);
+        message->load(bag);
+        EXPECT_TRUE(message->picture.is_still()) << xpm;
+        EXPECT_LE(message->picture.get_still().get_size().x, 4) << xpm;
     }
-
-    message_t::ptr_t message(new message_t);
-    message->message = "kept";
-    variant_bag_t wrong;
-    wrong.put("msg", 5);
-    wrong.put("cap", "read");
-    message->load(wrong);
-    EXPECT_EQ(message->message + message->caption, "keptread");
-    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"can_get<const char*>()"});
 }
