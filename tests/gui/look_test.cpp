@@ -18,20 +18,20 @@
 namespace {
 
 using wx_helpers1::contrast_ratio;
-using wx_helpers1::theme_t;
 using wx_helpers1::ui_colour;
 using wx_helpers1::ui_settings_t;
 
 TEST(Look, TextsCanBeReadInEveryTheme)
 {
+    EXPECT_NEAR(21, contrast_ratio(*wxBLACK, *wxWHITE), 0.01);
+    EXPECT_NEAR(4.54, contrast_ratio(wxColour(118, 118, 118), *wxWHITE), 0.01);
     ui_settings_t* settings = ui_settings_t::get();
+    const test::theme_guard_t light(false);
     int changes = 0;
-    auto connection = settings->changed().connect([&] { ++changes; });
-    for (const theme_t theme : {theme_t::dark, theme_t::light}) {
-        const bool dark = theme == theme_t::dark;
+    auto connection = settings->changed().connect([&changes] { ++changes; });
+    for (const bool is_dark : {true, false}) {
         const int before = changes;
-        settings->set_theme(theme);
-        ASSERT_TRUE(test::wait_for([&] { return settings->is_dark() == dark; }));
+        const test::theme_guard_t theme(is_dark);
         EXPECT_EQ(before + 1, changes) << "one signal for a change";
         const wxColour background = settings->get_colour(ui_colour::background);
         for (const int number :

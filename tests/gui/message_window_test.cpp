@@ -288,8 +288,9 @@ TEST(MessageWindow, TextWithoutBlanksOpensScrollsAndIsCopiedWhole)
     }
 }
 
-TEST(MessageWindow, ShowsItsTextsAndCopiesThemOrWhatIsSelected)
+TEST(MessageWindow, ShowsItsTextsInAnyThemeAndCopiesThemOrWhatIsSelected)
 {
+    const test::theme_guard_t light_theme(false);
     run(sample_message(1), [](wxTopLevelWindow* shown) {
         test::press('C', wxMOD_CONTROL);
         EXPECT_EQ("Vorbex – Warning\n\nThe result could not be saved\n\n"
@@ -298,7 +299,12 @@ TEST(MessageWindow, ShowsItsTextsAndCopiesThemOrWhatIsSelected)
         EXPECT_EQ(wxString::FromUTF8("Vorbex – Warning"), shown->GetTitle());
         EXPECT_EQ("Warning", wx_helpers1::get_accessible_name(find<wxWindow>(shown, "m_icon")))
             << "the severity is a word too, not only a picture";
-        EXPECT_EQ("write: ENOSPC", find<wxStaticText>(shown, "m_details")->GetLabel());
+        const auto* details = find<wxStaticText>(shown, "m_details");
+        EXPECT_EQ("write: ENOSPC", details->GetLabel());
+        const wxColour dark_ink = details->GetForegroundColour();
+        const test::theme_guard_t dark_theme(true);
+        EXPECT_NE(dark_ink, details->GetForegroundColour());
+        EXPECT_GE(wx_helpers1::contrast_ratio(details->GetForegroundColour(), wxColour(53, 53, 53)), 4.5);
         EXPECT_EQ("Yes", find<wxButton>(shown, "m_btn_ok")->GetLabelText());
         auto* label = find<wxStaticText>(shown, "m_main_instructions");
         EXPECT_EQ("The result could not be saved", label->GetLabel());
@@ -338,19 +344,6 @@ TEST(MessageWindow, ShippedTextsKeepEveryCharacter)
             });
         }
     }
-}
-
-TEST(MessageWindow, FollowsAChangeOfThemeWhileItIsOpen)
-{
-    const test::theme_guard_t light_theme(false);
-    run(sample_message(1), [](wxTopLevelWindow* shown) {
-        auto* details = find<wxStaticText>(shown, "m_details");
-        const wxColour light = details->GetForegroundColour();
-        const test::theme_guard_t dark(true);
-        EXPECT_NE(light, details->GetForegroundColour());
-        EXPECT_GE(wx_helpers1::contrast_ratio(details->GetForegroundColour(), wxColour(53, 53, 53)), 4.5);
-        shown->Close();
-    });
 }
 
 } // namespace

@@ -79,8 +79,8 @@ TEST(MissingResources, EveryPageIsEmptyAndHarmless)
     ask_dlg_t ask;
     clipboard_dlg_t clipboard;
     opt_in_dlg_t consent(opt_in_pp_t::user_consent_t::given);
-    for (dialog_base_t* dialog : {static_cast<dialog_base_t*>(&ask), static_cast<dialog_base_t*>(&clipboard),
-                                  static_cast<dialog_base_t*>(&consent)}) {
+    dialog_base_t* const dialogs[] = {&ask, &clipboard, &consent};
+    for (dialog_base_t* dialog : dialogs) {
         EXPECT_EQ(0, dialog->show_modal(test::main_window()));
         dialog->on_ok();
         dialog->on_cancel();

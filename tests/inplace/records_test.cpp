@@ -21,8 +21,6 @@ TEST(InplaceRecords, buttons_and_their_default)
     EXPECT_TRUE(message->set_default_button(8));
     EXPECT_EQ(message->default_button, 1) << "the first of those with the id";
     EXPECT_FALSE(message->buttons[0].flag);
-    message->set_button_name(8, "Both");
-    EXPECT_EQ(message->buttons[1].text + message->buttons[2].text, "BothBoth");
     message->clear_buttons();
     EXPECT_EQ(message->get_default_button(), -1);
     EXPECT_EQ(message->get_button(4000000000u).id, 0);
