@@ -189,11 +189,6 @@ TEST(Modal, WithoutAnyWindowOfTheApplicationMessagesStandAlone)
     for (wxWindow* window : others)
         wxTopLevelWindows.Append(window);
     wxTheApp->SetTopWindow(main);
-    EXPECT_EQ(0, run_modal([] { return commondlg3::show_msg_box("a", "b", icon::error, nullptr); },
-                           [&](wxTopLevelWindow* shown) {
-                               EXPECT_EQ(main, shown->GetParent());
-                               shown->Close();
-                           }));
 }
 
 // A screen reader's action waits for an answer from the bus: a modal loop must not run before it has one.
