@@ -15,11 +15,24 @@ using std::string;
 
 void name_log()
 {
+    using gen_helpers2::error_code_t;
     using gen_helpers2::variant_bag_t;
     using log = inplace_ctrl_t;
     using tag = log::tag_t;
+    using callback = log::callback_t;
     static_assert(std::is_same_v<tag, std::uint32_t>);
+    named<tag, const message_t::ptr_t&, const callback&>(&log::add_message);
+    named<tag, const progress_message_t::ptr_t&, const callback&>(&log::add_progress);
     named<tag, const custom_message_t::ptr_t&>(&log::add_custom);
+    named<error_code_t, tag, const message_t::ptr_t&, const callback&>(&log::update_message);
+    named<error_code_t, tag>(&log::erase);
+    named<error_code_t>(&log::clear);
+    named<msngr2::IMessenger*, tag>(&log::get_messenger);
+    named<msngr2::IProgress*, tag>(&log::get_progress);
+    named<bool, tag, msngr2::ESeverity>(&log::has_severity);
+    named<bool>(&log::has_changes);
+    named<error_code_t, variant_bag_t&>(&log::save);
+    named<error_code_t, const variant_bag_t&>(&log::load);
     named<void, wxCommandEvent&>(&log::handle_copy);
     named<void, wxPoint>(&log::pupup_menu);
 

@@ -1,6 +1,6 @@
 // Names every class, operation and value of the dialogs, messages and panels, as a product does that was
 // written against their documentation: what is missing, hidden or has other arguments does not compile or
-// link. What the tests of the windows call at every turn is not named again.
+// link.
 #include "interface.h"
 
 #include <commondlg3/advanced_panel.h>
@@ -159,7 +159,15 @@ struct caption_names_t : caption_panel_t
         named<void>(&caption_names_t::create_top_controls);
         named<void, const string&>(&caption_names_t::set_caption);
         named<void, const string&>(&caption_names_t::set_description);
+        named<int, severity, const string&>(&caption_names_t::add_message);
+        named<void, int, const string&>(&caption_names_t::edit_message);
+        named<void, int>(&caption_names_t::remove_message);
         named<void>(&caption_names_t::clear_messages);
+        named_const<int, int>(&caption_names_t::get_message_index);
+        named_const<message_info_t, int>(&caption_names_t::get_message);
+        named_const<int>(&caption_names_t::get_message_count);
+        named_const<int, int>(&caption_names_t::get_message_id);
+        named<void, int, bool>(&caption_names_t::show_message);
         named<void>(&caption_names_t::show_next_message);
         named<void>(&caption_names_t::show_prev_message);
         named<bool>(&caption_names_t::update_buttons);

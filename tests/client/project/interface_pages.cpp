@@ -35,9 +35,18 @@ using gen_helpers2::variant_bag_t;
 
 void name_paths()
 {
+    named<void, const string&>(&path_info_t::set_path);
     named<void, const path_t&>(&path_info_t::set_path);
     named_const<path_t>(&path_info_t::get_path);
+    named_const<string>(&path_info_t::as_string);
+    named_const<bool>(&path_info_t::is_str_path);
+    named_const<path_t>(&path_info_t::extract_path);
+    named_const<bool>(&path_info_t::is_ok);
+    named_const<bool>(&path_info_t::is_file);
+    named_const<bool>(&path_info_t::is_directory);
+    named_const<bool>(&path_info_t::is_exists);
     named_const<string>(&path_info_t::get_extension);
+    named_const<bool, const vector<string>&>(&path_info_t::check_extension);
     named_free(path_info_t());
     named_free(path_info_t(path_t()));
     named_free(path_info_t(string()));
@@ -57,15 +66,39 @@ void name_editors()
 {
     static_assert(language_info::cpp == 0 && language_info::csharp == 1 && language_info::fortran == 2 &&
                   language_info::other == 3);
+    named_free(&language_info::get_language);
+    named_free(&language_info::get_language_by_name);
+    named_free(&language_info::get_localized_name);
+    named_free(&language_info::get_extensions);
     using data = editor_data_t;
     named_const<gen_helpers2::generic_iterator_t<language_t>>(&data::get_languages);
     named_free(&data::is_supported_language);
+    named<bool, language_t>(&data::set_selected_language);
+    named_const<language_t>(&data::get_selected_language);
+    named<bool, language_t, const system_editor_t&>(&data::add_editor);
+    named<bool, language_t, const data::editor_t&>(&data::add_editor_ex);
+    named<bool, language_t, const string&>(&data::remove_editor);
     named<bool, language_t, bool>(&data::remove_editors_ex);
+    named<bool, language_t, gen_helpers2::generic_iterator_t<system_editor_t>>(&data::set_editors);
+    named<bool, language_t, const string&, const system_editor_t&>(&data::set_editor);
+    named_const<gen_helpers2::generic_iterator_t<system_editor_t>, language_t>(&data::get_editors);
+    named_const<system_editor_t, language_t, const string&>(&data::get_editor);
+    named_const<data::editor_t, language_t, const string&>(&data::get_editor_ex);
+    named_const<data::editor_type_t, language_t, const string&>(&data::get_editor_type);
+    named_const<string, language_t>(&data::get_default_editor_name);
+    named_const<string, language_t>(&data::get_selected_editor_name);
+    named_const<string, language_t>(&data::get_system_default_editor_name);
+    named<bool, language_t, const string&>(&data::set_default_editor_name);
+    named<bool, language_t, const string&>(&data::set_selected_editor_name);
     named_free(static_cast<bool (data::*)()>(&data::load_system_info));
+    named<bool, language_t>(&data::load_system_info);
+    named<bool, const string&>(&data::load_system_info);
     named_free(&data::fill_env_var_editor);
     named<void, const variant_bag_t&>(&data::load);
     named_const<void, variant_bag_t&>(&data::save);
     named_free(&data::get_storage);
+    named<bool, const data::storage_t&>(&data::load_storage_info);
+    named_const<bool, const data::storage_t&>(&data::save_storage_info);
     named_const<string, language_t>(&data::dump);
     named_free(static_cast<string (*)(const data::editor_t&)>(&data::dump));
     const data::editor_t from_system = system_editor_t("name", "display name", "executable", "command line");
@@ -78,7 +111,11 @@ void name_editors()
     named<void, wxCommandEvent&>(&page::on_editor_list_clicked);
     named<void, wxCommandEvent&>(&page::on_cmd_line_edit);
     named<void, wxCommandEvent&>(&page::on_set_as_default);
+    named_const<string>(&page::get_selected_editor_name);
+    named_free(&page::get_cmd_line_args);
+    named<void, language_t, const system_editor_t&>(&page::fill_info_message);
     named<void>(&page::update_shown_controls);
+    named<void, language_t>(&page::update_state_for_language);
 }
 
 struct saving_names_t : result_saving_pp_t
@@ -134,11 +171,16 @@ struct directories_names_t : search_dirs_tab_t
         named<void, const dirs_t&>(&names::fill_container);
         named_free(&names::add_dirs);
         named_free(&names::add_dir);
+        named<void, int>(&names::remove_row);
         named_free(&names::on_dir_updated);
         named_free(&names::on_editing_finished);
         named_const<wxSize>(&names::GetMinSize);
+        named<bool, const path_info_t&, int>(&names::validate_dir);
         named_const<string, int, const string&>(&names::get_directory_error_msg);
+        named<void, const string&, int>(&names::push_message);
         named<void>(&names::remove_messages);
+        named<void, int>(&names::set_dir_error_mode);
+        named_const<caption_panel_t*>(&names::get_caption_panel);
     }
 };
 
