@@ -7,6 +7,8 @@
 #include <wx_helpers1/wrap_text.h>
 
 #include <wx/dcclient.h>
+#include <wx/notebook.h>
+#include <wx/spinctrl.h>
 #include <wx/stattext.h>
 
 #include <gtk/gtk.h>
@@ -72,6 +74,30 @@ TEST(Look, WrappedLinesFitAndKeepEveryCharacter)
         EXPECT_EQ(without_breaks(text), without_breaks(wrapped));
     }
     label->Destroy();
+}
+
+// Any complaint of the toolkit's fails the test.
+TEST(Look, ControlsMayHaveLessRoomThanTheyNeed)
+{
+    wxFrame* frame = new wxFrame(test::main_window(), wxID_ANY, "tiny", wxDefaultPosition, wxSize(300, 200));
+    auto* bar = new wxMenuBar;
+    bar->Append(new wxMenu, "First");
+    bar->Append(new wxMenu, "Second");
+    frame->SetMenuBar(bar);
+    auto* area = new wxScrolledWindow(frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxALWAYS_SHOW_SB);
+    area->SetScrollbars(1, 1, 1000, 1000);
+    const std::vector<wxWindow*> controls = {
+        area, new wxCheckBox(frame, wxID_ANY, "check"), new wxRadioButton(frame, wxID_ANY, "radio"),
+        new wxSpinCtrl(frame, wxID_ANY), new wxNotebook(frame, wxID_ANY)};
+    frame->Show();
+    for (const wxSize size : {wxSize(1, 1), wxSize(200, 3), wxSize(3, 100), wxSize(200, 100)}) {
+        for (wxWindow* control : controls)
+            control->SetSize(wxRect(wxPoint(0, 0), size));
+        test::settle();
+        ASSERT_TRUE(
+            test::wait_for([&] { return gtk_widget_get_allocated_width(area->GetHandle()) == size.x; }));
+    }
+    frame->Destroy();
 }
 
 // The widget goes by the first letter of each line, isolated or not.
