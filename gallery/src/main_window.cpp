@@ -50,8 +50,7 @@ main_panel_t::main_panel_t()
 
 void main_panel_t::on_init_dialog()
 {
-    auto* search = commondlg3::from_xrc<wxSearchCtrl>(this, "m_search");
-    m_search = search;
+    m_search = commondlg3::from_xrc<wxSearchCtrl>(this, "m_search");
     m_list = commondlg3::from_xrc<wxListBox>(this, "m_list");
     m_category = commondlg3::from_xrc<wxStaticText>(this, "m_category");
     m_name = commondlg3::from_xrc<wxStaticText>(this, "m_name");
@@ -60,12 +59,29 @@ void main_panel_t::on_init_dialog()
     m_open = commondlg3::from_xrc<wxButton>(this, "m_btn_open");
     if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open)
         return;
-    search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
+    m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });
     m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
     m_open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });
+    Bind(wxEVT_CHAR_HOOK, &main_panel_t::on_key, this);
     fill_list();
     m_list->SetFocus();
+}
+
+// What is searched for is opened without leaving the field.
+void main_panel_t::on_key(wxKeyEvent& event)
+{
+    const wxWindow* focus = wxWindow::FindFocus();
+    const bool searching = focus && (focus == m_search || focus->GetParent() == m_search);
+    const int key = event.GetKeyCode();
+    if (key == 'F' && event.GetModifiers() == wxMOD_CONTROL)
+        m_search->SetFocus();
+    else if (searching && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER))
+        open_selected();
+    else if (searching && key == WXK_DOWN)
+        m_list->SetFocus();
+    else
+        event.Skip();
 }
 
 void main_panel_t::on_update_ui_settings()

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+class wxSearchCtrl;
+
 namespace gallery {
 
 /// The searchable list of every window and page, with what it is for, and a button that opens it.
@@ -23,9 +25,10 @@ private:
     void fill_list();
     void show_selected();
     void open_selected();
+    void on_key(wxKeyEvent& event);
     const entry_t* selected() const;
 
-    wxTextEntry* m_search = nullptr;
+    wxSearchCtrl* m_search = nullptr;
     wxListBox* m_list = nullptr;
     wxStaticText* m_category = nullptr;
     wxStaticText* m_name = nullptr;
