@@ -85,7 +85,6 @@ void preferences_dialog_t::on_init_dialog()
     wx_helpers1::set_accessible_name(m_list, text("preferences.pages"));
     m_search->SetDescriptiveText(wx_helpers1::to_label(text("preferences.search")));
     wx_helpers1::set_accessible_name(m_search, text("preferences.search"));
-    m_nothing_found->Hide();
     std::string reasons; // told together: a window over a window would be in the way
     for (const shown_page_t& shown : m_pages) {
         const auto result = shown.page->load();

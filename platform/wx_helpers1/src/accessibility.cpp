@@ -1,5 +1,7 @@
 #include "wx_helpers1/accessibility.h"
 
+#include "label_relations.h"
+
 #include <gen_helpers2/strings.h>
 
 #include <wx/stattext.h>
@@ -26,7 +28,39 @@ AtkObject* accessible(wxWindow* window)
     return widget ? gtk_widget_get_accessible(widget) : nullptr;
 }
 
+// Whose label a text is by our own choice; a GWeakRef.
+constexpr char field_key[] = "wx_helpers1-label-of";
+
+bool reads_like_label(const wxString& text)
+{
+    return text.EndsWith(":") || text.EndsWith(wxString::FromUTF8("："));
+}
+
+// The toolkit ties a text to whatever control follows it, whenever the order of the windows changes, and
+// readers prefer what is tied to a control to its own name.
+void keep_label(GtkLabel* label, GParamSpec*, gpointer)
+{
+    auto* kept = static_cast<GWeakRef*>(g_object_get_data(G_OBJECT(label), field_key));
+    gpointer field = kept ? g_weak_ref_get(kept) : nullptr;
+    const bool may_be_any = !kept && (gtk_label_get_mnemonic_keyval(label) != GDK_KEY_VoidSymbol ||
+                                      reads_like_label(wxString::FromUTF8(gtk_label_get_text(label))));
+    if (gtk_label_get_mnemonic_widget(label) != field && !may_be_any)
+        gtk_label_set_mnemonic_widget(label, static_cast<GtkWidget*>(field));
+    g_clear_object(&field);
+}
+
 } // namespace
+
+void keep_label_relations(wxStaticText* label)
+{
+    if (!label || !label->GetHandle() || !GTK_IS_LABEL(label->GetHandle()))
+        return;
+    GtkWidget* widget = GTK_WIDGET(label->GetHandle());
+    if (g_signal_handler_find(widget, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr,
+                              reinterpret_cast<gpointer>(keep_label), nullptr) == 0)
+        g_signal_connect(widget, "notify::mnemonic-widget", G_CALLBACK(keep_label), nullptr);
+    keep_label(GTK_LABEL(widget), nullptr, nullptr);
+}
 
 void set_accessible_name(wxWindow* window, const std::string& name)
 {
@@ -69,13 +103,19 @@ void set_label_for(wxStaticText* label, wxWindow* field)
     GtkWidget* widget = active_widget(field);
     if (!label || !label->GetHandle() || !widget)
         return;
-    gtk_label_set_mnemonic_widget(GTK_LABEL(label->GetHandle()), widget);
-    // The toolkit puts its own choice in place of ours whenever the order of the windows changes; scroll bars
-    // around a list take the keyboard from it then, and do nothing with it.
+    auto* kept = g_new0(GWeakRef, 1);
+    g_weak_ref_init(kept, widget);
+    g_object_set_data_full(G_OBJECT(label->GetHandle()), field_key, kept, [](gpointer data) {
+        g_weak_ref_clear(static_cast<GWeakRef*>(data));
+        g_free(data);
+    });
+    keep_label_relations(label);
+    // Scroll bars around a list take the keyboard from it where the toolkit ties them, and do nothing with it.
     if (GTK_WIDGET(field->GetHandle()) != widget)
         gtk_widget_set_can_focus(GTK_WIDGET(field->GetHandle()), FALSE);
     wxString name = label->GetLabelText();
-    name.EndsWith(":", &name);
+    if (!name.EndsWith(":", &name))
+        name.EndsWith(wxString::FromUTF8("："), &name);
     set_accessible_name(field, name.utf8_string());
 }
 

@@ -1,5 +1,6 @@
 #include "wx_helpers1/resource_loader.h"
 
+#include "label_relations.h"
 #include "spare_layouts.h"
 
 #include "wx_helpers1/accessibility.h"
@@ -128,7 +129,8 @@ void translate(wxXmlNode* node, const cpil2::i18n::catalog_t& catalog,
             if (catalog.has_message(key)) {
                 wxString text = to_label(catalog.message(key).as_ustring(arguments));
                 if (node->GetName() != "item") {
-                    // The resource's own escapes would take a backslash or underscore of the text for theirs.
+                    // The resource's own escapes would take a backslash or underscore of the text for
+                    // theirs.
                     text.Replace("\\", "\\\\");
                     text.Replace("_", "__");
                 }
@@ -199,16 +201,17 @@ bool needs_label(wxWindow* window)
            get_accessible_name(window).empty();
 }
 
-// What the toolkit's own building leaves out: a label names the field that follows it and stands at its
-// script's edge, long tool tips are wrapped, and text fields have their height.
+// What the toolkit's own building leaves out: a label that is seen names the field that follows it and
+// stands at its script's edge, long tool tips are wrapped, and text fields have their height.
 void finish(wxWindow* window)
 {
     constexpr int characters_in_line = 60;
     wxStaticText* label = nullptr;
     for (wxWindow* child : window->GetChildren()) {
-        if (label && needs_label(child))
+        if (label && label->IsShown() && needs_label(child))
             set_label_for(label, child);
         label = wxDynamicCast(child, wxStaticText);
+        keep_label_relations(label);
         align_label_to_start(label);
         apply_native_height(child);
         if (child->GetToolTip())
