@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -393,7 +392,47 @@ TEST(InplaceView, bodies_are_read_as_they_were_meant)
     }
 }
 
-TEST(InplaceView, screen_readers_are_told_what_is_seen)
+namespace {
+
+AtkObject* accessible_of(test::log_window_t& window)
+{
+    return gtk_widget_get_accessible(window.log().GetWindow()->m_wxwindow);
+}
+
+// What a reader says when the place moves, and in passing.
+struct listener_t
+{
+    explicit listener_t(AtkObject* the_log) : log(the_log)
+    {
+        moved = g_signal_connect(log, "active-descendant-changed", G_CALLBACK(on_moved), this);
+        hook = g_signal_add_emission_hook(state_change(), 0, on_state, this, nullptr);
+    }
+    ~listener_t()
+    {
+        g_signal_handler_disconnect(log, moved);
+        g_signal_remove_emission_hook(state_change(), hook);
+    }
+    static guint state_change() { return g_signal_lookup("state-change", ATK_TYPE_OBJECT); }
+    static void on_moved(AtkObject*, AtkObject* text, listener_t* self)
+    {
+        self->read = atk_object_get_name(text);
+    }
+    static gboolean on_state(GSignalInvocationHint*, guint, const GValue* values, gpointer self)
+    {
+        auto* object = static_cast<AtkObject*>(g_value_get_object(values));
+        if (atk_object_get_role(object) == ATK_ROLE_NOTIFICATION)
+            static_cast<listener_t*>(self)->announced = atk_object_get_name(object);
+        return TRUE;
+    }
+
+    AtkObject* log;
+    gulong moved = 0, hook = 0;
+    std::string read, announced;
+};
+
+} // namespace
+
+TEST(InplaceView, screen_readers_find_what_is_seen_from_top_to_bottom)
 {
     test::log_window_t window;
     const auto tag = window->add_progress(test::make_progress("Collecting"), {});
@@ -402,23 +441,67 @@ TEST(InplaceView, screen_readers_are_told_what_is_seen)
     window->get_progress(tag)->start("Reading", 2);
     window->get_progress(tag)->internalProgressed(1);
     test::settle();
-    AtkObject* log = gtk_widget_get_accessible(window.log().GetWindow()->m_wxwindow);
+    AtkObject* log = accessible_of(window);
     EXPECT_EQ(atk_object_get_role(log), ATK_ROLE_LOG);
     EXPECT_STREQ(atk_object_get_name(log), "Message log");
-    std::map<std::string, AtkRole> told;
+    const std::vector<std::pair<std::string, AtkRole>> expected = {
+        {"Collecting", ATK_ROLE_HEADING},
+        {"Error: cannot be read", ATK_ROLE_LIST_ITEM},
+        {"plain", ATK_ROLE_LIST_ITEM},
+        {"Reading", ATK_ROLE_PROGRESS_BAR},
+        {"Cancel", ATK_ROLE_PUSH_BUTTON}};
+    std::vector<std::pair<std::string, AtkRole>> told;
+    int below = -1;
     for (int i = 0; i < atk_object_get_n_accessible_children(log); ++i) {
         AtkObject* child = atk_object_ref_accessible_child(log, i);
-        told[atk_object_get_name(child)] = atk_object_get_role(child);
-        EXPECT_EQ(atk_object_get_parent(child), log) << atk_object_get_name(child);
+        told.emplace_back(atk_object_get_name(child), atk_object_get_role(child));
+        EXPECT_EQ(atk_object_get_parent(child), log) << told.back().first;
+        int x = 0, y = 0, width = 0, height = 0;
+        atk_component_get_extents(ATK_COMPONENT(child), &x, &y, &width, &height, ATK_XY_SCREEN);
+        EXPECT_GT(y, below) << told.back().first;
+        below = y;
+        if (ATK_IS_VALUE(child)) {
+            double value = 0;
+            atk_value_get_value_and_text(ATK_VALUE(child), &value, nullptr);
+            EXPECT_EQ(50, value);
+        }
+        if (i == 1) {
+            int from = 0, to = 0;
+            char* word =
+                atk_text_get_string_at_offset(ATK_TEXT(child), 9, ATK_TEXT_GRANULARITY_WORD, &from, &to);
+            EXPECT_STREQ("cannot ", word);
+            g_free(word);
+        }
         g_object_unref(child);
     }
-    EXPECT_EQ(told["Collecting"], ATK_ROLE_HEADING);
-    EXPECT_EQ(told["Error: cannot be read"], ATK_ROLE_LABEL);
-    EXPECT_EQ(told["plain"], ATK_ROLE_LABEL);
-    EXPECT_EQ(told["Reading 50%"], ATK_ROLE_PROGRESS_BAR);
-    EXPECT_EQ(told["Cancel"], ATK_ROLE_PUSH_BUTTON);
-    window->get_messenger(tag)->say(sev_warning, "later");
+    EXPECT_EQ(expected, told);
+}
+
+TEST(InplaceView, keys_move_the_place_that_is_read_and_new_lines_are_said_at_the_end)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    test::say_lines(window, tag, 200);
+    window->get_messenger(tag)->say(sev_warning, "slow");
+    window.focus();
     test::settle();
-    const int count = atk_object_get_n_accessible_children(log);
-    EXPECT_EQ(count, static_cast<int>(told.size()) + 1);
+    listener_t listener(accessible_of(window));
+    test::press(WXK_HOME);
+    EXPECT_EQ("entry", listener.read);
+    test::press(WXK_UP);
+    test::press(WXK_DOWN);
+    EXPECT_EQ("Warning: " + test::flood_line(0), listener.read);
+    test::press(WXK_END);
+    EXPECT_EQ("Warning: slow", listener.read);
+    test::press(WXK_UP);
+    EXPECT_EQ(test::flood_line(199), listener.read);
+    EXPECT_FALSE(window.log().GetState().at_end) << "what is read stays in sight";
+    window.log().Find("slow", true);
+    EXPECT_EQ("Warning: slow", listener.announced);
+    listener.announced.clear();
+    test::press(WXK_END);
+    for (const char* line : {"one", "two", "three"})
+        window->get_messenger(tag)->say(sev_error, line);
+    EXPECT_TRUE(test::wait_for([&] { return !listener.announced.empty(); }));
+    EXPECT_EQ("3 new lines. Error: three", listener.announced);
 }

@@ -15,7 +15,9 @@ event_log_t::event_log_t(wxWindow* parent, bool show_debug)
       m_empty_image(add_image(GetImageList(), image_loader_t::image_type_t::empty12))
 {
     SetWords({translate_message("severity.error"), translate_message("severity.warning"),
-              translate_message("inplace_ctrl.name")});
+              translate_message("inplace_ctrl.name"), [](std::size_t count) {
+                  return translate_message("inplace_ctrl.lines_came", {{"count", count}});
+              }});
 }
 
 int event_log_t::add_image(vdxc7::IImageList* list, image_loader_t::image_type_t type)

@@ -13,8 +13,8 @@
 
 namespace vdxcfrw7 {
 
-/// Measures and breaks lines of one font with a table of the widths of its characters: shaping a line costs a
-/// thousand times as much. Characters that only shaping can measure are shaped, in lines up to
+/// Measures and breaks lines of one font with a table of the widths of its characters: shaping a line
+/// costs a thousand times as much. Characters that only shaping can measure are shaped, in lines up to
 /// `longest_shaped` bytes; in longer ones they count as if they stood alone.
 class font_metrics_t
 {

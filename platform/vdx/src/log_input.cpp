@@ -116,6 +116,7 @@ bool log_view_t::find(const std::string& text, bool forward)
         return false;
     select(found.first, found.second);
     show_place(found.first);
+    m_accessible.found(found.first);
     return true;
 }
 
@@ -169,6 +170,7 @@ void log_view_t::on_left_down(wxMouseEvent& event)
     SetFocus();
     if (!m_log)
         return;
+    m_by_keyboard = false;
     move_caret(place_at(event.GetPosition()), event.ShiftDown());
     m_selecting = true;
     if (!HasCapture())
@@ -264,6 +266,145 @@ bool log_view_t::select_by_key(int key, bool control)
     return true;
 }
 
+text_extent_t extent_of(log_layout_t& layout, const text_place_t& place)
+{
+    const std::int64_t top = layout.top_of(*place.element);
+    if (place.item >= text_item_t::first_line) {
+        const std::size_t line = place.item - text_item_t::first_line;
+        return {layout.top_of_line(*place.element, line),
+                static_cast<int>(place.element->GetLines().at(line).height)};
+    }
+    const int body = layout.body_top(*place.element);
+    if (place.item == text_item_t::header)
+        return {top, body};
+    return {top + body, static_cast<int>(layout.top_of_line(*place.element, 0) - top) - body};
+}
+
+bool log_view_t::is_shown(const text_place_t& place) const
+{
+    std::string storage;
+    if (place.item >= text_item_t::first_line)
+        return !place.element->GetLines().at(place.item - text_item_t::first_line).has(line_t::hidden);
+    return !text_of(*place.element, place.item, storage).empty();
+}
+
+// The place itself where nothing more is shown.
+text_place_t log_view_t::next_shown(text_place_t place, bool forward) const
+{
+    const text_place_t from = place;
+    for (;;) {
+        const text_place_t next = forward ? m_selection.next_item(place) : m_selection.previous_item(place);
+        if (next.element == place.element && next.item == place.item)
+            return from;
+        if (is_shown(next))
+            return next;
+        place = next;
+    }
+}
+
+text_place_t log_view_t::get_place() const
+{
+    if (m_selection.get_caret().is_set() && is_shown(m_selection.get_caret()))
+        return m_selection.get_caret();
+    const auto items = m_layout.visible_items();
+    const bool last = m_layout.follows_end() && m_layout.total() > m_layout.get_size().y;
+    text_place_t place;
+    for (const auto& item : items) {
+        if (item.part == log_layout_t::part_t::tail)
+            continue;
+        const bool head = item.part == log_layout_t::part_t::head;
+        for (std::size_t text = head ? text_item_t::header : text_item_t::first_line + item.line;
+             text <= (head ? text_item_t::body : text_item_t::first_line + item.line); ++text) {
+            const text_place_t candidate{item.element, text, 0};
+            // The first that begins in the window, or the last at all.
+            if (is_shown(candidate) && (last || !place.is_set() || item.y < 0))
+                place = candidate;
+        }
+    }
+    return place;
+}
+
+// What the keyboard went to is read, and seen whole where it fits.
+void log_view_t::go_to(const text_place_t& place)
+{
+    m_by_keyboard = true;
+    m_selection.select(place, place);
+    m_layout.stay();
+    // Twice, as going there measures what was only estimated.
+    for (int round = 0; round < 2; ++round) {
+        const text_extent_t extent = extent_of(m_layout, place);
+        const int window = m_layout.get_size().y;
+        if (next_shown(place, true) == place)
+            scroll_to_end();
+        else if (extent.top < m_layout.top() || extent.height > window)
+            scroll_to(next_shown(place, false) == place ? 0 : extent.top);
+        else if (extent.top + extent.height > m_layout.top() + window)
+            scroll_to(extent.top + extent.height - window);
+    }
+    Refresh(false);
+    m_accessible.place_changed();
+}
+
+bool log_view_t::go_by_key(int key)
+{
+    m_layout.settle();
+    const text_place_t place = get_place();
+    if (!place.is_set())
+        return false;
+    const int window = m_layout.get_size().y, row = m_layout.text_font().get_line_height();
+    const text_extent_t extent = extent_of(m_layout, place);
+    const std::int64_t above = m_layout.top() - extent.top;
+    const std::int64_t below = extent.top + extent.height - m_layout.top() - window;
+    switch (key) {
+    case WXK_UP:
+    case WXK_NUMPAD_UP:
+        if (extent.height > window && above > 0 && below < 0)
+            scroll_to(m_layout.top() - row); // through a text that is higher than the window
+        else
+            go_to(next_shown(place, false));
+        return true;
+    case WXK_DOWN:
+    case WXK_NUMPAD_DOWN:
+        if (extent.height > window && below > 0 && above >= 0)
+            scroll_to(m_layout.top() + row);
+        else
+            go_to(next_shown(place, true));
+        return true;
+    case WXK_PAGEUP:
+    case WXK_NUMPAD_PAGEUP:
+    case WXK_PAGEDOWN:
+    case WXK_NUMPAD_PAGEDOWN:
+    case WXK_SPACE: {
+        const bool up = key == WXK_PAGEUP || key == WXK_NUMPAD_PAGEUP;
+        const int page = std::max(row, window - row);
+        const std::int64_t before = m_layout.top();
+        scroll_to(before + (up ? -page : page));
+        m_selection.clear();
+        text_place_t there = m_layout.top() == before && !up ? m_selection.end_of_all() : get_place();
+        if (!is_shown(there))
+            there = next_shown(there, false);
+        there.byte = 0;
+        go_to(there);
+        return true;
+    }
+    case WXK_HOME:
+    case WXK_NUMPAD_HOME: {
+        const text_place_t first{m_log->GetElements().front().get(), text_item_t::header, 0};
+        go_to(is_shown(first) ? first : next_shown(first, true));
+        return true;
+    }
+    case WXK_END:
+    case WXK_NUMPAD_END: {
+        text_place_t last = m_selection.end_of_all();
+        last.byte = 0;
+        go_to(is_shown(last) ? last : next_shown(last, false));
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
 void log_view_t::on_key(wxKeyEvent& event)
 {
     if (!m_log) {
@@ -276,8 +417,6 @@ void log_view_t::on_key(wxKeyEvent& event)
         event.Skip();
         return;
     }
-    const int row = m_layout.text_font().get_line_height();
-    const int page = std::max(row, m_layout.get_size().y - row);
     const auto search = [this](CEventLog::search_t what) {
         const auto signal = m_log->search_requested();
         signal.emit(what);
@@ -293,20 +432,10 @@ void log_view_t::on_key(wxKeyEvent& event)
     else if (key == WXK_TAB && !control)
         tab(!shift);
     else if (shift && select_by_key(key, control)) {
-    } else if (key == WXK_UP || key == WXK_NUMPAD_UP)
-        scroll_to(m_layout.top() - row);
-    else if (key == WXK_DOWN || key == WXK_NUMPAD_DOWN)
-        scroll_to(m_layout.top() + row);
-    else if (key == WXK_PAGEUP || key == WXK_NUMPAD_PAGEUP)
-        scroll_to(m_layout.top() - page);
-    else if (key == WXK_PAGEDOWN || key == WXK_NUMPAD_PAGEDOWN || (key == WXK_SPACE && !control))
-        scroll_to(m_layout.top() + page);
-    else if (key == WXK_HOME || key == WXK_NUMPAD_HOME)
-        scroll_to(0);
-    else if (key == WXK_END || key == WXK_NUMPAD_END)
-        scroll_to_end();
-    else if (key == WXK_ESCAPE && !m_selection.is_empty())
-        select({}, {});
+    } else if (!control && !shift && go_by_key(key)) {
+    } else if (control && (key == WXK_HOME || key == WXK_END) && go_by_key(key)) {
+    } else if (key == WXK_ESCAPE && !m_selection.is_empty())
+        select(m_selection.get_caret(), m_selection.get_caret());
     else
         event.Skip();
 }

@@ -159,7 +159,8 @@ void log_layout_t::line_added(CMessageElement& element)
 {
     line_store_t& lines = element.m_lines;
     line_store_t::block_t& block = lines.get_blocks().back();
-    // The first line of a block begins it in the layout of the day; a block from before a resize stays stale.
+    // The first line of a block begins it in the layout of the day; a block from before a resize stays
+    // stale.
     if (block.lines.size() == 1) {
         block.layout = m_layout;
         block.refined = 0;

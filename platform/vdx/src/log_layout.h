@@ -30,8 +30,9 @@ struct log_colours_t
     wxColour selected_ink;
 };
 
-/// Where everything in a log stands. Heights are measured when they are seen, or in spare time, and estimated
-/// before; what the reader sees hangs on an anchor, so that nothing that happens elsewhere moves it.
+/// Where everything in a log stands. Heights are measured when they are seen, or in spare time, and
+/// estimated before; what the reader sees hangs on an anchor, so that nothing that happens elsewhere
+/// moves it.
 class log_layout_t
 {
 public:
@@ -64,6 +65,12 @@ public:
     /// The reader goes there.
     void scroll_to(std::int64_t top);
     void scroll_to_end();
+    /// What is seen stays, even at the end.
+    void stay()
+    {
+        if (m_follow)
+            pick_anchor(top());
+    }
 
     /// Measures what can be seen exactly; call it before asking where something is or drawing it.
     void settle();

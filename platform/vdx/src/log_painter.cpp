@@ -43,9 +43,23 @@ public:
                 break;
             }
         }
+        draw_place();
     }
 
 private:
+    void draw_place()
+    {
+        const text_place_t place = m_view.shows_place() ? m_view.get_place() : text_place_t();
+        if (!place.is_set())
+            return;
+        const text_extent_t extent = extent_of(m_layout, place);
+        m_dc.SetPen(wxPen(m_colours.link, m_layout.scaled(1)));
+        m_dc.SetBrush(*wxTRANSPARENT_BRUSH);
+        m_dc.DrawRoundedRectangle(
+            m_layout.text_left() - m_layout.scaled(5), static_cast<int>(extent.top - m_layout.top()),
+            m_layout.text_width() + m_layout.scaled(10), extent.height, m_layout.scaled(3));
+    }
+
     // A row that is selected from byte `from` to byte `to` of its own.
     void draw_row(font_metrics_t& font, std::string_view row, PangoDirection direction, int x, std::int64_t y,
                   const wxColour& ink, std::size_t from, std::size_t to, bool to_the_end)

@@ -220,6 +220,8 @@ void log_view_t::place_buttons()
                             return;
                         }
                 });
+                // By itself "Retry" says little.
+                wx_helpers1::set_accessible_description(button, item.element->GetHead().header);
                 button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
                 button->Bind(wxEVT_KEY_DOWN, &log_view_t::on_button_key, this);
                 if (place.button->IsDefault()) {
@@ -272,6 +274,7 @@ void log_view_t::element_removing(CMessageElement& element)
 {
     buttons_going(element);
     m_selection.element_removing(element);
+    m_accessible.element_removing(element);
     m_layout.element_removing(element);
     m_filter.begin_again();
     catch_up_soon();
@@ -317,6 +320,7 @@ void log_view_t::adding_line(line_t& line)
 void log_view_t::line_added(CMessageElement& element)
 {
     m_layout.line_added(element);
+    m_accessible.line_added(element.m_lines.at(element.m_lines.size() - 1));
     if (!m_stale)
         catch_up_soon();
 }
@@ -399,6 +403,17 @@ void log_view_t::on_focus(wxFocusEvent& event)
 {
     event.Skip();
     Refresh(false);
+    // Readers hear of the focus itself when the toolkit is idle, and first of all.
+    if (m_log && event.GetEventType() == wxEVT_SET_FOCUS)
+        CallAfter([this] { m_accessible.place_changed(); });
+}
+
+GtkWidget* log_view_t::get_button_widget(const CButton& button) const
+{
+    for (const auto& [model, made] : m_buttons)
+        if (model == &button)
+            return made->GetHandle() ? GTK_WIDGET(made->GetHandle()) : nullptr;
+    return nullptr;
 }
 
 void log_view_t::on_context_menu(wxContextMenuEvent& event)
@@ -480,11 +495,13 @@ bool log_view_t::tab_to_button(bool forward)
 
 void log_view_t::on_button_key(wxKeyEvent& event)
 {
-    if (!m_log || event.GetKeyCode() != WXK_TAB || event.ControlDown()) {
+    const int key = event.GetKeyCode();
+    if (m_log && key == WXK_TAB && !event.ControlDown())
+        tab(!event.ShiftDown());
+    else if (m_log && ((key == 'F' && event.ControlDown()) || key == WXK_F3))
+        on_key(event);
+    else
         event.Skip();
-        return;
-    }
-    tab(!event.ShiftDown());
 }
 
 } // namespace vdxcfrw7

@@ -61,6 +61,12 @@ public:
 
     void select_all();
     const log_selection_t& get_selection() const { return m_selection; }
+    /// Where the reader is: the caret, or what is seen first or, at the end, last.
+    text_place_t get_place() const;
+    /// Whether the reader moves by keyboard, and sees where that is.
+    bool shows_place() const { return m_by_keyboard && HasFocus(); }
+    /// Null for one that is not seen.
+    GtkWidget* get_button_widget(const CButton& button) const;
     bool is_mirrored() const { return GetLayoutDirection() == wxLayout_RightToLeft; }
     /// The direction of the paragraph at that byte of a text.
     PangoDirection get_direction(std::string_view text, std::size_t at) const;
@@ -102,6 +108,10 @@ private:
                         int x, int y);
     void move_caret(const text_place_t& place, bool extend);
     bool select_by_key(int key, bool control);
+    bool go_by_key(int key);
+    void go_to(const text_place_t& place);
+    bool is_shown(const text_place_t& place) const;
+    text_place_t next_shown(text_place_t place, bool forward) const;
     void select(const text_place_t& from, const text_place_t& to);
     void show_place(const text_place_t& place);
     void copy();
@@ -117,7 +127,8 @@ private:
     std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
 
     log_selection_t m_selection;
-    bool m_selecting = false; // the mouse is
+    bool m_selecting = false;  // the mouse is
+    bool m_by_keyboard = true; // and not by mouse
 
     log_filter_t m_filter;
     bool m_more_hidden = false; // lines came that the filter hides
@@ -127,6 +138,14 @@ private:
     std::size_t m_frame = 0;
     view_accessible_t m_accessible;
 };
+
+/// Where a text stands; from the first entry's top.
+struct text_extent_t
+{
+    std::int64_t top;
+    int height;
+};
+text_extent_t extent_of(log_layout_t& layout, const text_place_t& place);
 
 /// Draws what can be seen; the layout must have settled.
 void draw_log(paint_dc_t& dc, log_view_t& view);

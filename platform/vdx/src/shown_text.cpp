@@ -30,7 +30,8 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-// The character at `at` in the other case, when that takes as many bytes; else as it is. Its length in bytes.
+// The character at `at` in the other case, when that takes as many bytes; else as it is. Its length in
+// bytes.
 template <class Change>
 std::size_t change_case(const char* at, const char* end, char* changed, Change change)
 {

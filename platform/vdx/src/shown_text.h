@@ -47,8 +47,9 @@ bool breaks_after(char32_t character);
 /// For drawing; ends of lines are left out, a tab is four spaces.
 wxString to_shown(std::string_view text);
 
-/// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are the
-/// same where both take as many bytes, as in nearly all scripts that have cases. npos when there is none.
+/// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are
+/// the same where both take as many bytes, as in nearly all scripts that have cases. npos when there is
+/// none.
 std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0);
 /// The last place that ends at or before `end`.
 std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end);

@@ -32,8 +32,8 @@ struct shown_bytes_t
 /// has none.
 PangoDirection direction_of(std::string_view text, std::size_t at, PangoDirection otherwise);
 
-/// Shapes text of one font as a window draws it: rows are broken between clusters of letters, and their places
-/// follow the direction in which each part is read. GUI thread.
+/// Shapes text of one font as a window draws it: rows are broken between clusters of letters, and their
+/// places follow the direction in which each part is read. GUI thread.
 class text_shaper_t
 {
 public:
@@ -44,8 +44,8 @@ public:
     std::vector<std::uint32_t> break_rows(std::string_view text, int width);
 
     int width_of(std::string_view row, PangoDirection direction);
-    /// Where the bytes from `from` to `to` stand, in pixels from the row's left edge: several places in a text of
-    /// mixed direction.
+    /// Where the bytes from `from` to `to` stand, in pixels from the row's left edge: several places in a
+    /// text of mixed direction.
     std::vector<std::pair<int, int>> places_of(std::string_view row, PangoDirection direction,
                                                std::size_t from, std::size_t to);
     /// The byte before which a caret at `x` pixels from the row's left edge stands.

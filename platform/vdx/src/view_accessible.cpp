@@ -1,6 +1,8 @@
 #include "view_accessible.h"
 
+#include "line_announcer.h"
 #include "log_view.h"
+#include "text_accessible.h"
 
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/accessibility.h>
@@ -9,14 +11,22 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vdxcfrw7 {
 namespace {
 
 constexpr std::size_t longest_name = 2000; // bytes; nobody listens to more of a line
+constexpr std::chrono::seconds between_values(5);
+
+constexpr std::uint32_t warning_bit = 2;
+constexpr std::uint32_t error_bits = 4 | 8;
 
 std::string shortened(std::string_view text)
 {
@@ -25,64 +35,176 @@ std::string shortened(std::string_view text)
 
 } // namespace
 
-// Adds the visible texts behind the children that the toolkit knows of (buttons).
-struct view_accessible_t::impl_t
+struct view_accessible_t::impl_t final : text_owner_t
 {
-    explicit impl_t(log_view_t& the_view) : view(the_view) {}
-    ~impl_t() { forget(); }
-
-    void forget()
+    explicit impl_t(log_view_t& the_view)
+        : view(the_view), announcer([this](std::size_t count) { return describe_new(count); })
     {
-        for (AtkObject* text : texts)
-            g_object_unref(text);
-        texts.clear();
+    }
+    ~impl_t()
+    {
+        forget_children();
+        for (const auto& [part, text] : texts)
+            end_text_accessible(text);
+    }
+
+    void forget_children()
+    {
+        for (AtkObject* child : children)
+            g_object_unref(child);
+        children.clear();
         made = false;
     }
 
-    void add(const std::string& name, AtkRole role)
-    {
-        AtkObject* text = ATK_OBJECT(g_object_new(ATK_TYPE_OBJECT, nullptr));
-        atk_object_set_name(text, name.c_str());
-        atk_object_set_role(text, role);
-        atk_object_set_parent(text, object.get());
-        texts.push_back(text);
-    }
+    void append(AtkObject* child) { children.push_back(ATK_OBJECT(g_object_ref(child))); }
 
     // Only when somebody asks: most windows are never read aloud.
-    const std::vector<AtkObject*>& get_texts()
+    const std::vector<AtkObject*>& get_children()
     {
         if (made || !view.get_log())
-            return texts;
+            return children;
+        forget_children();
         made = true;
-        wx_helpers1::guarded([this] { make_texts(); });
-        return texts;
+        wx_helpers1::guarded([this] { make_children(); });
+        return children;
     }
 
-    void make_texts()
+    void make_children()
     {
-        const log_words_t& words = view.get_log()->GetWords();
+        auto before = std::move(texts);
+        texts.clear();
         for (const auto& item : view.get_layout().visible_items()) {
             const CMessageElement& element = *item.element;
             if (item.part == log_layout_t::part_t::head) {
-                if (!element.GetHead().header.empty())
-                    add(shortened(element.GetHead().header), ATK_ROLE_HEADING);
-                const std::string body = element.GetBodyText();
-                if (!body.empty())
-                    add(shortened(body), ATK_ROLE_PARAGRAPH);
+                add({&element, text_item_t::header}, ATK_ROLE_HEADING, shortened(element.GetHead().header),
+                    before);
+                add({&element, text_item_t::body}, ATK_ROLE_LIST_ITEM, shortened(element.GetBodyText()),
+                    before);
             } else if (item.part == log_layout_t::part_t::line) {
-                const line_t& line = element.GetLines().at(item.line);
-                const std::string& word = line.severity & error_bits    ? words.error
-                                          : line.severity & warning_bit ? words.warning
-                                                                        : std::string();
-                add((word.empty() ? word : word + ": ") + shortened(line.get_text()),
-                    line.has(line_t::status) ? ATK_ROLE_STATUSBAR : ATK_ROLE_LABEL);
-            } else if (element.GetGauge().IsShown()) {
-                const CGauge& gauge = element.GetGauge();
-                add(shortened(gauge.GetCaption()) + " " +
-                        std::to_string(100 * gauge.GetValue() / gauge.GetRange()) + "%",
-                    ATK_ROLE_PROGRESS_BAR);
+                add({&element, text_item_t::first_line + item.line}, ATK_ROLE_LIST_ITEM,
+                    describe(element.GetLines().at(item.line)), before);
+            } else
+                add_tail(element, before);
+        }
+        for (const auto& [part, text] : before)
+            end_text_accessible(text);
+    }
+
+    void add(const accessible_part_t& part, AtkRole role, const std::string& text,
+             std::map<accessible_part_t, AtkObject*>& before)
+    {
+        if (text.empty())
+            return;
+        const auto kept = before.find(part);
+        AtkObject* made_before = kept != before.end() ? kept->second : nullptr;
+        if (made_before)
+            before.erase(kept);
+        AtkObject* object = made_before ? made_before : make_text_accessible(*this, part, log.get());
+        set_accessible_text(object, role, text);
+        texts[part] = object;
+        append(object);
+    }
+
+    void add_tail(const CMessageElement& element, std::map<accessible_part_t, AtkObject*>& before)
+    {
+        const CGauge& gauge = element.GetGauge();
+        if (gauge.IsShown())
+            add({&element, accessible_part_t::gauge}, ATK_ROLE_PROGRESS_BAR,
+                gauge.GetCaption().empty() ? shortened(element.GetHead().header)
+                                           : shortened(gauge.GetCaption()),
+                before);
+        for (const auto& button : element.GetButtons())
+            if (GtkWidget* widget = view.get_button_widget(*button))
+                append(gtk_widget_get_accessible(widget));
+    }
+
+    std::string describe(const line_t& line) const
+    {
+        const log_words_t& words = view.get_log()->GetWords();
+        const std::string& word = line.severity & error_bits    ? words.error
+                                  : line.severity & warning_bit ? words.warning
+                                                                : std::string();
+        return (word.empty() ? word : word + ": ") + shortened(line.get_text());
+    }
+
+    // Of text_owner_t.
+    wxRect get_rect(const accessible_part_t& part) const override
+    {
+        for (const auto& item : view.get_layout().visible_items()) {
+            if (item.element != part.element)
+                continue;
+            const int left = view.get_layout().text_left(), y = static_cast<int>(item.y);
+            const bool is_head = item.part == log_layout_t::part_t::head;
+            const int body = is_head ? view.get_layout().body_top(*item.element) : 0;
+            if (is_head && part.item == text_item_t::header)
+                return wxRect(left, y, view.get_layout().text_width(), body);
+            if (is_head && part.item == text_item_t::body)
+                return wxRect(left, y + body, view.get_layout().text_width(), item.height - body);
+            if ((item.part == log_layout_t::part_t::line &&
+                 part.item == text_item_t::first_line + item.line) ||
+                (item.part == log_layout_t::part_t::tail && part.item == accessible_part_t::gauge))
+                return wxRect(left, y, view.get_layout().text_width(), item.height);
+        }
+        return wxRect(-1, -1, 0, 0);
+    }
+    wxPoint get_origin() const override { return view.GetScreenPosition(); }
+    bool is_current(const accessible_part_t& part) const override
+    {
+        const text_place_t place = view.HasFocus() ? view.get_place() : text_place_t();
+        return place.element == part.element && place.item == part.item;
+    }
+    int get_index(AtkObject* text) override
+    {
+        const auto& all = get_children();
+        const auto found = std::find(all.begin(), all.end(), text);
+        return found == all.end() ? -1 : static_cast<int>(found - all.begin());
+    }
+    double get_value(const accessible_part_t& part) const override
+    {
+        const CGauge& gauge = part.element->GetGauge();
+        return 100.0 * gauge.GetValue() / std::max(1, gauge.GetRange());
+    }
+
+    void place_changed()
+    {
+        const text_place_t place = log && view.get_log() ? view.get_place() : text_place_t();
+        if (!place.is_set() || !view.HasFocus())
+            return;
+        get_children();
+        const auto found = texts.find({place.element, place.item});
+        if (found != texts.end())
+            g_signal_emit_by_name(log.get(), "active-descendant-changed", found->second);
+    }
+
+    // The last of the lines that came, and how many they were.
+    std::string describe_new(std::size_t count) const
+    {
+        if (!view.get_log() || !view.HasFocus() || !view.get_layout().follows_end())
+            return {};
+        const auto& elements = view.get_log()->GetElements();
+        for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
+            const line_store_t& lines = (*element)->GetLines();
+            for (std::size_t i = lines.size(); i-- > 0;) {
+                const line_t& line = lines.at(i);
+                if (line.has(line_t::hidden) || line.has(line_t::status))
+                    continue;
+                const auto& how_many = view.get_log()->GetWords().lines_came;
+                return (count > 1 && how_many ? how_many(count) + " " : std::string()) + describe(line);
             }
         }
+        return {};
+    }
+
+    void tell_values()
+    {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - values_told < between_values)
+            return;
+        for (const auto& [part, text] : texts)
+            if (part.item == accessible_part_t::gauge) {
+                notify_accessible_value(text);
+                values_told = now;
+            }
     }
 
     static impl_t* of(AtkObject* object)
@@ -92,28 +214,31 @@ struct view_accessible_t::impl_t
 
     static gint count(AtkObject* object)
     {
-        const gint known = parent_class->get_n_children(object);
         impl_t* self = of(object);
-        return known + (self ? static_cast<gint>(self->get_texts().size()) : 0);
+        return self ? static_cast<gint>(self->get_children().size()) : 0;
     }
 
     static AtkObject* child(AtkObject* object, gint index)
     {
-        const gint known = parent_class->get_n_children(object);
-        if (index < known)
-            return parent_class->ref_child(object, index);
         impl_t* self = of(object);
-        const auto at = static_cast<std::size_t>(index - known);
-        if (!self || at >= self->get_texts().size())
+        if (!self || index < 0 || static_cast<std::size_t>(index) >= self->get_children().size())
             return nullptr;
-        return ATK_OBJECT(g_object_ref(self->texts[at]));
+        return ATK_OBJECT(g_object_ref(self->children[static_cast<std::size_t>(index)]));
     }
 
-    static void init_class(gpointer klass, gpointer)
+    static AtkStateSet* states(AtkObject* object)
     {
-        parent_class = ATK_OBJECT_CLASS(g_type_class_peek_parent(klass));
-        ATK_OBJECT_CLASS(klass)->get_n_children = count;
-        ATK_OBJECT_CLASS(klass)->ref_child = child;
+        AtkStateSet* set = parent_class->ref_state_set(object);
+        atk_state_set_add_state(set, ATK_STATE_MANAGES_DESCENDANTS);
+        return set;
+    }
+
+    static void init_class(gpointer table, gpointer)
+    {
+        parent_class = ATK_OBJECT_CLASS(g_type_class_peek_parent(table));
+        ATK_OBJECT_CLASS(table)->get_n_children = count;
+        ATK_OBJECT_CLASS(table)->ref_child = child;
+        ATK_OBJECT_CLASS(table)->ref_state_set = states;
     }
 
     static wx_helpers1::accessible_class_t& kind()
@@ -122,14 +247,16 @@ struct view_accessible_t::impl_t
         return the_kind;
     }
 
-    static constexpr std::uint32_t warning_bit = 2;
-    static constexpr std::uint32_t error_bits = 4 | 8;
     static AtkObjectClass* parent_class;
 
     log_view_t& view;
-    wx_helpers1::accessible_class_t::attached_t object;
-    std::vector<AtkObject*> texts;
+    wx_helpers1::accessible_class_t::attached_t log;
+    line_announcer_t announcer;
+    // In visual order; made when somebody asks, until something else is seen.
+    std::vector<AtkObject*> children;
     bool made = false;
+    std::map<accessible_part_t, AtkObject*> texts;
+    std::chrono::steady_clock::time_point values_told{};
 };
 
 AtkObjectClass* view_accessible_t::impl_t::parent_class = nullptr;
@@ -139,25 +266,61 @@ view_accessible_t::~view_accessible_t() = default;
 
 void view_accessible_t::attach()
 {
-    m_impl->object = impl_t::kind().attach(m_impl->view.m_wxwindow, m_impl.get());
-    if (m_impl->object)
-        atk_object_set_role(m_impl->object.get(), ATK_ROLE_LOG);
+    m_impl->log = impl_t::kind().attach(m_impl->view.m_wxwindow, m_impl.get());
+    if (!m_impl->log)
+        return;
+    atk_object_set_role(m_impl->log.get(), ATK_ROLE_LOG);
+    m_impl->announcer.set_parent(m_impl->log.get());
 }
 
 void view_accessible_t::changed()
 {
     if (!m_impl->made)
         return;
-    m_impl->forget();
-    if (m_impl->object)
-        g_signal_emit_by_name(m_impl->object.get(), "visible-data-changed");
+    m_impl->made = false;
+    g_signal_emit_by_name(m_impl->log.get(), "visible-data-changed");
+    m_impl->tell_values();
+}
+
+void view_accessible_t::place_changed()
+{
+    m_impl->place_changed();
+}
+
+void view_accessible_t::found(const text_place_t& place)
+{
+    std::string storage;
+    const bool is_line = place.item >= text_item_t::first_line;
+    m_impl->announcer.say(
+        is_line ? m_impl->describe(place.element->GetLines().at(place.item - text_item_t::first_line))
+                : shortened(text_of(*place.element, place.item, storage)));
+}
+
+void view_accessible_t::line_added(const line_t& line)
+{
+    const log_view_t& view = m_impl->view;
+    if (!line.has(line_t::hidden) && !line.has(line_t::status) && view.HasFocus())
+        m_impl->announcer.line_came();
+}
+
+void view_accessible_t::element_removing(const CMessageElement& element)
+{
+    auto& texts = m_impl->texts;
+    for (auto it = texts.begin(); it != texts.end();) {
+        if (it->first.element == &element) {
+            end_text_accessible(it->second);
+            it = texts.erase(it);
+        } else
+            ++it;
+    }
+    m_impl->forget_children();
 }
 
 void view_accessible_t::set_name(const std::string& name)
 {
     wx_helpers1::set_accessible_name(&m_impl->view, name);
-    if (m_impl->object)
-        atk_object_set_name(m_impl->object.get(), gen_helpers2::replace_invalid_utf8(name).c_str());
+    if (m_impl->log)
+        atk_object_set_name(m_impl->log.get(), gen_helpers2::replace_invalid_utf8(name).c_str());
 }
 
 } // namespace vdxcfrw7

@@ -3,14 +3,17 @@
 #include <memory>
 #include <string>
 
-class wxWindow;
-
 namespace vdxcfrw7 {
 
+class CMessageElement;
 class log_view_t;
+struct line_t;
+struct text_place_t;
 
-/// Tells screen readers what the window of a log shows: the log, and each visible text with its severity in
-/// words.
+/// Tells screen readers what the window of a log shows, from top to bottom: headings, bodies, lines with
+/// their severity in words, buttons and gauges. The reader's place is what they read when it moves; lines
+/// that come while the reader follows the end are said in passing, the last of a burst with how many
+/// came.
 class view_accessible_t
 {
 public:
@@ -23,6 +26,12 @@ public:
     void attach();
     /// Something else is seen.
     void changed();
+    /// The reader went elsewhere, or came into the window.
+    void place_changed();
+    /// What was searched for is there, while the keyboard is in the bar that searches.
+    void found(const text_place_t& place);
+    void line_added(const line_t& line);
+    void element_removing(const CMessageElement& element);
     void set_name(const std::string& name);
 
     struct impl_t;

@@ -11,9 +11,10 @@ namespace wx_helpers1 {
 
 /// Layouts built ahead of their next use.
 ///
-/// Building the controls is the largest single cost of opening a window, and it does not depend on what the
-/// window will show. Once an object was opened its layout is built again, hidden, while nothing else is to be
-/// done; the next opening moves these controls in. There is one spare of a layout and language at most.
+/// Building the controls is the largest single cost of opening a window, and it does not depend on what
+/// the window will show. Once an object was opened its layout is built again, hidden, while nothing else
+/// is to be done; the next opening moves these controls in. There is one spare of a layout and language
+/// at most.
 ///
 /// Only windows that say no more of themselves than title, style and size have spares: everything else in
 /// their resource belongs to their controls, which move as they are. GUI thread.

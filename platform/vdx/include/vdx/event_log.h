@@ -25,7 +25,8 @@ struct log_words_t
 {
     std::string error;
     std::string warning;
-    std::string name; ///< of the log itself
+    std::string name;                                   ///< of the log itself
+    std::function<std::string(std::size_t)> lines_came; ///< so many of them
 };
 
 /// An event log: entries one below the other, each with its lines, and the window that shows them.
