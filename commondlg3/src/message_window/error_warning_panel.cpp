@@ -202,11 +202,14 @@ void error_warning_panel_t::fill_text_controls()
     const auto* settings = wx_helpers1::ui_settings_t::get();
     const wxFont main_font = settings ? settings->get_font(wx_helpers1::ui_font::bold) : GetFont().Bold();
     const wxFont plain_font = settings ? settings->get_font(wx_helpers1::ui_font::text) : GetFont();
-    show_long_text(is_long_text(m_window.main_message) || is_long_text(m_window.supplemental_message) ||
-                   is_long_text(m_window.details_message));
-    fill_static_text(m_main, true, m_window.main_message, main_font);
-    fill_static_text(m_supplemental, false, m_window.supplemental_message, plain_font);
-    fill_static_text(m_details, false, m_window.details_message, plain_font);
+    const bool is_long = is_long_text(m_window.main_message) || is_long_text(m_window.supplemental_message) ||
+                         is_long_text(m_window.details_message);
+    show_long_text(is_long);
+    if (!is_long) {
+        fill_static_text(m_main, true, m_window.main_message, main_font);
+        fill_static_text(m_supplemental, false, m_window.supplemental_message, plain_font);
+        fill_static_text(m_details, false, m_window.details_message, plain_font);
+    }
     if (m_main)
         m_main->Show(!m_window.main_message.empty());
     if (m_supplemental)

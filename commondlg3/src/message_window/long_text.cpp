@@ -5,6 +5,7 @@
 #include <wx/settings.h>
 
 #include <algorithm>
+#include <string>
 
 namespace commondlg3 {
 namespace {
@@ -17,19 +18,18 @@ constexpr std::size_t most_characters_of_paragraph = 1000;
 // Ends a paragraph on the screen where the text has no end of a line; taken out of what is copied.
 constexpr wchar_t paragraph_separator = 0x2029;
 
-bool continues_cluster(wxUniChar c)
+bool continues_cluster(wchar_t c)
 {
-    const wxUint32 value = c.GetValue();
-    return (value >= 0x300 && value < 0x370) || value == 0x200D || (value >= 0xFE00 && value < 0xFE10) ||
-           (value >= 0x20D0 && value < 0x2100);
+    return (c >= 0x300 && c < 0x370) || c == 0x200D || (c >= 0xFE00 && c < 0xFE10) ||
+           (c >= 0x20D0 && c < 0x2100);
 }
 
 wxString in_paragraphs(const wxString& text)
 {
-    wxString result;
+    std::wstring result;
     result.reserve(text.length() + text.length() / most_characters_of_paragraph + 1);
     std::size_t count = 0;
-    for (const wxUniChar c : text) {
+    for (const wchar_t c : text.ToStdWstring()) {
         // A cluster stays whole, unless somebody made one without an end.
         const bool full = count >= most_characters_of_paragraph &&
                           (!continues_cluster(c) || count >= 2 * most_characters_of_paragraph);
@@ -37,7 +37,7 @@ wxString in_paragraphs(const wxString& text)
             result += paragraph_separator;
             count = 0;
         }
-        result += c == wxUniChar(paragraph_separator) ? wxUniChar('\n') : c;
+        result += c == paragraph_separator ? L'\n' : c;
         count = c == '\n' ? 0 : count + 1;
     }
     return result;
@@ -65,23 +65,17 @@ long_text_t::long_text_t(wxWindow* parent)
 {
 }
 
-void long_text_t::append(const std::string& text)
-{
-    if (text.empty())
-        return;
-    if (!IsEmpty())
-        AppendText("\n\n");
-    AppendText(in_paragraphs(wx_helpers1::to_label(text)));
-}
-
 void long_text_t::set_texts(const std::string& main, const std::string& supplemental,
                             const std::string& details)
 {
-    Clear();
+    wxString all;
+    for (const std::string* text : {&main, &supplemental, &details})
+        if (!text->empty())
+            all +=
+                (all.empty() ? wxString() : wxString("\n\n")) + in_paragraphs(wx_helpers1::to_label(*text));
     // Plain throughout: the toolkit's styles carry colours of their own, which the dark theme does not change.
-    append(main);
-    append(supplemental);
-    append(details);
+    // And at once: what is appended is scrolled to.
+    ChangeValue(all);
     SetInsertionPoint(0);
     ShowPosition(0);
 }

@@ -24,9 +24,6 @@ public:
     int estimated_height(int width) const;
     /// Page Up, Page Down, Home and End; false for any other key.
     bool scroll_by_key(int key_code);
-
-private:
-    void append(const std::string& text);
 };
 
 } // namespace commondlg3
