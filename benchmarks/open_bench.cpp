@@ -1,6 +1,6 @@
 // Openings that need a process of their own.
 //
-//   open_bench first KIND            one opening; prints the milliseconds until painted and until ended
+//   open_bench first KIND            one opening; prints the milliseconds until drawn, painted and ended
 //   open_bench again COUNT KIND...   COUNT more of each kind by turns, after the first; a line for each
 //   open_bench memory KIND           1,000 openings; prints the resident KiB after 200 and after all
 #include "app.h"
@@ -33,7 +33,7 @@ long resident_kib()
 
 void print(const std::string& name, const bench::opening_t& opening)
 {
-    std::printf("%s %.3f %.3f\n", name.c_str(), opening.painted_ms, opening.ended_ms);
+    std::printf("%s %.3f %.3f %.3f\n", name.c_str(), opening.drawn_ms, opening.painted_ms, opening.ended_ms);
 }
 
 int measure_memory(kind_t kind, wxWindow* parent)

@@ -57,6 +57,7 @@ public:
     paint_watch_t(const paint_watch_t&) = delete;
     paint_watch_t& operator=(const paint_watch_t&) = delete;
 
+    double drawn_at() const { return m_drawn_at; }
     double painted_at() const { return m_painted_at; }
 
 private:
@@ -76,6 +77,7 @@ private:
         auto* self = static_cast<paint_watch_t*>(data);
         g_signal_handler_disconnect(widget, self->m_draw);
         self->m_widget = widget;
+        self->m_drawn_at = now_ms();
         g_idle_add_full(G_PRIORITY_LOW, on_idle, self, nullptr);
         return FALSE;
     }
@@ -93,6 +95,7 @@ private:
     GtkWidget* m_widget = nullptr;
     gulong m_hook = 0;
     gulong m_draw = 0;
+    double m_drawn_at = 0;
     double m_painted_at = 0;
 };
 
@@ -160,9 +163,10 @@ opening_t open_page(kind_t kind, wxWindow* parent)
 {
     struct watch_t
     {
-        double painted_at = 0;
+        double drawn_at = 0, painted_at = 0;
         static gboolean on_draw(GtkWidget* widget, cairo_t*, gpointer data)
         {
+            static_cast<watch_t*>(data)->drawn_at = now_ms();
             g_signal_handlers_disconnect_by_data(widget, data);
             g_idle_add_full(G_PRIORITY_LOW, on_idle, data, nullptr);
             return FALSE;
@@ -184,7 +188,7 @@ opening_t open_page(kind_t kind, wxWindow* parent)
         gtk_main_iteration();
     page->Destroy();
     gdk_display_sync(gdk_display_get_default());
-    return {watch.painted_at - start, now_ms() - start};
+    return {watch.drawn_at - start, watch.painted_at - start, now_ms() - start};
 }
 
 } // namespace
@@ -255,7 +259,7 @@ opening_t open(kind_t kind, wxWindow* parent)
         break;
     }
     gdk_display_sync(gdk_display_get_default());
-    return {watch.painted_at() - start, now_ms() - start};
+    return {watch.drawn_at() - start, watch.painted_at() - start, now_ms() - start};
 }
 
 double median(std::vector<double> values)

@@ -28,9 +28,10 @@ enum class kind_t
 
 std::optional<kind_t> kind_of(const std::string& name);
 
-/// Both from before the window's construction.
+/// All from before the window's construction.
 struct opening_t
 {
+    double drawn_ms = 0;   ///< until it was drawn first
     double painted_ms = 0; ///< until it is on the screen and nothing is left to do
     double ended_ms = 0;   ///< until it has been ended and destroyed
 };

