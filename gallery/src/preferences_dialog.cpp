@@ -82,6 +82,8 @@ void preferences_dialog_t::on_init_dialog()
     if (!m_list || !m_area || !m_apply || !m_search || !m_nothing_found)
         return;
     m_area->SetScrollRate(10, 10);
+    m_out_of_sight = new wxPanel(this);
+    m_out_of_sight->Hide();
     wx_helpers1::set_accessible_name(m_list, text("preferences.pages"));
     m_search->SetDescriptiveText(wx_helpers1::to_label(text("preferences.search")));
     wx_helpers1::set_accessible_name(m_search, text("preferences.search"));
@@ -264,9 +266,8 @@ void preferences_dialog_t::select(int index)
     const auto row = std::find(m_listed.begin(), m_listed.end(), index);
     m_list->SetSelection(row == m_listed.end() ? wxNOT_FOUND : static_cast<int>(row - m_listed.begin()));
     create_page(m_pages[index]);
-    for (int i = 0; i < static_cast<int>(m_pages.size()); ++i)
-        if (m_pages[i].window)
-            m_pages[i].window->Show(i == index);
+    for (const shown_page_t& shown : m_pages)
+        put_page(shown, &shown == &m_pages[index]);
     m_area->FitInside();
     m_area->Layout();
     const search_words_t words(wx_helpers1::from_wx(m_search->GetValue()));
@@ -280,6 +281,23 @@ void preferences_dialog_t::create_page(shown_page_t& shown)
         return;
     shown.window = shown.page->create(m_area);
     m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
+}
+
+// The pages that are not seen stand elsewhere: the toolkit moves all that is in a window that scrolls, and
+// complains of what is hidden.
+void preferences_dialog_t::put_page(const shown_page_t& shown, bool in_sight)
+{
+    if (!shown.window)
+        return;
+    shown.window->Show(in_sight);
+    wxWindow* const place = in_sight ? m_area : m_out_of_sight;
+    if (shown.window->GetParent() == place)
+        return;
+    if (!in_sight)
+        m_area->GetSizer()->Detach(shown.window);
+    shown.window->Reparent(place);
+    if (in_sight)
+        m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
 }
 
 bool preferences_dialog_t::apply()

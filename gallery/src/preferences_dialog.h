@@ -57,6 +57,7 @@ private:
     void on_idle(wxIdleEvent& event);
     int get_selected() const;
     void create_page(shown_page_t& page);
+    void put_page(const shown_page_t& page, bool in_sight);
     bool apply();
     void update_apply();
     void restore();
@@ -75,6 +76,7 @@ private:
     wxStaticText* m_nothing_found = nullptr;
     wxListBox* m_list = nullptr;
     wxScrolledWindow* m_area = nullptr;
+    wxPanel* m_out_of_sight = nullptr; ///< holds the pages that are not seen
     wxButton* m_apply = nullptr;
 };
 

@@ -82,6 +82,7 @@ private:
     int default_line_width(const std::string& text, int char_width) const;
     int most_width(bool main, int natural) const;
     void fit_texts();
+    void put_labels(bool scrolls);
     void show_long_text(bool is_long);
     bool is_long() const;
     std::vector<wxStaticText*> labels() const;

@@ -333,7 +333,26 @@ void error_warning_panel_t::fit_texts()
     m_text_area->ShowScrollbars(wxSHOW_SB_NEVER, scrolls ? wxSHOW_SB_ALWAYS : wxSHOW_SB_NEVER);
     m_text_area->SetMinSize(wxSize(width + bar, std::min(needed.y, room)));
     m_text_area->SetVirtualSize(width, needed.y);
+    put_labels(scrolls);
     m_text_area->Layout();
+}
+
+// The toolkit moves all that is in a window that scrolls, and complains of what is hidden: that stands
+// beside it.
+void error_warning_panel_t::put_labels(bool scrolls)
+{
+    wxWindow* beside = m_text_area->GetParent();
+    const auto place_of = [&](const wxStaticText* label) {
+        return scrolls && !label->IsShown() ? beside : m_text_area;
+    };
+    const auto all = labels();
+    if (std::all_of(all.begin(), all.end(),
+                    [&](auto* label) { return label->GetParent() == place_of(label); }))
+        return;
+    for (wxStaticText* label : all) { // out and in again, as their order is that in which they are read
+        label->Reparent(beside);
+        label->Reparent(place_of(label));
+    }
 }
 
 void error_warning_panel_t::set_max_main_msg_width(int width)
