@@ -3,7 +3,7 @@
 #
 #   ./test.sh        everything as released
 #   ./test.sh all    also the linters, AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under
-#                    ThreadSanitizer, and each fuzzer for a short while
+#                    ThreadSanitizer, each fuzzer for a short while, and a monkey at keyboard and mouse
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
@@ -47,6 +47,10 @@ run_tests release
 if $all; then
     step "Linters"
     scripts/lint.sh
+
+    step "A monkey at keyboard and mouse"
+    scripts/with_display.sh /usr/bin/python3 -B tests/torture/monkey.py build/gallery/commondlg3_gallery \
+        --seed 5 --launches 30
 
     step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
     build asan test_programs
