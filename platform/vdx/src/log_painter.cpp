@@ -52,7 +52,12 @@ private:
         const text_place_t place = m_view.shows_place() ? m_view.get_place() : text_place_t();
         if (!place.is_set())
             return;
-        const text_extent_t extent = extent_of(m_layout, place);
+        text_extent_t extent = extent_of(m_layout, place);
+        if (place.item == text_item_t::header) { // without the room above it
+            const int room = m_layout.header_top() - m_layout.scaled(3);
+            extent.top += room;
+            extent.height -= room;
+        }
         m_dc.SetPen(wxPen(m_colours.link, m_layout.scaled(1)));
         m_dc.SetBrush(*wxTRANSPARENT_BRUSH);
         m_dc.DrawRoundedRectangle(
