@@ -51,6 +51,8 @@ void set_product()
     cfgmgr2::IProductLocations::set(product);
 }
 
+} // namespace
+
 class app_t : public wxApp
 {
 public:
@@ -144,7 +146,6 @@ private:
     int m_exit_code = 0;
 };
 
-} // namespace
 } // namespace gallery
 
 wxIMPLEMENT_APP_NO_MAIN(gallery::app_t);

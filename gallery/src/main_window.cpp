@@ -16,6 +16,7 @@
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/listbox.h>
 #include <wx/menu.h>

@@ -4,12 +4,14 @@
 
 #include <commondlg3/pref_base.h>
 
+#include <wx/button.h>
 #include <wx/frame.h>
+#include <wx/listbox.h>
+#include <wx/srchctrl.h>
+#include <wx/stattext.h>
 
 #include <string>
 #include <vector>
-
-class wxSearchCtrl;
 
 namespace gallery {
 

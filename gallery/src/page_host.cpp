@@ -2,6 +2,8 @@
 
 #include "missing_resource.h"
 
+#include <wx/sizer.h>
+
 namespace gallery {
 
 page_host_t::page_host_t(commondlg3::pref_base_t* page) : m_page(page)

@@ -1,6 +1,7 @@
 /// Finding settings by the words that stand on their pages.
 #pragma once
 
+#include <wx/event.h>
 #include <wx/weakref.h>
 #include <wx/window.h>
 

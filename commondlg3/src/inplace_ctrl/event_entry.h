@@ -100,7 +100,7 @@ protected:
 
 private:
     std::unique_ptr<vdxcfrw7::CCaption> m_status_caption;
-    tag_t m_tag;
+    [[maybe_unused]] tag_t m_tag; // to see in a debugger whose lines these are
     bool m_show_debug;
     int m_severities = 0;
     mutable std::atomic<long> m_count{0};
