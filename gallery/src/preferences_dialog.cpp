@@ -13,6 +13,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/moving.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -289,13 +290,14 @@ void preferences_dialog_t::put_page(const shown_page_t& shown, bool in_sight)
 {
     if (!shown.window)
         return;
-    shown.window->Show(in_sight);
     wxWindow* const place = in_sight ? m_area : m_out_of_sight;
-    if (shown.window->GetParent() == place)
+    if (shown.window->GetParent() == place) {
+        shown.window->Show(in_sight);
         return;
+    }
     if (!in_sight)
         m_area->GetSizer()->Detach(shown.window);
-    shown.window->Reparent(place);
+    wx_helpers1::move_window(shown.window, place, in_sight);
     if (in_sight)
         m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
 }
