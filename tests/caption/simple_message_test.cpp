@@ -103,7 +103,7 @@ TEST(SimpleMessage, colours_follow_the_theme_to_the_pixel)
             dc.GetPixel(x, y, &colour);
             return colour;
         };
-        EXPECT_TRUE(test::wait_for([&] { return is_dark == pixel(3, 3).Red() < 128; }));
+        EXPECT_TRUE(test::wait_for([&] { return is_dark == (pixel(3, 3).Red() < 128); }));
         EXPECT_GE(contrast_ratio(label_of(strip)->GetForegroundColour(), pixel(3, 3)), 4.5);
         EXPECT_NE(pixel(0, strip->GetSize().y / 2), pixel(3, 3)) << "the border";
     }

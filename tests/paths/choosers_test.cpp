@@ -78,7 +78,7 @@ TEST(Choosers, BrowsingForAFolderStartsAtTheFieldAndIsLikeTyping)
     EXPECT_EQ(dir.path(), from_wx(ctrl->GetValue()));
     code = wxID_NONE; // shown for real
     std::string start;
-    for (const std::string field : {dir.path(), dir.path() + "/not/yet"}) {
+    for (const std::string& field : {dir.path(), dir.path() + "/not/yet"}) {
         ctrl->ChangeValue(to_wx(field));
         test::answer_for_real(odd, start);
         commondlg3::process_browse_folder(test::main_window(), ctrl);
