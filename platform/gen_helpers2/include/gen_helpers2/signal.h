@@ -2,13 +2,11 @@
 
 #include "gen_helpers2/export.h"
 
-#include <boost/signals2/connection.hpp>
-#include <boost/signals2/signal.hpp>
-
-#include <exception>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -16,11 +14,46 @@
 namespace gen_helpers2 {
 namespace _internal {
 
-using connection = boost::signals2::connection;
+/// One slot's place in the list of a signal. Copies stand for the same slot; it does not end with them. Safe in
+/// any thread.
+class GEN_HELPERS2_EXPORT connection
+{
+public:
+    connection() = default;
+
+    bool connected() const;
+    /// The slot is not called any more, also not by an emission that goes on.
+    void disconnect() const;
+
+private:
+    friend class slot_list_t;
+    struct impl_t;
+    std::shared_ptr<impl_t> m_impl;
+};
+
+/// What a signal is whatever its arguments: compiled once, not in each file that raises or hears one. Copies
+/// share their slots.
+class GEN_HELPERS2_EXPORT slot_list_t
+{
+public:
+    using slot_t = std::function<void(void* arguments)>;
+
+    slot_list_t();
+
+    connection connect(slot_t slot);
+    void emit(void* arguments) const;
+    bool is_same(const slot_list_t& other) const { return m_impl == other.m_impl; }
+    std::size_t num_slots() const;
+    void disconnect_all();
+
+private:
+    struct impl_t;
+    std::shared_ptr<impl_t> m_impl;
+};
 
 /// Base of everything that receives signals through its own methods: it ends its subscriptions with its life.
 ///
-/// A subscription is kept as a scoped connection by its owner. The owner may be destroyed at any time, also
+/// A subscription is kept as a connection by its owner. The owner may be destroyed at any time, also
 /// from within one of its own slots, and from another thread than the one that emits. What destruction does
 /// not do is wait: a slot that another thread has already entered runs to its end, so data shared between
 /// threads must outlive that call by other means.
@@ -46,31 +79,8 @@ protected:
 
 private:
     mutable std::mutex m_mutex;
-    std::vector<boost::signals2::scoped_connection> m_connections;
+    std::vector<connection> m_connections;
     std::size_t m_next_sweep = 8;
-};
-
-/// Calls the slots of a signal: all of them, also those behind one that throws.
-struct every_slot_t
-{
-    using result_type = void;
-
-    template <class Iterator>
-    void operator()(Iterator slot, Iterator end) const
-    {
-        std::exception_ptr thrown;
-        for (; slot != end; ++slot) {
-            try {
-                *slot;
-            } catch (const boost::signals2::expired_slot&) {
-            } catch (...) {
-                if (!thrown)
-                    thrown = std::current_exception();
-            }
-        }
-        if (thrown)
-            std::rethrow_exception(thrown);
-    }
 };
 
 /// A list of slots called one after the other, in the order in which they were connected.
@@ -85,7 +95,11 @@ struct every_slot_t
 /// class window_t : public gen_helpers2::subscriber_base_t {
 ///     void on_changed(int value);
 ///     window_t(model_t& model) { model.changed.connect(this, &window_t::on_changed); }
-/// }; gen_helpers2::signal_t<int> changed; changed.connect([](int value) { ... }); changed.emit(5);
+/// };
+///
+/// gen_helpers2::signal_t<int> changed;
+/// changed.connect([](int value) { ... });
+/// changed.emit(5);
 /// \endcode
 ///
 /// Thread: connecting, disconnecting and emitting are safe in any thread; slots run in the thread that emits.
@@ -95,17 +109,13 @@ struct every_slot_t
 template <class... Args>
 class signal_t
 {
-    using impl_t = boost::signals2::signal<void(Args...), every_slot_t>;
+    using arguments_t = std::tuple<Args&...>;
 
     template <class F>
     using enable_for_callable = std::enable_if_t<!std::is_same<std::decay_t<F>, signal_t>::value &&
                                                  std::is_invocable<std::decay_t<F>&, Args...>::value>;
 
 public:
-    signal_t() : m_impl(std::make_shared<impl_t>()) {}
-    signal_t(const signal_t&) = default;
-    signal_t& operator=(const signal_t&) = default;
-
     /// Connects a callable for as long as the slot list lives or until the returned connection is ended.
     /// An empty std::function is not connected.
     template <class F, class = enable_for_callable<F>>
@@ -113,7 +123,9 @@ public:
     {
         if (is_empty_callable(callable))
             return connection();
-        return m_impl->connect(typename impl_t::slot_type(std::forward<F>(callable)));
+        return m_slots.connect([slot = std::decay_t<F>(std::forward<F>(callable))](void* arguments) mutable {
+            std::apply(slot, *static_cast<arguments_t*>(arguments));
+        });
     }
 
     /// Connects a callable until `owner` is destroyed. A null owner gets no connection: nothing would ever
@@ -149,23 +161,22 @@ public:
     /// itself (or to a copy of itself) does nothing; longer circles are the caller's mistake and never end.
     connection connect(const signal_t& other)
     {
-        if (other.m_impl == m_impl)
+        if (other.m_slots.is_same(m_slots))
             return connection();
         return connect([other](Args... args) { other.emit(std::forward<Args>(args)...); });
     }
 
     void emit(Args... args) const
     {
-        // A slot may destroy this very object: the list it runs over must stay.
-        const std::shared_ptr<impl_t> keep(m_impl);
-        (*keep)(std::forward<Args>(args)...);
+        arguments_t arguments(args...);
+        m_slots.emit(&arguments);
     }
 
     void operator()(Args... args) const { emit(std::forward<Args>(args)...); }
 
-    bool empty() const { return m_impl->empty(); }
-    std::size_t num_slots() const { return m_impl->num_slots(); }
-    void disconnect_all() { m_impl->disconnect_all_slots(); }
+    bool empty() const { return m_slots.num_slots() == 0; }
+    std::size_t num_slots() const { return m_slots.num_slots(); }
+    void disconnect_all() { m_slots.disconnect_all(); }
 
 private:
     template <class F>
@@ -184,7 +195,7 @@ private:
         return !f;
     }
 
-    std::shared_ptr<impl_t> m_impl;
+    slot_list_t m_slots;
 };
 
 } // namespace _internal
