@@ -15,20 +15,15 @@ string(REGEX REPLACE "-g( |$)" "-g1 " CMAKE_CXX_FLAGS_RELWITHDEBINFO "${CMAKE_CX
 
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers are only cached when their time stamps and macros are not held against them. Paths are taken
-    # relative to the source folder, so that clones and work trees share what one of them has compiled.
+    # Paths are taken relative to the source folder, so that clones and work trees share what one of them has compiled.
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
-        CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+        ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_library(commondlg3_settings INTERFACE)
 target_compile_options(commondlg3_settings INTERFACE
     -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
     $<$<BOOL:${COMMONDLG3_WERROR}>:-Werror>)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(commondlg3_settings INTERFACE -fpch-preprocess)
-endif()
 if(COMMONDLG3_SANITIZE)
     target_compile_options(commondlg3_settings INTERFACE
         -fsanitize=${COMMONDLG3_SANITIZE} -fno-omit-frame-pointer -g1 -O1)

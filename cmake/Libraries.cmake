@@ -1,11 +1,11 @@
 include(GenerateExportHeader)
 
-# commondlg3_add_library(NAME FOLDER <dir> SOURCES <files> [PUBLIC <targets>] [PRIVATE <targets>] [PCH <headers>])
+# commondlg3_add_library(NAME FOLDER <dir> SOURCES <files> [PUBLIC <targets>] [PRIVATE <targets>])
 #
 # A shared library of ours: public headers in <dir>/include, an export macro <NAME>_EXPORT in <NAME>/export.h,
 # everything else hidden. PUBLIC is what its headers show, PRIVATE what nobody above it may see.
 function(commondlg3_add_library name)
-    cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;PUBLIC;PRIVATE;PCH" ${ARGN})
+    cmake_parse_arguments(ARG "" "FOLDER" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} SHARED ${ARG_SOURCES})
     add_library(commondlg3::${name} ALIAS ${name})
     generate_export_header(${name} EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/generated/${name}/export.h)
@@ -22,9 +22,6 @@ function(commondlg3_add_library name)
     endif()
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${name})
-    if(ARG_PCH)
-        target_precompile_headers(${name} PRIVATE ${ARG_PCH})
-    endif()
     set_property(GLOBAL APPEND PROPERTY COMMONDLG3_LIBRARIES ${name})
     set_property(GLOBAL APPEND PROPERTY COMMONDLG3_HEADER_FOLDERS
         ${ARG_FOLDER}/include/ ${CMAKE_CURRENT_BINARY_DIR}/generated/)

@@ -26,7 +26,7 @@ std::string file_in_config(const std::string& file)
     return cfgmgr2::IProductLocations::get()->get_config_directory().as_string() + "/" + file;
 }
 
-commondlg3::message_t::ptr_t message_from(const nlohmann::json& data)
+commondlg3::message_t::ptr_t log_message_from(const nlohmann::json& data)
 {
     standard_message_t::ptr_t message(new standard_message_t);
     message->caption = get_string(data, "caption", "");
@@ -81,7 +81,7 @@ private:
     {
         commondlg3::inplace_ctrl_t& log = get_log();
         commondlg3::inplace_ctrl_t::tag_t tag;
-        const auto message = message_from(entry);
+        const auto message = log_message_from(entry);
         if (entry.contains("progress")) {
             commondlg3::progress_message_t::ptr_t record(new commondlg3::progress_message_t);
             record->caption = message->caption;

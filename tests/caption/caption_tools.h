@@ -4,6 +4,7 @@
 #include "support.h"
 
 #include <wx/frame.h>
+#include <wx/panel.h>
 
 #include <string>
 #include <vector>

@@ -15,7 +15,7 @@
 using commondlg3::caption_label_t;
 using commondlg3::image_loader_t;
 using commondlg3::simple_message_panel_t;
-using severity_t = simple_message_panel_t::severity_t;
+using strip_severity_t = simple_message_panel_t::severity_t;
 
 namespace {
 
@@ -44,15 +44,15 @@ TEST(SimpleMessage, severity_is_a_picture_and_a_word)
                 {2, image::severity_warn, "Warning: x"},      {3, image::severity_info, "Information: x"},
                 {4, image::severity_info, "Information: x"},  {-1, image::severity_info, "Information: x"}};
     for (const auto& row : rows) {
-        strip->set_message(static_cast<severity_t>(row.severity), "x");
+        strip->set_message(static_cast<strip_severity_t>(row.severity), "x");
         const auto shown = test::all_below<wx_helpers1::static_picture_ctrl_t>(strip).at(0)->get_picture();
         EXPECT_TRUE(shown.get_still().is_same(image_loader_t::get().load_image(row.picture))) << row.severity;
         EXPECT_EQ(wx_helpers1::get_accessible_name(strip), row.spoken);
     }
     EXPECT_EQ(label_of(strip)->GetToolTipText(), "x");
-    strip->set_message(severity_t::error, "");
+    strip->set_message(strip_severity_t::error, "");
     EXPECT_FALSE(strip->IsShown());
-    strip->set_message(severity_t::error, "y");
+    strip->set_message(strip_severity_t::error, "y");
     EXPECT_FALSE(strip->IsShown()) << "the page decides when";
     strip->enable(true);
     EXPECT_TRUE(strip->IsShown());
@@ -64,7 +64,7 @@ TEST(SimpleMessage, text_is_never_cut_off_wherever_the_strip_stands)
     for (const bool beside : {false, true}) {
         test::window_t window(700);
         auto* strip = new simple_message_panel_t(window);
-        strip->set_message(severity_t::warning, notice);
+        strip->set_message(strip_severity_t::warning, notice);
         auto* row = new wxBoxSizer(wxHORIZONTAL);
         auto* column = new wxBoxSizer(wxVERTICAL);
         column->Add(strip, 0, wxEXPAND | wxALL, 18);
@@ -92,7 +92,7 @@ TEST(SimpleMessage, colours_follow_the_theme_to_the_pixel)
     using namespace wx_helpers1;
     test::window_t window;
     auto* strip = new simple_message_panel_t(window);
-    strip->set_message(severity_t::warning, notice);
+    strip->set_message(strip_severity_t::warning, notice);
     window->GetSizer()->Add(strip, 0, wxEXPAND);
     window->Layout();
     for (const bool is_dark : {true, false}) {

@@ -24,8 +24,6 @@ using commondlg3::language_info;
 using gen_helpers2::system_editor_t;
 using wx_helpers1::from_wx;
 
-constexpr auto cpp = language_info::cpp;
-constexpr auto fortran = language_info::fortran;
 constexpr unsigned all_flags = 1 | 8 | 16;
 
 editor_data_t three_editors()
@@ -33,15 +31,15 @@ editor_data_t three_editors()
     editor_data_t data;
     editor_data_t::editor_t system({"s", "Twin", "/bin/sh", "/bin/sh -s"});
     system.is_system = true;
-    data.add_editor_ex(cpp, system);
-    data.add_editor(cpp, {"a", "Twin", "/bin/sh", "/bin/sh \t -a 'b c'"});
-    data.add_editor(cpp, {"b", "Twin (system default)", "/bin/sh", "/bin/sh"});
+    data.add_editor_ex(language_info::cpp, system);
+    data.add_editor(language_info::cpp, {"a", "Twin", "/bin/sh", "/bin/sh \t -a 'b c'"});
+    data.add_editor(language_info::cpp, {"b", "Twin (system default)", "/bin/sh", "/bin/sh"});
     gen_helpers2::variant_bag_t bag;
     auto& language = bag.add_child("language");
     language.put("language_name", "C/C++");
     language.put("system_default_editor", "s");
     data.load(bag);
-    data.add_editor(fortran, {"f", "F", "/bin/sh", "/bin/sh"});
+    data.add_editor(language_info::fortran, {"f", "F", "/bin/sh", "/bin/sh"});
     return data;
 }
 
@@ -117,7 +115,7 @@ TEST_F(EditorPage, EntriesLeadToTheirEditorsWhateverTheyAreCalled)
     for (int i = 0; i < 3; ++i) {
         select(i);
         EXPECT_EQ(expected[i].first, m_page->get_selected_editor_name());
-        EXPECT_EQ(expected[i].first, m_page->get_data().get_selected_editor_name(cpp));
+        EXPECT_EQ(expected[i].first, m_page->get_data().get_selected_editor_name(language_info::cpp));
         EXPECT_EQ(expected[i].second, from_wx(arguments()->GetValue()));
     }
     EXPECT_TRUE(m_page->is_changed());
@@ -126,8 +124,8 @@ TEST_F(EditorPage, EntriesLeadToTheirEditorsWhateverTheyAreCalled)
 TEST_F(EditorPage, LanguagesHaveTheirOwnListsAndChoices)
 {
     editor_data_t data = three_editors();
-    data.set_selected_language(fortran);
-    data.set_selected_editor_name(cpp, "b");
+    data.set_selected_language(language_info::fortran);
+    data.set_selected_editor_name(language_info::cpp, "b");
     open(data);
     EXPECT_EQ(3U, languages()->GetCount());
     EXPECT_EQ("Fortran", languages()->GetStringSelection());
@@ -152,14 +150,17 @@ TEST_F(EditorPage, BrowsedProgramsGetFreeNamesUpToAHundred)
     test::make_file(path); // that cannot be run
     editor_data_t data = three_editors();
     for (int i = 3; i < 100; ++i)
-        data.add_editor(cpp, {leaf + " (" + std::to_string(i) + ")", "", "/bin/sh", "/bin/sh"});
+        data.add_editor(language_info::cpp,
+                        {leaf + " (" + std::to_string(i) + ")", "", "/bin/sh", "/bin/sh"});
     open(data);
     browse(path);
     EXPECT_EQ(leaf, m_page->get_selected_editor_name());
     EXPECT_EQ(browse_entry() - 1, list()->GetSelection());
     EXPECT_EQ("v&m \xC3\xA4 \xEF\xBF\xBD", from_wx(list()->GetStringSelection()));
-    EXPECT_EQ(system_editor_t(leaf, leaf, path, path), m_page->get_data().get_editor(cpp, leaf));
-    EXPECT_EQ(editor_data_t::editor_type_custom, m_page->get_data().get_editor_type(cpp, leaf));
+    EXPECT_EQ(system_editor_t(leaf, leaf, path, path),
+              m_page->get_data().get_editor(language_info::cpp, leaf));
+    EXPECT_EQ(editor_data_t::editor_type_custom,
+              m_page->get_data().get_editor_type(language_info::cpp, leaf));
     EXPECT_TRUE(commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program")->IsShown());
     browse(path);
     EXPECT_EQ(leaf + " (2)", m_page->get_selected_editor_name());
@@ -191,8 +192,8 @@ TEST_F(EditorPage, ArgumentsAreWhatFollowsTheExecutable)
     open(three_editors());
     select(0);
     arguments()->SetValue(" --new  x");
-    EXPECT_EQ("/bin/sh  --new  x", m_page->get_data().get_editor(cpp, "s").command_line);
-    EXPECT_EQ(editor_data_t::editor_type_system, m_page->get_data().get_editor_type(cpp, "s"));
+    EXPECT_EQ("/bin/sh  --new  x", m_page->get_data().get_editor(language_info::cpp, "s").command_line);
+    EXPECT_EQ(editor_data_t::editor_type_system, m_page->get_data().get_editor_type(language_info::cpp, "s"));
 }
 
 TEST_F(EditorPage, AnEditorThatIsNotThereIsToldWhenItIsChosen)
@@ -202,13 +203,13 @@ TEST_F(EditorPage, AnEditorThatIsNotThereIsToldWhenItIsChosen)
     editor_data_t data;
     editor_data_t::editor_t system({"s", "S", "/gone/s", "/gone/s"});
     system.is_system = true;
-    data.add_editor_ex(cpp, system);
+    data.add_editor_ex(language_info::cpp, system);
     editor_data_t::editor_t environment;
     editor_data_t::fill_env_var_editor(environment);
-    data.add_editor_ex(cpp, environment);
-    data.add_editor(cpp, {"c", "C", "/gone/c", "/gone/c -x"});
-    data.add_editor(cpp, {"e", "E", "", ""});
-    data.add_editor(cpp, {"q", "Q", "sh", "sh -c 'x y'"});
+    data.add_editor_ex(language_info::cpp, environment);
+    data.add_editor(language_info::cpp, {"c", "C", "/gone/c", "/gone/c -x"});
+    data.add_editor(language_info::cpp, {"e", "E", "", ""});
+    data.add_editor(language_info::cpp, {"q", "Q", "sh", "sh -c 'x y'"});
     open(data);
     const std::string gone = " is not there any more. Choose another editor, or install it again.";
     const std::pair<const char*, std::string> expected[] = {
@@ -262,9 +263,9 @@ TEST_F(EditorPage, AMissingControlIsNamedAndThePageStays)
     m_page->on_init_dialog();
     EXPECT_EQ(std::vector<std::string>{"m_default"}, test::take_assertions());
     m_page->load_settings();
-    m_page->update_state_for_language(fortran);
+    m_page->update_state_for_language(language_info::fortran);
     m_page->update_shown_controls();
-    m_page->fill_info_message(cpp, {});
+    m_page->fill_info_message(language_info::cpp, {});
     EXPECT_EQ(before, m_page->get_data());
 }
 
@@ -289,11 +290,11 @@ TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
     test::press('E', wxMOD_ALT);
     EXPECT_TRUE(list()->HasFocus()) << "by the letter of its label";
     test::press(WXK_DOWN);
-    EXPECT_EQ("a", m_page->get_data().get_selected_editor_name(cpp));
+    EXPECT_EQ("a", m_page->get_data().get_selected_editor_name(language_info::cpp));
     test::press(WXK_END);
     EXPECT_EQ(browse_entry(), list()->GetSelection());
     EXPECT_EQ(0, choosers);
-    EXPECT_EQ("a", m_page->get_data().get_selected_editor_name(cpp));
+    EXPECT_EQ("a", m_page->get_data().get_selected_editor_name(language_info::cpp));
     EXPECT_FALSE(default_button()->IsEnabled());
     test::press(WXK_RETURN);
     EXPECT_EQ(1, choosers);
@@ -306,7 +307,7 @@ TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
     test::press(WXK_TAB);
     EXPECT_TRUE(default_button()->HasFocus());
     test::press(WXK_SPACE);
-    EXPECT_EQ("a", m_page->get_data().get_default_editor_name(cpp));
+    EXPECT_EQ("a", m_page->get_data().get_default_editor_name(language_info::cpp));
     EXPECT_TRUE(list()->HasFocus()) << "not on a button that cannot be pressed";
     for (const int row : {0, 1}) {
         select(row);

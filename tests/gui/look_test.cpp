@@ -6,8 +6,12 @@
 #include <wx_helpers1/ui_settings.h>
 #include <wx_helpers1/wrap_text.h>
 
+#include <wx/checkbox.h>
 #include <wx/dcclient.h>
+#include <wx/menu.h>
 #include <wx/notebook.h>
+#include <wx/radiobut.h>
+#include <wx/scrolwin.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 

@@ -5,6 +5,7 @@
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/modal_flavor.h>
 
+#include <wx/app.h>
 #include <wx/menu.h>
 #include <wx/timer.h>
 

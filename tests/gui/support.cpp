@@ -9,6 +9,7 @@
 #include <wx/app.h>
 #include <wx/clipbrd.h>
 #include <wx/debug.h>
+#include <wx/dialog.h>
 #include <wx/evtloop.h>
 #include <wx/timer.h>
 #include <wx/uiaction.h>

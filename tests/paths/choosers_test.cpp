@@ -7,6 +7,7 @@
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/fontdlg.h>
+#include <wx/textctrl.h>
 
 #include <gtk/gtk.h>
 

@@ -3,7 +3,9 @@
 #include <vdxpropgrid2/property_grid.h>
 #include <wx_helpers1/clipboard.h>
 
+#include <wx/button.h>
 #include <wx/sizer.h>
+#include <wx/timer.h>
 #include <wx/uiaction.h>
 
 #include <gtk/gtk.h>

@@ -9,6 +9,7 @@
 #include <preferences_dialog.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/button.h>
 #include <wx/choice.h>
 #include <wx/listbox.h>
 

@@ -23,7 +23,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "generic_base";
+constexpr char generic_base_unit[] = "generic_base";
 constexpr char library_catalog[] = "commondlg";
 
 // A window whose catalog is its own still finds the texts that every window needs, in the library's.
@@ -50,7 +50,7 @@ constexpr const char* path_message_keys[] = {
 wx_helpers1::ui_settings_t* ui_settings()
 {
     wx_helpers1::ui_settings_t* m_ptr = wx_helpers1::ui_settings_t::get();
-    GH2_ASSERT(m_ptr != 0, unit);
+    GH2_ASSERT(m_ptr != 0, generic_base_unit);
     return m_ptr;
 }
 

@@ -20,7 +20,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "text_utils";
+constexpr char text_utils_unit[] = "text_utils";
 constexpr char catalog_name[] = "commondlg";
 
 } // namespace
@@ -59,7 +59,7 @@ void set_bold_font(wxControl* ctrl)
     if (!ctrl)
         return;
     const auto* m_ptr = wx_helpers1::ui_settings_t::get();
-    if (GH2_ASSERT(m_ptr != 0, unit))
+    if (GH2_ASSERT(m_ptr != 0, text_utils_unit))
         ctrl->SetFont(m_ptr->get_font(wx_helpers1::ui_font::bold));
 }
 
@@ -128,8 +128,9 @@ void move_to_visible_area(wxWindow* win)
     if (dx >= 0 && dy >= 0)
         return;
     const auto* m_ptr = wx_helpers1::ui_settings_t::get();
-    const int margin =
-        GH2_ASSERT(m_ptr != 0, unit) ? m_ptr->get_metric(wx_helpers1::ui_metric::window_border) : 0;
+    const int margin = GH2_ASSERT(m_ptr != 0, text_utils_unit)
+                           ? m_ptr->get_metric(wx_helpers1::ui_metric::window_border)
+                           : 0;
     const int x = dx < 0 ? position.x + dx : position.x;
     const int y = dy < 0 ? position.y + dy - 2 * margin : position.y;
     win->Move(x, y);

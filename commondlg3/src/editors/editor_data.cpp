@@ -7,7 +7,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "editor_data";
+constexpr char editor_data_unit[] = "editor_data";
 constexpr char is_listed[] =
     "(it_tmp = m_langs_to_edt_names.find(language)) != m_langs_to_edt_names.end() && "
     "std::find(it_tmp->second.begin(), it_tmp->second.end(), editor_name) != it_tmp->second.end()";
@@ -97,7 +97,7 @@ bool editor_data_t::add_editor_ex(language_t language, const editor_t& editor)
     if (!is_supported_language(language))
         return false;
     const bool added = m_editors.emplace(editor_key_t(language, editor.name), editor).second;
-    if (!GH2_ASSERT_TEXT(added, is_not_listed, unit))
+    if (!GH2_ASSERT_TEXT(added, is_not_listed, editor_data_unit))
         return false;
     m_langs_to_edt_names[language].push_back(editor.name);
     return true;
@@ -105,7 +105,8 @@ bool editor_data_t::add_editor_ex(language_t language, const editor_t& editor)
 
 bool editor_data_t::remove_editor(language_t language, const std::string& name)
 {
-    if (!is_supported_language(language) || !GH2_ASSERT_TEXT(find(language, name), is_listed, unit))
+    if (!is_supported_language(language) ||
+        !GH2_ASSERT_TEXT(find(language, name), is_listed, editor_data_unit))
         return false;
     erase(language, name);
     return true;
@@ -137,11 +138,11 @@ bool editor_data_t::set_editors(language_t language, editors_t editors)
         return false;
     auto& names = m_langs_to_edt_names[language];
     for (const std::string& name : names)
-        GH2_ASSERT_TEXT(m_editors.erase(editor_key_t(language, name)) == 1, "false", unit);
+        GH2_ASSERT_TEXT(m_editors.erase(editor_key_t(language, name)) == 1, "false", editor_data_unit);
     names.clear();
     for (const system_editor_t& editor : editors) {
         const bool added = m_editors.emplace(editor_key_t(language, editor.name), editor_t(editor)).second;
-        if (GH2_ASSERT_TEXT(added, "false", unit))
+        if (GH2_ASSERT_TEXT(added, "false", editor_data_unit))
             names.push_back(editor.name);
     }
     return true;
@@ -152,7 +153,7 @@ bool editor_data_t::set_editor(language_t language, const std::string& name, con
     if (name.empty() || name != editor.name || !is_supported_language(language))
         return false;
     const auto found = m_editors.find(editor_key_t(language, name));
-    if (!GH2_ASSERT_TEXT(found != m_editors.end(), is_listed, unit))
+    if (!GH2_ASSERT_TEXT(found != m_editors.end(), is_listed, editor_data_unit))
         return false;
     const bool is_system = found->second.is_system;
     found->second = editor_t(editor);
@@ -182,7 +183,8 @@ editor_data_t::system_editor_t editor_data_t::get_editor(language_t language, co
 editor_data_t::editor_t editor_data_t::get_editor_ex(language_t language, const std::string& name) const
 {
     const editor_t* editor = find(language, name);
-    const bool answered = !is_supported_language(language) || GH2_ASSERT_TEXT(editor, is_listed, unit);
+    const bool answered =
+        !is_supported_language(language) || GH2_ASSERT_TEXT(editor, is_listed, editor_data_unit);
     return answered && editor ? *editor : editor_t();
 }
 

@@ -13,7 +13,7 @@ namespace {
 using gen_helpers2::variant_bag_t;
 using gen_helpers2::variant_t;
 
-constexpr char unit[] = "editor_data";
+constexpr char editor_data_storage_unit[] = "editor_data";
 
 bool read_text(const variant_bag_t& bag, const char* name, std::string& text)
 {
@@ -86,7 +86,7 @@ void editor_data_t::load(const variant_bag_t& bag)
 void editor_data_t::load_language(const variant_bag_t& bag)
 {
     std::string language_name;
-    if (!GH2_ASSERT_TEXT(read_text(bag, "language_name", language_name), "false", unit))
+    if (!GH2_ASSERT_TEXT(read_text(bag, "language_name", language_name), "false", editor_data_storage_unit))
         return;
     const language_t language = language_info::get_language_by_name(language_name);
     if (!is_supported_language(language))
@@ -108,7 +108,7 @@ void editor_data_t::save(variant_bag_t& bag) const
         stored.add_value("language_name", language_info::get_localized_name(language));
         for (const std::string& name : names) {
             const editor_t* editor = find(language, name);
-            if (GH2_ASSERT_TEXT(editor, "false", unit))
+            if (GH2_ASSERT_TEXT(editor, "false", editor_data_storage_unit))
                 write_editor(stored.add_child("editor"), *editor);
         }
         write_name(stored, "selected_editor", get_selected_editor_name(language));

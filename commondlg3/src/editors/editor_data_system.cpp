@@ -12,12 +12,12 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "editor_data";
+constexpr char editor_data_system_unit[] = "editor_data";
 constexpr char operation[] = "load_system_info";
 
 void log(const std::string& text)
 {
-    gen_helpers2::log_trace(unit, std::string(operation) + ": " + text);
+    gen_helpers2::log_trace(editor_data_system_unit, std::string(operation) + ": " + text);
 }
 
 } // namespace
@@ -45,7 +45,7 @@ bool editor_data_t::load_system_info(language_t language)
 
 bool editor_data_t::load_system_info(const std::string& file_name)
 {
-    gen_helpers2::log_trace(unit, std::string("ENTER: ") + operation);
+    gen_helpers2::log_trace(editor_data_system_unit, std::string("ENTER: ") + operation);
     const language_t language = language_info::get_language(file_name);
     log("Language = \"" + language_info::get_localized_name(language) + "\".");
     if (!is_supported_language(language))
@@ -67,11 +67,11 @@ bool editor_data_t::load_system_info(const std::string& file_name)
         m_system_default_names.erase(language);
     refresh_env_var_editor(language);
 
-    if (gen_helpers2::is_trace_enabled(unit)) {
+    if (gen_helpers2::is_trace_enabled(editor_data_system_unit)) {
         log("m_langs_to_edt_names = " + dump(m_langs_to_edt_names));
         log("m_editors = " + dump(m_editors));
     }
-    gen_helpers2::log_trace(unit, std::string("EXIT: ") + operation);
+    gen_helpers2::log_trace(editor_data_system_unit, std::string("EXIT: ") + operation);
     return result;
 }
 
@@ -85,7 +85,7 @@ void editor_data_t::add_system_editor(language_t language, const system_editor_t
         return;
     }
     log("Adding editor \"" + editor.name + "\".");
-    GH2_ASSERT_TEXT(add_editor_ex(language, editor), "false", unit);
+    GH2_ASSERT_TEXT(add_editor_ex(language, editor), "false", editor_data_system_unit);
 }
 
 void editor_data_t::refresh_env_var_editor(language_t language)
@@ -95,7 +95,8 @@ void editor_data_t::refresh_env_var_editor(language_t language)
     if (find(language, env_var_editor.name)) // of an earlier probe, or kept
         erase(language, env_var_editor.name);
     log("Adding editor \"" + env_var_editor.name + "\".");
-    GH2_ASSERT(m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end(), unit);
+    GH2_ASSERT(m_editors.find(editor_key_t(language, env_var_editor.name)) == m_editors.end(),
+               editor_data_system_unit);
     add_editor_ex(language, env_var_editor);
 }
 

@@ -29,7 +29,7 @@ using wx_helpers1::from_wx;
 using wx_helpers1::to_label;
 using wx_helpers1::to_wx;
 
-constexpr char unit[] = "editor_settings";
+constexpr char editor_pp_unit[] = "editor_settings";
 constexpr char blanks[] = " \n\r\t";
 constexpr char blank_line[] = "\n"; // nothing to read, but as high as a line
 
@@ -37,7 +37,7 @@ template <class Ctrl>
 Ctrl* find_control(wxWindow* page, const char* name)
 {
     auto* found = from_xrc<Ctrl>(page, name);
-    GH2_ASSERT_TEXT(found, name, unit);
+    GH2_ASSERT_TEXT(found, name, editor_pp_unit);
     return found;
 }
 
@@ -194,7 +194,7 @@ void editor_pp_t::on_editor_list_clicked(wxCommandEvent& event)
 void editor_pp_t::use_selected_editor(language_t language)
 {
     const std::string sel_edt_name = get_selected_editor_name();
-    if (!GH2_ASSERT(!sel_edt_name.empty(), unit))
+    if (!GH2_ASSERT(!sel_edt_name.empty(), editor_pp_unit))
         return;
     m_data.set_selected_editor_name(language, sel_edt_name);
     show_editor(language, m_data.get_editor(language, sel_edt_name));
@@ -303,7 +303,7 @@ std::string editor_pp_t::get_cmd_line_args(const system_editor_t& editor)
     if (editor.executable.empty() && editor.command_line.empty())
         return std::string();
     const bool begins = editor.command_line.compare(0, editor.executable.size(), editor.executable) == 0;
-    if (!GH2_ASSERT_TEXT(begins, "false", unit))
+    if (!GH2_ASSERT_TEXT(begins, "false", editor_pp_unit))
         return std::string();
     const std::size_t start = editor.command_line.find_first_not_of(blanks, editor.executable.size());
     return start == std::string::npos ? std::string() : editor.command_line.substr(start);
@@ -386,7 +386,7 @@ void editor_pp_t::fill_info_message(language_t language, const system_editor_t& 
             info = translate_message("pref.editor.editor_not_found_custom", {});
             break;
         default:
-            GH2_ASSERT_TEXT(false, "false", unit);
+            GH2_ASSERT_TEXT(false, "false", editor_pp_unit);
         }
     }
     set_info_text(info);

@@ -25,7 +25,7 @@ namespace {
 
 using gen_helpers2::variant_bag_t;
 
-constexpr char unit[] = "inplace_ctrl";
+constexpr char file_loader_unit[] = "inplace_ctrl";
 constexpr std::size_t piece_bytes = 512 * 1024;
 constexpr std::size_t piece_lines = 8192;
 
@@ -79,7 +79,7 @@ private:
         const gen_helpers2::error_code_t read = read_saved_line(m_line, line);
         if (read.failed()) {
             m_failed = true; // as when the bag is loaded: the lines before it stay
-            gen_helpers2::log_error(unit,
+            gen_helpers2::log_error(file_loader_unit,
                                     "event_entry_t::load(value, msngr).succeeded(): " + read.as_string());
             return;
         }
@@ -125,7 +125,8 @@ file_loader_t::file_loader_t(const gen_helpers2::path_t& file, std::function<voi
         if (shared->stopped)
             return;
         if (read.failed()) {
-            gen_helpers2::log_warning(unit, "the log was not read to its end: " + read.as_string());
+            gen_helpers2::log_warning(file_loader_unit,
+                                      "the log was not read to its end: " + read.as_string());
             keep_aside(file);
         }
         wx_helpers1::tasks::Scheduler::Post([shared] {

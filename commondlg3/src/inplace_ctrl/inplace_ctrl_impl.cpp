@@ -23,7 +23,7 @@ namespace {
 
 using gen_helpers2::error_code_t;
 
-constexpr char unit[] = "inplace_ctrl";
+constexpr char inplace_ctrl_impl_unit[] = "inplace_ctrl";
 
 error_code_t failed_condition(const char* condition)
 {
@@ -77,7 +77,8 @@ void inplace_ctrl_impl_t::hide_buttons()
     // All others hid theirs when a newer entry came.
     for (const tag_t tag : m_offering) {
         const auto entry = m_entries.find(tag);
-        if (entry != m_entries.end() && GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", unit))
+        if (entry != m_entries.end() &&
+            GH2_ASSERT_TEXT(entry->second != nullptr, "entry != NULL", inplace_ctrl_impl_unit))
             entry->second->hide_buttons();
     }
     m_offering.clear();
@@ -87,7 +88,7 @@ template <class Record>
 inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const gen_helpers2::intrusive_pointer_t<Record>& msg,
                                                const callback_t& callback)
 {
-    GH2_ASSERT_TEXT(msg != nullptr, "msg", unit);
+    GH2_ASSERT_TEXT(msg != nullptr, "msg", inplace_ctrl_impl_unit);
     const auto record = msg ? msg : gen_helpers2::intrusive_pointer_t<Record>(new Record);
     hide_buttons();
     m_log->set_changed(true);
@@ -104,7 +105,7 @@ template inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const progress_message_t
 
 inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add_custom(const custom_message_t::ptr_t&)
 {
-    GH2_ASSERT_TEXT(false, "add_custom not impl", unit);
+    GH2_ASSERT_TEXT(false, "add_custom not impl", inplace_ctrl_impl_unit);
     return 0;
 }
 
@@ -201,7 +202,8 @@ void inplace_ctrl_impl_t::take_piece(loaded_piece_t piece)
     if (piece.record) {
         const bool changed = m_log->is_changed();
         const message_t::ptr_t message(new message_t);
-        GH2_ASSERT_TEXT(message->load(*piece.record).succeeded(), "message->load(value)", unit);
+        GH2_ASSERT_TEXT(message->load(*piece.record).succeeded(), "message->load(value)",
+                        inplace_ctrl_impl_unit);
         m_loaded = find(add(message, callback_t()));
         m_loaded->set_loading(true);
         m_log->set_changed(changed);
@@ -254,7 +256,7 @@ error_code_t inplace_ctrl_impl_t::save(gen_helpers2::variant_bag_t& bag)
         if (entry->get_type() != message_entry_t::type_name)
             continue;
         const error_code_t saved = entry->save(bag.add_child(message_entry_t::type_name));
-        GH2_ASSERT_TEXT(saved.succeeded(), "err", unit);
+        GH2_ASSERT_TEXT(saved.succeeded(), "err", inplace_ctrl_impl_unit);
     }
     m_log->set_changed(false);
     return {};
@@ -264,11 +266,11 @@ error_code_t inplace_ctrl_impl_t::load(const gen_helpers2::variant_bag_t& bag)
 {
     bag.for_each_child(message_entry_t::type_name, [this](const gen_helpers2::variant_bag_t& value) {
         const message_t::ptr_t message(new message_t);
-        GH2_ASSERT_TEXT(message->load(value).succeeded(), "message->load(value)", unit);
+        GH2_ASSERT_TEXT(message->load(value).succeeded(), "message->load(value)", inplace_ctrl_impl_unit);
         const tag_t tag = add(message, callback_t());
         const error_code_t loaded = event_entry_t::load(value, m_entries[tag].get());
         if (loaded.failed())
-            gen_helpers2::log_error(unit,
+            gen_helpers2::log_error(inplace_ctrl_impl_unit,
                                     "event_entry_t::load(value, msngr).succeeded(): " + loaded.as_string());
     });
     m_log->set_changed(false);

@@ -14,7 +14,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "inplace_ctrl";
+constexpr char inplace_message_unit[] = "inplace_ctrl";
 
 bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::string& text)
 {
@@ -22,7 +22,7 @@ bool read_text(const gen_helpers2::variant_bag_t& bag, const char* key, std::str
     if (found)
         text = *found;
     else
-        GH2_ASSERT_TEXT(!bag.find_value(key), "can_get<const char*>()", unit);
+        GH2_ASSERT_TEXT(!bag.find_value(key), "can_get<const char*>()", inplace_message_unit);
     return found.has_value();
 }
 

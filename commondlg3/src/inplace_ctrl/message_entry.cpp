@@ -15,7 +15,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "inplace_ctrl";
+constexpr char message_entry_unit[] = "inplace_ctrl";
 constexpr int gauge_steps = 800;
 // The text of batches from this size on is taken over, that of smaller ones copied: an arena has room to
 // spare.
@@ -51,7 +51,7 @@ message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const message_t::p
 
 void message_entry_t::update_header(vdxcfrw7::CMessageElement* header)
 {
-    if (!GH2_ASSERT_TEXT(header != nullptr, "header", unit))
+    if (!GH2_ASSERT_TEXT(header != nullptr, "header", message_entry_unit))
         return;
     vdxcfrw7::CCaption caption = header->GetHeader();
     caption.SetText(m_msg->caption);

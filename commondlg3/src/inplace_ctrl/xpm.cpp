@@ -13,7 +13,7 @@ namespace {
 
 constexpr long largest_side = 1024;
 constexpr long most_colours = 65536;
-constexpr std::size_t longest = 8 * 1024 * 1024;
+constexpr std::size_t longest_xpm = 8 * 1024 * 1024;
 
 void add_handler()
 {
@@ -69,7 +69,7 @@ std::string image_to_xpm(const wxImage& image)
 wxImage image_from_xpm(const std::string& xpm)
 {
     wxImage image;
-    if (xpm.size() > longest || !has_sane_header(xpm))
+    if (xpm.size() > longest_xpm || !has_sane_header(xpm))
         return image;
     const wxLogNull silent;
     add_handler();

@@ -13,7 +13,7 @@ namespace {
 using CPIL_2_18::i18n::catalog_key;
 using image = image_loader_t::image_type_t;
 
-constexpr char unit[] = "message_window";
+constexpr char icon_type_unit[] = "message_window";
 
 // In the order of icon_types_t; progress has an animation in place of a picture.
 constexpr struct
@@ -43,7 +43,7 @@ const icon_type_t& icon_type_of(message_window_t::icon_types_t type)
 wx_helpers1::picture_t message_window_t::get_icon_by_type(icon_types_t type)
 {
     if (!is_known(type)) {
-        GH2_ASSERT_TEXT(false, "unsupported picture type", unit);
+        GH2_ASSERT_TEXT(false, "unsupported picture type", icon_type_unit);
         return {};
     }
     image_loader_t& loader = image_loader_t::get();

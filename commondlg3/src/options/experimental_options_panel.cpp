@@ -21,7 +21,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "experimental_options_panel";
+constexpr char experimental_options_panel_unit[] = "experimental_options_panel";
 constexpr int gap = 6;
 constexpr int indent = 24; // what a check box takes before its label
 
@@ -145,7 +145,7 @@ void experimental_options_panel_t::on_checkbox(wxCommandEvent& event)
 {
     event.Skip();
     auto* box = wxDynamicCast(event.GetEventObject(), wxCheckBox);
-    if (!box || !GH2_ASSERT_TEXT(!box->Is3State(), "!Is3State()", unit))
+    if (!box || !GH2_ASSERT_TEXT(!box->Is3State(), "!Is3State()", experimental_options_panel_unit))
         return;
     const wxString label = box->GetLabelText();
     for (std::size_t i = 0; i < m_features.size(); ++i) {

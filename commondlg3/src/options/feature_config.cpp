@@ -8,7 +8,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "feature_config";
+constexpr char feature_config_unit[] = "feature_config";
 constexpr char list_file[] = "evaluation_features.cfg";
 constexpr char active_file[] = "active_evaluation_features.cfg";
 constexpr char features_key[] = "features";
@@ -24,7 +24,7 @@ gen_helpers2::variant_bag_t read(const gen_helpers2::path_t& file)
         return bag; // the usual case: nothing to tell
     const auto result = gen_helpers2::load_variant_bag(file, bag, max_file_bytes);
     if (result.failed())
-        gen_helpers2::log_warning(unit, result.as_string());
+        gen_helpers2::log_warning(feature_config_unit, result.as_string());
     return bag;
 }
 
@@ -109,7 +109,7 @@ bool active_features_config_impl_t::save()
         features.add_child(feature_key).put(env_variable_key, env_variable);
     const auto result = write(bag, gen_helpers2::path_t(get_config_filename()));
     if (result.failed())
-        gen_helpers2::log_error(unit, result.as_string());
+        gen_helpers2::log_error(feature_config_unit, result.as_string());
     return result.succeeded();
 }
 

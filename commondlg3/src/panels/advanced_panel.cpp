@@ -17,7 +17,7 @@ namespace {
 using image = image_loader_t::image_type_t;
 using wx_helpers1::element_state;
 
-constexpr int gap = 4; // pixels around the header's caption
+constexpr int header_gap = 4; // pixels around the header's caption
 constexpr int state_flags[] = {element_state::normal, element_state::hovered, element_state::pressed,
                                element_state::disabled};
 
@@ -42,13 +42,13 @@ public:
     {
         const wxSize icon = button->get_best_size();
         const wxSize caption = text->get_best_size();
-        const int text_at = icon.x ? gap + icon.x + gap : gap;
-        const int width = std::max(0, std::min(room, caption.x ? text_at + caption.x + gap : text_at));
+        const int text_at = icon.x ? header_gap + icon.x + header_gap : header_gap;
+        const int width = std::max(0, std::min(room, caption.x ? text_at + caption.x + header_gap : text_at));
         SetSize(at.x, at.y, width, height);
         m_elements.get_root()->set_rect(wxRect(0, 0, width, height));
-        button->set_rect(wxRect(gap, 0, icon.x, height));
+        button->set_rect(wxRect(header_gap, 0, icon.x, height));
         button->set_focus_rect(wxRect(0, 0, width, height));
-        text->set_rect(wxRect(text_at, 0, std::max(0, width - text_at - gap), height));
+        text->set_rect(wxRect(text_at, 0, std::max(0, width - text_at - header_gap), height));
     }
 
     wx_helpers1::icon_button_element_t* button = nullptr;
@@ -150,7 +150,7 @@ void advanced_panel_t::insert_content()
 void advanced_panel_t::place_elements()
 {
     const wxSize size = GetClientSize();
-    const int left = m_header_height / 2 + gap;
+    const int left = m_header_height / 2 + header_gap;
     m_header->place(wxPoint(left, 0), size.x - 2 * left, m_header_height);
     m_frame->set_rect(wxRect(size));
     m_frame->set_gap(left, left + m_header->GetSize().x);

@@ -14,7 +14,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "caption";
+constexpr char caption_label_unit[] = "caption";
 constexpr int margin = 5;
 
 bool fits(const std::string& lines, int room, wxDC& dc)
@@ -30,7 +30,7 @@ caption_label_t::caption_label_t(wxWindow* parent, const std::string& text,
       m_text(text),
       m_window_for_get_parent_size(window_for_get_parent_size)
 {
-    GH2_ASSERT(m_window_for_get_parent_size != NULL, unit);
+    GH2_ASSERT(m_window_for_get_parent_size != NULL, caption_label_unit);
     wx_helpers1::set_wrap_width(this, 0); // the lines are broken here, not by the toolkit
     wx_helpers1::set_label_text(this, text);
 }

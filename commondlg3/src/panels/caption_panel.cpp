@@ -13,7 +13,7 @@
 namespace commondlg3 {
 namespace {
 
-constexpr char unit[] = "caption";
+constexpr char caption_panel_unit[] = "caption";
 constexpr int least_severe = static_cast<int>(caption_panel_t::severity_t::information);
 
 } // namespace
@@ -54,7 +54,7 @@ int caption_panel_t::add_message(severity_t severity, const std::string& text)
             return static_cast<int>(other.severity) == lesser;
         });
     bool leads = m_messages.empty();
-    if (place != m_messages.end() && GH2_ASSERT(m_messages.size() > 0, unit))
+    if (place != m_messages.end() && GH2_ASSERT(m_messages.size() > 0, caption_panel_unit))
         leads = m_messages.front().severity > severity;
     m_messages.insert(place, message);
     if (leads && !text.empty())
@@ -95,7 +95,7 @@ void caption_panel_t::clear_messages()
 
 int caption_panel_t::get_message_index(int id) const
 {
-    if (!GH2_ASSERT(id >= 0, unit))
+    if (!GH2_ASSERT(id >= 0, caption_panel_unit))
         return -1;
     const auto message = find(id);
     return message != m_messages.end() ? static_cast<int>(message - m_messages.begin()) : -1;

@@ -24,7 +24,7 @@ namespace {
 using CPIL_2_18::generic::varg_list;
 using image = image_loader_t::image_type_t;
 
-constexpr int border = 5;
+constexpr int heading_border = 5;
 constexpr int button_size = 15;
 constexpr int caption_space = 10;
 constexpr int description_space = 5;
@@ -77,8 +77,8 @@ void caption_panel_t::create_top_controls()
 {
     m_caption = new caption_label_t(this, std::string(), this);
     m_description = new caption_label_t(this, std::string(), this);
-    GetSizer()->Add(m_caption, 0, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM, border);
-    GetSizer()->Add(m_description, 0, wxEXPAND | wxLEFT | wxBOTTOM, border);
+    GetSizer()->Add(m_caption, 0, wxEXPAND | wxLEFT | wxTOP | wxBOTTOM, heading_border);
+    GetSizer()->Add(m_description, 0, wxEXPAND | wxLEFT | wxBOTTOM, heading_border);
 }
 
 void caption_panel_t::create_message_pane()
@@ -90,12 +90,12 @@ void caption_panel_t::create_message_pane()
     m_previous = make_button(m_pane);
     m_next = make_button(m_pane);
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(m_picture, 0, wxLEFT | wxRIGHT | wxTOP, border);
-    row->Add(m_message, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
-    row->Add(m_previous, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
-    row->Add(m_next, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, border);
+    row->Add(m_picture, 0, wxLEFT | wxRIGHT | wxTOP, heading_border);
+    row->Add(m_message, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
+    row->Add(m_previous, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
+    row->Add(m_next, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
     m_pane->SetSizer(row);
-    GetSizer()->Add(m_pane, 0, wxEXPAND | wxTOP, border);
+    GetSizer()->Add(m_pane, 0, wxEXPAND | wxTOP, heading_border);
     wx_helpers1::set_accessible_role(m_pane, wx_helpers1::accessible_role_t::alert);
     m_previous->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { show_prev_message(); });
     m_next->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { show_next_message(); });
@@ -124,7 +124,7 @@ bool caption_panel_t::has_all_controls() const
 
 int caption_panel_t::message_width(int panel_width) const
 {
-    return m_previous->IsShown() ? panel_width - (2 * m_previous->GetSize().x + border) : panel_width;
+    return m_previous->IsShown() ? panel_width - (2 * m_previous->GetSize().x + heading_border) : panel_width;
 }
 
 // Whether the description or the message has another number of lines.

@@ -7,7 +7,7 @@
 
 namespace vdxpropgrid2 {
 
-using kind_t = row_mark_t::kind_t;
+using mark_kind_t = row_mark_t::kind_t;
 
 const row_mark_t* grid_model_t::find_mark(std::size_t row) const
 {
@@ -25,9 +25,9 @@ void grid_model_t::update_look()
         m_secondary = settings->get_colour(wx_helpers1::ui_colour::secondary_text);
     }
     for (const auto& [kind, picture] : pictures) {
-        const wxColour ink = kind == kind_t::error     ? m_error
-                             : kind == kind_t::warning ? m_warning
-                                                       : m_secondary;
+        const wxColour ink = kind == mark_kind_t::error     ? m_error
+                             : kind == mark_kind_t::warning ? m_warning
+                                                            : m_secondary;
         m_bundles[kind] = picture.is_empty() ? wxBitmapBundle() : picture.get_bundle(ink);
     }
 }
@@ -81,7 +81,7 @@ void grid_model_t::GetValueByRow(wxVariant& value, unsigned row, unsigned column
     const bool is_row = row < rows.size();
     switch (column) {
     case text_column: {
-        const auto bundle = m_bundles.find(mark ? mark->kind : kind_t::none);
+        const auto bundle = m_bundles.find(mark ? mark->kind : mark_kind_t::none);
         value << wxDataViewIconText(wx_helpers1::to_label(is_row ? rows.at(row).text : texts.input_row),
                                     bundle == m_bundles.end() ? wxBitmapBundle() : bundle->second);
         break;
@@ -117,9 +117,10 @@ bool grid_model_t::GetAttrByRow(unsigned row, unsigned column, wxDataViewItemAtt
         return true;
     }
     const row_mark_t* mark = find_mark(row);
-    if (column != mark_column || !mark || (mark->kind != kind_t::error && mark->kind != kind_t::warning))
+    if (column != mark_column || !mark ||
+        (mark->kind != mark_kind_t::error && mark->kind != mark_kind_t::warning))
         return false;
-    attributes.SetColour(mark->kind == kind_t::error ? m_error : m_warning);
+    attributes.SetColour(mark->kind == mark_kind_t::error ? m_error : m_warning);
     return true;
 }
 

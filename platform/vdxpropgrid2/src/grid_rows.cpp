@@ -7,7 +7,7 @@
 namespace vdxpropgrid2 {
 namespace {
 
-using kind_t = rows_change_t::kind_t;
+using change_kind_t = rows_change_t::kind_t;
 
 constexpr std::size_t most_steps = 200;
 
@@ -51,22 +51,22 @@ rows_change_t grid_rows_t::toggle(operation_t& operation)
     rows_change_t change{operation.kind, operation.at, std::max<std::size_t>(operation.rows.size(), 1),
                          operation.to};
     switch (operation.kind) {
-    case kind_t::inserted:
+    case change_kind_t::inserted:
         m_rows.insert(place, std::make_move_iterator(operation.rows.begin()),
                       std::make_move_iterator(operation.rows.end()));
-        operation.kind = kind_t::removed;
+        operation.kind = change_kind_t::removed;
         break;
-    case kind_t::removed: {
+    case change_kind_t::removed: {
         const auto end = place + signed_of(operation.rows.size());
         std::move(place, end, operation.rows.begin());
         m_rows.erase(place, end);
-        operation.kind = kind_t::inserted;
+        operation.kind = change_kind_t::inserted;
         break;
     }
-    case kind_t::changed:
+    case change_kind_t::changed:
         std::swap(*place, operation.rows.front());
         break;
-    case kind_t::moved: {
+    case change_kind_t::moved: {
         const auto to = m_rows.begin() + signed_of(operation.to);
         if (operation.at < operation.to)
             std::rotate(place, place + 1, to + 1);
@@ -95,14 +95,14 @@ grid_rows_t::change_t grid_rows_t::insert(std::size_t at, std::vector<row_t> row
         return {};
     for (row_t& row : rows)
         row.key = next_key();
-    return perform({kind_t::inserted, at, at, std::move(rows)});
+    return perform({change_kind_t::inserted, at, at, std::move(rows)});
 }
 
 grid_rows_t::change_t grid_rows_t::remove(std::size_t at, std::size_t count)
 {
     if (count == 0 || at >= m_rows.size() || count > m_rows.size() - at)
         return {};
-    return perform({kind_t::removed, at, at, std::vector<row_t>(count)});
+    return perform({change_kind_t::removed, at, at, std::vector<row_t>(count)});
 }
 
 grid_rows_t::change_t grid_rows_t::set_text(std::size_t at, const std::string& text)
@@ -111,7 +111,7 @@ grid_rows_t::change_t grid_rows_t::set_text(std::size_t at, const std::string& t
         return {};
     row_t changed = m_rows[at];
     changed.text = text;
-    return perform({kind_t::changed, at, at, {std::move(changed)}});
+    return perform({change_kind_t::changed, at, at, {std::move(changed)}});
 }
 
 grid_rows_t::change_t grid_rows_t::set_checked(std::size_t at, bool checked)
@@ -120,14 +120,14 @@ grid_rows_t::change_t grid_rows_t::set_checked(std::size_t at, bool checked)
         return {};
     row_t changed = m_rows[at];
     changed.checked = checked;
-    return perform({kind_t::changed, at, at, {std::move(changed)}});
+    return perform({change_kind_t::changed, at, at, {std::move(changed)}});
 }
 
 grid_rows_t::change_t grid_rows_t::move(std::size_t from, std::size_t to)
 {
     if (from >= m_rows.size() || to >= m_rows.size() || from == to)
         return {};
-    return perform({kind_t::moved, from, to, {}});
+    return perform({change_kind_t::moved, from, to, {}});
 }
 
 grid_rows_t::change_t grid_rows_t::undo()

@@ -13,17 +13,18 @@
 #include <vector>
 
 namespace wx_helpers1 {
-namespace {
 
-constexpr char member_separator[] = "#zip:";
-constexpr char logger[] = "wx_helpers1.image_loader";
-
-struct entry_t
+struct image_entry_t
 {
     wxSize size;
     int delay = 0;
     std::vector<std::string> files;
 };
+
+namespace {
+
+constexpr char member_separator[] = "#zip:";
+constexpr char logger[] = "wx_helpers1.image_loader";
 
 wxSize size_of(const wxXmlNode& node)
 {
@@ -34,9 +35,9 @@ wxSize size_of(const wxXmlNode& node)
     return wxSize(width, height);
 }
 
-entry_t read_entry(const wxXmlNode& node)
+image_entry_t read_entry(const wxXmlNode& node)
 {
-    entry_t entry;
+    image_entry_t entry;
     entry.size = size_of(node);
     long delay = 0;
     node.GetAttribute("delay").ToLong(&delay);
@@ -55,7 +56,7 @@ struct image_loader_t::impl_t
 {
     resource_name_t resource;
     std::map<std::string, std::string> members; // those that were asked for
-    std::map<std::string, entry_t> entries;
+    std::map<std::string, image_entry_t> entries;
     bool loaded = false;
 
     explicit impl_t(const std::string& file) : resource(file) {}
@@ -82,7 +83,7 @@ struct image_loader_t::impl_t
         return loaded;
     }
 
-    const entry_t* find(const std::string& name)
+    const image_entry_t* find(const std::string& name)
     {
         if (!load())
             return nullptr;
@@ -113,13 +114,13 @@ image_loader_t::~image_loader_t() = default;
 
 wxStaticPicture image_loader_t::load_static_picture(const std::string& name)
 {
-    const entry_t* entry = m_impl->find(name);
+    const image_entry_t* entry = m_impl->find(name);
     return entry ? m_impl->draw(entry->files.front(), entry->size) : wxStaticPicture();
 }
 
 wxAnimation image_loader_t::load_animation(const std::string& name)
 {
-    const entry_t* entry = m_impl->find(name);
+    const image_entry_t* entry = m_impl->find(name);
     if (!entry)
         return {};
     std::vector<wxStaticPicture> frames;
