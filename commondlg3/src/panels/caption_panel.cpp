@@ -3,6 +3,7 @@
 #include "parent_layout.h"
 
 #include <gen_helpers2/assertion.h>
+#include <wx_helpers1/moving.h>
 
 #include <wx/bmpbuttn.h>
 
@@ -130,6 +131,7 @@ void caption_panel_t::show_message(int id, bool force)
     m_message->wrap_to_width(message_width(GetClientSize().x));
     const bool pane_changed = m_pane->IsShown() == m_disabled;
     m_pane->Show(!m_disabled);
+    wx_helpers1::let_keys_into(m_next);
     update_min_height();
     if (buttons_changed || pane_changed)
         Layout();

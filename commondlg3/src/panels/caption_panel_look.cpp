@@ -110,6 +110,7 @@ void caption_panel_t::learn_message_delta()
     Layout();
     m_pane->Layout();
     m_message->update_delta(message_width(0));
+    m_container.DisableSelfFocus(); // nobody has anything to type here
     m_pane->Hide();
     m_previous->Hide();
     m_next->Hide();

@@ -6,13 +6,24 @@
 
 namespace wx_helpers1 {
 
+void let_keys_into(wxWindow* child)
+{
+    while (child->IsShown() && !child->IsTopLevel() && child->GetParent() &&
+           child->AcceptsFocusFromKeyboard()) {
+        child = child->GetParent();
+        child->SetCanFocus(false);
+        child->m_dirtyTabOrder = true; // its list of the children that Tab goes to is made anew
+    }
+}
+
 void move_window(wxWindow* window, wxWindow* parent, bool shown)
 {
-    window->Hide();
     window->Reparent(parent);
+    window->m_showOnIdle = false;
     window->Show(shown);
     if (shown)
-        gtk_widget_show(GTK_WIDGET(window->GetHandle()));
+        gtk_widget_show(GTK_WIDGET(window->GetHandle())); // also what the toolkit takes for shown already
+    let_keys_into(window);
 }
 
 } // namespace wx_helpers1

@@ -2,6 +2,7 @@
 
 #include "wx_helpers1/guarded.h"
 #include "wx_helpers1/label.h"
+#include "wx_helpers1/moving.h"
 #include "wx_helpers1/text.h"
 #include "wx_helpers1/ui_settings.h"
 
@@ -141,7 +142,7 @@ void move_controls(const spare_t& spare, wxWindow* to)
     auto* default_button = wxDynamicCast(spare.holder->GetDefaultItem(), wxButton);
     const wxWindowList controls = spare.built->GetChildren();
     for (wxWindow* control : controls)
-        control->Reparent(to);
+        move_window(control, to, control->IsShown());
     if (sizer)
         to->SetSizer(sizer);
     if (default_button)
@@ -184,6 +185,7 @@ bool make_panel(wxPanel* panel, wxWindow* parent, const std::string& key)
     if (created) {
         move_controls(spare, panel);
         panel->Show(shows);
+        let_keys_into(panel);
     }
     delete spare.holder.get();
     return created;
