@@ -175,7 +175,10 @@ void dialog_base_t::fit_to_contents()
         return;
     }
     SetMinSize(needed);
-    SetSize(needed);
+    if (GetSize() == needed)
+        Layout(); // what is in it may have changed all the same
+    else
+        SetSize(needed);
 }
 
 // Labels that wrap need a width before they know their height. Until they do, the dialog is high enough for
