@@ -14,8 +14,8 @@
 namespace gen_helpers2 {
 namespace _internal {
 
-/// One slot's place in the list of a signal. Copies stand for the same slot; it does not end with them. Safe in
-/// any thread.
+/// One slot's place in the list of a signal. Copies stand for the same slot; it does not end with them.
+/// Safe in any thread.
 class GEN_HELPERS2_EXPORT connection
 {
 public:
@@ -31,8 +31,8 @@ private:
     std::shared_ptr<impl_t> m_impl;
 };
 
-/// What a signal is whatever its arguments: compiled once, not in each file that raises or hears one. Copies
-/// share their slots.
+/// What a signal is whatever its arguments: compiled once, not in each file that raises or hears one.
+/// Copies share their slots.
 class GEN_HELPERS2_EXPORT slot_list_t
 {
 public:
@@ -51,11 +51,12 @@ private:
     std::shared_ptr<impl_t> m_impl;
 };
 
-/// Base of everything that receives signals through its own methods: it ends its subscriptions with its life.
+/// Base of everything that receives signals through its own methods: it ends its subscriptions with its
+/// life.
 ///
-/// A subscription is kept as a connection by its owner. The owner may be destroyed at any time, also
-/// from within one of its own slots, and from another thread than the one that emits. What destruction does
-/// not do is wait: a slot that another thread has already entered runs to its end, so data shared between
+/// A subscription is kept as a connection by its owner. The owner may be destroyed at any time, also from
+/// within one of its own slots, and from another thread than the one that emits. What destruction does not
+/// do is wait: a slot that another thread has already entered runs to its end, so data shared between
 /// threads must outlive that call by other means.
 ///
 /// Copying a subscriber copies no subscription: the copy has not asked for any.
@@ -85,27 +86,25 @@ private:
 
 /// A list of slots called one after the other, in the order in which they were connected.
 ///
-/// Use it for notifications ("the value changed") and for callbacks handed over as `const signal_t<...>&`. Do
-/// not use it to ask for an answer: slots return nothing.
+/// Use it for notifications ("the value changed") and for callbacks handed over as `const signal_t<...>&`.
+/// Do not use it to ask for an answer: slots return nothing.
 ///
 /// A copy shares the slot list with its original: what is connected to one is called by the other. That is
 /// what lets a callback be stored or passed by value.
 ///
-/// \code
-/// class window_t : public gen_helpers2::subscriber_base_t {
-///     void on_changed(int value);
-///     window_t(model_t& model) { model.changed.connect(this, &window_t::on_changed); }
-/// };
+///     class window_t : public gen_helpers2::subscriber_base_t {
+///         void on_changed(int value);
+///         window_t(model_t& model) { model.changed.connect(this, &window_t::on_changed); }
+///     };
 ///
-/// gen_helpers2::signal_t<int> changed;
-/// changed.connect([](int value) { ... });
-/// changed.emit(5);
-/// \endcode
+///     gen_helpers2::signal_t<int> changed;
+///     changed.connect([](int value) { ... });
+///     changed.emit(5);
 ///
-/// Thread: connecting, disconnecting and emitting are safe in any thread; slots run in the thread that emits.
-/// A slot may destroy the signal, or its own subscriber, or connect and disconnect others. A slot that was
-/// disconnected during an emission is not called any more by it. Errors: a slot that throws does not keep the
-/// emission from those after it; the first exception leaves emit() when all have been called.
+/// Thread: connecting, disconnecting and emitting are safe in any thread; slots run in the thread that
+/// emits. A slot may destroy the signal, or its own subscriber, or connect and disconnect others. A slot
+/// that was disconnected during an emission is not called any more by it. Errors: a slot that throws does
+/// not keep the emission from those after it; the first exception leaves emit() when all have been called.
 template <class... Args>
 class signal_t
 {
@@ -157,8 +156,9 @@ public:
                     [object, method](Args... args) { (object->*method)(std::forward<Args>(args)...); });
     }
 
-    /// Passes every emission on to the slots of `other`, which is kept alive by this. Connecting a signal to
-    /// itself (or to a copy of itself) does nothing; longer circles are the caller's mistake and never end.
+    /// Passes every emission on to the slots of `other`, which is kept alive by this. Connecting a signal
+    /// to itself (or to a copy of itself) does nothing; longer circles are the caller's mistake and never
+    /// end.
     connection connect(const signal_t& other)
     {
         if (other.m_slots.is_same(m_slots))
