@@ -113,12 +113,15 @@ def keys_in_xrc(paths, findings):
 
 
 def words_in(folders):
-    """(words that stand in sources and layouts, those of them that end with a point)"""
+    """(words that stand in sources, layouts and lists of features, those of them that end with a point)"""
     words = set()
     for path in files_below(folders, (".cpp", ".h")):
         words.update(re.findall(LITERAL, Source(path).text))
     for path in files_below(folders, ".xrc"):
         words.update(node.text.strip() for node in read_xrc(path).below())
+    for path in files_below(folders, ".cfg"):
+        with open(path, encoding="utf-8") as file:
+            words.update(re.findall(r">([^<>]+)</string>", file.read()))
     return words, tuple(word for word in words if re.fullmatch(r"([a-z0-9_]+\.)+", word))
 
 

@@ -1,5 +1,7 @@
 #include "experimental_features.h"
 
+#include "missing_resource.h"
+
 #include <cfgmgr2/product_locations.h>
 
 #include <cstdlib>
@@ -15,9 +17,8 @@ std::vector<std::string> variables_set_here;
 
 boost::shared_ptr<commondlg3::feature_list_config_t> load_feature_list()
 {
-    const boost::shared_ptr<commondlg3::feature_list_config_t> list(
-        new commondlg3::feature_list_config_impl_t(
-            cfgmgr2::IProductLocations::get()->get_resource_directory()));
+    const boost::shared_ptr<commondlg3::feature_list_config_t> list(new commondlg3::translated_feature_list_t(
+        cfgmgr2::IProductLocations::get()->get_resource_directory(), catalog_name));
     list->load();
     return list;
 }

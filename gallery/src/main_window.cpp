@@ -11,6 +11,7 @@
 #include <commondlg3/resources.h>
 #include <commondlg3/text_utils.h>
 #include <gen_helpers2/log.h>
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/layout_direction.h>
 #include <wx_helpers1/text.h>
@@ -61,6 +62,7 @@ void main_panel_t::on_init_dialog()
     if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open)
         return;
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
+    wx_helpers1::set_accessible_name(m_list, text("gallery.windows"));
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });
     m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
     m_open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });

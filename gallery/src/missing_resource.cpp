@@ -11,8 +11,6 @@
 namespace gallery {
 namespace {
 
-constexpr char catalog_name[] = "gallery";
-
 using wx_helpers1::resource_loader_t;
 
 bool is_there(const std::string& file, const std::string& object)

@@ -6,6 +6,9 @@ class wxWindow;
 
 namespace gallery {
 
+/// The name of the host's own catalog.
+inline constexpr char catalog_name[] = "gallery";
+
 /// The full name of the host's own resource file.
 std::string resource_file();
 

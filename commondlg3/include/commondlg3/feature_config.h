@@ -1,8 +1,8 @@
 /// Which experimental features a product ships, and which of them its user turned on.
 ///
-/// Two files, both bags (see gen_helpers2/variant_bag_file.h), because their authors differ: the list belongs
-/// to the product and is only read, the choice belongs to the user and is written whole each time. A feature
-/// is identified by the environment variable that switches it on.
+/// Two files, both bags (see gen_helpers2/variant_bag_file.h), because their authors differ: the list
+/// belongs to the product and is only read, the choice belongs to the user and is written whole each time.
+/// A feature is identified by the environment variable that switches it on.
 ///
 ///     auto list = boost::make_shared<feature_list_config_impl_t>(product_directory);
 ///     auto active = boost::make_shared<active_features_config_impl_t>(gen_helpers2::path_t());
@@ -11,8 +11,8 @@
 ///     for (int i = 0; i < list->get_count(); ++i)
 ///         if (active->is_turned_on(list->get_feature(i))) ...
 ///
-/// To let the user choose, hand both to experimental_options_panel_t. Texts are UTF-8 bytes. Not safe to use
-/// one object in several threads.
+/// To let the user choose, hand both to experimental_options_panel_t. Texts are UTF-8 bytes. Not safe to
+/// use one object in several threads.
 #pragma once
 
 #include "commondlg3/export.h"
@@ -61,6 +61,22 @@ private:
     std::vector<feature_info_t> m_features;
 };
 
+/// The same list with texts in the user's language: a name or a description that is a key of the product's
+/// catalog stands for its text there; any other is shown as it is. The file stays one for all languages.
+///
+///     translated_feature_list_t list(product_directory, "product");
+class COMMONDLG3_EXPORT translated_feature_list_t : public feature_list_config_impl_t
+{
+public:
+    /// @param catalog its name, as cfgmgr2::getMessageCatalog() takes it
+    translated_feature_list_t(const gen_helpers2::path_t& directory, const std::string& catalog);
+
+    feature_info_t get_feature(int index) const override;
+
+private:
+    std::string m_catalog;
+};
+
 /// The features that are turned on. A host reads them at its start, to set the variables that they name.
 class COMMONDLG3_EXPORT active_features_config_t
 {
@@ -73,8 +89,9 @@ public:
     /// Adds what the file holds to the list; a name that is in it already stays where it is. A file that is
     /// missing or cannot be understood changes nothing.
     virtual void load() = 0;
-    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written. One
-    /// that could not be understood is kept as `<file>.damaged`; one that cannot be read is not replaced.
+    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written.
+    /// One that could not be understood is kept as `<file>.damaged`; one that cannot be read is not
+    /// replaced.
     [[nodiscard]] virtual bool save() = 0;
     virtual void turn_on(const feature_info_t& feature) = 0;
     virtual bool is_turned_on(const feature_info_t& feature) = 0;

@@ -1,5 +1,6 @@
 #include "commondlg3/feature_config.h"
 
+#include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
 #include <gen_helpers2/file.h>
 #include <gen_helpers2/log.h>
@@ -79,6 +80,22 @@ int feature_list_config_impl_t::get_count() const
 feature_list_config_t::feature_info_t feature_list_config_impl_t::get_feature(int index) const
 {
     return index >= 0 && index < get_count() ? m_features[index] : feature_info_t();
+}
+
+translated_feature_list_t::translated_feature_list_t(const gen_helpers2::path_t& directory,
+                                                     const std::string& catalog)
+    : feature_list_config_impl_t(directory), m_catalog(catalog)
+{
+}
+
+feature_list_config_t::feature_info_t translated_feature_list_t::get_feature(int index) const
+{
+    feature_info_t feature = feature_list_config_impl_t::get_feature(index);
+    const auto catalog = cfgmgr2::getMessageCatalog(m_catalog);
+    for (std::string* text : {&feature.name, &feature.description})
+        if (catalog && catalog->has_message(*text))
+            *text = catalog->message(*text).as_ustring();
+    return feature;
 }
 
 active_features_config_impl_t::active_features_config_impl_t(const gen_helpers2::path_t& directory)
