@@ -175,8 +175,14 @@ log_page_t::~log_page_t()
 
 void log_page_t::finish_layout()
 {
-    SetClientSize(760, 560);
-    SetMinSize(wxSize(520, 360));
+    const wxSize needed = GetSizer()->CalcMin();
+    wxSize usual(760, 560), least(520, 360);
+    usual.IncTo(needed);
+    least.IncTo(needed);
+    usual.DecTo(wxGetClientDisplayRect().GetSize());
+    least.DecTo(usual);
+    SetClientSize(usual);
+    SetMinClientSize(least);
     CentreOnParent();
     m_log->get_log().GetWindow()->SetFocus();
 }

@@ -6,6 +6,7 @@
 
 #include <commondlg3/message_window.h>
 #include <cpil/catalog.h>
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
@@ -106,7 +107,9 @@ walk_page_t::walk_page_t(wxWindow* parent)
     m_folder = new wxTextCtrl(this, wxID_ANY, wx_helpers1::to_wx(fs::path("/etc").string()));
     auto* browse = new wxButton(this, wxID_ANY, to_label(text("log.walk.browse")));
     m_start = new wxButton(this, wxID_ANY, to_label(text("log.walk.start")));
-    row->Add(new wxStaticText(this, wxID_ANY, to_label(text("log.walk.folder"))), 0, wxALIGN_CENTRE_VERTICAL);
+    auto* label = new wxStaticText(this, wxID_ANY, to_label(text("log.walk.folder")));
+    wx_helpers1::set_label_for(label, m_folder);
+    row->Add(label, 0, wxALIGN_CENTRE_VERTICAL);
     row->Add(m_folder, 1, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     row->Add(browse, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     row->Add(m_start, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
@@ -190,7 +193,9 @@ flood_page_t::flood_page_t(wxWindow* parent)
     const auto add = [&](const std::string& label, int value, int most) {
         auto* spin = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                     wxSP_ARROW_KEYS, 1, most, value);
-        row->Add(new wxStaticText(this, wxID_ANY, to_label(label)), 0, wxALIGN_CENTRE_VERTICAL);
+        auto* shown_label = new wxStaticText(this, wxID_ANY, to_label(label));
+        wx_helpers1::set_label_for(shown_label, spin);
+        row->Add(shown_label, 0, wxALIGN_CENTRE_VERTICAL);
         row->Add(spin, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT | wxRIGHT, 8);
         return spin;
     };

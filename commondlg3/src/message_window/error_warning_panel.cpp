@@ -230,6 +230,8 @@ void error_warning_panel_t::show_long_text(bool is_long)
     wxSizer* sizer = m_text_area->GetContainingSizer();
     if (is_long && !m_long_text && sizer) {
         m_long_text = new long_text_t(m_text_area->GetParent());
+        wx_helpers1::set_accessible_name(m_long_text,
+                                         translate_message(icon_type_of(m_window.icon_type).word_key));
         sizer->Add(m_long_text, 1, wxEXPAND);
         m_long_text->MoveAfterInTabOrder(m_text_area);
     }

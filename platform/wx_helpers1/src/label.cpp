@@ -1,5 +1,7 @@
 #include "wx_helpers1/label.h"
 
+#include "label_relations.h"
+
 #include "wx_helpers1/text.h"
 
 #include <cpil/strings.h>
@@ -74,6 +76,7 @@ void set_label_text(wxStaticText* label, const std::string& text)
     if (marked != valid)
         gtk_label_set_text(widget, marked.c_str());
     align_label_to_start(label);
+    keep_label_relations(label);
 }
 
 void align_label_to_start(wxStaticText* label)

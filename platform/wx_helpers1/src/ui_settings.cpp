@@ -80,6 +80,20 @@ std::unique_ptr<ui_settings_t>& instance()
     return the_instance;
 }
 
+// Some themes set the headers of lists in a grey that is hard to read.
+void keep_headers_readable()
+{
+    GdkScreen* screen = gdk_screen_get_default();
+    if (!screen)
+        return;
+    GtkCssProvider* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, "treeview.view header button { color: @theme_fg_color; }", -1,
+                                    nullptr);
+    gtk_style_context_add_provider_for_screen(screen, GTK_STYLE_PROVIDER(provider),
+                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
+}
+
 } // namespace
 
 struct ui_settings_t::impl_t
@@ -172,8 +186,10 @@ ui_settings_t::~ui_settings_t() = default;
 
 void ui_settings_t::initialize()
 {
-    if (!instance())
+    if (!instance()) {
         instance().reset(new ui_settings_t);
+        keep_headers_readable();
+    }
     run_accessible_actions_from_loop();
     keep_least_sizes();
 }
