@@ -3,6 +3,8 @@
 # would write to the user's home. Everything that is started here ends with the command.
 #
 # usage: with_display.sh COMMAND [ARGUMENT...]
+#
+# SCREEN_SIZE: in pixels (1280x1024)
 set -euo pipefail
 
 home=$(mktemp -d)
@@ -21,7 +23,7 @@ export LANG=C.UTF-8 LC_ALL=C.UTF-8 GTK_OVERLAY_SCROLLING=0 GDK_BACKEND=x11 GSETT
 unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANGUAGE
 
 exec {fd}<> <(:)
-Xvfb -displayfd "$fd" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+Xvfb -displayfd "$fd" -screen 0 "${SCREEN_SIZE:-1280x1024}x24" -nolisten tcp >/dev/null 2>&1 &
 started+=($!)
 read -r -t 20 number <&"$fd"
 exec {fd}>&-

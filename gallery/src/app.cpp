@@ -1,3 +1,4 @@
+#include "auditor.h"
 #include "consent_page.h"
 #include "entries.h"
 #include "experimental_features.h"
@@ -33,6 +34,7 @@ namespace {
 
 constexpr int exit_bad_usage = 2;
 constexpr int exit_no_picture = 3;
+constexpr int exit_findings = 4;
 
 // The command line is read before the toolkit starts: the language must be known to it.
 options_t options;
@@ -69,7 +71,7 @@ public:
             wx_helpers1::ui_settings_t::get()->set_theme(
                 options.theme == "dark" ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
         wxImage::AddHandler(new wxPNGHandler);
-        SetExitOnFrameDelete(options.show.empty());
+        SetExitOnFrameDelete(options.show.empty() || options.audit);
         CallAfter([this] { start(); });
         return true;
     }
@@ -111,11 +113,14 @@ public:
     }
 
 private:
-    static bool is_used_by_a_person() { return options.show.empty() && options.screenshots_dir.empty(); }
+    static bool is_used_by_a_person()
+    {
+        return options.show.empty() && options.screenshots_dir.empty() && !options.audit;
+    }
 
     void start()
     {
-        if (!options.show.empty()) {
+        if (!options.show.empty() && !options.audit) {
             if (!open_object(options.show, options.data)) {
                 report_error(options.show, "no such object");
                 m_exit_code = exit_bad_usage;
@@ -139,6 +144,11 @@ private:
                     m_exit_code = failed ? exit_no_picture : 0;
                     GetTopWindow()->Close();
                 });
+            else if (options.audit)
+                audit(options.show, options.data, [this](int findings) {
+                    m_exit_code = findings ? exit_findings : 0;
+                    GetTopWindow()->Close();
+                });
         });
         window->Show();
     }
@@ -160,10 +170,13 @@ int main(int argc, char** argv)
                      gallery::usage);
         return error.empty() ? 0 : gallery::exit_bad_usage;
     }
+    std::vector<std::string> arguments(argv, argv + argc);
+    const auto& asked = gallery::options;
+    if (asked.audit && (asked.language.empty() || asked.theme.empty() || !std::getenv("GDK_DPI_SCALE")))
+        return gallery::audit_everywhere(arguments);
     // The toolkit's own texts (menus of its text fields) follow the same language.
     if (!gallery::options.language.empty())
         setenv("LANGUAGE", gallery::options.language.c_str(), 1);
-    std::vector<std::string> arguments(argv, argv + argc);
     const int code = wxEntry(argc, argv);
     if (gallery::is_restart_requested() && gallery::options.show.empty()) {
         gallery::unset_feature_variables();

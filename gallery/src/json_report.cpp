@@ -45,6 +45,12 @@ void report_error(const std::string& object, const std::string& message)
     print({{"object", object}, {"event", "error"}, {"message", message}});
 }
 
+void report_finding(nlohmann::json finding)
+{
+    finding["event"] = "finding";
+    print(finding);
+}
+
 std::string get_string(const nlohmann::json& data, const char* name, const std::string& otherwise)
 {
     const nlohmann::json* value = find(data, name);

@@ -16,6 +16,9 @@ void report_signal(const std::string& object, const std::string& name, const nlo
 /// {"object": ..., "event": "error", "message": ...}
 void report_error(const std::string& object, const std::string& message);
 
+/// {"object": ..., "event": "finding", ...}
+void report_finding(nlohmann::json finding);
+
 /// The string under that name, or the default when there is none or it is of another type.
 std::string get_string(const nlohmann::json& data, const char* name, const std::string& otherwise);
 int get_int(const nlohmann::json& data, const char* name, int otherwise);

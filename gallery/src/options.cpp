@@ -3,8 +3,8 @@
 namespace gallery {
 
 const char* const usage =
-    "usage: commondlg3_gallery [--show OBJECT [--data JSON]] [--screenshots DIR] [--language LL]\n"
-    "                          [--theme light|dark] [--config-dir DIR]\n";
+    "usage: commondlg3_gallery [--show OBJECT [--data JSON]] [--screenshots DIR] [--audit]\n"
+    "                          [--language LL] [--theme light|dark] [--config-dir DIR]\n";
 
 options_t parse_options(int argc, char** argv, std::string& error)
 {
@@ -13,6 +13,10 @@ options_t parse_options(int argc, char** argv, std::string& error)
         const std::string name = argv[i];
         if (name == "--help") {
             options.help = true;
+            continue;
+        }
+        if (name == "--audit") {
+            options.audit = true;
             continue;
         }
         if (i + 1 >= argc) {

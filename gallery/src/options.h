@@ -15,6 +15,7 @@ struct options_t
     std::string language;        ///< empty: the desktop's
     std::string theme;           ///< "light", "dark", or empty: the desktop's
     std::string config_dir;      ///< empty: the user's configuration directory
+    bool audit = false;          ///< look for what is wrong with each window, or that of `show`, and exit
     bool help = false;
 };
 

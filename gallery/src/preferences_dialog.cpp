@@ -50,7 +50,7 @@ int stored_number(cfgmgr2::IPropertyStorage& storage, const char* name, int othe
 
 } // namespace
 
-preferences_dialog_t::preferences_dialog_t()
+preferences_dialog_t::preferences_dialog_t(const std::string& first_page) : m_first_page(first_page)
 {
     set_resource_file(resource_file());
     m_catalog_name = "gallery";
@@ -138,9 +138,11 @@ void preferences_dialog_t::tell_once_shown(const std::string& reasons)
 void preferences_dialog_t::restore()
 {
     const auto stored = m_remembered->get_child("preferences");
-    const auto page = stored->get_value("page");
-    const auto found = std::find_if(m_pages.begin(), m_pages.end(), [&](const shown_page_t& shown) {
-        return page.can_get<std::string>() && page.get<std::string>() == shown.page->get_object();
+    const auto remembered = stored->get_value("page");
+    if (m_first_page.empty() && remembered.can_get<std::string>())
+        m_first_page = remembered.get<std::string>();
+    const auto found = std::find_if(m_pages.begin(), m_pages.end(), [this](const shown_page_t& shown) {
+        return shown.page->get_object() == m_first_page;
     });
     fit_to_contents();
     // At large fonts less than the usual size is on the screen, with the frame around it; the area scrolls
@@ -297,6 +299,7 @@ void preferences_dialog_t::put_page(const shown_page_t& shown, bool in_sight)
     }
     if (!in_sight)
         m_area->GetSizer()->Detach(shown.window);
+    shown.window->Hide(); // it must not be seen in its new place before it has a size there
     wx_helpers1::move_window(shown.window, place, in_sight);
     if (in_sight)
         m_area->GetSizer()->Add(shown.window, 1, wxEXPAND);
@@ -350,11 +353,11 @@ void preferences_dialog_t::handle_ok(wxCommandEvent& event)
     dialog_base_t::handle_ok(event);
 }
 
-int open_preferences(const nlohmann::json&, wxWindow* parent)
+int open_preferences(const nlohmann::json& data, wxWindow* parent)
 {
     constexpr auto object = preferences_dialog_t::object_name;
-    return window_run_t::run(object, parent, {own_layout(object)}, [](window_run_t& run) {
-        preferences_dialog_t dialog;
+    return window_run_t::run(object, parent, {own_layout(object)}, [&](window_run_t& run) {
+        preferences_dialog_t dialog(get_string(data, "page", ""));
         run.show(dialog);
         run.set_data(dialog.get_data());
         if (dialog.wants_restart()) {

@@ -29,7 +29,8 @@ class preferences_dialog_t : public commondlg3::dialog_base_t
 public:
     static constexpr char object_name[] = "dlg.preferences";
 
-    preferences_dialog_t();
+    /// @param first_page its resource object; empty: the one that was seen last
+    explicit preferences_dialog_t(const std::string& first_page = {});
     ~preferences_dialog_t() override;
 
     nlohmann::json get_data() const;
@@ -66,6 +67,7 @@ private:
     void tell(const char* main_key, const char* details_key, const std::string& reason);
 
     std::vector<shown_page_t> m_pages;
+    std::string m_first_page;
     int m_reported = -1;
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
     std::vector<int> m_listed; ///< the pages in the list, in its order
@@ -80,7 +82,7 @@ private:
     wxButton* m_apply = nullptr;
 };
 
-/// Opens it and reports by JSON lines.
+/// Opens it, with {"page": object} at that page, and reports by JSON lines.
 int open_preferences(const nlohmann::json& data, wxWindow* parent);
 
 } // namespace gallery

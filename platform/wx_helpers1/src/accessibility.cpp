@@ -42,9 +42,12 @@ void keep_label(GtkLabel* label, GParamSpec*, gpointer)
 {
     auto* kept = static_cast<GWeakRef*>(g_object_get_data(G_OBJECT(label), field_key));
     gpointer field = kept ? g_weak_ref_get(kept) : nullptr;
-    const bool may_be_any = !kept && (gtk_label_get_mnemonic_keyval(label) != GDK_KEY_VoidSymbol ||
-                                      reads_like_label(wxString::FromUTF8(gtk_label_get_text(label))));
-    if (gtk_label_get_mnemonic_widget(label) != field && !may_be_any)
+    GtkWidget* tied = gtk_label_get_mnemonic_widget(label);
+    const bool says_its_own = tied && GTK_IS_BUTTON(tied);
+    const bool may_be_any = !kept && !says_its_own &&
+                            (gtk_label_get_mnemonic_keyval(label) != GDK_KEY_VoidSymbol ||
+                             reads_like_label(wxString::FromUTF8(gtk_label_get_text(label))));
+    if (tied != field && !may_be_any)
         gtk_label_set_mnemonic_widget(label, static_cast<GtkWidget*>(field));
     g_clear_object(&field);
 }
@@ -124,6 +127,18 @@ std::string get_accessible_name(wxWindow* window)
     AtkObject* object = accessible(window);
     const char* name = object ? atk_object_get_name(object) : nullptr;
     return name ? name : "";
+}
+
+std::string get_spoken_name(wxWindow* window)
+{
+    GtkWidget* widget = active_widget(window);
+    GList* labels = widget ? gtk_widget_list_mnemonic_labels(widget) : nullptr;
+    std::string spoken;
+    for (const GList* at = labels; at && spoken.empty(); at = at->next)
+        if (GTK_IS_LABEL(at->data) && !gtk_widget_is_ancestor(GTK_WIDGET(at->data), widget))
+            spoken = gtk_label_get_text(GTK_LABEL(at->data));
+    g_list_free(labels);
+    return spoken.empty() ? get_accessible_name(window) : spoken;
 }
 
 } // namespace wx_helpers1

@@ -6,6 +6,7 @@
 
 #include <gtk/gtk.h>
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 
@@ -84,6 +85,16 @@ gboolean on_map(GSignalInvocationHint*, guint, const GValue* values, gpointer da
     return FALSE; // the hook has done its work
 }
 
+GdkPixbuf* pixels_of_screen(const wxRect& rect)
+{
+    GdkWindow* root = gdk_screen_get_root_window(gdk_screen_get_default());
+    // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has
+    // changed.
+    cairo_surface_t* screen = gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR, 1, 1);
+    cairo_surface_destroy(screen);
+    return gdk_pixbuf_get_from_window(root, rect.x, rect.y, rect.width, rect.height);
+}
+
 } // namespace
 
 void when_next_window_is_painted(std::function<void(wxTopLevelWindow*)> callback)
@@ -96,15 +107,26 @@ void when_next_window_is_painted(std::function<void(wxTopLevelWindow*)> callback
                                nullptr);
 }
 
+wxImage get_screen_pixels(const wxRect& rect)
+{
+    GdkPixbuf* pixels = pixels_of_screen(rect);
+    if (!pixels)
+        return wxImage();
+    wxImage image(gdk_pixbuf_get_width(pixels), gdk_pixbuf_get_height(pixels), false);
+    const int channels = gdk_pixbuf_get_n_channels(pixels);
+    for (int y = 0; y < image.GetHeight(); ++y) {
+        const guchar* pixel =
+            gdk_pixbuf_read_pixels(pixels) + std::ptrdiff_t(y) * gdk_pixbuf_get_rowstride(pixels);
+        for (int x = 0; x < image.GetWidth(); ++x, pixel += channels)
+            image.SetRGB(x, y, pixel[0], pixel[1], pixel[2]);
+    }
+    g_object_unref(pixels);
+    return image;
+}
+
 bool save_picture(const wxTopLevelWindow& window, const std::string& file)
 {
-    GdkWindow* root = gdk_screen_get_root_window(gtk_widget_get_screen(window.GetHandle()));
-    const wxRect rect = window.GetScreenRect();
-    // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has
-    // changed.
-    cairo_surface_t* screen = gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR, 1, 1);
-    cairo_surface_destroy(screen);
-    GdkPixbuf* pixels = gdk_pixbuf_get_from_window(root, rect.x, rect.y, rect.width, rect.height);
+    GdkPixbuf* pixels = pixels_of_screen(window.GetScreenRect());
     if (!pixels)
         return false;
     const bool saved = gdk_pixbuf_save(pixels, file.c_str(), "png", nullptr, nullptr);

@@ -26,7 +26,9 @@ WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t 
 /// the field.
 WX_HELPERS1_EXPORT void set_label_for(wxStaticText* label, wxWindow* field);
 
-/// The name as a screen reader would read it; empty when none is set.
+/// The name that was set, or that the toolkit gives; empty when there is none.
 WX_HELPERS1_EXPORT std::string get_accessible_name(wxWindow* window);
+/// What a screen reader says: the text of the label that belongs to the window, or else its name.
+WX_HELPERS1_EXPORT std::string get_spoken_name(wxWindow* window);
 
 } // namespace wx_helpers1

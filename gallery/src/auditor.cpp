@@ -1,0 +1,141 @@
+#include "auditor.h"
+
+#include "entries.h"
+#include "json_report.h"
+#include "preferences_dialog.h"
+#include "window_walk.h"
+
+#include <cfgmgr2/message_catalog.h>
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/audit.h>
+#include <wx_helpers1/ui_settings.h>
+
+#include <wx/app.h>
+#include <wx/display.h>
+#include <wx/toplevel.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace gallery {
+namespace {
+
+constexpr char scale_variable[] = "GDK_DPI_SCALE";
+
+std::vector<walk_step_t> all_steps()
+{
+    std::vector<walk_step_t> steps = walk_of_entries();
+    for (const auto& page : make_preferences_pages()) {
+        const std::string object = page->get_object();
+        steps.push_back({"preferences: " + object, [object] {
+                             return open_preferences({{"page", object}}, wxTheApp->GetTopWindow());
+                         }});
+    }
+    return steps;
+}
+
+std::string get_text_scale()
+{
+    const char* scale = std::getenv(scale_variable);
+    return scale ? scale : "1";
+}
+
+void report(const std::string& window, const commondlg3::audit_finding_t& finding)
+{
+    const wxSize screen = wxDisplay(0u).GetGeometry().GetSize();
+    report_finding({{"object", window},
+                    {"kind", finding.kind},
+                    {"control", finding.control},
+                    {"detail", finding.detail},
+                    {"language", cfgmgr2::get_language()},
+                    {"theme", wx_helpers1::ui_settings_t::get()->is_dark() ? "dark" : "light"},
+                    {"text_scale", get_text_scale()},
+                    {"screen", std::to_string(screen.x) + "x" + std::to_string(screen.y)}});
+}
+
+std::set<std::string> find_languages()
+{
+    std::set<std::string> languages;
+    std::error_code ignored;
+    const std::string folder = cfgmgr2::IProductLocations::get()->get_locale_directory().as_string();
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
+        if (std::filesystem::exists(entry.path() / "LC_MESSAGES" / "gallery.mo", ignored))
+            languages.insert(entry.path().filename().string());
+    return languages;
+}
+
+int run(std::vector<std::string> arguments)
+{
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        execv("/proc/self/exe", pointers.data());
+        _exit(EXIT_FAILURE);
+    }
+    int status = -1;
+    if (child < 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status))
+        return EXIT_FAILURE;
+    return WEXITSTATUS(status);
+}
+
+} // namespace
+
+void audit(const std::string& object, const nlohmann::json& data, std::function<void(int)> done)
+{
+    const auto count = std::make_shared<int>(0);
+    const walk_step_t alone = {object, [object, data] { return int(open_object(object, data)); }};
+    walk_windows(
+        object.empty() ? all_steps() : std::vector<walk_step_t>{alone},
+        [count](const std::string& name, wxTopLevelWindow& window) {
+            for (const commondlg3::audit_finding_t& finding : commondlg3::audit_window(&window)) {
+                report(name, finding);
+                ++*count;
+            }
+        },
+        [count, done = std::move(done)] { done(*count); });
+}
+
+int audit_everywhere(const std::vector<std::string>& arguments)
+{
+    const auto is_given = [&](const char* name) {
+        return std::find(arguments.begin(), arguments.end(), name) != arguments.end();
+    };
+    int worst = 0;
+    const auto run_each_theme = [&](std::vector<std::string> with_language) {
+        for (const char* theme : {"light", "dark"}) {
+            std::vector<std::string> full = with_language;
+            if (!is_given("--theme"))
+                full.insert(full.end(), {"--theme", theme});
+            else if (std::string(theme) == "dark")
+                break;
+            worst = std::max(worst, run(full));
+        }
+    };
+    const bool scale_is_given = std::getenv(scale_variable) != nullptr;
+    for (const char* scale : {"1", "1.25", "1.5", "2"}) {
+        if (!scale_is_given)
+            setenv(scale_variable, scale, 1);
+        else if (std::string(scale) != "1")
+            break;
+        if (is_given("--language"))
+            run_each_theme(arguments);
+        else
+            for (const std::string& language : find_languages()) {
+                std::vector<std::string> full = arguments;
+                full.insert(full.end(), {"--language", language});
+                run_each_theme(full);
+            }
+    }
+    return worst;
+}
+
+} // namespace gallery

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace gallery {
+
+/// Audits the main window, each entry's window and each page of the preferences, or the window of one
+/// object alone, and prints a line of JSON for each finding; then calls `done` with their number. Returns
+/// at once; runs in the event loop.
+void audit(const std::string& object, const nlohmann::json& data, std::function<void(int findings)> done);
+
+/// Runs this program once for each language, theme and text scale that the arguments leave open. Returns
+/// the worst exit code.
+int audit_everywhere(const std::vector<std::string>& arguments);
+
+} // namespace gallery

@@ -1,0 +1,89 @@
+#include "window_walk.h"
+
+#include "entries.h"
+
+#include <wx_helpers1/painted.h>
+
+#include <wx/app.h>
+#include <wx/timer.h>
+#include <wx/toplevel.h>
+
+#include <memory>
+#include <utility>
+
+namespace gallery {
+namespace {
+
+// What a window does right after its first painting: focus rings, default buttons, the window manager's
+// frame.
+constexpr int settle_milliseconds = 250;
+
+class walker_t : public wxEvtHandler
+{
+public:
+    using visit_t = std::function<void(const std::string&, wxTopLevelWindow&)>;
+
+    walker_t(std::vector<walk_step_t> steps, visit_t visit, std::function<void()> done)
+        : m_steps(std::move(steps)), m_visit(std::move(visit)), m_done(std::move(done)), m_timer(this)
+    {
+        Bind(wxEVT_TIMER, [this](wxTimerEvent&) { m_window ? leave() : walk(); });
+    }
+
+    void start() { m_timer.StartOnce(settle_milliseconds); }
+
+private:
+    void walk()
+    {
+        for (const walk_step_t& step : m_steps) {
+            m_name = step.name;
+            if (!step.open) {
+                m_visit(m_name, *wxDynamicCast(wxTheApp->GetTopWindow(), wxTopLevelWindow));
+                continue;
+            }
+            wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow* window) {
+                m_window = window;
+                m_timer.StartOnce(settle_milliseconds);
+            });
+            step.open(); // comes back once leave() has closed the window
+        }
+        m_done();
+    }
+
+    void leave()
+    {
+        m_visit(m_name, *m_window);
+        m_window->Close();
+    }
+
+    std::vector<walk_step_t> m_steps;
+    visit_t m_visit;
+    std::function<void()> m_done;
+    wxTimer m_timer;
+    std::string m_name;
+    wxTopLevelWindow* m_window = nullptr;
+};
+
+} // namespace
+
+std::vector<walk_step_t> walk_of_entries()
+{
+    std::vector<walk_step_t> steps = {{"gallery", nullptr}};
+    for (const entry_t& entry : entries())
+        steps.push_back({entry.id, [&entry] { return entry.open(entry.data, wxTheApp->GetTopWindow()); }});
+    return steps;
+}
+
+void walk_windows(std::vector<walk_step_t> steps,
+                  std::function<void(const std::string& name, wxTopLevelWindow& window)> visit,
+                  std::function<void()> done)
+{
+    auto walker = std::make_shared<std::unique_ptr<walker_t>>();
+    *walker =
+        std::make_unique<walker_t>(std::move(steps), std::move(visit), [walker, done = std::move(done)] {
+            done();
+            wxTheApp->CallAfter([walker] { walker->reset(); });
+        });
+    (*walker)->start();
+}
+
+} // namespace gallery
