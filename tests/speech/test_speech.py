@@ -9,12 +9,11 @@ A journey is a text file:
     opened: Copy a text dialog. | abc
     Tab: Wrap long lines check box checked.
     type two words:
-    later: 3 new lines.
 
-"open" starts the gallery with these options; "type" types a text; "later" waits until something is said by itself; any
-other step is a key as xdotool names it. Behind the colon stands what is said, a bar between utterances; lines that
-begin with a space continue it. What is broken off before anybody could hear it is left out. Nothing is waited for by
-time: a step ends once every process on the display sleeps. --write writes down what is said now, to be reviewed.
+"open" starts the gallery with these options; "type" types a text; any other step is a key as xdotool names it. Behind
+the colon stands what is said, a bar between utterances; lines that begin with a space continue it. What is broken off
+before anybody could hear it is left out. A step ends once every process on the display has slept for a while. --write
+writes down what is said now, to be reviewed.
 """
 import json
 import os
@@ -32,7 +31,7 @@ sys.path.insert(0, str(HERE.parent / "gallery"))
 from driver import Gallery  # noqa: E402
 
 PATIENCE = 30  # seconds
-REST = 0.12  # seconds without a step of any thread; the longest of the timers that a key may start
+REST = 0.35  # seconds; beyond the longest of the timers that a key may start
 HOME = os.environ["HOME"]  # with_display.sh makes one for everything on its display
 
 
@@ -124,13 +123,11 @@ def take(step, reader, gallery):
     """What is said of a step."""
     if step == "opened":
         return opening(reader)
-    if step == "later":
-        return reader.wait_until_said()
     gallery.wait_for_focus()
     if step.startswith("type "):
         gallery.type(step[5:])
     else:
-        gallery.press(*step.split())
+        gallery.press(step)
     wait_until_all_sleep()
     if gallery.process.poll() not in (None, 0):
         raise AssertionError(f"{step}: the gallery ended with {gallery.process.poll()}")

@@ -5,8 +5,9 @@
 namespace wx_helpers1 {
 namespace {
 
-// The toolkit tells of the focus when it is idle, and by then has told that the caret moved, as all of the field
-// was selected: a reader takes the field for one that it has named already. What is told once is not told again.
+// The toolkit tells of the focus when it is idle, and by then has told that the caret moved, as all of the
+// field was selected: a reader takes the field for one that it has named already. What is told once is not
+// told again.
 gboolean on_focus_in(GSignalInvocationHint*, guint, const GValue* values, gpointer)
 {
     auto* widget = static_cast<GtkWidget*>(g_value_get_object(values));
