@@ -122,6 +122,7 @@ void experimental_options_panel_t::add_checkbox(const std::string& name, const s
                                    wxST_NO_AUTORESIZE);
     wx_helpers1::set_label_text(label, description);
     label->Show(!description.empty());
+    wx_helpers1::keep_label_relations(label);
     wx_helpers1::set_accessible_description(box, description);
     wxSizer* sizer = m_list->GetSizer();
     sizer->Add(box, 0, wxBOTTOM, gap / 2);
