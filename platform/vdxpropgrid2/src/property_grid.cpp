@@ -112,12 +112,21 @@ bool property_grid_t::impl_t::perform(const grid_rows_t::change_t& change)
     changing_rows = true;
     model->show(*change);
     changing_rows = false;
+    if (change->kind == rows_change_t::kind_t::moved && model->texts.moved)
+        announce(model->texts.moved(static_cast<int>(change->to) + 1, static_cast<int>(model->rows.size())));
     // The list leaves its cursor at the same number; the user's is at the row that was moved or came.
     if (change->kind == rows_change_t::kind_t::moved && before == static_cast<int>(change->at))
         set_current(static_cast<int>(change->to));
     const auto signal = changed; // a slot may destroy the grid
     signal.emit();
     return true;
+}
+
+// What the list itself does not tell readers of.
+void property_grid_t::impl_t::announce(const std::string& text)
+{
+    if (view->IsShownOnScreen())
+        wx_helpers1::announce(view, text);
 }
 
 int property_grid_t::impl_t::current() const
@@ -251,7 +260,11 @@ bool property_grid_t::move_row(int from, int to)
 
 bool property_grid_t::delete_row(int row)
 {
-    return m_impl->is_row(row) && m_impl->perform(m_impl->model->rows.remove(static_cast<std::size_t>(row)));
+    if (!m_impl->is_row(row))
+        return false;
+    if (const auto& removed = m_impl->model->texts.removed)
+        m_impl->announce(removed(get_text(row)));
+    return m_impl->perform(m_impl->model->rows.remove(static_cast<std::size_t>(row)));
 }
 
 bool property_grid_t::undo()
