@@ -1,6 +1,7 @@
 #include "vdxpropgrid2/property_grid.h"
 
 #include "grid_impl.h"
+#include "more_renderer.h"
 
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/accessibility.h>
@@ -74,6 +75,7 @@ void property_grid_t::impl_t::add_columns()
         wxDVC_DEFAULT_WIDTH, wxALIGN_CENTER, 0);
     for (wxDataViewColumn* column : columns)
         view->AppendColumn(column);
+    draw_dots(GTK_CELL_RENDERER(columns[more_column]->GetRenderer()->GtkGetTextRenderer()));
     // The list's last column would take what is left over; it belongs to the texts.
     gtk_tree_view_column_set_expand(GTK_TREE_VIEW_COLUMN(columns[text_column]->GetGtkHandle()), TRUE);
 }
