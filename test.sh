@@ -2,8 +2,8 @@
 # Installs what is missing, builds, and tests.
 #
 #   ./test.sh        everything as released
-#   ./test.sh all    also the linters, AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under
-#                    ThreadSanitizer, each fuzzer for a short while, and a monkey at keyboard and mouse
+#   ./test.sh all    also what a screen reader says, the linters, AddressSanitizer and UndefinedBehaviorSanitizer, the
+#                    thread tests under ThreadSanitizer, each fuzzer for a short while, and a monkey at keyboard and mouse
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
@@ -42,9 +42,12 @@ export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1:report
 step "Building as released"
 build release test_programs
 step "Tests as released"
-run_tests release
+run_tests release -LE speech
 
 if $all; then
+    step "What a screen reader says"
+    run_tests release -L speech
+
     step "Linters"
     scripts/lint.sh
 

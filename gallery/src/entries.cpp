@@ -115,7 +115,7 @@ bool open_object(const std::string& object, const nlohmann::json& data)
             given["category"] = static_cast<int>(*category);
     }
     for (const entry_t& entry : entries())
-        if (entry.object == name) {
+        if (entry.object == name || entry.id == name) {
             entry.open(given.is_null() ? entry.data : given, nullptr);
             return true;
         }

@@ -61,8 +61,8 @@ void main_panel_t::on_init_dialog()
     m_open = commondlg3::from_xrc<wxButton>(this, "m_btn_open");
     if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open)
         return;
+    wx_helpers1::set_accessible_name(m_list, text("gallery.list"));
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
-    wx_helpers1::set_accessible_name(m_list, text("gallery.windows"));
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });
     m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
     m_open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });

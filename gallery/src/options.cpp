@@ -3,7 +3,7 @@
 namespace gallery {
 
 const char* const usage =
-    "usage: commondlg3_gallery [--show OBJECT [--data JSON]] [--screenshots DIR] [--audit]\n"
+    "usage: commondlg3_gallery [--show OBJECT|ENTRY [--data JSON]] [--screenshots DIR] [--audit]\n"
     "                          [--language LL] [--theme light|dark] [--config-dir DIR]\n";
 
 options_t parse_options(int argc, char** argv, std::string& error)

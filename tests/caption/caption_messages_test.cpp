@@ -170,7 +170,7 @@ TEST(CaptionMessages, severity_and_number_are_told_in_words)
     EXPECT_EQ(heading.state(), "c,w,x,u, pane x arrows");
     EXPECT_EQ(get_accessible_name(heading.picture()), "Warning");
     EXPECT_EQ(get_accessible_name(heading.message()), "Warning: x");
-    EXPECT_EQ(get_accessible_name(heading.pane()), "Message 3 of 4");
+    EXPECT_EQ(get_accessible_name(heading.pane()), "Message 3 of 4: Warning: x");
     for (std::size_t i : {0u, 1u}) {
         EXPECT_NE(get_accessible_name(heading.arrow(i)).find("3 of 4"), std::string::npos);
         EXPECT_NE(heading.arrow(i)->GetToolTipText().find("3 of 4"), wxString::npos);

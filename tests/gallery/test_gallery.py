@@ -6,78 +6,13 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import threading
 import time
 import unittest
 
-GALLERY = sys.argv.pop(1)
+from driver import Gallery
+
+Gallery.BINARY = sys.argv.pop(1)
 MESSAGE = "dlg.error_warning_dialog"
-
-
-class Gallery:
-    """One run of the gallery; what it prints on standard output must be JSON, a line an event."""
-
-    def __init__(self, *arguments, binary=GALLERY, environment=None):
-        self.process = subprocess.Popen([binary, *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                        env=environment and {**os.environ, **environment})
-        # A key that got lost must not keep everybody waiting: the line that is waited for is then missing.
-        self.limit = threading.Timer(90, self.process.kill)
-        self.limit.daemon = True
-        self.limit.start()
-
-    def expect(self, event):
-        """The next line, which must be of this event. That a page was shown is passed over."""
-        message = self.read(event)
-        while message.get("name") == "page":
-            message = self.read(event)
-        assert message["event"] == event, message
-        if event == "opened":
-            self.wait_for_focus()
-        return message
-
-    def read(self, awaited):
-        line = self.process.stdout.readline()
-        if not line:
-            raise AssertionError(f"no line of event '{awaited}': {self.process.communicate()[1].decode()}")
-        return json.loads(line)
-
-    def go_to_page(self, page):
-        """Down to the next page of the preferences. Keys that come before it is shown go to the list of pages."""
-        self.press("Down")
-        while self.read(page).get("value") != page:
-            pass
-
-    def wait_for_focus(self):
-        """A window is painted before the window manager gives it the focus; keys pressed meanwhile are lost."""
-        for _ in range(250):
-            owner = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid"], capture_output=True, text=True)
-            if owner.stdout.strip() == str(self.process.pid):
-                return
-            time.sleep(0.02)
-        raise AssertionError("the window did not get the focus")
-
-    def wait_until_at_rest(self):
-        """Until it has used no processor time for a while: what was begun is done, and keys find their window."""
-        used, quiet = None, 0
-        while quiet < 8:
-            time.sleep(0.025)
-            with open(f"/proc/{self.process.pid}/stat", encoding="utf-8") as file:
-                before, used = used, file.read().split()[13:15]
-            quiet = quiet + 1 if used == before else 0
-        self.wait_for_focus()
-
-    def press(self, *keys):
-        subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
-
-    def type(self, text):
-        subprocess.run(["xdotool", "type", "--clearmodifiers", text], check=True)
-
-    def end(self):
-        self.process.stdout.close()
-        self.process.stderr.close()
-        code = self.process.wait(20)
-        self.limit.cancel()
-        return code
 
 
 def answer(keys, **data):
@@ -418,8 +353,8 @@ class BadInput(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             # The program finds its data beside itself.
             os.makedirs(folder + "/bin")
-            shutil.copy(GALLERY, folder + "/bin/gallery")
-            share = os.path.join(os.path.dirname(GALLERY), "..", "share")
+            shutil.copy(Gallery.BINARY, folder + "/bin/gallery")
+            share = os.path.join(os.path.dirname(Gallery.BINARY), "..", "share")
             shutil.copytree(share, folder + "/share")
             os.unlink(folder + "/share/commondlg3/gallery.dat")
             gallery = Gallery("--show", "dlg.example", binary=folder + "/bin/gallery")

@@ -136,6 +136,8 @@ private:
     void hide_messages();
     void number_buttons();
     void tell_message(const message_info_t& message);
+    std::string describe(const message_info_t& message) const;
+    void announce(const message_info_t& message);
 
     gen_helpers2::signal_t<int> m_shown_signal;
     std::unique_ptr<parent_layout_t> m_parent_layout;

@@ -403,6 +403,8 @@ void editor_pp_t::show_missing_program(const system_editor_t& editor)
     wx_helpers1::set_accessible_description(m_editor_list, info == blank_line ? text : info);
     if (!m_missing_program || from_wx(m_missing_program->GetLabelText()) == text)
         return;
+    if (m_editor_list->HasFocus())
+        wx_helpers1::announce(m_editor_list, text);
     wx_helpers1::set_label_text(m_missing_program, text);
     m_missing_program->Show(!text.empty() && (m_flags & show_info));
     rewrap();

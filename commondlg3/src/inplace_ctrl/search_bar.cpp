@@ -61,6 +61,7 @@ search_bar_t::search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log) : wxPanel
     m_severity->SetSelection(0);
     wx_helpers1::set_accessible_name(m_severity, translate_message("inplace_ctrl.filter"));
     m_answer = new wxStaticText(this, wxID_ANY, wxString());
+    wx_helpers1::keep_label_relations(m_answer);
     auto* close_button = make_button(this, image::cross, translate_message("inplace_ctrl.find_close"));
 
     auto* row = new wxBoxSizer(wxHORIZONTAL);

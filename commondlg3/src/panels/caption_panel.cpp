@@ -60,8 +60,10 @@ int caption_panel_t::add_message(severity_t severity, const std::string& text)
     m_messages.insert(place, message);
     if (leads && !text.empty())
         show_message(message.id, true);
-    else
+    else {
         number_buttons();
+        announce(message);
+    }
     return message.id;
 }
 
@@ -137,6 +139,8 @@ void caption_panel_t::show_message(int id, bool force)
         Layout();
     m_pane->Layout();
     number_buttons();
+    if (!pane_changed) // or the pane itself is said, as it appears
+        announce(*message);
     m_parent_layout->now();
     const auto signal = m_shown_signal; // a slot may destroy this panel
     signal.emit(id);

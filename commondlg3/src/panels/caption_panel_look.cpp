@@ -40,6 +40,7 @@ wxBitmapButton* make_button(wxWindow* parent)
     auto* button = new wxBitmapButton(parent, wxID_ANY, wxBitmapBundle(), wxDefaultPosition,
                                       wxSize(button_size, button_size), wxBORDER_NONE);
     wx_helpers1::remove_button_frame(button);
+    wx_helpers1::set_accessible_description(button, std::string()); // or its tool tip, which is its name
     return button;
 }
 
@@ -239,7 +240,26 @@ void caption_panel_t::number_buttons()
         set_numbered_name(m_previous, translate_message("caption.previous_message", numbers));
         set_numbered_name(m_next, translate_message("caption.next_message", numbers));
     }
-    wx_helpers1::set_accessible_name(m_pane, translate_message("caption.message_pane", numbers));
+    wx_helpers1::set_accessible_name(m_pane, describe(*shown));
+}
+
+// What a screen reader says of a message, with its number where there are several.
+std::string caption_panel_t::describe(const message_info_t& message) const
+{
+    const std::string spoken = translate_message(
+        "caption.message", varg_list{{"severity", severity_name(message.severity)}, {"text", message.text}});
+    if (m_messages.size() < 2)
+        return spoken;
+    return translate_message("caption.message_pane", varg_list{{"index", get_message_index(message.id) + 1},
+                                                               {"count", get_message_count()},
+                                                               {"message", spoken}});
+}
+
+// Also one that waits behind another.
+void caption_panel_t::announce(const message_info_t& message)
+{
+    if (m_pane->IsShownOnScreen() && !message.text.empty())
+        wx_helpers1::announce(m_pane, describe(message));
 }
 
 void caption_panel_t::tell_message(const message_info_t& message)

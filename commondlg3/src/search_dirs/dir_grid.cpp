@@ -51,6 +51,17 @@ vdxpropgrid2::grid_texts_t texts_of_grid(const std::string& check_header, const 
     texts.menu_paste = translate_message("panel.search_dirs.menu_paste");
     texts.menu_undo = translate_message("panel.search_dirs.menu_undo");
     texts.menu_redo = translate_message("panel.search_dirs.menu_redo");
+    texts.moved = [](int number, int count) {
+        return translate_message("panel.search_dirs.moved", {{"number", number}, {"count", count}});
+    };
+    texts.removed = [](const std::string& dir) {
+        return translate_message("panel.search_dirs.removed", {{"dir", dir}});
+    };
+    texts.checked = [check_header](bool checked) {
+        return translate_message(checked ? catalog_key("panel.search_dirs.checked")
+                                         : catalog_key("panel.search_dirs.unchecked"),
+                                 {{"box", check_header}});
+    };
     return texts;
 }
 

@@ -1,5 +1,6 @@
 #include "line_announcer.h"
 
+#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/guarded.h>
 
 #include <algorithm>
@@ -17,16 +18,10 @@ constexpr milliseconds between_bursts(3000);
 
 } // namespace
 
-line_announcer_t::line_announcer_t(std::function<std::string(std::size_t)> describe)
-    : m_describe(std::move(describe))
+line_announcer_t::line_announcer_t(wxWindow& window, std::function<std::string(std::size_t)> describe)
+    : m_window(window), m_describe(std::move(describe))
 {
     m_timer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { wx_helpers1::guarded([this] { announce(); }); });
-}
-
-line_announcer_t::~line_announcer_t()
-{
-    if (m_notification)
-        g_object_unref(m_notification);
 }
 
 void line_announcer_t::line_came()
@@ -46,17 +41,8 @@ void line_announcer_t::announce()
 
 void line_announcer_t::say(const std::string& text)
 {
-    if (!m_parent)
-        return;
     m_last = steady_clock::now();
-    if (!m_notification) {
-        m_notification = ATK_OBJECT(g_object_new(ATK_TYPE_OBJECT, nullptr));
-        atk_object_set_role(m_notification, ATK_ROLE_NOTIFICATION);
-        atk_object_set_parent(m_notification, m_parent);
-    }
-    // Readers say a notification that begins to show.
-    atk_object_set_name(m_notification, text.c_str());
-    atk_object_notify_state_change(m_notification, ATK_STATE_SHOWING, TRUE);
+    wx_helpers1::announce(&m_window, text);
 }
 
 } // namespace vdxcfrw7

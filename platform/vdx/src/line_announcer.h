@@ -1,13 +1,13 @@
 #pragma once
 
-#include <atk/atk.h>
-
 #include <wx/timer.h>
 
 #include <chrono>
 #include <cstddef>
 #include <functional>
 #include <string>
+
+class wxWindow;
 
 namespace vdxcfrw7 {
 
@@ -17,13 +17,10 @@ class line_announcer_t
 {
 public:
     /// `describe` makes the text for so many lines; an empty one is not said.
-    explicit line_announcer_t(std::function<std::string(std::size_t)> describe);
-    ~line_announcer_t();
+    line_announcer_t(wxWindow& window, std::function<std::string(std::size_t)> describe);
     line_announcer_t(const line_announcer_t&) = delete;
     line_announcer_t& operator=(const line_announcer_t&) = delete;
 
-    /// Beside whom it is said.
-    void set_parent(AtkObject* parent) { m_parent = parent; }
     void line_came();
     /// At once.
     void say(const std::string& text);
@@ -31,9 +28,8 @@ public:
 private:
     void announce();
 
+    wxWindow& m_window;
     std::function<std::string(std::size_t)> m_describe;
-    AtkObject* m_parent = nullptr;
-    AtkObject* m_notification = nullptr;
     std::size_t m_lines = 0;
     std::chrono::steady_clock::time_point m_last{};
     wxTimer m_timer;

@@ -38,7 +38,7 @@ std::string shortened(std::string_view text)
 struct view_accessible_t::impl_t final : text_owner_t
 {
     explicit impl_t(log_view_t& the_view)
-        : view(the_view), announcer([this](std::size_t count) { return describe_new(count); })
+        : view(the_view), announcer(the_view, [this](std::size_t count) { return describe_new(count); })
     {
     }
     ~impl_t()
@@ -270,7 +270,6 @@ void view_accessible_t::attach()
     if (!m_impl->log)
         return;
     atk_object_set_role(m_impl->log.get(), ATK_ROLE_LOG);
-    m_impl->announcer.set_parent(m_impl->log.get());
 }
 
 void view_accessible_t::changed()

@@ -26,6 +26,7 @@ struct property_grid_t::impl_t
     void add_columns();
     void apply_texts();
     bool perform(const grid_rows_t::change_t& change);
+    void announce(const std::string& text);
     int current() const;
     void set_current(int row);
     std::size_t row_count() const { return model->rows.size() + 1; }
@@ -38,6 +39,7 @@ struct property_grid_t::impl_t
     void edit(int row, const std::string& typed);
     void on_edited(int row, const std::string& utf8);
     void move_current(int by);
+    void toggle(std::size_t row);
     void press_more(int row);
     void ask_for_removal(int row);
     void copy();

@@ -50,8 +50,7 @@ void property_grid_t::impl_t::on_key(wxKeyEvent& event)
              (modifiers == wxMOD_SHIFT && key == WXK_F10))
         show_menu(below_row(current()));
     else if (plain && key == WXK_SPACE && !columns[check_column]->IsHidden() && is_row(current()))
-        perform(model->rows.set_checked(static_cast<std::size_t>(current()),
-                                        !model->rows.at(static_cast<std::size_t>(current())).checked));
+        toggle(static_cast<std::size_t>(current()));
     else if (plain && key == WXK_F4)
         press_more(current());
     else if (plain && (key == WXK_DELETE || key == WXK_NUMPAD_DELETE))
@@ -117,6 +116,14 @@ void property_grid_t::impl_t::move_current(int by)
     const int row = current();
     if (grid->move_row(row, row + by))
         set_current(row + by);
+}
+
+void property_grid_t::impl_t::toggle(std::size_t row)
+{
+    const bool checked = !model->rows.at(row).checked;
+    if (model->texts.checked)
+        announce(model->texts.checked(checked));
+    perform(model->rows.set_checked(row, checked));
 }
 
 void property_grid_t::impl_t::press_more(int row)

@@ -93,7 +93,7 @@ void grid_model_t::GetValueByRow(wxVariant& value, unsigned row, unsigned column
         value = wx_helpers1::to_label(mark ? mark->word : std::string());
         break;
     default:
-        value = wxString::FromUTF8("…");
+        value = wx_helpers1::to_label(texts.more_header); // drawn as three dots
     }
 }
 

@@ -1,6 +1,7 @@
 #include "vdxpropgrid2/property_grid.h"
 
 #include "grid_impl.h"
+#include "more_renderer.h"
 
 #include <gen_helpers2/strings.h>
 #include <wx_helpers1/accessibility.h>
@@ -74,6 +75,7 @@ void property_grid_t::impl_t::add_columns()
         wxDVC_DEFAULT_WIDTH, wxALIGN_CENTER, 0);
     for (wxDataViewColumn* column : columns)
         view->AppendColumn(column);
+    draw_dots(GTK_CELL_RENDERER(columns[more_column]->GetRenderer()->GtkGetTextRenderer()));
     // The list's last column would take what is left over; it belongs to the texts.
     gtk_tree_view_column_set_expand(GTK_TREE_VIEW_COLUMN(columns[text_column]->GetGtkHandle()), TRUE);
 }
@@ -112,12 +114,21 @@ bool property_grid_t::impl_t::perform(const grid_rows_t::change_t& change)
     changing_rows = true;
     model->show(*change);
     changing_rows = false;
+    if (change->kind == rows_change_t::kind_t::moved && model->texts.moved)
+        announce(model->texts.moved(static_cast<int>(change->to) + 1, static_cast<int>(model->rows.size())));
     // The list leaves its cursor at the same number; the user's is at the row that was moved or came.
     if (change->kind == rows_change_t::kind_t::moved && before == static_cast<int>(change->at))
         set_current(static_cast<int>(change->to));
     const auto signal = changed; // a slot may destroy the grid
     signal.emit();
     return true;
+}
+
+// What the list itself does not tell readers of.
+void property_grid_t::impl_t::announce(const std::string& text)
+{
+    if (view->IsShownOnScreen())
+        wx_helpers1::announce(view, text);
 }
 
 int property_grid_t::impl_t::current() const
@@ -251,7 +262,11 @@ bool property_grid_t::move_row(int from, int to)
 
 bool property_grid_t::delete_row(int row)
 {
-    return m_impl->is_row(row) && m_impl->perform(m_impl->model->rows.remove(static_cast<std::size_t>(row)));
+    if (!m_impl->is_row(row))
+        return false;
+    if (const auto& removed = m_impl->model->texts.removed)
+        m_impl->announce(removed(get_text(row)));
+    return m_impl->perform(m_impl->model->rows.remove(static_cast<std::size_t>(row)));
 }
 
 bool property_grid_t::undo()

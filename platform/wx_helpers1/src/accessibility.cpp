@@ -1,7 +1,5 @@
 #include "wx_helpers1/accessibility.h"
 
-#include "label_relations.h"
-
 #include <gen_helpers2/strings.h>
 
 #include <wx/stattext.h>
@@ -50,6 +48,27 @@ void keep_label(GtkLabel* label, GParamSpec*, gpointer)
     if (tied != field && !may_be_any)
         gtk_label_set_mnemonic_widget(label, static_cast<GtkWidget*>(field));
     g_clear_object(&field);
+}
+
+// A reader passes over a notification without states.
+GType notification_type()
+{
+    static const GType type = [] {
+        GTypeQuery query;
+        g_type_query(ATK_TYPE_OBJECT, &query);
+        const auto init = +[](gpointer table, gpointer) {
+            static AtkObjectClass* const parent = ATK_OBJECT_CLASS(g_type_class_peek_parent(table));
+            ATK_OBJECT_CLASS(table)->ref_state_set = [](AtkObject* object) {
+                AtkStateSet* states = parent->ref_state_set(object);
+                for (const AtkStateType state : {ATK_STATE_ENABLED, ATK_STATE_VISIBLE, ATK_STATE_SHOWING})
+                    atk_state_set_add_state(states, state);
+                return states;
+            };
+        };
+        return g_type_register_static_simple(ATK_TYPE_OBJECT, "WxHelpersNotification", query.class_size, init,
+                                             query.instance_size, nullptr, static_cast<GTypeFlags>(0));
+    }();
+    return type;
 }
 
 } // namespace
@@ -120,6 +139,25 @@ void set_label_for(wxStaticText* label, wxWindow* field)
     if (!name.EndsWith(":", &name))
         name.EndsWith(wxString::FromUTF8("："), &name);
     set_accessible_name(field, name.utf8_string());
+}
+
+void announce(wxWindow* window, const std::string& text)
+{
+    constexpr char key[] = "wx_helpers1-notification";
+    GtkWidget* widget = active_widget(window);
+    if (!widget || text.empty())
+        return;
+    auto* notification = static_cast<AtkObject*>(g_object_get_data(G_OBJECT(widget), key));
+    if (!notification) {
+        notification = ATK_OBJECT(g_object_new(notification_type(), nullptr));
+        atk_object_set_role(notification, ATK_ROLE_NOTIFICATION);
+        // Not the window: readers would say the dialog and the list that it is in as well.
+        atk_object_set_parent(notification, atk_get_root());
+        g_object_set_data_full(G_OBJECT(widget), key, notification, g_object_unref);
+    }
+    atk_object_set_name(notification, gen_helpers2::replace_invalid_utf8(text).c_str());
+    // Readers say a notification that begins to show.
+    atk_object_notify_state_change(notification, ATK_STATE_SHOWING, TRUE);
 }
 
 std::string get_accessible_name(wxWindow* window)

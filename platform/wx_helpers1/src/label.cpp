@@ -1,7 +1,6 @@
 #include "wx_helpers1/label.h"
 
-#include "label_relations.h"
-
+#include "wx_helpers1/accessibility.h"
 #include "wx_helpers1/text.h"
 
 #include <cpil/strings.h>

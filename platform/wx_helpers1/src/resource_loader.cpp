@@ -1,6 +1,5 @@
 #include "wx_helpers1/resource_loader.h"
 
-#include "label_relations.h"
 #include "spare_layouts.h"
 
 #include "wx_helpers1/accessibility.h"

@@ -3,6 +3,7 @@
 #include "wx_helpers1/guarded.h"
 
 #include "accessible_actions.h"
+#include "accessible_focus.h"
 #include "contrast.h"
 #include "least_sizes.h"
 
@@ -191,6 +192,7 @@ void ui_settings_t::initialize()
         keep_headers_readable();
     }
     run_accessible_actions_from_loop();
+    tell_focus_of_fields_at_once();
     keep_least_sizes();
 }
 

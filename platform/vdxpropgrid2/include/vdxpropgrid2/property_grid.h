@@ -56,6 +56,10 @@ struct grid_texts_t
     // Entries of the context menu; an empty one is left out. "&" stands before the letter that chooses it.
     std::string menu_edit, menu_more, menu_up, menu_down, menu_remove;
     std::string menu_copy, menu_paste, menu_undo, menu_redo;
+    // What a screen reader says when it was done; it is not said without.
+    std::function<std::string(int number, int count)> moved;     ///< to this place among the rows, from 1
+    std::function<std::string(const std::string& text)> removed; ///< the row of this text
+    std::function<std::string(bool checked)> checked;            ///< the current row's box
 };
 
 /// A list of texts that the user edits in place: a row each, with a button for more, and below them the input

@@ -26,6 +26,12 @@ WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t 
 /// the field.
 WX_HELPERS1_EXPORT void set_label_for(wxStaticText* label, wxWindow* field);
 
+/// For a text that no layout made: keeps the toolkit from making it the name of whatever control follows it.
+WX_HELPERS1_EXPORT void keep_label_relations(wxStaticText* label);
+
+/// Has a screen reader say in passing what happened in a window. Sparingly: it breaks off what is being said.
+WX_HELPERS1_EXPORT void announce(wxWindow* window, const std::string& text);
+
 /// The name that was set, or that the toolkit gives; empty when there is none.
 WX_HELPERS1_EXPORT std::string get_accessible_name(wxWindow* window);
 /// What a screen reader says: the text of the label that belongs to the window, or else its name.
