@@ -9,6 +9,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 
+#include <algorithm>
 #include <string>
 
 namespace gallery {
@@ -36,7 +37,7 @@ void advanced_panel_page_t::on_init_dialog()
     m_outer = new advanced_panel_t(this, get_string(m_data, "caption", text("advanced.sample.outer")), style,
                                    wxID_ANY);
     constexpr int below_the_caption = 1;
-    insert_panel(m_outer, below_the_caption, 18 - m_outer->get_header_height() / 2, caption);
+    insert_panel(m_outer, below_the_caption, std::max(0, 18 - m_outer->get_header_height() / 2), caption);
     const auto box = [](wxWindow* parent, const char* key) {
         return new wxCheckBox(parent, wxID_ANY, wx_helpers1::to_plain_label(text(key)));
     };

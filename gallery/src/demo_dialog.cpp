@@ -9,6 +9,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/sizer.h>
+#include <wx/xrc/xmlres.h>
 
 #include <algorithm>
 
@@ -40,6 +41,7 @@ void demo_dialog_t::finish_layout()
     }
     fit_to_contents();
     fit_to_contents(); // the panel knows its height once it has been given its width
+    keep_on_screen(FindWindow(XRCID("m_area")));
     centre_on_parent();
 }
 

@@ -42,12 +42,27 @@ void page_frame_t::on_init_dialog()
     wxWindow* first_child = GetChildren().GetFirst()->GetData();
     if (first_child != m_page)
         m_page->MoveBeforeInTabOrder(first_child);
-    constexpr int comfortable_width = 560;
-    fit_to_contents(comfortable_width);
+    fit();
     centre_on_parent();
+    Bind(wxEVT_IDLE, &page_frame_t::on_idle, this);
     // The toolkit's first focus would go by where controls are; the page's order counts.
     if (wxWindow* first = first_control(m_page))
         first->SetFocus();
+}
+
+void page_frame_t::fit()
+{
+    constexpr int comfortable_width = 560;
+    fit_to_contents(comfortable_width);
+    keep_on_screen(m_page);
+}
+
+// A page may come to say more than it did when it was opened.
+void page_frame_t::on_idle(wxIdleEvent& event)
+{
+    event.Skip();
+    if (m_page->GetParent() == this && GetSizer()->CalcMin().y > GetClientSize().y)
+        fit();
 }
 
 void page_frame_t::handle_ok(wxCommandEvent&)

@@ -19,6 +19,9 @@ public:
     void on_cancel() override;
 
 private:
+    void fit();
+    void on_idle(wxIdleEvent& event);
+
     commondlg3::pref_base_t* m_page;
     std::string m_title;
 };

@@ -255,11 +255,23 @@ int preferences_dialog_t::get_selected() const
 void preferences_dialog_t::on_idle(wxIdleEvent& event)
 {
     event.Skip();
+    fit_page();
     const int shown = get_selected();
     if (shown < 0 || shown == m_reported || !m_pages[shown].window->IsShownOnScreen())
         return;
     m_reported = shown;
     report_signal(object_name, "page", m_pages[shown].page->get_object());
+}
+
+// A page needs another size once its texts have been broken anew.
+void preferences_dialog_t::fit_page()
+{
+    const wxSize needed = m_area ? m_area->GetSizer()->CalcMin() : wxSize();
+    if (needed == m_fitted)
+        return;
+    m_fitted = needed;
+    m_area->FitInside();
+    m_area->Layout();
 }
 
 void preferences_dialog_t::select(int index)

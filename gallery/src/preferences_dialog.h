@@ -55,6 +55,7 @@ private:
     void on_search_key(wxKeyEvent& event);
     /// Shows a page, by its place among all of them; -1: none.
     void select(int page);
+    void fit_page();
     void on_idle(wxIdleEvent& event);
     int get_selected() const;
     void create_page(shown_page_t& page);
@@ -68,6 +69,7 @@ private:
 
     std::vector<shown_page_t> m_pages;
     std::string m_first_page;
+    wxSize m_fitted; ///< what the page needed when the area was last fitted to it
     int m_reported = -1;
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;
     std::vector<int> m_listed; ///< the pages in the list, in its order

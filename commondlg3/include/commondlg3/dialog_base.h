@@ -68,6 +68,10 @@ protected:
     void fit_to_contents();
     /// The same for a dialog whose labels wrap: at least `width` pixels wide, and as high as that makes them.
     void fit_to_contents(int width);
+    /// After either: a dialog that is higher or wider than the screen is made smaller, and scrolls to what has
+    /// no room in `content` any more; the buttons below that stay in sight. What is no wxScrolledWindow itself
+    /// is put into one then.
+    void keep_on_screen(wxWindow* content);
     /// For windows that add to their layout: its sizer, or a new one where the layout has none.
     wxSizer* need_sizer();
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.

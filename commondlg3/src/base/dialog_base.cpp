@@ -1,11 +1,13 @@
 #include "commondlg3/dialog_base.h"
 
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/moving.h>
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/screen.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/display.h>
+#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
@@ -20,6 +22,20 @@ void forget_measurements(wxWindow* window)
     for (wxWindow* child : window->GetChildren())
         if (!child->IsTopLevel())
             forget_measurements(child);
+}
+
+// It takes the content's place in its sizer and for Tab.
+wxScrolledWindow* put_into_area(wxWindow* content)
+{
+    auto* area = new wxScrolledWindow(content->GetParent());
+    if (wxWindow* next = content->GetNextSibling(); next && next != area)
+        area->MoveBeforeInTabOrder(next);
+    if (content->GetContainingSizer())
+        content->GetContainingSizer()->Replace(content, area);
+    wx_helpers1::move_window(content, area, true);
+    area->SetSizer(new wxBoxSizer(wxVERTICAL));
+    area->GetSizer()->Add(content, 1, wxEXPAND);
+    return area;
 }
 
 } // namespace
@@ -194,6 +210,30 @@ void dialog_base_t::fit_to_contents(int width)
     const wxSize needed(GetClientSize().x, GetSizer()->CalcMin().y);
     SetMinClientSize(needed);
     SetClientSize(needed);
+}
+
+void dialog_base_t::keep_on_screen(wxWindow* content)
+{
+    const unsigned display = wx_helpers1::display_near(GetParent() ? GetParent() : this);
+    // The frame is the window manager's, and not known yet.
+    const wxSize room =
+        wxDisplay(display).GetClientArea().GetSize() - wxSize(GetCharWidth(), 3 * GetCharHeight());
+    wxSize size = GetSize();
+    if (!content || (size.x <= room.x && size.y <= room.y))
+        return;
+    auto* area = wxDynamicCast(content, wxScrolledWindow);
+    if (!area)
+        area = put_into_area(content);
+    area->SetScrollRate(GetCharWidth(), GetCharHeight());
+    // A bar that comes and goes with the height of texts, which goes by the width that it leaves, would never
+    // rest.
+    area->ShowScrollbars(wxSHOW_SB_DEFAULT, wxSHOW_SB_ALWAYS);
+    area->SetMinSize(wxSize(1, 1));
+    size.DecTo(room);
+    SetMinSize(wxSize(size.x, std::min(size.y, 2 * room.y / 3)));
+    SetSize(size);
+    Layout();
+    area->FitInside();
 }
 
 void dialog_base_t::centre_on_parent()

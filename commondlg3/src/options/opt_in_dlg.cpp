@@ -35,6 +35,7 @@ void opt_in_dlg_t::on_init_dialog()
     allow_ok();
     Bind(wxEVT_RADIOBUTTON, &opt_in_dlg_t::on_input, this);
     fit_to_contents(comfortable_width);
+    keep_on_screen(place);
     centre_on_parent();
 }
 

@@ -81,15 +81,19 @@ std::unique_ptr<ui_settings_t>& instance()
     return the_instance;
 }
 
-// Some themes set the headers of lists in a grey that is hard to read.
-void keep_headers_readable()
+// Some themes set the headers of lists in a grey that is hard to read. And they let the inner border of a
+// button grow slowly once it has a label: one that is measured before it is seen would get too little room.
+void mend_theme()
 {
     GdkScreen* screen = gdk_screen_get_default();
     if (!screen)
         return;
     GtkCssProvider* provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, "treeview.view header button { color: @theme_fg_color; }", -1,
-                                    nullptr);
+    gtk_css_provider_load_from_data(provider,
+                                    "treeview.view header button { color: @theme_fg_color; }"
+                                    "button { transition-property: background-color, background-image, "
+                                    "border-color, box-shadow, color; }",
+                                    -1, nullptr);
     gtk_style_context_add_provider_for_screen(screen, GTK_STYLE_PROVIDER(provider),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     g_object_unref(provider);
@@ -189,7 +193,7 @@ void ui_settings_t::initialize()
 {
     if (!instance()) {
         instance().reset(new ui_settings_t);
-        keep_headers_readable();
+        mend_theme();
     }
     run_accessible_actions_from_loop();
     tell_focus_of_fields_at_once();
@@ -255,8 +259,8 @@ void ui_settings_t::set_theme(theme_t theme)
 
 void set_font(wxWindow* window, const wxFont& font)
 {
-    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well: so
-    // it is given one first, and only its size is left to it.
+    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well:
+    // so it is given one first, and only its size is left to it.
     const auto* label = wxDynamicCast(window, wxStaticText);
     if (label)
         window->wxWindow::SetFont(font);
