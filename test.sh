@@ -48,6 +48,9 @@ if $all; then
     step "What a screen reader says"
     run_tests release -L speech
 
+    step "An audit of every window"
+    scripts/audit.sh build/gallery/commondlg3_gallery
+
     step "Linters"
     scripts/lint.sh
 

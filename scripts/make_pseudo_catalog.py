@@ -11,7 +11,7 @@ from catalog_format import read_po
 
 HEADER = "Language: {}\nMIME-Version: 1.0\nContent-Type: text/plain; charset=UTF-8\nContent-Transfer-Encoding: 8bit\n"
 # Letters in which no text is written, in words, so that a line can break between them.
-FILLING = {"en_XA": "\u0233\u0117\u014d \u0169\u012d", "ar_XB": "\u0630\u0638\u063a \u062e\u0634"}
+FILLING = {"en_XA": "\u00fd\u00e9\u00f6 \u00fc\u00ef", "ar_XB": "\u0630\u0638\u063a \u062e\u0634"}
 RIGHT_TO_LEFT_MARK = "\u200f"
 
 

@@ -67,7 +67,7 @@ class ExampleWindows(unittest.TestCase):
     def test_letter_of_a_label_leads_to_its_field(self):
         gallery = Gallery("--show", "dlg.example", "--language", "en")
         gallery.expect("opened")
-        gallery.press("alt+o")
+        gallery.press("alt+t")
         gallery.type("xy")
         gallery.press("alt+n")
         gallery.type("ab")

@@ -46,6 +46,8 @@ void opt_in_pp_t::on_init_dialog()
     m_record_label->Show(!m_record.empty());
     m_record_text->Show(!m_record.empty());
     wx_helpers1::set_label_for(m_record_label, m_record_text);
+    for (wxRadioButton* answer : {m_agree, m_refuse})
+        wx_helpers1::set_accessible_description(answer, wx_helpers1::from_wx(m_question->GetLabelText()));
     Bind(wxEVT_SIZE, &opt_in_pp_t::on_size, this);
     Fit();
 }

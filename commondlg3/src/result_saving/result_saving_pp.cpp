@@ -164,6 +164,8 @@ void result_saving_pp_t::on_init_dialog()
     m_browse->Bind(wxEVT_BUTTON, &result_saving_pp_t::on_button_browse, this);
     Bind(wxEVT_SIZE, &result_saving_pp_t::on_resize, this);
     wx_helpers1::set_accessible_name(m_folder, from_wx(m_to_folder->GetLabelText()));
+    for (wxRadioButton* choice : {m_to_folder, m_to_project})
+        wx_helpers1::set_accessible_description(choice, from_wx(m_storing_label->GetLabelText()));
     wx_helpers1::set_label_text(m_explanation, m_messages.at_explanation + " " + m_messages.at_example);
     update_shown_controls();
     load_settings();

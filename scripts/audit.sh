@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Looks at every window of the gallery for what a machine can see to be wrong with it: on two screens, at several text
+# scales, in every language, made-up ones too. Prints what it finds, and fails when that is anything at all.
+#
+# usage: audit.sh GALLERY [LANGUAGE THEME SCALE SCREEN]
+set -euo pipefail
+gallery=$1
+shift
+
+if [ $# -eq 4 ]; then
+    said=$(SCREEN_SIZE=$4 "$(dirname "$0")/with_display.sh" env GDK_DPI_SCALE="$3" \
+        "$gallery" --audit --language "$1" --theme "$2" 2>&1) && code=0 || code=$?
+    complaints=$(grep -E '"event":"finding"|WARNING|CRITICAL' <<<"$said" || true)
+    [ -z "$complaints" ] || printf '== %s\n%s\n' "$*" "$complaints"
+    [ "$code" -eq 0 ] && [ -z "$complaints" ] && exit
+    printf '== %s: exit code %d\n' "$*" "$code"
+    exit 1
+fi
+
+{
+    printf '%s light 1 1280x1024\n' en de ja ar en_XA ar_XB
+    printf '%s dark 1.5 1280x1024\n' en de ja ar en_XA ar_XB
+    printf '%s light 1.25 800x600\n' en de ja ar en_XA ar_XB
+    printf '%s dark 2 1280x1024\n' en de ja ar
+} | xargs -P 3 -L 1 "$0" "$gallery"
+echo "Nothing found"
