@@ -2,8 +2,9 @@
 # Installs what is missing, builds, and tests.
 #
 #   ./test.sh        everything as released
-#   ./test.sh all    also what a screen reader says, the linters, AddressSanitizer and UndefinedBehaviorSanitizer, the
-#                    thread tests under ThreadSanitizer, each fuzzer for a short while, and a monkey at keyboard and mouse
+#   ./test.sh all    also what a screen reader says, an audit of every window, the linters, a monkey at keyboard and mouse,
+#                    AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under ThreadSanitizer, the gallery
+#                    by another compiler, and each fuzzer for a short while
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
@@ -12,7 +13,7 @@ cd "$(dirname "$0")"
 case "${1:-}" in
     "") all=false ;;
     all) all=true ;;
-    *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,10s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
 scripts/setup.sh
@@ -70,8 +71,8 @@ if $all; then
 
     fuzz_seconds=${FUZZ_SECONDS:-20}
     if [ "$fuzz_seconds" -gt 0 ]; then
-        step "Building the fuzzers"
-        build fuzz fuzzers
+        step "Building the fuzzers, and the gallery, with clang"
+        build fuzz fuzzers commondlg3_gallery
         for corpus in fuzz/corpus/*; do
             fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
             step "$(basename "$fuzzer") for $fuzz_seconds s"
