@@ -15,7 +15,8 @@ packages=(
     xvfb xauth openbox xdotool xclip imagemagick dbus-x11 at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
     orca
     # what windows need to look right, in every language that is shipped
-    adwaita-icon-theme gsettings-desktop-schemas fonts-dejavu-core fonts-noto-core fonts-vlgothic
+    adwaita-icon-theme gsettings-desktop-schemas librsvg2-common shared-mime-info
+    fonts-dejavu-core fonts-noto-core fonts-vlgothic
 )
 
 missing=()
