@@ -73,6 +73,8 @@ if $all; then
     if [ "$fuzz_seconds" -gt 0 ]; then
         step "Building the fuzzers, and the gallery, with clang"
         build fuzz fuzzers commondlg3_gallery
+        step "clang-tidy"
+        scripts/lint.sh --tidy
         for corpus in fuzz/corpus/*; do
             fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
             step "$(basename "$fuzzer") for $fuzz_seconds s"

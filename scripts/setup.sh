@@ -10,7 +10,7 @@ packages=(
     # tests, benchmarks, fuzzers
     libgtest-dev libbenchmark-dev geany clang libclang-rt-14-dev
     # linters
-    clang-format shellcheck codespell pyflakes3
+    clang-format clang-tidy shellcheck codespell pyflakes3
     # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
     xvfb xauth openbox xdotool xclip imagemagick dbus-x11 at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0
     orca

@@ -46,7 +46,7 @@ public:
     using callback_t = inplace_ctrl_t::callback_t;
 
     event_entry_t(event_log_t& log, tag_t tag);
-    virtual ~event_entry_t();
+    ~event_entry_t() override;
 
     /// Takes its element out of the log; what is said to it afterwards goes nowhere.
     virtual void hide();

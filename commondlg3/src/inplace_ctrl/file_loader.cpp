@@ -26,7 +26,7 @@ namespace {
 using gen_helpers2::variant_bag_t;
 
 constexpr char file_loader_unit[] = "inplace_ctrl";
-constexpr std::size_t piece_bytes = 512 * 1024;
+constexpr std::size_t piece_bytes = std::size_t(512) * 1024;
 constexpr std::size_t piece_lines = 8192;
 
 class reader_t final : public gen_helpers2::bag_handler_t

@@ -19,7 +19,7 @@ constexpr char message_entry_unit[] = "inplace_ctrl";
 constexpr int gauge_steps = 800;
 // The text of batches from this size on is taken over, that of smaller ones copied: an arena has room to
 // spare.
-constexpr std::size_t worth_adopting = 128 * 1024;
+constexpr std::size_t worth_adopting = std::size_t(128) * 1024;
 constexpr std::size_t lines_between_looks_at_the_clock = 32;
 
 } // namespace

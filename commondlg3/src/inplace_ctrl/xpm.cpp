@@ -13,7 +13,7 @@ namespace {
 
 constexpr long largest_side = 1024;
 constexpr long most_colours = 65536;
-constexpr std::size_t longest_xpm = 8 * 1024 * 1024;
+constexpr std::size_t longest_xpm = std::size_t(8) * 1024 * 1024;
 
 void add_handler()
 {

@@ -11,7 +11,7 @@ namespace commondlg3 {
 namespace {
 
 // What a label lays out within some milliseconds.
-constexpr std::size_t most_bytes_of_label = 32 * 1024;
+constexpr std::size_t most_bytes_of_label = std::size_t(32) * 1024;
 constexpr std::size_t most_bytes_of_label_line = 1500;
 // The widget lays out a paragraph as a whole when any of it is seen.
 constexpr std::size_t most_characters_of_paragraph = 1000;

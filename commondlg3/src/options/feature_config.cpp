@@ -16,7 +16,7 @@ constexpr char features_key[] = "features";
 constexpr char feature_key[] = "feature";
 constexpr char env_variable_key[] = "env_variable";
 // Thousands of features fit; a file that is larger is none of ours and not worth its memory.
-constexpr std::size_t max_file_bytes = 16 * 1024 * 1024;
+constexpr std::size_t max_file_bytes = std::size_t(16) * 1024 * 1024;
 
 gen_helpers2::variant_bag_t read(const gen_helpers2::path_t& file)
 {

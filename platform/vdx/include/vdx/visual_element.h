@@ -14,7 +14,7 @@ class VDX_EXPORT CVisualElement : public gen_helpers2::subscriber_base_t
 {
 public:
     CVisualElement() = default;
-    virtual ~CVisualElement();
+    ~CVisualElement() override;
     CVisualElement(const CVisualElement&) = delete;
     CVisualElement& operator=(const CVisualElement&) = delete;
 
