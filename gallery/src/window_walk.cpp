@@ -17,6 +17,7 @@ namespace {
 // What a window does right after its first painting: focus rings, default buttons, the window manager's
 // frame.
 constexpr int settle_milliseconds = 250;
+constexpr int most_waits = 20;
 
 class walker_t : public wxEvtHandler
 {
@@ -26,7 +27,14 @@ public:
     walker_t(std::vector<walk_step_t> steps, visit_t visit, std::function<void()> done)
         : m_steps(std::move(steps)), m_visit(std::move(visit)), m_done(std::move(done)), m_timer(this)
     {
-        Bind(wxEVT_TIMER, [this](wxTimerEvent&) { m_window ? leave() : walk(); });
+        Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+            if (!m_window)
+                walk();
+            else if (!m_window->IsActive() && m_waits++ < most_waits)
+                start(); // the window manager has more to do
+            else
+                leave();
+        });
     }
 
     void start() { m_timer.StartOnce(settle_milliseconds); }
@@ -42,6 +50,7 @@ private:
             }
             wx_helpers1::when_next_window_is_painted([this](wxTopLevelWindow* window) {
                 m_window = window;
+                m_waits = 0;
                 m_timer.StartOnce(settle_milliseconds);
             });
             step.open(); // comes back once leave() has closed the window
@@ -61,6 +70,7 @@ private:
     wxTimer m_timer;
     std::string m_name;
     wxTopLevelWindow* m_window = nullptr;
+    int m_waits = 0;
 };
 
 } // namespace

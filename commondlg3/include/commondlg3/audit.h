@@ -19,7 +19,7 @@ struct audit_finding_t
     /// - "text_cut": a text that needs more room than it has
     /// - "beyond_screen": the window, or a button of it
     /// - "tab_misses", "tab_trapped": a control that Tab never reaches, or never leaves
-    /// - "no_focus": no control has the keyboard
+    /// - "no_focus": no control has the keyboard, or another window is active
     /// - "no_name", "same_name", "other_name": a control that a screen reader cannot tell, or tells by
     /// another   name than the one that is seen
     /// - "same_mnemonic": two controls with one letter
@@ -41,11 +41,11 @@ struct audit_finding_t
 /// It says nothing about texts that are hard to understand, or an order of controls that makes no sense:
 /// not instead of looking, or of listening to a screen reader.
 ///
-/// The window must be on the screen and painted, and nothing may lie over it: contrast is taken from what
-/// the screen shows (nowhere else is it known; under Wayland it is left out). The focus goes through the
-/// window once in each direction and comes back, with what that does to fields: they check what they hold.
-/// For a control the answer is about the top-level window that it is in; a null window has no findings. GUI
-/// thread.
+/// The window must be on the screen, active and painted, and nothing may lie over it: contrast is taken
+/// from what the screen shows (nowhere else is it known; under Wayland it is left out). The focus goes
+/// through the window once in each direction and comes back, with what that does to fields: they check what
+/// they hold. For a control the answer is about the top-level window that it is in; a null window has no
+/// findings. GUI thread.
 COMMONDLG3_EXPORT std::vector<audit_finding_t> audit_window(wxWindow* window);
 
 } // namespace commondlg3

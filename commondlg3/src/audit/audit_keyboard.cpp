@@ -77,8 +77,10 @@ void audit_tab_order(audited_window_t& audited)
         if (takes_keys(*window))
             stops.push_back(window);
     wxWindow* const before = wx_helpers1::get_focus_in(audited.top());
-    if (!stops.empty() && !before)
-        audited.add("no_focus", audited.top(), "");
+    if (!stops.empty() && !(before && audited.top().IsActive())) {
+        audited.add("no_focus", audited.top(), "Tab was not tried");
+        return;
+    }
     if (stops.size() < 2)
         return;
     for (const bool backwards : {false, true}) {
@@ -87,8 +89,7 @@ void audit_tab_order(audited_window_t& audited)
             if (!is_visited(*window, visited))
                 audited.add("tab_misses", *window, backwards ? "backwards" : "forwards");
     }
-    if (before)
-        before->SetFocus();
+    before->SetFocus();
 }
 
 void audit_mnemonics(audited_window_t& audited)

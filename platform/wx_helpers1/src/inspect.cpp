@@ -26,9 +26,9 @@ shown_text_t text_of(GtkLabel* label)
     PangoLayout* layout = gtk_label_get_layout(label);
     int width = 0, height = 0;
     pango_layout_get_pixel_size(layout, &width, &height);
-    const wxRect place = place_of(GTK_WIDGET(label));
+    const wxRect place = place_of(GTK_WIDGET(label)); // a pixel more is no more than rounding
     return {gtk_label_get_text(label), place,
-            pango_layout_is_ellipsized(layout) || width > place.width || height > place.height};
+            pango_layout_is_ellipsized(layout) || width > place.width + 1 || height > place.height + 1};
 }
 
 // A list that shows one of its rows, and is as wide as that row needs.
