@@ -8,8 +8,11 @@ gallery=$1
 shift
 
 if [ $# -eq 4 ]; then
-    said=$(SCREEN_SIZE=$4 "$(dirname "$0")/with_display.sh" env GDK_DPI_SCALE="$3" \
-        "$gallery" --audit --language "$1" --theme "$2" 2>&1) && code=0 || code=$?
+    for _ in 1 2 3; do # on a busy machine a window may be given the focus too late
+        said=$(SCREEN_SIZE=$4 "$(dirname "$0")/with_display.sh" env GDK_DPI_SCALE="$3" \
+            "$gallery" --audit --language "$1" --theme "$2" 2>&1) && code=0 || code=$?
+        [[ $said == *"Tab was not tried"* ]] || break
+    done
     complaints=$(grep -E '"event":"finding"|WARNING|CRITICAL' <<<"$said" || true)
     [ -z "$complaints" ] || printf '== %s\n%s\n' "$*" "$complaints"
     [ "$code" -eq 0 ] && [ -z "$complaints" ] && exit
@@ -22,5 +25,5 @@ fi
     printf '%s dark 1.5 1280x1024\n' en de ja ar en_XA ar_XB
     printf '%s light 1.25 800x600\n' en de ja ar en_XA ar_XB
     printf '%s dark 2 1280x1024\n' en de ja ar
-} | xargs -P 3 -L 1 "$0" "$gallery"
+} | xargs -P 2 -L 1 "$0" "$gallery"
 echo "Nothing found"

@@ -31,7 +31,7 @@ public:
             if (!m_window)
                 walk();
             else if (!m_window->IsActive() && m_waits++ < most_waits)
-                start(); // the window manager has more to do
+                wait();
             else
                 leave();
         });
@@ -40,6 +40,13 @@ public:
     void start() { m_timer.StartOnce(settle_milliseconds); }
 
 private:
+    // The window manager has more to do, or thinks better of it.
+    void wait()
+    {
+        m_window->Raise();
+        start();
+    }
+
     void walk()
     {
         for (const walk_step_t& step : m_steps) {

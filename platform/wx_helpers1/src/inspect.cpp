@@ -164,8 +164,11 @@ void press_tab(const wxTopLevelWindow& window, bool backwards)
     GdkEvent* event = gdk_event_new(GDK_KEY_PRESS);
     event->key.window = GDK_WINDOW(g_object_ref(gtk_widget_get_window(widget)));
     event->key.send_event = TRUE;
-    static guint32 time = 1; // the toolkit takes two keys of one time for one key
-    event->key.time = ++time;
+    // The display's clock is this one, and by its times window managers decide who may have the focus. The
+    // toolkit takes two keys of one time for one key.
+    static guint32 last = 0;
+    last = std::max(last + 1, static_cast<guint32>(g_get_monotonic_time() / 1000));
+    event->key.time = last;
     event->key.keyval = backwards ? GDK_KEY_ISO_Left_Tab : GDK_KEY_Tab;
     event->key.state = backwards ? GDK_SHIFT_MASK : GdkModifierType(0);
     event->key.hardware_keycode = count > 0 ? static_cast<guint16>(keys[0].keycode) : 0;
