@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Prints with what include folders and definitions a source of a build folder is compiled.
+"""Prints with what include folders and definitions the sources of a target are compiled.
 
-usage: compile_flags.py BUILD_FOLDER SOURCE
+usage: compile_flags.py BUILD_FOLDER TARGET
 """
 import json
 import os
@@ -9,11 +9,11 @@ import shlex
 import sys
 
 
-def flags_of(build, source):
+def flags_of(build, target):
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         commands = json.load(file)
     for command in commands:
-        if os.path.realpath(command["file"]) == os.path.realpath(source):
+        if f"CMakeFiles/{target}.dir/" in command["command"]:
             words = shlex.split(command["command"])
             kept, take_next = [], False
             for word in words:
@@ -28,7 +28,7 @@ def flags_of(build, source):
                 elif word.startswith(("-D", "-std")):
                     kept.append(word)
             return kept
-    raise SystemExit(f"{source} is not built in {build}")
+    raise SystemExit(f"{target} is not built in {build}")
 
 
 if __name__ == "__main__":

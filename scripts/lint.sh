@@ -52,7 +52,7 @@ check "includes" python3 -B scripts/check_includes.py platform commondlg3 galler
 # Each header in a unit of its own, and all of them behind and in front of the headers that hosts bring along.
 headers_stand_alone() {
     local flags folder
-    flags=$(python3 -B scripts/compile_flags.py build commondlg3/src/base/resources.cpp) || return 1
+    flags=$(python3 -B scripts/compile_flags.py build commondlg3) || return 1
     folder=$(mktemp -d)
     local theirs='#include <boost/smart_ptr/intrusive_ptr.hpp>\n#include <wx/wx.h>\n'
     local ours=''

@@ -220,7 +220,9 @@ class SearchDirectories(unittest.TestCase):
         gallery.wait_until_at_rest()
         gallery.press("Tab")
         gallery.type("/first")
-        gallery.press("Return", "Up", "space", "alt+d", "Down", "Tab")  # its subdirectories; the next type
+        gallery.press("Return")
+        gallery.wait_until_at_rest()
+        gallery.press("Up", "space", "alt+d", "Down", "Tab")  # its subdirectories; the next type
         gallery.type("/second")
         gallery.press("alt+o")
         self.assertEqual(5100, gallery.expect("signal")["value"])
