@@ -14,14 +14,13 @@ namespace commondlg3 {
 struct audit_finding_t
 {
     /// One of:
-    /// - "no_size", "outside", "overlapping": a control without room, beyond its window, or over a
-    /// neighbour
+    /// - "no_size", "outside", "overlapping": a control without room, beyond its window, over another
     /// - "text_cut": a text that needs more room than it has
     /// - "beyond_screen": the window, or a button of it
     /// - "tab_misses", "tab_trapped": a control that Tab never reaches, or never leaves
     /// - "no_focus": no control has the keyboard, or another window is active
-    /// - "no_name", "same_name", "other_name": a control that a screen reader cannot tell, or tells by
-    /// another   name than the one that is seen
+    /// - "no_name", "same_name", "other_name": a control that a screen reader cannot tell from another, or
+    ///   tells by another name than the one that is seen
     /// - "same_mnemonic": two controls with one letter
     /// - "low_contrast": a text below 4.5 to 1
     /// - "raw_key", "other_language": a text that is no text, or not one of the window's language

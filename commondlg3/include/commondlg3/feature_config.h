@@ -1,8 +1,8 @@
 /// Which experimental features a product ships, and which of them its user turned on.
 ///
-/// Two files, both bags (see gen_helpers2/variant_bag_file.h), because their authors differ: the list
-/// belongs to the product and is only read, the choice belongs to the user and is written whole each time.
-/// A feature is identified by the environment variable that switches it on.
+/// Two files, both bags (see gen_helpers2/variant_bag_file.h), because their authors differ: the list belongs
+/// to the product and is only read, the choice belongs to the user and is written whole each time. A feature
+/// is identified by the environment variable that switches it on.
 ///
 ///     auto list = boost::make_shared<feature_list_config_impl_t>(product_directory);
 ///     auto active = boost::make_shared<active_features_config_impl_t>(gen_helpers2::path_t());
@@ -11,8 +11,8 @@
 ///     for (int i = 0; i < list->get_count(); ++i)
 ///         if (active->is_turned_on(list->get_feature(i))) ...
 ///
-/// To let the user choose, hand both to experimental_options_panel_t. Texts are UTF-8 bytes. Not safe to
-/// use one object in several threads.
+/// To let the user choose, hand both to experimental_options_panel_t. Texts are UTF-8 bytes. Not safe to use
+/// one object in several threads.
 #pragma once
 
 #include "commondlg3/export.h"
@@ -89,9 +89,8 @@ public:
     /// Adds what the file holds to the list; a name that is in it already stays where it is. A file that is
     /// missing or cannot be understood changes nothing.
     virtual void load() = 0;
-    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written.
-    /// One that could not be understood is kept as `<file>.damaged`; one that cannot be read is not
-    /// replaced.
+    /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written. One
+    /// that could not be understood is kept as `<file>.damaged`; one that cannot be read is not replaced.
     [[nodiscard]] virtual bool save() = 0;
     virtual void turn_on(const feature_info_t& feature) = 0;
     virtual bool is_turned_on(const feature_info_t& feature) = 0;

@@ -1,7 +1,6 @@
 #include "commondlg3/caption_label.h"
 
 #include <gen_helpers2/assertion.h>
-#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
@@ -34,7 +33,6 @@ caption_label_t::caption_label_t(wxWindow* parent, const std::string& text,
     GH2_ASSERT(m_window_for_get_parent_size != NULL, caption_label_unit);
     wx_helpers1::set_wrap_width(this, 0); // the lines are broken here, not by the toolkit
     wx_helpers1::set_label_text(this, text);
-    wx_helpers1::keep_label_relations(this);
 }
 
 void caption_label_t::set_label(const std::string& text)

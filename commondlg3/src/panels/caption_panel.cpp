@@ -58,9 +58,9 @@ int caption_panel_t::add_message(severity_t severity, const std::string& text)
     if (place != m_messages.end() && GH2_ASSERT(m_messages.size() > 0, caption_panel_unit))
         leads = m_messages.front().severity > severity;
     m_messages.insert(place, message);
-    if (leads && !text.empty())
+    if (leads && !text.empty()) {
         show_message(message.id, true);
-    else {
+    } else {
         number_buttons();
         announce(message);
     }
@@ -133,7 +133,7 @@ void caption_panel_t::show_message(int id, bool force)
     m_message->wrap_to_width(message_width(GetClientSize().x));
     const bool pane_changed = m_pane->IsShown() == m_disabled;
     m_pane->Show(!m_disabled);
-    wx_helpers1::let_keys_into(m_next);
+    wx_helpers1::let_keys_into(m_next); // each time: the page around may not have been shown before
     update_min_height();
     if (buttons_changed || pane_changed)
         Layout();

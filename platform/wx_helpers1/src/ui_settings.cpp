@@ -259,8 +259,8 @@ void ui_settings_t::set_theme(theme_t theme)
 
 void set_font(wxWindow* window, const wxFont& font)
 {
-    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well:
-    // so it is given one first, and only its size is left to it.
+    // The label's own way asks for its old font, which makes the toolkit look up all its colours as well: so
+    // it is given one first, and only its size is left to it.
     const auto* label = wxDynamicCast(window, wxStaticText);
     if (label)
         window->wxWindow::SetFont(font);

@@ -156,9 +156,8 @@ public:
                     [object, method](Args... args) { (object->*method)(std::forward<Args>(args)...); });
     }
 
-    /// Passes every emission on to the slots of `other`, which is kept alive by this. Connecting a signal
-    /// to itself (or to a copy of itself) does nothing; longer circles are the caller's mistake and never
-    /// end.
+    /// Passes every emission on to the slots of `other`, which is kept alive by this. Connecting a signal to
+    /// itself (or to a copy of itself) does nothing; longer circles are the caller's mistake and never end.
     connection connect(const signal_t& other)
     {
         if (other.m_slots.is_same(m_slots))
