@@ -42,25 +42,36 @@ class Gallery:
 
     def wait_for_focus(self):
         """A window is painted before the window manager gives it the focus; keys pressed meanwhile are lost."""
-        for _ in range(250):
-            owner = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid"], capture_output=True, text=True)
-            if owner.stdout.strip() == str(self.process.pid):
+        self._wait_for_focus_other_than(None)
+
+    def _wait_for_focus_other_than(self, window):
+        for _ in range(500):
+            focus = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid", "getwindowfocus"],
+                                   capture_output=True, text=True).stdout.split()
+            if len(focus) == 2 and focus[0] == str(self.process.pid) and focus[1] != window:
                 return
             time.sleep(0.02)
         raise AssertionError("the window did not get the focus")
 
     def wait_until_at_rest(self):
-        """Until it has used no processor time for a while: what was begun is done, and keys find their window."""
+        """Until it has slept for a while: what was begun is done, and keys find their window."""
         used, quiet = None, 0
         while quiet < 8:
             time.sleep(0.025)
             with open(f"/proc/{self.process.pid}/stat", encoding="utf-8") as file:
-                before, used = used, file.read().split()[13:15]
-            quiet = quiet + 1 if used == before else 0
+                state = file.read().split()
+            before, used = used, state[13:15]
+            quiet = quiet + 1 if used == before and state[2] == "S" else 0  # not only waiting for its turn
         self.wait_for_focus()
 
     def press(self, *keys):
         subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
+
+    def press_to_open(self, *keys):
+        """Keys that open another window, or close one over another: returns when that has the focus."""
+        before = subprocess.run(["xdotool", "getwindowfocus"], capture_output=True, text=True).stdout.strip()
+        self.press(*keys)
+        self._wait_for_focus_other_than(before)
 
     def type(self, text):
         subprocess.run(["xdotool", "type", "--clearmodifiers", text], check=True)
