@@ -30,6 +30,14 @@ std::vector<std::string> lines_of(const std::string& text)
     return lines;
 }
 
+// Nothing can be done there by keyboard, and backwards it would be in the way. The toolkit says otherwise
+// when the list first appears.
+void keep_out_of_header(GtkTreeViewColumn* column)
+{
+    if (gtk_tree_view_column_get_clickable(column))
+        gtk_tree_view_column_set_clickable(column, FALSE);
+}
+
 } // namespace
 
 property_grid_t::impl_t::impl_t(property_grid_t* owner, const grid_texts_t& texts)
@@ -73,8 +81,11 @@ void property_grid_t::impl_t::add_columns()
     columns[more_column] = new wxDataViewColumn(
         wxString(), new wxDataViewTextRenderer("string", wxDATAVIEW_CELL_INERT, wxALIGN_CENTER), more_column,
         wxDVC_DEFAULT_WIDTH, wxALIGN_CENTER, 0);
-    for (wxDataViewColumn* column : columns)
+    for (wxDataViewColumn* column : columns) {
         view->AppendColumn(column);
+        g_signal_connect(column->GetGtkHandle(), "notify::clickable", G_CALLBACK(keep_out_of_header),
+                         nullptr);
+    }
     draw_dots(GTK_CELL_RENDERER(columns[more_column]->GetRenderer()->GtkGetTextRenderer()));
     // The list's last column would take what is left over; it belongs to the texts.
     gtk_tree_view_column_set_expand(GTK_TREE_VIEW_COLUMN(columns[text_column]->GetGtkHandle()), TRUE);
