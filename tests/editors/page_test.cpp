@@ -214,9 +214,9 @@ TEST_F(EditorPage, AnEditorThatIsNotThereIsToldWhenItIsChosen)
     const std::string gone = " is not there any more. Choose another editor, or install it again.";
     const std::pair<const char*, std::string> expected[] = {
         // what the information begins with
-        {"\n", "The program /gone/s" + gone},
+        {"\n", "Warning: The program /gone/s" + gone},
         {"The variables VISUAL and EDITOR name no editor that is installed.", ""},
-        {"\n", "The program /gone/c" + gone},
+        {"\n", "Warning: The program /gone/c" + gone},
         {"The program of this editor is not there any more.", ""},
         {"\n", ""}};
     auto* missing = commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program");

@@ -94,7 +94,15 @@ TEST_F(ResultPage, OkMakesBadInputUsableAndWarnsOnce)
         ASSERT_EQ(c.warning.empty() ? 0U : 1U, messages.shown.size());
         if (!c.warning.empty()) {
             EXPECT_EQ(c.warning, messages.shown[0].first);
-            EXPECT_NE(std::string::npos, messages.shown[0].second.find("\n\nTo choose something else"));
+            const std::string& details = messages.shown[0].second;
+            EXPECT_NE(std::string::npos, details.find("\n\nTo choose something else"));
+            for (const auto& [entered, used] :
+                 {std::pair(c.name, c.stored_name), std::pair(c.folder, c.stored_folder)}) {
+                const bool replaced = entered != used && used != good;
+                const std::string told =
+                    (entered.empty() ? "nothing. “" : "“" + entered + "”. “") + used + "” is used";
+                EXPECT_EQ(replaced, details.find("You entered " + told) != std::string::npos) << details;
+            }
         }
         m_frame->Destroy();
         m_frame = nullptr;
@@ -156,11 +164,11 @@ TEST_F(ResultPage, TypingInTheTemplateOnlyColoursAndExplains)
         EXPECT_EQ(text, name()->GetValue()) << "stays until OK";
         EXPECT_EQ(0U, from_wx(name()->GetToolTipText()).find(explanation)) << name()->GetToolTipText();
         EXPECT_EQ(error, name()->GetForegroundColour());
-        EXPECT_NE(std::string::npos, label("m_example").find(explanation.substr(0, 30)));
+        EXPECT_EQ(0U, label("m_template_note").find("Error: " + explanation.substr(0, 30)));
     }
     for (const std::string good : {"@", "COM1_@", "a b@@@@@@@@c", ".@"}) {
         name()->SetValue(good);
-        EXPECT_EQ("", from_wx(name()->GetToolTipText()));
+        EXPECT_EQ("", from_wx(name()->GetToolTipText()) + label("m_template_note"));
         EXPECT_NE(error, name()->GetForegroundColour());
     }
 }
@@ -202,8 +210,9 @@ TEST_F(ResultPage, WhatWouldGoWrongLaterIsToldWhileTheFolderIsTyped)
     for (const auto& [below, said] : cases) {
         const test::ordinary_user_t user;
         folder()->SetValue(to_wx(m_dir.path() + below));
-        EXPECT_EQ(0U, label("m_folder_note").find(said)) << below << ": " << label("m_folder_note");
-        EXPECT_EQ(label("m_folder_note"), from_wx(folder()->GetToolTipText()));
+        EXPECT_EQ(0U, label("m_folder_note").find("Error: " + said))
+            << below << ": " << label("m_folder_note");
+        EXPECT_EQ(label("m_folder_note"), "Error: " + from_wx(folder()->GetToolTipText()));
         EXPECT_EQ(commondlg3::get_path_error_colour(), folder()->GetForegroundColour());
     }
     for (const char* usable : {"", "/x/y/z"}) {

@@ -3,6 +3,7 @@
 #include "commondlg3/editor_data.h"
 #include "commondlg3/pref_base.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,13 @@ class wxButton;
 class wxChoice;
 class wxListBox;
 
+namespace wx_helpers1 {
+class static_picture_ctrl_t;
+} // namespace wx_helpers1
+
 namespace commondlg3 {
+
+class field_message_t;
 
 /// The preference page on which users choose the programs that open source files, language by language.
 ///
@@ -97,6 +104,7 @@ private:
     void use_selected_editor(language_t language);
     void show_editor(language_t language, const system_editor_t& editor);
     void set_info_text(const std::string& text);
+    void show_info_icon();
     void show_missing_program(const system_editor_t& editor);
     void update_default_button(language_t language);
     void rewrap();
@@ -116,7 +124,8 @@ private:
     wxTextCtrl* m_command_line = nullptr;
     wxButton* m_default = nullptr;
     wxStaticText* m_info_text = nullptr;
-    wxStaticText* m_missing_program = nullptr;
+    wx_helpers1::static_picture_ctrl_t* m_info_icon = nullptr;
+    std::unique_ptr<field_message_t> m_missing_program;
     wxStaticText* m_language_label = nullptr;
     wxStaticText* m_list_label = nullptr;
 };

@@ -13,6 +13,8 @@ class wxRadioButton;
 
 namespace commondlg3 {
 
+class field_message_t;
+
 /// The preference page on which users say where results are saved and what they are called.
 ///
 ///     auto* page = new result_saving_pp_t(data, result_saving_pp_t::show_project |
@@ -23,8 +25,9 @@ namespace commondlg3 {
 ///     store(page->get_data());
 ///
 /// OK is never refused: a template that cannot be used is replaced by the product's own, a folder that cannot
-/// be used by the system's temporary directory, and one warning says so afterwards. While the user types, the
-/// fields are coloured and explained, and a line shows the name that the next result would get. GUI thread.
+/// be used by the system's temporary directory, and one warning says so afterwards, with what was entered and
+/// what is used instead. While the user types, the fields are coloured and explained on lines of their own,
+/// and another line shows the name that the next result would get. GUI thread.
 class COMMONDLG3_EXPORT result_saving_pp_t : public pref_base_t
 {
 public:
@@ -109,7 +112,8 @@ private:
     unsigned m_flags;
     shown_t m_unchanged;
     messages_t m_messages;
-    std::string m_template_note;
+    std::unique_ptr<field_message_t> m_template_trouble;
+    std::unique_ptr<field_message_t> m_folder_trouble;
     std::shared_ptr<unsigned> m_asked; ///< counts the looks at the disk: only the last one is shown
     wxStaticText* m_template_label = nullptr;
     wxTextCtrl* m_template = nullptr;
@@ -122,7 +126,6 @@ private:
     wxButton* m_browse = nullptr;
     wxStaticText* m_project_folder = nullptr;
     wxStaticText* m_example = nullptr;
-    wxStaticText* m_note = nullptr;
 };
 
 } // namespace commondlg3

@@ -89,8 +89,12 @@ void set_color_and_tooltip(wxControl* ctrl, const std::string& tooltip, wxColour
 {
     if (!ctrl)
         return;
+    // The toolkit has readers say the description again when the tool tip changes: it is empty meanwhile.
+    if (wx_helpers1::from_wx(ctrl->GetToolTipText()) != tooltip)
+        wx_helpers1::set_accessible_description(ctrl, std::string());
     wx_helpers1::SetTooltip(ctrl, tooltip, -1, true);
-    wx_helpers1::set_accessible_description(ctrl, tooltip);
+    if (!wx_helpers1::is_described(ctrl))
+        wx_helpers1::set_accessible_description(ctrl, tooltip);
     ctrl->SetForegroundColour(colour);
     ctrl->Refresh(true, nullptr);
 }

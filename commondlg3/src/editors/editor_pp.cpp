@@ -5,6 +5,8 @@
 #include "commondlg3/editor_launch.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "panels/field_message.h"
+#include "panels/severity.h"
 #include "paths/shown_path.h"
 
 #include <gen_helpers2/assertion.h>
@@ -12,6 +14,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/static_picture_ctrl.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
 
@@ -25,6 +28,7 @@
 namespace commondlg3 {
 namespace {
 
+using severity_t = caption_panel_t::severity_t;
 using wx_helpers1::from_wx;
 using wx_helpers1::to_label;
 using wx_helpers1::to_wx;
@@ -85,12 +89,15 @@ void editor_pp_t::on_init_dialog()
     m_command_line = find_control<wxTextCtrl>(this, "m_command_line");
     m_default = find_control<wxButton>(this, "m_default");
     m_info_text = find_control<wxStaticText>(this, "m_info_text");
-    m_missing_program = from_xrc<wxStaticText>(this, "m_missing_program");
+    m_info_icon = from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_info_icon");
     pref_base_t::on_init_dialog();
     if (!has_controls())
         return;
-    if (m_missing_program)
-        m_missing_program->Hide();
+    m_missing_program = std::make_unique<field_message_t>(
+        from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_missing_icon"),
+        from_xrc<wxStaticText>(this, "m_missing_program"), m_editor_list);
+    if (m_info_icon)
+        m_info_icon->set_picture(caption_panel_t::get_picture(severity_t::warning));
     m_language_label = from_xrc<wxStaticText>(this, "m_language_label");
     m_list_label = from_xrc<wxStaticText>(this, "m_list_label");
     wx_helpers1::set_label_for(m_language_label, m_language);
@@ -399,15 +406,8 @@ void editor_pp_t::show_missing_program(const system_editor_t& editor)
     std::string text;
     if (!editor.command_line.empty() && !is_editor_installed(editor))
         text = translate_message("pref.editor.program_not_found", {{"program", as_shown(editor.executable)}});
-    const std::string info = from_wx(m_info_text->GetLabelText());
-    wx_helpers1::set_accessible_description(m_editor_list, info == blank_line ? text : info);
-    if (!m_missing_program || from_wx(m_missing_program->GetLabelText()) == text)
-        return;
-    if (m_editor_list->HasFocus())
-        wx_helpers1::announce(m_editor_list, text);
-    wx_helpers1::set_label_text(m_missing_program, text);
-    m_missing_program->Show(!text.empty() && (m_flags & show_info));
-    rewrap();
+    if (m_missing_program->say(severity_t::warning, m_flags & show_info ? text : std::string()))
+        rewrap();
 }
 
 void editor_pp_t::set_info_text(const std::string& text)
@@ -415,7 +415,20 @@ void editor_pp_t::set_info_text(const std::string& text)
     if (from_wx(m_info_text->GetLabelText()) == text)
         return;
     wx_helpers1::set_label_text(m_info_text, text);
+    show_info_icon();
     rewrap();
+}
+
+// The line keeps its height when it is blank.
+void editor_pp_t::show_info_icon()
+{
+    const bool says = from_wx(m_info_text->GetLabelText()) != blank_line;
+    wx_helpers1::set_accessible_description(m_editor_list,
+                                            says ? from_wx(m_info_text->GetLabelText()) : std::string());
+    if (!m_info_icon)
+        return;
+    m_info_icon->set_description(severity_name(severity_t::warning));
+    m_info_icon->Show(says && (m_flags & show_info));
 }
 
 void editor_pp_t::update_shown_controls()
@@ -430,6 +443,7 @@ void editor_pp_t::update_shown_controls()
     m_language_text->Show(!choose);
     m_default->Show(m_flags & show_default);
     m_info_text->Show(m_flags & show_info);
+    show_info_icon();
     m_static_text_cmd_line->Hide();
     m_command_line->Hide();
     rewrap();
@@ -450,7 +464,7 @@ void editor_pp_t::on_resize(wxSizeEvent&)
 void editor_pp_t::rewrap()
 {
     if (has_controls())
-        rewrap_page(*this, {m_info_text, m_missing_program, m_language_text});
+        rewrap_page(*this, {m_info_text, m_missing_program->get_label(), m_language_text});
 }
 
 } // namespace commondlg3

@@ -6,6 +6,7 @@
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "panels/field_message.h"
 #include "paths/disk_question.h"
 #include "paths/path_field.h"
 #include "paths/shown_path.h"
@@ -20,6 +21,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/static_picture_ctrl.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -37,6 +39,7 @@ namespace commondlg3 {
 namespace {
 
 using CPIL_2_18::i18n::catalog_key;
+using severity_t = caption_panel_t::severity_t;
 using rdmgr2::ResultDirectoryManager;
 using wx_helpers1::from_wx;
 using wx_helpers1::to_wx;
@@ -72,6 +75,15 @@ std::string analysis_name()
     const std::string key = "analysis_type." + type;
     const auto catalog = cfgmgr2::getMessageCatalog("commondlg");
     return catalog && catalog->has_message(key) ? translate_message(key) : type;
+}
+
+// Nothing that was entered is lost: it can be read, and copied, in the warning.
+std::string replacement_text(const std::string& entered, const std::string& used)
+{
+    const CPIL_2_18::generic::varg_list values{{"entered", entered}, {"used", used}};
+    return "\n" + translate_message(entered.empty() ? catalog_key("pref.result_saving.replaced_nothing")
+                                                    : catalog_key("pref.result_saving.replaced"),
+                                    values);
 }
 
 std::string sentence_about(gen_helpers2::folder_state_t state)
@@ -112,7 +124,8 @@ result_saving_pp_t::~result_saving_pp_t() = default;
 bool result_saving_pp_t::has_controls() const
 {
     return m_template_label && m_template && m_explanation && m_accessibility && m_storing_label &&
-           m_to_folder && m_to_project && m_folder && m_browse && m_project_folder && m_example && m_note;
+           m_to_folder && m_to_project && m_folder && m_browse && m_project_folder && m_example &&
+           m_template_trouble && m_folder_trouble;
 }
 
 void result_saving_pp_t::set_max_text_limit()
@@ -154,7 +167,12 @@ void result_saving_pp_t::on_init_dialog()
     m_browse = from_xrc<wxButton>(this, "m_button28");
     m_project_folder = from_xrc<wxStaticText>(this, "m_text_proj_default_folder");
     m_example = from_xrc<wxStaticText>(this, "m_example");
-    m_note = from_xrc<wxStaticText>(this, "m_folder_note");
+    m_template_trouble = std::make_unique<field_message_t>(
+        from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_template_icon"),
+        from_xrc<wxStaticText>(this, "m_template_note"), m_template);
+    m_folder_trouble =
+        std::make_unique<field_message_t>(from_xrc<wx_helpers1::static_picture_ctrl_t>(this, "m_folder_icon"),
+                                          from_xrc<wxStaticText>(this, "m_folder_note"), m_folder);
     if (!has_controls())
         return;
     m_template->Bind(wxEVT_TEXT, &result_saving_pp_t::on_text_edit, this);
@@ -209,8 +227,10 @@ bool result_saving_pp_t::save_settings()
         return true;
     std::string title;
     std::string details;
+    std::string replaced;
     std::string name_template = text_in(m_template);
     if (filter_result_template(name_template)) {
+        replaced = replacement_text(text_in(m_template), name_template);
         title = translate_message("pref.result_saving.wrong_result_templ", {});
         details = translate_message("pref.result_saving.wrong_result_templ_details", {});
     }
@@ -224,6 +244,7 @@ bool result_saving_pp_t::save_settings()
             folder = text_in(m_folder);
         } else {
             folder = gen_helpers2::stdpaths::get_temp_dir().as_string();
+            replaced += replacement_text(text_in(m_folder), folder);
             if (title.empty()) {
                 title = translate_message("pref.result_saving.wrong_result_dir", {});
                 details = translate_message("pref.result_saving.wrong_result_dir_details", {});
@@ -238,7 +259,8 @@ bool result_saving_pp_t::save_settings()
             details = rdmgr2::toString(error) + "\n\n";
         details +=
             translate_message("pref.result_saving.wrong_input_advice",
-                              {{"product_name", cfgmgr2::IProductLocations::get()->get_product_name()}});
+                              {{"product_name", cfgmgr2::IProductLocations::get()->get_product_name()}}) +
+            "\n" + replaced;
         const wxWeakRef<wxWindow> alive(this); // the host may go while the warning is shown
         show_warning_message(title, details);
         if (!alive)
@@ -342,14 +364,16 @@ void result_saving_pp_t::check_template()
     std::string tooltip;
     for (const std::string& finding : findings)
         tooltip += (tooltip.empty() ? "" : "\n\n") + finding;
-    m_template_note = findings.empty() ? std::string() : findings.front();
-    if (const std::size_t gap = m_template_note.find("\n\n"); gap != std::string::npos)
-        m_template_note.replace(gap, 2, " ");
     const auto* settings = wx_helpers1::ui_settings_t::get();
     if (settings)
         set_color_and_tooltip(m_template, tooltip,
                               settings->get_colour(findings.empty() ? wx_helpers1::ui_colour::text
                                                                     : wx_helpers1::ui_colour::error));
+    std::string first = findings.empty() ? std::string() : findings.front();
+    if (const std::size_t gap = first.find("\n\n"); gap != std::string::npos)
+        first.replace(gap, 2, " ");
+    if (m_template_trouble->say(severity_t::error, first))
+        rewrap();
     examine_folder(false);
 }
 
@@ -416,23 +440,19 @@ void result_saving_pp_t::show_answer(const folder_answer_t& answer)
     }
     if (!note.empty() && !answer.wrong)
         set_color_and_tooltip(m_folder, note, get_path_error_colour());
-    if (from_wx(m_note->GetLabelText()) != note) {
-        wx_helpers1::set_label_text(m_note, note);
+    if (m_folder_trouble->say(severity_t::error, note))
         rewrap();
-    }
     if (!answer.example.empty())
         show_example(answer.example);
 }
 
 void result_saving_pp_t::show_example(const std::string& name)
 {
-    std::string text =
+    const std::string text =
         translate_message("pref.result_saving.example",
                           {{"default_dir", name},
                            {"analysis_type", analysis_name()},
                            {"extension", cctrl2::ICollectionController::get()->getResultExtension()}});
-    if (!m_template_note.empty())
-        text = m_template_note + "\n" + text;
     if (from_wx(m_example->GetLabelText()) == text)
         return;
     wx_helpers1::set_label_text(m_example, text);
@@ -443,7 +463,8 @@ void result_saving_pp_t::show_example(const std::string& name)
 void result_saving_pp_t::rewrap()
 {
     if (has_controls())
-        rewrap_page(*this, {m_explanation, m_example, m_note, m_project_folder});
+        rewrap_page(*this, {m_explanation, m_example, m_template_trouble->get_label(),
+                            m_folder_trouble->get_label(), m_project_folder});
 }
 
 } // namespace commondlg3

@@ -92,8 +92,14 @@ void set_accessible_name(wxWindow* window, const std::string& name)
 
 void set_accessible_description(wxWindow* window, const std::string& description)
 {
-    if (AtkObject* object = accessible(window))
-        atk_object_set_description(object, gen_helpers2::replace_invalid_utf8(description).c_str());
+    AtkObject* object = accessible(window);
+    if (!object)
+        return;
+    // Readers say the description of what has the focus each time that it is set.
+    const std::string shown = gen_helpers2::replace_invalid_utf8(description);
+    const char* before = atk_object_get_description(object);
+    if (!before || shown != before)
+        atk_object_set_description(object, shown.c_str());
 }
 
 void set_accessible_role(wxWindow* window, accessible_role_t role)
@@ -139,6 +145,25 @@ void set_label_for(wxStaticText* label, wxWindow* field)
     if (!name.EndsWith(":", &name))
         name.EndsWith(wxString::FromUTF8("："), &name);
     set_accessible_name(field, name.utf8_string());
+}
+
+void set_described_by(wxWindow* control, wxStaticText* text)
+{
+    AtkObject* described = accessible(control);
+    AtkObject* description = accessible(text);
+    if (described && description)
+        atk_object_add_relationship(described, ATK_RELATION_DESCRIBED_BY, description);
+}
+
+bool is_described(wxWindow* control)
+{
+    AtkObject* described = accessible(control);
+    if (!described)
+        return false;
+    AtkRelationSet* relations = atk_object_ref_relation_set(described);
+    const bool found = atk_relation_set_contains(relations, ATK_RELATION_DESCRIBED_BY);
+    g_object_unref(relations);
+    return found;
 }
 
 void announce(wxWindow* window, const std::string& text)

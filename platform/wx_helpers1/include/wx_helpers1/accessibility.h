@@ -26,6 +26,10 @@ WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t 
 /// the field.
 WX_HELPERS1_EXPORT void set_label_for(wxStaticText* label, wxWindow* field);
 
+/// Makes a text that the window shows the description of a control.
+WX_HELPERS1_EXPORT void set_described_by(wxWindow* control, wxStaticText* text);
+WX_HELPERS1_EXPORT bool is_described(wxWindow* control);
+
 /// For a text that no layout made: keeps the toolkit from making it the name of whatever control follows it.
 WX_HELPERS1_EXPORT void keep_label_relations(wxStaticText* label);
 
