@@ -31,6 +31,7 @@ public:
     caption_label_t* message() { return test::all_below<caption_label_t>(m_panel).at(2); }
     wxWindow* pane() { return message()->GetParent(); }
     wxBitmapButton* arrow(std::size_t which) { return test::all_below<wxBitmapButton>(m_panel).at(which); }
+    wxStaticText* position() { return test::all_below<wxStaticText>(pane()).at(1); }
     wx_helpers1::static_picture_ctrl_t* picture()
     {
         return test::all_below<wx_helpers1::static_picture_ctrl_t>(m_panel).at(0);
@@ -175,10 +176,18 @@ TEST(CaptionMessages, severity_and_number_are_told_in_words)
         EXPECT_NE(get_accessible_name(heading.arrow(i)).find("3 of 4"), std::string::npos);
         EXPECT_NE(heading.arrow(i)->GetToolTipText().find("3 of 4"), wxString::npos);
     }
+    EXPECT_EQ(heading.position()->GetLabel(), "3 of 4");
     heading.run("add 3 later");
     EXPECT_NE(heading.arrow(1)->GetToolTipText().find("3 of 5"), wxString::npos) << "one more waits";
     heading.run("next; next");
     EXPECT_EQ(get_accessible_name(heading.message()), "Information: later");
+    for (int i = 0; i < 100; ++i)
+        heading->add_message(severity_t::information, "more");
+    EXPECT_EQ(heading.position()->GetLabel(), "5 of 105");
+    EXPECT_FALSE(heading.position()->GetRect().Intersects(heading.arrow(1)->GetRect()));
+    EXPECT_FALSE(heading.position()->GetRect().Intersects(heading.arrow(0)->GetRect()));
+    while (heading->get_message_count() > 5)
+        heading->remove_message(heading->get_message_id(5));
     heading.run("remove 0");
     EXPECT_NE(heading.arrow(1)->GetToolTipText().find("4 of 4"), wxString::npos)
         << "a shown one has moved up";

@@ -97,6 +97,10 @@ TEST_F(SearchDirsTab, EachBadRowHasOneMessageThatFollowsWhatBecomesOfIt)
     wait_for_mark(2, "Not a directory");
     const auto key = m_grid->get_key(0);
     const int id = m_tab->get_message_id(key);
+    for (const int row : {0, 2}) { // whose messages they are; the second one is shown
+        m_tab->get_caption_panel()->show_next_message();
+        EXPECT_EQ(row, m_grid->get_current_row());
+    }
 
     m_grid->move_row(0, 2);
     m_grid->set_text(2, "/none/2");

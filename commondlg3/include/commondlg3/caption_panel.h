@@ -36,8 +36,8 @@ class parent_layout_t;
 ///
 /// Messages are kept the most severe first, and in the order of their arrival within a severity. A message
 /// that comes first is shown at once; one that does not waits. One with an empty text is kept but never
-/// shown. A single message has no arrows. Screen readers are told the severity as a word, and both they and
-/// the arrows' tool tips which message of how many is shown.
+/// shown. A single message has no arrows; between those of several stands which of how many is shown. Screen
+/// readers are told that as well, and the severity as a word.
 ///
 /// The panel's height follows its texts at the width that it gets: in a vertical box sizer with wxEXPAND
 /// within the one layout, elsewhere by laying its parent out again. Texts are UTF-8 bytes, shown as they
@@ -103,6 +103,9 @@ public:
 
     /// Raised with the id each time a message has been shown, also by the user's stepping.
     gen_helpers2::signal_t<int>& get_shown_signal() { return m_shown_signal; }
+    /// Raised with the id after show_next_message() and show_prev_message(), which the arrows call: the page can
+    /// point at what the message is about.
+    gen_helpers2::signal_t<int>& get_stepped_signal() { return m_stepped_signal; }
 
     /// Whether the page around is read only. The reader may step through the messages all the same.
     void set_read_only(bool read_only);
@@ -133,6 +136,8 @@ private:
     bool wrap_labels(int width);
     void update_min_height();
     void show_pane(bool shown);
+    void step(int by);
+    bool show_position(const message_info_t& message);
     void hide_messages();
     void number_buttons();
     void tell_message(const message_info_t& message);
@@ -140,6 +145,7 @@ private:
     void announce(const message_info_t& message);
 
     gen_helpers2::signal_t<int> m_shown_signal;
+    gen_helpers2::signal_t<int> m_stepped_signal;
     std::unique_ptr<parent_layout_t> m_parent_layout;
     std::vector<message_info_t> m_messages;
     std::int32_t m_next_id = 0;
@@ -148,6 +154,7 @@ private:
     bool m_read_only = false;
     bool m_in_size = false;
     int m_line_height = 0;
+    int m_message_delta = 0;
     wx_helpers1::style_t m_style = wx_helpers1::style_t::normal;
     caption_label_t* m_caption = nullptr;
     caption_label_t* m_description = nullptr;
@@ -155,6 +162,7 @@ private:
     wx_helpers1::static_picture_ctrl_t* m_picture = nullptr;
     caption_label_t* m_message = nullptr;
     wxBitmapButton* m_previous = nullptr;
+    wxStaticText* m_position = nullptr;
     wxBitmapButton* m_next = nullptr;
 };
 

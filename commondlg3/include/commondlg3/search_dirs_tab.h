@@ -20,7 +20,8 @@ class caption_panel_t;
 class dir_checker_t;
 
 /// The page of one category of the file finder's directories: a list edited in place, in the order in which
-/// the directories are searched, below a heading that says which of them cannot be used.
+/// the directories are searched, below a heading that says which of them cannot be used. Stepping through its
+/// messages makes the row that each speaks of the current one.
 ///
 ///     m_tab = new search_dirs_tab_t(container, FF_2_13::category_sources);
 ///     m_tab->create(parent);                       // the parent's window owns it
@@ -125,6 +126,7 @@ private:
     void connect_grid();
     bool tell_state(const std::string& path, dir_state_t::kind_t state, int row);
     void remove_message(vdxpropgrid2::row_key_t key);
+    void select_row_of(int message);
     void move_current(int by);
     void update_buttons();
     void tell_height();

@@ -126,10 +126,12 @@ void caption_panel_t::show_message(int id, bool force)
         if (shown != m_messages.end() && shown->severity <= message->severity)
             return;
     }
+    const bool is_news = m_current_id != id || m_message->get_full_text() != message->text;
     m_current_id = id;
     tell_message(*message);
     m_message->set_label(message->text);
     const bool buttons_changed = update_buttons();
+    show_position(*message);
     m_message->wrap_to_width(message_width(GetClientSize().x));
     const bool pane_changed = m_pane->IsShown() == m_disabled;
     m_pane->Show(!m_disabled);
@@ -139,7 +141,7 @@ void caption_panel_t::show_message(int id, bool force)
         Layout();
     m_pane->Layout();
     number_buttons();
-    if (!pane_changed) // or the pane itself is said, as it appears
+    if (is_news && !pane_changed) // or the pane itself is said, as it appears
         announce(*message);
     m_parent_layout->now();
     const auto signal = m_shown_signal; // a slot may destroy this panel
@@ -148,19 +150,24 @@ void caption_panel_t::show_message(int id, bool force)
 
 void caption_panel_t::show_next_message()
 {
-    const auto shown = find(m_current_id);
-    if (shown == m_messages.end())
-        return;
-    const auto next = shown + 1;
-    show_message(next != m_messages.end() ? next->id : m_messages.front().id, true);
+    step(1);
 }
 
 void caption_panel_t::show_prev_message()
 {
+    step(-1);
+}
+
+void caption_panel_t::step(int by)
+{
     const auto shown = find(m_current_id);
     if (shown == m_messages.end())
         return;
-    show_message(shown != m_messages.begin() ? (shown - 1)->id : m_messages.back().id, true);
+    const auto count = get_message_count();
+    const int id = get_message_id((static_cast<int>(shown - m_messages.begin()) + by + count) % count);
+    const auto signal = m_stepped_signal; // showing may destroy this panel
+    show_message(id, true);
+    signal.emit(id);
 }
 
 void caption_panel_t::hide_messages()

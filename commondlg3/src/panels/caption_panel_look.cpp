@@ -7,6 +7,7 @@
 
 #include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/label.h>
 #include <wx_helpers1/picture_button.h>
 #include <wx_helpers1/static_picture_ctrl.h>
 #include <wx_helpers1/tooltip.h>
@@ -89,11 +90,13 @@ void caption_panel_t::create_message_pane()
     m_picture->set_picture(get_picture(severity_t::warning));
     m_message = new caption_label_t(m_pane, std::string(), this);
     m_previous = make_button(m_pane);
+    m_position = new wxStaticText(m_pane, wxID_ANY, wxString());
     m_next = make_button(m_pane);
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(m_picture, 0, wxLEFT | wxRIGHT | wxTOP, heading_border);
     row->Add(m_message, 1, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
     row->Add(m_previous, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
+    row->Add(m_position, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, heading_border);
     row->Add(m_next, 0, wxEXPAND | wxRIGHT | wxTOP | wxBOTTOM, heading_border);
     m_pane->SetSizer(row);
     GetSizer()->Add(m_pane, 0, wxEXPAND | wxTOP, heading_border);
@@ -110,6 +113,8 @@ void caption_panel_t::learn_message_delta()
     SetSize(400, 100);
     Layout();
     m_pane->Layout();
+    m_position->Hide();
+    m_message_delta = GetSize().x - m_message->GetSize().x + message_width(0);
     m_message->update_delta(message_width(0));
     m_container.DisableSelfFocus(); // nobody has anything to type here
     m_pane->Hide();
@@ -218,20 +223,36 @@ bool caption_panel_t::update_buttons()
     if (!shown && (focused == m_previous || focused == m_next))
         m_next->Navigate();
     m_previous->Show(shown);
+    m_position->Show(shown);
     m_next->Show(shown);
     return true;
+}
+
+// The message gives way to it. Says whether it has another width.
+bool caption_panel_t::show_position(const message_info_t& message)
+{
+    if (!m_position->IsShown())
+        return false;
+    const int before = m_position->GetSize().x;
+    const varg_list numbers{{"index", get_message_index(message.id) + 1}, {"count", get_message_count()}};
+    wx_helpers1::set_label_text(m_position, translate_message("caption.position", numbers));
+    const int needed = m_message_delta + m_position->GetBestSize().x + heading_border;
+    m_message->update_delta(needed - (GetSize().x - m_message->GetSize().x));
+    return m_position->GetBestSize().x != before;
 }
 
 // After anything that changes how many messages wait, or which of them is shown.
 void caption_panel_t::number_buttons()
 {
-    if (update_buttons() && m_pane->IsShown()) {
+    const bool buttons_changed = update_buttons();
+    const auto shown = find(m_current_id);
+    const bool position_changed = shown != m_messages.end() && show_position(*shown);
+    if ((buttons_changed || position_changed) && m_pane->IsShown()) {
         m_message->wrap_to_width(message_width(GetClientSize().x));
         update_min_height();
         m_pane->Layout();
         m_parent_layout->now();
     }
-    const auto shown = find(m_current_id);
     if (shown == m_messages.end())
         return;
     const varg_list numbers{{"index", static_cast<int>(shown - m_messages.begin()) + 1},
@@ -300,8 +321,10 @@ void caption_panel_t::set_style(wx_helpers1::style_t style)
     wx_helpers1::set_font(m_caption, settings->get_font(wx_helpers1::ui_font::bold));
     wx_helpers1::set_font(m_description, text);
     wx_helpers1::set_font(m_message, text);
+    wx_helpers1::set_font(m_position, text);
     m_caption->SetForegroundColour(colour);
     m_description->SetForegroundColour(colour);
+    m_position->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::text));
     m_message->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::text));
 }
 

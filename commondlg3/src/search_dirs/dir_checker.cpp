@@ -34,7 +34,7 @@ row_mark_t text_of(const dir_mark_t& mark, const std::string& dir, const std::st
     };
     switch (mark.kind) {
     case mark_t::not_a_directory:
-        return make(kind_t::error, translate_message("panel.search_dirs.mark_not_a_dir"),
+        return make(kind_t::warning, translate_message("panel.search_dirs.mark_not_a_dir"),
                     translate_message("panel.search_dirs.error_not_a_dir", arguments));
     case mark_t::missing:
         return make(kind_t::warning, translate_message("panel.search_dirs.mark_missing"),

@@ -83,6 +83,13 @@ void search_dirs_tab_t::remove_message(row_key_t key)
     m_caption->remove_message(id);
 }
 
+void search_dirs_tab_t::select_row_of(int message)
+{
+    for (const auto& [key, id] : m_messages)
+        if (id == message)
+            m_grid->set_current_row(m_grid->find_row(key));
+}
+
 int search_dirs_tab_t::get_message_id(row_key_t key) const
 {
     const auto message = m_messages.find(key);

@@ -38,6 +38,7 @@ void search_dirs_tab_t::on_init_dialog()
     if (!area || !m_up || !m_down || !m_remove)
         return;
     m_caption = new caption_panel_t(this);
+    m_caption->MoveBeforeInTabOrder(area); // as it is seen
     GetSizer()->Insert(0, m_caption, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 18);
     m_grid = make_dir_grid(area, std::string(), std::string());
     load_messages();
@@ -89,6 +90,7 @@ void search_dirs_tab_t::connect_grid()
         m_changed_signal.emit();
     });
     m_caption->get_shown_signal().connect(this, [this](int) { tell_height(); });
+    m_caption->get_stepped_signal().connect(this, &search_dirs_tab_t::select_row_of);
     m_checker->get_verdict_signal().connect(
         this, [this](int row, dir_state_t state) { tell_state(m_grid->get_text(row), state.kind, row); });
     m_checker->get_gone_signal().connect(this, &search_dirs_tab_t::remove_message);
