@@ -452,6 +452,7 @@ TEST(InplaceView, screen_readers_find_what_is_seen_from_top_to_bottom)
         {"Cancel", ATK_ROLE_PUSH_BUTTON}};
     std::vector<std::pair<std::string, AtkRole>> told;
     int below = -1;
+    int values_told = 0;
     for (int i = 0; i < atk_object_get_n_accessible_children(log); ++i) {
         AtkObject* child = atk_object_ref_accessible_child(log, i);
         told.emplace_back(atk_object_get_name(child), atk_object_get_role(child));
@@ -464,6 +465,8 @@ TEST(InplaceView, screen_readers_find_what_is_seen_from_top_to_bottom)
             double value = 0;
             atk_value_get_value_and_text(ATK_VALUE(child), &value, nullptr);
             EXPECT_EQ(50, value);
+            g_signal_connect_swapped(child, "value-changed", G_CALLBACK(+[](int* count) { ++*count; }),
+                                     &values_told);
         }
         if (i == 1) {
             int from = 0, to = 0;
@@ -475,6 +478,11 @@ TEST(InplaceView, screen_readers_find_what_is_seen_from_top_to_bottom)
         g_object_unref(child);
     }
     EXPECT_EQ(expected, told);
+    for (int i = 0; i < 5; ++i) {
+        window->get_progress(tag)->internalProgressed(i % 2);
+        test::settle();
+    }
+    EXPECT_EQ(1, values_told) << "and then for some seconds no more";
 }
 
 TEST(InplaceView, keys_move_the_place_that_is_read_and_new_lines_are_said_at_the_end)

@@ -119,6 +119,7 @@ void error_warning_panel_t::on_init_dialog()
     m_check_box = from_xrc<wxCheckBox>(this, "m_checkBox5");
     if (m_text_area)
         m_text_area->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
+    wx_helpers1::set_accessible_name(m_text_area, translate_message(icon_type_of(m_window.icon_type).word_key));
     for (wxStaticText* label : labels())
         wx_helpers1::set_selectable(label, true);
     load_images();

@@ -363,6 +363,7 @@ void log_view_t::on_paint(wxPaintEvent&)
     m_layout.settle();
     paint_dc_t dc(window);
     draw_log(dc, *this);
+    m_accessible.painted();
     bool moving = false;
     for (const auto& item : m_layout.visible_items())
         moving = moving ||

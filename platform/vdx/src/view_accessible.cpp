@@ -255,6 +255,7 @@ struct view_accessible_t::impl_t final : text_owner_t
     // In visual order; made when somebody asks, until something else is seen.
     std::vector<AtkObject*> children;
     bool made = false;
+    bool painted = false; // what is there when the log appears is no news
     std::map<accessible_part_t, AtkObject*> texts;
     std::chrono::steady_clock::time_point values_told{};
 };
@@ -274,11 +275,16 @@ void view_accessible_t::attach()
 
 void view_accessible_t::changed()
 {
+    m_impl->tell_values(); // of what was asked for once; readers need not ask again
     if (!m_impl->made)
         return;
     m_impl->made = false;
     g_signal_emit_by_name(m_impl->log.get(), "visible-data-changed");
-    m_impl->tell_values();
+}
+
+void view_accessible_t::painted()
+{
+    m_impl->painted = true;
 }
 
 void view_accessible_t::place_changed()
@@ -298,7 +304,8 @@ void view_accessible_t::found(const text_place_t& place)
 void view_accessible_t::line_added(const line_t& line)
 {
     const log_view_t& view = m_impl->view;
-    if (!line.has(line_t::hidden) && !line.has(line_t::status) && view.HasFocus())
+    const bool is_heard = view.HasFocus() && m_impl->painted;
+    if (!line.has(line_t::hidden) && !line.has(line_t::status) && is_heard)
         m_impl->announcer.line_came();
 }
 

@@ -26,6 +26,8 @@ public:
     void attach();
     /// Something else is seen.
     void changed();
+    /// The window is on the screen.
+    void painted();
     /// The reader went elsewhere, or came into the window.
     void place_changed();
     /// What was searched for is there, while the keyboard is in the bar that searches.
