@@ -5,6 +5,7 @@
 #include <commondlg3/text_utils.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/painted.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -12,6 +13,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <functional>
 #include <iterator>
 #include <string>
@@ -290,6 +292,44 @@ TEST(MessageWindow, TextWithoutBlanksOpensScrollsAndIsCopiedWhole)
             test::press(WXK_ESCAPE);
         });
     }
+}
+
+// In a label, in one that scrolls, and in the view of what is too long for a label.
+TEST(MessageWindow, TallTextsBecomeWideKeepWordsWholeAndShowTheKeyboard)
+{
+    std::vector<int> widths;
+    for (const int sentences : {5, 20, 60}) {
+        message_window_t window;
+        for (int i = 0; i < sentences; ++i)
+            window.main_message += "Some of the samples that were collected could not be read. ";
+        run(window, [&](wxTopLevelWindow* shown) {
+            widths.push_back(shown->GetSize().x);
+            wxWindow* area = find<wxScrolledWindow>(shown, "m_text_area");
+            if (!area->IsShown())
+                area = area->GetNextSibling();
+            if (auto* view = wxDynamicCast(area, wxTextCtrl)) {
+                wxString text = view->GetValue();
+                EXPECT_GT(text.Replace(wxString::FromUTF8(" \u2029"), wxString()), 0U);
+                EXPECT_EQ(wxNOT_FOUND, text.Find(wxChar(0x2029))) << "inside a word";
+            }
+            const wxRect beside(area->GetScreenPosition() - wxSize(3, 0), wxSize(2, 20));
+            const auto pixels = [&] {
+                const wxImage image = wx_helpers1::get_screen_pixels(beside);
+                return std::string(reinterpret_cast<const char*>(image.GetData()), 3 * 2 * 20);
+            };
+            const std::string before = pixels();
+            test::press(WXK_TAB);
+            EXPECT_TRUE(area->HasFocus());
+            EXPECT_TRUE(test::wait_for([&] { return pixels() != before; }));
+            test::press(WXK_TAB);
+            EXPECT_TRUE(test::wait_for([&] { return pixels() == before; }));
+            shown->Close();
+        });
+    }
+    ASSERT_EQ(3U, widths.size());
+    EXPECT_GT(widths[1], widths[0] * 13 / 10);
+    EXPECT_GT(widths[2], widths[0] * 13 / 10);
+    EXPECT_LE(std::max(widths[1], widths[2]), wxGetDisplaySize().x * 2 / 3);
 }
 
 TEST(MessageWindow, ShowsItsTextsInAnyThemeAndCopiesThemOrWhatIsSelected)

@@ -79,6 +79,7 @@ private:
     void fill_buttons();
     void fill_check_box();
     int max_width(bool main) const;
+    int default_text_width() const;
     int default_line_width(const std::string& text, int char_width) const;
     int most_width(bool main, int natural) const;
     void fit_texts();

@@ -11,6 +11,7 @@
 #include <wx_helpers1/clipboard.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/screen.h>
+#include <wx_helpers1/scrolled_text.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -33,8 +34,11 @@ namespace {
 using CPIL_2_18::i18n::catalog_key;
 using button_type_t = message_window_t::button_type_t;
 
-// Some sixty characters: a line that the eye finds its way back from.
-constexpr int default_text_width = 460;
+// Lines that the eye finds its way back from, in characters. A text that would be tall becomes wide first.
+constexpr int characters_of_line = 60;
+constexpr int characters_of_wide_line = 90;
+constexpr int lines_of_tall_text = 12;
+constexpr int least_default_width = 460; // pixels
 constexpr int least_text_width = 260;
 // What a window needs beside its texts: its frame, the buttons, the check box, and a rim of the screen.
 constexpr int height_beside_texts = 220;
@@ -86,13 +90,15 @@ std::size_t longest_word(const std::string& text)
 class screen_t
 {
 public:
-    explicit screen_t(wxWindow* window)
+    explicit screen_t(const wxWindow* window)
         : m_display(wx_helpers1::display_near(window)), m_whole(m_display.GetGeometry().GetSize())
     {
     }
 
     /// What there is, up to what is wanted: two thirds of a screen are taken to be free.
     int width_up_to(int wanted) const { return wanted <= m_whole.x * 2 / 3 ? wanted : free_area().x; }
+    /// Of the texts of a window that is as wide.
+    int two_thirds_for_texts() const { return m_whole.x * 2 / 3 - width_beside_texts; }
     int height_up_to(int wanted) const { return wanted <= m_whole.y * 2 / 3 ? wanted : free_area().y; }
 
 private:
@@ -119,7 +125,9 @@ void error_warning_panel_t::on_init_dialog()
     m_check_box = from_xrc<wxCheckBox>(this, "m_checkBox5");
     if (m_text_area)
         m_text_area->SetBackgroundStyle(wxBG_STYLE_SYSTEM);
-    wx_helpers1::set_accessible_name(m_text_area, translate_message(icon_type_of(m_window.icon_type).word_key));
+    wx_helpers1::show_focus_frame(m_text_area);
+    wx_helpers1::set_accessible_name(m_text_area,
+                                     translate_message(icon_type_of(m_window.icon_type).word_key));
     for (wxStaticText* label : labels())
         wx_helpers1::set_selectable(label, true);
     load_images();
@@ -235,6 +243,7 @@ void error_warning_panel_t::show_long_text(bool is_long)
                                          translate_message(icon_type_of(m_window.icon_type).word_key));
         sizer->Add(m_long_text, 1, wxEXPAND);
         m_long_text->MoveAfterInTabOrder(m_text_area);
+        wx_helpers1::show_focus_frame(m_long_text);
     }
     if (m_long_text) {
         m_long_text->Show(is_long);
@@ -256,6 +265,20 @@ void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, con
     wx_helpers1::set_label_text(label, content_for_label(lines));
 }
 
+int error_warning_panel_t::default_text_width() const
+{
+    std::size_t characters = 0;
+    for (const std::string* text :
+         {&m_window.main_message, &m_window.supplemental_message, &m_window.details_message})
+        characters += static_cast<std::size_t>(
+            std::count_if(text->begin(), text->end(), [](char c) { return (c & 0xC0) != 0x80; }));
+    const bool is_tall = characters > static_cast<std::size_t>(characters_of_line) * lines_of_tall_text;
+    const auto* settings = wx_helpers1::ui_settings_t::get();
+    const int char_width = settings ? settings->get_char_width(wx_helpers1::ui_font::text) : GetCharWidth();
+    const int wanted = (is_tall ? characters_of_wide_line : characters_of_line) * char_width;
+    return std::max(least_default_width, std::min(wanted, screen_t(this).two_thirds_for_texts()));
+}
+
 int error_warning_panel_t::max_string_len_in_label(bool main) const
 {
     const auto* settings = wx_helpers1::ui_settings_t::get();
@@ -271,7 +294,7 @@ int error_warning_panel_t::max_string_len_in_label(bool main) const
 // And a word that is as long as a line would lose its first byte.
 int error_warning_panel_t::default_line_width(const std::string& text, int char_width) const
 {
-    int width = default_text_width;
+    int width = default_text_width();
     if (!std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; })) {
         constexpr std::size_t sample_bytes = 1000;
         const std::string sample = text.substr(0, sample_bytes);
@@ -286,7 +309,7 @@ int error_warning_panel_t::default_line_width(const std::string& text, int char_
 
 int error_warning_panel_t::max_width(bool main) const
 {
-    return (main ? m_max_main_width : m_max_supp_width).value_or(default_text_width);
+    return (main ? m_max_main_width : m_max_supp_width).value_or(default_text_width());
 }
 
 // The limit counts characters of average width: a line of wide ones may be somewhat wider without being
@@ -305,7 +328,7 @@ void error_warning_panel_t::fit_texts()
         return;
     const screen_t screen(this);
     if (is_long()) {
-        const int width = screen.width_up_to(default_text_width + width_beside_texts) - width_beside_texts;
+        const int width = screen.width_up_to(default_text_width() + width_beside_texts) - width_beside_texts;
         const int needed = m_long_text->estimated_height(width);
         const int room = screen.height_up_to(needed + height_beside_texts) - height_beside_texts;
         m_long_text->SetMinSize(

@@ -1,5 +1,6 @@
 #include "long_text.h"
 
+#include <wx_helpers1/scrolled_text.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/settings.h>
@@ -15,6 +16,7 @@ constexpr std::size_t most_bytes_of_label = std::size_t(32) * 1024;
 constexpr std::size_t most_bytes_of_label_line = 1500;
 // The widget lays out a paragraph as a whole when any of it is seen.
 constexpr std::size_t most_characters_of_paragraph = 1000;
+constexpr std::size_t longest_whole_word = 200;
 // Ends a paragraph on the screen where the text has no end of a line; taken out of what is copied.
 constexpr wchar_t paragraph_separator = 0x2029;
 
@@ -29,16 +31,20 @@ wxString in_paragraphs(const wxString& text)
     std::wstring result;
     result.reserve(text.length() + text.length() / most_characters_of_paragraph + 1);
     std::size_t count = 0;
+    bool ends_word = false;
     for (const wchar_t c : text.ToStdWstring()) {
-        // A cluster stays whole, unless somebody made one without an end.
-        const bool full = count >= most_characters_of_paragraph &&
-                          (!continues_cluster(c) || count >= 2 * most_characters_of_paragraph);
+        // A word stays whole, and a cluster, unless somebody made one without an end.
+        const bool full =
+            count >= most_characters_of_paragraph &&
+            (ends_word || (count >= most_characters_of_paragraph + longest_whole_word &&
+                           (!continues_cluster(c) || count >= 2 * most_characters_of_paragraph)));
         if (full && c != '\n') {
             result += paragraph_separator;
             count = 0;
         }
         result += c == paragraph_separator ? L'\n' : c;
         count = c == '\n' ? 0 : count + 1;
+        ends_word = c == ' ';
     }
     return result;
 }
@@ -63,6 +69,7 @@ long_text_t::long_text_t(wxWindow* parent)
     : wxTextCtrl(parent, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                  wxTE_MULTILINE | wxTE_READONLY | wxBORDER_NONE)
 {
+    wx_helpers1::scroll_only_down(this);
 }
 
 void long_text_t::set_texts(const std::string& main, const std::string& supplemental,
