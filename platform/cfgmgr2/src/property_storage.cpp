@@ -30,8 +30,10 @@ struct stamp_t
     explicit stamp_t(const path_t& file = path_t())
     {
         struct stat status;
-        exists = !file.is_empty() && ::stat(file.as_string().c_str(), &status) == 0;
-        if (exists) {
+        const bool is_known = !file.is_empty() && ::stat(file.as_string().c_str(), &status) == 0;
+        // One that cannot be looked at may be there: it has to be read before it is written over.
+        exists = is_known || (!file.is_empty() && errno != ENOENT && errno != ENOTDIR);
+        if (is_known) {
             device = status.st_dev;
             inode = status.st_ino;
             size = status.st_size;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -46,7 +45,7 @@ public:
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_lists[category].clear();
-        m_touched.insert(category);
+        ++m_touched[category];
     }
 
     bool insert(search_category_t category, std::size_t at, const stored_dir_t& dir)
@@ -56,7 +55,7 @@ public:
         const std::lock_guard<std::mutex> lock(m_mutex);
         auto& list = m_lists[category];
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(at, list.size())), dir);
-        m_touched.insert(category);
+        ++m_touched[category];
         return true;
     }
 
@@ -72,12 +71,12 @@ public:
         if (!m_storage)
             return {};
         // What is changed while the storage is written is due the next time.
-        std::set<search_category_t> touched;
+        std::map<search_category_t, unsigned> touched;
         {
             const std::lock_guard<std::mutex> lock(m_mutex);
-            touched.swap(m_touched);
+            touched = m_touched;
             const auto stored = m_storage->get_child(child_name);
-            for (const search_category_t category : touched) {
+            for (const auto& [category, count] : touched) {
                 const std::string text = to_stored_text(m_lists[category]);
                 // A list that is as it was must not win over what another program has made of it.
                 const auto before = stored->get_value(name_of(category));
@@ -86,10 +85,12 @@ public:
             }
         }
         const error_code_t result = m_storage->save();
-        if (result.failed()) {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            m_touched.insert(touched.begin(), touched.end());
-        }
+        if (result.failed())
+            return result;
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        for (const auto& [category, count] : touched)
+            if (m_touched[category] == count)
+                m_touched.erase(category);
         return result;
     }
 
@@ -99,7 +100,7 @@ private:
     mutable std::mutex m_mutex;
     gen_helpers2::sptr_t<IPropertyStorage> m_storage;
     std::map<search_category_t, std::vector<stored_dir_t>> m_lists;
-    std::set<search_category_t> m_touched;
+    std::map<search_category_t, unsigned> m_touched; ///< since they were saved, and how often
 };
 
 class iterator_t : public gen_helpers2::ref_counted_of_t<ISearchDirIterator>

@@ -127,11 +127,13 @@ void atomic_file_t::open_temporary(unsigned mode)
     const std::string folder = folder_of(m_target);
     remove_stale_names(folder);
     m_file = ::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, mode);
-    if (m_file >= 0 && ::access(by_descriptor(m_file).c_str(), F_OK) == 0)
+    if (m_file >= 0 && ::access(by_descriptor(m_file).c_str(), F_OK) == 0) {
+        ::flock(m_file, LOCK_EX | LOCK_NB); // it is in use, should it get a name
         return;
+    }
     if (m_file >= 0)
         ::close(m_file); // nothing could give it a name later
-    m_temporary = make_temporary_name(folder);
+    m_temporary = make_temporary_name(folder, false);
     m_file = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     if (m_file < 0) {
         const int number = errno;
@@ -147,17 +149,19 @@ bool atomic_file_t::make_name()
 {
     if (!m_temporary.empty())
         return true;
-    const std::string name = make_temporary_name(folder_of(m_target));
-    if (::linkat(AT_FDCWD, by_descriptor(m_file).c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0)
-        return false;
-    m_temporary = name;
-    return true;
+    const std::string file = by_descriptor(m_file);
+    m_temporary = make_temporary_name(folder_of(m_target), true);
+    if (::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, m_temporary.c_str(), AT_SYMLINK_FOLLOW) == 0)
+        return true;
+    m_temporary.clear();
+    return false;
 }
 
 atomic_file_t::~atomic_file_t()
 {
-    if (m_file >= 0)
-        ::close(m_file);
+    for (const int file : {m_file, m_lock})
+        if (file >= 0)
+            ::close(file);
     if (!m_temporary.empty())
         ::unlink(m_temporary.c_str());
 }
@@ -176,11 +180,13 @@ void atomic_file_t::append(std::string_view bytes)
 
 error_code_t atomic_file_t::commit()
 {
+    const std::string folder_name = folder_of(m_target); // while nothing has happened yet
     if (m_error.succeeded() && ::fsync(m_file) != 0)
         fail("cannot write", errno);
     if (m_error.succeeded() && !make_name())
         fail("cannot write", errno);
     if (m_file >= 0) {
+        m_lock = ::fcntl(m_file, F_DUPFD_CLOEXEC, 0); // another program must not take it for left behind
         if (::close(m_file) != 0 && errno != EINTR)
             fail("cannot write", errno);
         m_file = -1;
@@ -192,7 +198,7 @@ error_code_t atomic_file_t::commit()
     m_temporary.clear();
     // Without this the rename itself may be lost with the power. The file is in place by now, so a file
     // system that cannot synchronise folders is no error.
-    const int folder = ::open(folder_of(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int folder = ::open(folder_name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder >= 0) {
         if (::fsync(folder) != 0)
             errno = 0;

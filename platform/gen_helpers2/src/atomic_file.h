@@ -34,6 +34,7 @@ private:
     std::string m_target;
     std::string m_temporary;
     int m_file = -1;
+    int m_lock = -1; ///< the same file, as long as it has its temporary name
     error_code_t m_error;
 };
 

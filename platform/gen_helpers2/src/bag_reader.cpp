@@ -15,6 +15,7 @@ namespace _internal {
 
 namespace {
 
+constexpr char out_of_memory[] = "out of memory";
 constexpr const char* type_names[] = {"empty", "bool", "int", "int64", "double", "string"};
 
 bool type_from_name(std::string_view name, variant_type_t& type) noexcept
@@ -58,7 +59,7 @@ struct bag_reader_t::callbacks_t
             if (reader->m_failure.empty())
                 action(*reader);
         } catch (const std::bad_alloc&) {
-            reader->m_failure = "out of memory";
+            reader->m_failure = out_of_memory;
             XML_StopParser(reader->m_parser, XML_FALSE);
         } catch (const std::exception& exception) {
             reader->m_failure = std::string("not taken: ") + exception.what();
@@ -113,8 +114,12 @@ bool bag_reader_t::parse(std::string_view block, bool last)
     if (!m_failure.empty())
         return false;
     if (XML_Parse(m_parser, block.data(), static_cast<int>(block.size()), last) != XML_STATUS_OK &&
-        m_failure.empty())
-        fail(XML_ErrorString(XML_GetErrorCode(m_parser)));
+        m_failure.empty()) {
+        if (XML_GetErrorCode(m_parser) == XML_ERROR_NO_MEMORY)
+            m_failure = out_of_memory;
+        else
+            fail(XML_ErrorString(XML_GetErrorCode(m_parser)));
+    }
     return m_failure.empty();
 }
 
@@ -125,7 +130,10 @@ bool bag_reader_t::read(std::string_view block)
 
 error_code_t bag_reader_t::finish()
 {
-    return parse(std::string_view("", 0), true) ? error_code_t() : error_code_t::damaged(m_failure);
+    if (parse(std::string_view("", 0), true))
+        return error_code_t();
+    // What there was no room for may be all right.
+    return m_failure == out_of_memory ? error_code_t::io_error(m_failure) : error_code_t::damaged(m_failure);
 }
 
 /// Takes the one attribute that an element has.
