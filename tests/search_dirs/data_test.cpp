@@ -67,6 +67,7 @@ TEST(SearchDirsData, PastedTextsOfManyKindsAreListsOfDirectories)
                  {"/data/12:30:relative", {"/data/12:30:relative"}},
                  {":/a::/b:", {"/a", "/b"}},
                  {"file:///tmp/a%20b", {"/tmp/a b"}},
+                 {"file://", {"file://"}},
                  {"C:/Work", {"C", "/Work"}},
                  {"/\xFF:/\xFE", {"/\xFF", "/\xFE"}}};
     for (const auto& c : cases)

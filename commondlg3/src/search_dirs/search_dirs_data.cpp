@@ -47,7 +47,8 @@ void add_dirs_of_line(std::string_view line, std::vector<std::string>& dirs)
 {
     if (line.substr(0, sizeof address_start - 1) == address_start) {
         const wxFileName name = wxFileSystem::URLToFileName(wx_helpers1::to_wx(std::string(line)));
-        dirs.push_back(wx_helpers1::from_wx(name.GetFullPath()));
+        const std::string dir = wx_helpers1::from_wx(name.GetFullPath());
+        dirs.push_back(dir.empty() ? std::string(line) : dir);
         return;
     }
     std::size_t start = 0;

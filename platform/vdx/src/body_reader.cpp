@@ -106,6 +106,10 @@ private:
         std::string& text = m_paragraph.text;
         while (!text.empty() && text.back() == '\n')
             text.pop_back();
+        for (body_span_t& span : m_paragraph.spans) {
+            span.begin = std::min(span.begin, text.size());
+            span.end = std::min(span.end, text.size());
+        }
         if (!text.empty() || !m_paragraph.bullet.empty()) {
             m_paragraph.align = m_pre ? body_align_t::own : m_align;
             m_paragraph.indent = indent();

@@ -1,0 +1,71 @@
+// Bodies of messages: any bytes give paragraphs whose spans lie in their texts, and no more of anything
+// than was asked for; what was made safe is safe already.
+#include "body_reader.h"
+#include "gen_helpers2/strings.h"
+#include "html_markup.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+using namespace vdxcfrw7;
+
+namespace {
+
+void check(bool holds, int line = __builtin_LINE())
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "the check in line %d does not hold\n", line);
+    std::abort();
+}
+
+struct counts_t
+{
+    std::size_t bytes = 0;
+    std::size_t cells = 0;
+};
+
+void walk_flow(const body_flow_t& flow, int depth, counts_t& counts)
+{
+    check(depth < 100);
+    for (const body_item_t& item : flow) {
+        const body_paragraph_t& paragraph = item.paragraph;
+        check(gen_helpers2::is_valid_utf8(paragraph.text) && gen_helpers2::is_valid_utf8(paragraph.bullet));
+        counts.bytes += paragraph.text.size();
+        std::size_t end = 0;
+        for (const body_span_t& span : paragraph.spans) {
+            check(span.begin >= end && span.end >= span.begin && span.end <= paragraph.text.size());
+            end = span.end;
+        }
+        if (!item.table)
+            continue;
+        for (const auto& row : item.table->rows)
+            for (const body_cell_t& cell : row) {
+                ++counts.cells;
+                walk_flow(cell.flow, depth + 1, counts);
+            }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string body(reinterpret_cast<const char*>(data), size);
+    const std::string text = gen_helpers2::replace_invalid_utf8(body); // as the log gives them
+    counts_t counts;
+    walk_flow(read_body(text), 0, counts);
+    check(counts.bytes <= 4 * text.size() + 100); // an entity is no longer than its name
+    check(counts.cells <= text.size());
+
+    const std::string safe = safe_markup(text);
+    check(safe_markup(safe) == safe);
+    check(safe.find("<script") == std::string::npos && safe.find("<img") == std::string::npos);
+    is_light_markup(text);
+    markup_to_text(text);
+    check(markup_to_text(text_to_markup("x" + text + "x")).size() >= 2);
+    return 0;
+}
