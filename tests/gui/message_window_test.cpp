@@ -362,8 +362,43 @@ TEST(MessageWindow, ShowsItsTextsInAnyThemeAndCopiesThemOrWhatIsSelected)
     });
 }
 
-// The cut takes a byte off a text that begins with its longest word: texts without spaces between words are
-// written so that they do not.
+// A line ended behind the blank, where the sentence had no room, and left "2%" alone.
+TEST(MessageWindow, TextsWithoutBlanksAreBrokenByTheLabelAlone)
+{
+    const std::string sentence =
+        "が書き込まれませんでした。実行時間の長い関数の値は信頼できますが、短い関数は不明です。";
+    message_window_t window;
+    window.main_message = window.supplemental_message = "サンプルの約 2% " + sentence + sentence;
+    window.details_message = sentence + window.main_message + " 2% " + sentence;
+    run(window, [&](wxTopLevelWindow* shown) {
+        for (const auto& [name, text] :
+             {std::pair("m_main_instructions", window.main_message),
+              std::pair("m_supplemental_instructions", window.supplemental_message),
+              std::pair("m_details", window.details_message)})
+            EXPECT_EQ(wx_helpers1::to_label(text), find<wxStaticText>(shown, name)->GetLabel());
+        shown->Close();
+    });
+}
+
+// What was measured was the widest paragraph alone, and lines were broken behind where the label ends.
+TEST(MessageWindow, LinesOfSeveralParagraphsEndWithinTheLabel)
+{
+    const std::string sentence = "The process “render_server” ended before the first sample was taken. ";
+    message_window_t window;
+    window.main_message = "m";
+    window.supplemental_message = sentence + sentence + sentence;
+    for (const bool in_details : {false, true}) {
+        (in_details ? window.details_message : window.supplemental_message) += "\n" + sentence + sentence;
+        run(window, [](wxTopLevelWindow* shown) {
+            const auto* label = find<wxStaticText>(shown, "m_supplemental_instructions");
+            for (const wxString& line : wxSplit(label->GetLabel(), '\n'))
+                EXPECT_LE(label->GetTextExtent(line).x, label->GetSize().x) << line;
+            shown->Close();
+        });
+    }
+}
+
+// The cut takes a byte off a text that begins with its longest word.
 TEST(MessageWindow, ShippedTextsKeepEveryCharacter)
 {
     for (const std::string language : {"en", "de", "ja", "ar"}) {

@@ -286,25 +286,31 @@ int error_warning_panel_t::max_string_len_in_label(bool main) const
         settings ? settings->get_char_width(main ? wx_helpers1::ui_font::bold : wx_helpers1::ui_font::text)
                  : std::max(1, GetCharWidth());
     const std::optional<int>& set_by_host = main ? m_max_main_width : m_max_supp_width;
-    const std::string& text = main ? m_window.main_message : m_window.supplemental_message;
+    // The details are broken as the text above them is.
+    const std::string text =
+        main ? m_window.main_message : m_window.supplemental_message + '\n' + m_window.details_message;
     return set_by_host.value_or(default_line_width(text, char_width)) / char_width;
 }
 
 // Lines are counted in bytes: a width that is right for one script gives lines of a third of it in another.
-// And a word that is as long as a line would lose its first byte.
+// Where a word has no room in a line, as a sentence of Japanese, the label breaks it; then it breaks all of
+// the text, as a break of ours behind a short word would leave that alone in its line.
 int error_warning_panel_t::default_line_width(const std::string& text, int char_width) const
 {
     int width = default_text_width();
     if (!std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; })) {
         constexpr std::size_t sample_bytes = 1000;
-        const std::string sample = text.substr(0, sample_bytes);
+        std::string sample = text.substr(0, sample_bytes);
+        // Of several lines the widest alone would be measured.
+        std::replace(sample.begin(), sample.end(), '\n', ' ');
         const int pixels = get_text_extent(const_cast<error_warning_panel_t*>(this), sample).x;
         const int bytes_wide = static_cast<int>(sample.size()) * char_width;
         if (pixels > 0)
             width = std::max(width, static_cast<int>(static_cast<double>(width) * bytes_wide / pixels));
     }
-    return std::max(width, (static_cast<int>(std::min<std::size_t>(longest_word(text), INT_MAX / 64)) + 1) *
-                               char_width);
+    if (longest_word(text) < static_cast<std::size_t>(width / char_width))
+        return width;
+    return (static_cast<int>(std::min<std::size_t>(text.size(), INT_MAX / 64)) + 1) * char_width;
 }
 
 int error_warning_panel_t::max_width(bool main) const
