@@ -11,6 +11,8 @@
 #include <wx/listbox.h>
 #include <wx/uiaction.h>
 
+#include <gtk/gtk.h>
+
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -326,6 +328,23 @@ TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
     test::settle();
     EXPECT_EQ(3, choosers) << "once for a click";
     EXPECT_EQ("a", m_page->get_selected_editor_name());
+}
+
+// A row that begins with a Latin name ran from left to right, what belongs behind the name in front of it.
+TEST_F(EditorPage, RowOfTheDefaultRunsInTheLanguagesDirection)
+{
+    for (const std::string language : {"en", "ar"}) {
+        const test::language_guard_t guard(language);
+        open(three_editors());
+        const std::string row = from_wx(list()->GetString(0));
+        PangoLayout* layout = gtk_widget_create_pango_layout(GTK_WIDGET(list()->GetHandle()), row.c_str());
+        EXPECT_EQ(language == "ar" ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR,
+                  pango_layout_get_direction(layout, 0))
+            << row;
+        g_object_unref(layout);
+        m_frame->Destroy();
+        m_frame = nullptr;
+    }
 }
 
 } // namespace

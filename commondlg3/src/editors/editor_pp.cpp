@@ -334,7 +334,9 @@ void editor_pp_t::update_state_for_language(language_t language)
     wxArrayString entries;
     for (const system_editor_t& editor : m_data.get_editors(language)) {
         const bool is_system_default = !system_default.empty() && editor.name == system_default;
-        entries.Add(entry_text(editor.display_name + (is_system_default ? system_default_suffix : "")));
+        entries.Add(entry_text(is_system_default ? wx_helpers1::with_direction(as_shown(editor.display_name) +
+                                                                               system_default_suffix)
+                                                 : editor.display_name));
         m_names.push_back(editor.name);
     }
     entries.Add(entry_text(browse_editor_display_name));

@@ -40,8 +40,8 @@ int average_width(GtkLabel* widget)
     return std::max(1, width);
 }
 
-// The widget gives each line the direction of its first letter, isolated or not: a sentence that begins with
-// a name from another script, or is broken in front of one, would run the wrong way.
+} // namespace
+
 std::string with_direction(const std::string& text)
 {
     using CPIL_2_18::strings::direction_t;
@@ -60,8 +60,6 @@ std::string with_direction(const std::string& text)
     }
     return marked;
 }
-
-} // namespace
 
 void set_label_text(wxStaticText* label, const std::string& text)
 {

@@ -13,6 +13,11 @@ class wxWindow;
 
 namespace wx_helpers1 {
 
+/// The text with a mark in front of each line that holds letters of the other direction. The toolkit gives a
+/// line the direction of its first letter, isolated or not: a sentence that begins with a name from another
+/// script, or is broken in front of one, would run the wrong way. set_label_text() does it. Any thread.
+WX_HELPERS1_EXPORT std::string with_direction(const std::string& text);
+
 /// Sets the text as it stands: '&' shows as itself, bytes that are not UTF-8 as U+FFFD.
 WX_HELPERS1_EXPORT void set_label_text(wxStaticText* label, const std::string& text);
 
