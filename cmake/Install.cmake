@@ -1,4 +1,4 @@
-# Headers, libraries, CMake package, pkg-config file, resource archive and catalogs.
+# Headers, libraries, CMake package, pkg-config file and resource archive; catalogs are installed where they are made.
 include(CMakePackageConfigHelpers)
 
 get_property(libraries GLOBAL PROPERTY COMMONDLG3_LIBRARIES)
@@ -30,7 +30,3 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/co
 install(FILES ${CMAKE_BINARY_DIR}/commondlg3.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 install(FILES ${COMMONDLG3_SHARE_DIR}/commondlg3.dat DESTINATION ${CMAKE_INSTALL_DATADIR}/commondlg3)
-foreach(language ${COMMONDLG3_LANGUAGES})
-    install(FILES ${COMMONDLG3_LOCALE_DIR}/${language}/LC_MESSAGES/commondlg.mo
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/locale/${language}/LC_MESSAGES)
-endforeach()

@@ -20,10 +20,12 @@ if [ $# -eq 4 ]; then
     exit 1
 fi
 
+mapfile -t spoken < <(basename -s .po "$(dirname "$0")"/../resources/catalogs/*.po)
+all=("${spoken[@]}" en_XA ar_XB)
 {
-    printf '%s light 1 1280x1024\n' en de ja ar en_XA ar_XB
-    printf '%s dark 1.5 1280x1024\n' en de ja ar en_XA ar_XB
-    printf '%s light 1.25 800x600\n' en de ja ar en_XA ar_XB
-    printf '%s dark 2 1280x1024\n' en de ja ar
+    printf '%s light 1 1280x1024\n' "${all[@]}"
+    printf '%s dark 1.5 1280x1024\n' "${all[@]}"
+    printf '%s light 1.25 800x600\n' "${all[@]}"
+    printf '%s dark 2 1280x1024\n' "${spoken[@]}"
 } | xargs -P 2 -L 1 "$0" "$gallery"
 echo "Nothing found"

@@ -6,8 +6,8 @@ set -euo pipefail
 gallery=$1 folder=$2
 shift 2
 languages=("$@")
-[ ${#languages[@]} -gt 0 ] || languages=(en de ja ar)
 here=$(dirname "$0")
+[ ${#languages[@]} -gt 0 ] || mapfile -t languages < <(basename -s .po "$here"/../resources/catalogs/*.po)
 
 for language in "${languages[@]}"; do
     for theme in light dark; do

@@ -2,11 +2,11 @@
 
 #include "entries.h"
 #include "json_report.h"
+#include "missing_resource.h"
 #include "preferences_dialog.h"
 #include "window_walk.h"
 
 #include <cfgmgr2/message_catalog.h>
-#include <cfgmgr2/product_locations.h>
 #include <commondlg3/audit.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -16,9 +16,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <set>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -57,17 +55,6 @@ void report(const std::string& window, const commondlg3::audit_finding_t& findin
                     {"theme", wx_helpers1::ui_settings_t::get()->is_dark() ? "dark" : "light"},
                     {"text_scale", get_text_scale()},
                     {"screen", std::to_string(screen.x) + "x" + std::to_string(screen.y)}});
-}
-
-std::set<std::string> find_languages()
-{
-    std::set<std::string> languages;
-    std::error_code ignored;
-    const std::string folder = cfgmgr2::IProductLocations::get()->get_locale_directory().as_string();
-    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored))
-        if (std::filesystem::exists(entry.path() / "LC_MESSAGES" / "gallery.mo", ignored))
-            languages.insert(entry.path().filename().string());
-    return languages;
 }
 
 int run(std::vector<std::string> arguments)
@@ -129,7 +116,7 @@ int audit_everywhere(const std::vector<std::string>& arguments)
         if (is_given("--language"))
             run_each_theme(arguments);
         else
-            for (const std::string& language : find_languages()) {
+            for (const std::string& language : cfgmgr2::get_catalog_languages(language_catalog)) {
                 std::vector<std::string> full = arguments;
                 full.insert(full.end(), {"--language", language});
                 run_each_theme(full);

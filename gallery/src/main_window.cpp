@@ -34,7 +34,17 @@ namespace {
 using wx_helpers1::to_label;
 using wx_helpers1::ui_settings_t;
 
-const char* const languages[] = {"en", "de", "ja", "ar"};
+// Those that the build makes up, to look at windows with long texts, have regions that stand for no place.
+bool is_spoken(const std::string& language)
+{
+    return language.find("_X") == std::string::npos;
+}
+
+std::string own_name(const std::string& language)
+{
+    const auto catalog = cfgmgr2::getMessageCatalog(language_catalog, language);
+    return catalog ? catalog->message("language.name").as_ustring() : language;
+}
 
 std::string entry_text(const entry_t& entry, const char* what)
 {
@@ -109,7 +119,7 @@ void main_panel_t::fill_list()
         m_found.push_back(&entry);
         std::string shown = entry_text(entry, "name");
         if (is_feature_on(list_object_names_variable))
-            shown += " — " + entry.object;
+            shown += " – " + entry.object;
         m_list->Append(to_label(shown));
     }
     if (!m_found.empty())
@@ -214,8 +224,10 @@ void main_window_t::make_menus()
     add_theme("menu.theme.light", wx_helpers1::theme_t::light);
     add_theme("menu.theme.dark", wx_helpers1::theme_t::dark);
     auto* language_menu = new wxMenu;
-    for (const std::string language : languages) {
-        auto* item = language_menu->AppendRadioItem(wxID_ANY, to_label(text("language." + language)));
+    for (const std::string& language : cfgmgr2::get_catalog_languages(language_catalog)) {
+        if (!is_spoken(language))
+            continue;
+        auto* item = language_menu->AppendRadioItem(wxID_ANY, to_label(own_name(language)));
         item->Check(language == cfgmgr2::get_language());
         language_menu->Bind(
             wxEVT_MENU,

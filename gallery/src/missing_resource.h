@@ -8,6 +8,8 @@ namespace gallery {
 
 /// The name of the host's own catalog.
 inline constexpr char catalog_name[] = "gallery";
+/// The library's: a language that it has can be shown.
+inline constexpr char language_catalog[] = "commondlg";
 
 /// The full name of the host's own resource file.
 std::string resource_file();

@@ -134,6 +134,43 @@ class CatalogTest(CheckTest):
             self.assertEqual(self.run_check(tree, *self.command, "--users", "src"), result)
 
 
+class LanguageTest(CheckTest):
+    """A language is added by its file alone, which begins as what the template says."""
+    PROJECT = ("cmake_minimum_required(VERSION 3.22)\nproject(catalogs NONE)\nset(CMAKE_INSTALL_DATADIR share)\n"
+               "find_package(Python3 REQUIRED)\nfind_package(Gettext REQUIRED)\ninclude({resources})\n"
+               "commondlg3_add_catalogs(all_catalogs INSTALL DOMAIN d SOURCE_DIR ${{CMAKE_SOURCE_DIR}})\n")
+
+    def test_a_file_is_compiled_and_installed(self):
+        resources = os.path.join(SCRIPTS, "..", "cmake", "Resources.cmake")
+        with tempfile.TemporaryDirectory() as folder:
+            def run(*command):
+                subprocess.run(command, cwd=folder, check=True, stdout=subprocess.DEVNULL, stderr=subprocess.STDOUT)
+
+            def write(name, text):
+                with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
+                    file.write(text)
+
+            def languages():
+                run("cmake", "--build", "b")
+                run("cmake", "--install", "b", "--prefix", "installed")
+                return sorted(os.listdir(os.path.join(folder, "installed/share/locale")))
+
+            write("CMakeLists.txt", self.PROJECT.format(resources=resources))
+            write("en.po", PO_HEADER + '#. A greeting.\nmsgid "a"\nmsgstr "Good \\"day\\""\n')
+            run("cmake", "-G", "Ninja", "-S", ".", "-B", "b")
+            self.assertEqual(languages(), ["en"])
+            run("msginit", "--no-translator", "-l", "fr", "-i", "installed/share/commondlg3/d.pot", "-o", "fr.po")
+            with open(os.path.join(folder, "fr.po"), encoding="utf-8") as file:
+                begun = file.read()
+            entry = '#. A greeting.\n#. English: Good "day"\nmsgid "a"\nmsgstr ""\n'
+            self.assertIn(entry, begun)
+            write("fr.po", begun.replace(entry, entry[:-3] + '"Bonjour"\n'))
+            self.assertEqual(languages(), ["en", "fr"])
+            os.unlink(os.path.join(folder, "fr.po"))
+            run("cmake", "--build", "b")
+            self.assertEqual(sorted(os.listdir(os.path.join(folder, "b/share/locale/fr/LC_MESSAGES"))), [])
+
+
 class PatternTest(unittest.TestCase):
     def test_arguments(self):
         for pattern, names in [

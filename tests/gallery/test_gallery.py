@@ -27,6 +27,24 @@ def answer(keys, **data):
     return lines
 
 
+def installed_copy(folder):
+    """The gallery in a folder, where it finds its data beside itself."""
+    os.makedirs(folder + "/bin")
+    shutil.copy(Gallery.BINARY, folder + "/bin/gallery")
+    shutil.copytree(os.path.join(os.path.dirname(Gallery.BINARY), "..", "share"), folder + "/share")
+    return folder + "/bin/gallery"
+
+
+def wait_for_window(name):
+    """A search that meets a window on its way out ends with an error of the display, and is begun anew."""
+    for _ in range(500):
+        if subprocess.run(["xdotool", "search", "--onlyvisible", "--name", name], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL).returncode == 0:
+            return
+        time.sleep(0.02)
+    raise AssertionError(f"no window {name}")
+
+
 class MessageWindows(unittest.TestCase):
     def test_keyboard_alone_answers(self):
         self.assertEqual(1, answer(["Return"], button_type=1, main_message="m")[-1]["result"])
@@ -315,8 +333,7 @@ class FirstStart(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             gallery = Gallery("--language", "en", "--config-dir", folder)
             gallery.expect("opened")
-            subprocess.run(["timeout", "20", "xdotool", "search", "--sync", "--onlyvisible", "--name", "^Usage data$"],
-                           check=True, stdout=subprocess.DEVNULL)
+            wait_for_window("^Usage data$")
             gallery.wait_until_at_rest()
             gallery.press("alt+y")
             gallery.press_to_open("Return")
@@ -340,6 +357,36 @@ class FirstStart(unittest.TestCase):
             self.assertEqual(0, gallery.end())
 
 
+class AnotherLanguage(unittest.TestCase):
+    def test_a_language_is_offered_and_audited_once_its_files_are_there(self):
+        with tempfile.TemporaryDirectory() as folder:
+            binary = installed_copy(folder)
+            for domain, sources in (("commondlg", "resources"), ("gallery", "gallery")):
+                source = pathlib.Path(__file__).parents[2] / sources / "catalogs" / "en.po"
+                text = source.read_text(encoding="utf-8").replace('"{prod_name} Component Gallery"', '"Galerie"')
+                text = text.replace('"English"', '"français"').replace('"&Wrap long lines"', '"a.raw.key"')
+                folder_of_language = pathlib.Path(folder, "share/locale/fr/LC_MESSAGES")
+                folder_of_language.mkdir(parents=True, exist_ok=True)
+                subprocess.run(["msgfmt", "-o", folder_of_language / (domain + ".mo"), "-"], input=text.encode(),
+                               check=True)
+            said = subprocess.run([binary, "--audit", "--show", "dlg.clipboard", "--theme", "light"],
+                                  stdout=subprocess.PIPE, text=True, env={**os.environ, "GDK_DPI_SCALE": "1"})
+            findings = [line for line in map(json.loads, said.stdout.splitlines()) if line["event"] == "finding"]
+            self.assertEqual([("fr", "raw_key")], [(line["language"], line["kind"]) for line in findings])
+
+            gallery = Gallery("--language", "de", "--config-dir", folder, binary=binary)
+            gallery.expect("opened")
+            wait_for_window("^Nutzungsdaten$")
+            gallery.wait_until_at_rest()
+            gallery.press_to_open("Escape")
+            gallery.wait_until_at_rest()
+            gallery.press("alt+a", "p", "End", "Up", "Return")  # the last but one, behind English
+            wait_for_window("^Galerie$")
+            gallery.wait_until_at_rest()
+            gallery.press("ctrl+q")
+            self.assertEqual(0, gallery.end())
+
+
 class BadInput(unittest.TestCase):
     def test_what_cannot_be_shown_is_said(self):
         gallery = Gallery("--show", "dlg.nothing")
@@ -353,13 +400,9 @@ class BadInput(unittest.TestCase):
 
     def test_missing_archive_is_told_with_the_place_it_was_looked_for(self):
         with tempfile.TemporaryDirectory() as folder:
-            # The program finds its data beside itself.
-            os.makedirs(folder + "/bin")
-            shutil.copy(Gallery.BINARY, folder + "/bin/gallery")
-            share = os.path.join(os.path.dirname(Gallery.BINARY), "..", "share")
-            shutil.copytree(share, folder + "/share")
+            binary = installed_copy(folder)
             os.unlink(folder + "/share/commondlg3/gallery.dat")
-            gallery = Gallery("--show", "dlg.example", binary=folder + "/bin/gallery")
+            gallery = Gallery("--show", "dlg.example", binary=binary)
             self.assertIn(folder + "/share/commondlg3/gallery.dat", gallery.expect("error")["message"])
             self.assertEqual(MESSAGE, gallery.expect("opened")["object"])
             gallery.press("Escape")

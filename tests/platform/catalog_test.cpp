@@ -178,6 +178,20 @@ TEST_F(MessageCatalog, FallsBackToBaseLanguageAndEnglish)
     EXPECT_FALSE(cfgmgr2::getMessageCatalog(""));
 }
 
+TEST_F(MessageCatalog, LanguagesAreThoseWhoseFilesAreThere)
+{
+    EXPECT_EQ(cfgmgr2::get_catalog_languages("dialogs"), std::vector<std::string>());
+    install("pt_BR", {{"language.name", "Português"}});
+    install("en", {{"language.name", "English"}});
+    install("no language", {});
+    EXPECT_EQ(cfgmgr2::get_catalog_languages("dialogs"), (std::vector<std::string>{"en", "pt_BR"}));
+    EXPECT_EQ(cfgmgr2::get_catalog_languages("another"), std::vector<std::string>());
+    EXPECT_EQ(cfgmgr2::getMessageCatalog("dialogs", "pt_BR")->message("language.name").as_ustring(),
+              "Português");
+    EXPECT_EQ(text("language.name"), "English") << "the language set stays";
+    EXPECT_FALSE(cfgmgr2::getMessageCatalog("dialogs", "../en"));
+}
+
 TEST_F(MessageCatalog, MissingCatalogIsLookedForAgain)
 {
     EXPECT_EQ(text("a"), "(no catalog)");

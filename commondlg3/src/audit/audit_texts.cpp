@@ -1,4 +1,5 @@
 #include "audited_window.h"
+#include "commondlg3/text_utils.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <wx_helpers1/inspect.h>
@@ -51,7 +52,10 @@ bool is_of_language(const std::string& text, const std::string& language)
     static const std::regex words_of_ascii("[A-Z][a-z]+( [A-Za-z]{2,}){1,}[.:?]?");
     if (is_made_up(language))
         return text.find('[') != std::string::npos || !std::regex_search(text, std::regex("[A-Za-z]{2}"));
-    return (language != "ja" && language != "ar") || !std::regex_match(text, words_of_ascii);
+    // Words of English can be told from a language that calls itself by a name in other letters.
+    static const std::regex latin("[A-Za-z]");
+    return std::regex_search(translate_message("language.name"), latin) ||
+           !std::regex_match(text, words_of_ascii);
 }
 
 void audit_words(audited_window_t& audited, const wxWindow& window, const std::string& text)

@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <shared_mutex>
+#include <system_error>
 
 namespace cfgmgr2 {
 
@@ -59,6 +61,17 @@ std::string next_language(const std::string& language)
     return language == english ? std::string() : std::string(english);
 }
 
+gen_helpers2::path_t catalog_file(std::string_view name, const std::string& language)
+{
+    return IProductLocations::get()->get_locale_directory() / language / "LC_MESSAGES" /
+           (std::string(name) + ".mo");
+}
+
+bool can_be_a_name(std::string_view name)
+{
+    return !name.empty() && name.find('/') == std::string_view::npos;
+}
+
 /// Called with the mutex held.
 std::shared_ptr<const catalog_t> look_up(catalogs_t& all, std::string_view name, const std::string& language)
 {
@@ -72,9 +85,8 @@ std::shared_ptr<const catalog_t> look_up(catalogs_t& all, std::string_view name,
     if (entry.is_good())
         return entry.catalog;
 
-    const gen_helpers2::path_t file = IProductLocations::get()->get_locale_directory() / language /
-                                      "LC_MESSAGES" / (std::string(name) + ".mo");
-    const auto own = CPIL_2_18::i18n::load_mo_catalog(file.as_string(), std::string(name), language);
+    const auto own = CPIL_2_18::i18n::load_mo_catalog(catalog_file(name, language).as_string(),
+                                                      std::string(name), language);
     const auto next = look_up(all, name, next_language(language));
     if (own)
         own->set_fallback(next);
@@ -118,7 +130,7 @@ std::string normalised_language(std::string language)
 
 std::shared_ptr<const catalog_t> getMessageCatalog(std::string_view name)
 {
-    if (name.empty() || name.find('/') != std::string_view::npos)
+    if (!can_be_a_name(name))
         return nullptr;
     catalogs_t& all = catalogs();
     {
@@ -129,6 +141,31 @@ std::shared_ptr<const catalog_t> getMessageCatalog(std::string_view name)
     }
     const std::unique_lock<std::shared_mutex> lock(all.mutex);
     return look_up(all, name, all.language);
+}
+
+std::shared_ptr<const catalog_t> getMessageCatalog(std::string_view name, const std::string& language)
+{
+    if (!can_be_a_name(name))
+        return nullptr;
+    catalogs_t& all = catalogs();
+    const std::unique_lock<std::shared_mutex> lock(all.mutex);
+    return look_up(all, name, normalised_language(language));
+}
+
+std::vector<std::string> get_catalog_languages(const std::string& name)
+{
+    std::vector<std::string> languages;
+    std::error_code ignored;
+    const gen_helpers2::path_t folder = IProductLocations::get()->get_locale_directory();
+    for (std::filesystem::directory_iterator at(folder.as_filesystem_path(), ignored), end; at != end;
+         at.increment(ignored)) {
+        const std::string language = at->path().filename().string();
+        if (can_be_a_name(name) && normalised_language(language) == language &&
+            catalog_file(name, language).is_file())
+            languages.push_back(language);
+    }
+    std::sort(languages.begin(), languages.end());
+    return languages;
 }
 
 void set_language(const std::string& language)

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cfgmgr2 {
 
@@ -17,6 +18,13 @@ namespace cfgmgr2 {
 /// nothing was found, and at most once a second when English had to stand in. Thread: safe in any thread;
 /// fast enough to be called for every text.
 CFGMGR2_EXPORT std::shared_ptr<const CPIL_2_18::i18n::catalog_t> getMessageCatalog(std::string_view name);
+/// The same in a language other than the one set.
+CFGMGR2_EXPORT std::shared_ptr<const CPIL_2_18::i18n::catalog_t>
+getMessageCatalog(std::string_view name, const std::string& language);
+
+/// The languages that have a catalog of that name, in alphabetical order of their names ("de", "pt_BR"): what
+/// a host can offer. The directory is read anew each time.
+CFGMGR2_EXPORT std::vector<std::string> get_catalog_languages(const std::string& name);
 
 /// "de", "pt_BR"; an encoding and a modifier ("de_DE.UTF-8") are taken off. Anything else is an assertion and
 /// changes nothing. Initially "en". Catalogs already handed out stay in their language.
