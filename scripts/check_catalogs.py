@@ -112,6 +112,16 @@ def keys_in_xrc(paths, findings):
                     findings.append((path, child.line, f'text not from the catalog: "{text}"'))
 
 
+def keys_in_lists(folders):
+    """Yields (path, line, key) of the texts in lists of features that look like keys."""
+    for path in files_below(folders, ".cfg"):
+        with open(path, encoding="utf-8") as file:
+            for number, line in enumerate(file, 1):
+                for text in re.findall(r">([^<>]+)</string>", line):
+                    if "." in text and KEY.fullmatch(text):
+                        yield path, number, text
+
+
 def words_in(folders):
     """(words that stand in sources, layouts and lists of features, those of them that end with a point)"""
     words = set()
@@ -140,7 +150,8 @@ def main():
     compare(options.catalogs, catalogs, findings)
     others = [read_catalogs(folder, findings) for folder in options.also]
     functions = {**{name: [(0,)] for name in options.functions}, **KEY_ARGUMENTS}
-    used = [*keys_in_sources(options.sources, functions), *keys_in_xrc(options.xrc, findings)]
+    used = [*keys_in_sources(options.sources, functions), *keys_in_xrc(options.xrc, findings),
+            *keys_in_lists(options.sources)]
     for path, line, key in used:
         missing = [language for language, messages in catalogs.items()
                    if not any(key in m for m in (messages, *(other.get(language, {}) for other in others)))]

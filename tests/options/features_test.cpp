@@ -10,6 +10,7 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -72,6 +73,23 @@ TEST(Features, ListKeepsOrderAndToleratesWhatIsMissingOrDamaged)
         test::make_file(file, damaged);
         list.load();
         EXPECT_EQ(0, list.get_count()) << damaged.substr(0, 20);
+    }
+}
+
+TEST(Features, TextsOfTheListAreThoseOfTheProductsCatalogInTheLanguageSet)
+{
+    const test::temp_dir_t dir;
+    write_list(dir.path(), {{"severity.error", "severity.warning", "A"}, {"Plain", "no.such.key", "B"}});
+    commondlg3::translated_feature_list_t list(path_t(dir.path()), "commondlg");
+    list.load();
+    for (const auto& [language, name, description] :
+         {std::tuple("de", "Fehler", "Warnung"), std::tuple("en", "Error", "Warning")}) {
+        const test::language_guard_t guard(language);
+        EXPECT_EQ(name, list.get_feature(0).name);
+        EXPECT_EQ(description, list.get_feature(0).description);
+        EXPECT_EQ("A", list.get_feature(0).env_variable);
+        EXPECT_EQ("Plain", list.get_feature(1).name);
+        EXPECT_EQ("no.such.key", list.get_feature(1).description);
     }
 }
 
