@@ -8,6 +8,8 @@ Message = collections.namedtuple("Message", "text line fuzzy")
 PLURAL_KEYWORDS = {"zero", "one", "two", "few", "many", "other"}
 SIMPLE_TYPES = {"number", "date", "time", "spellout", "ordinal", "duration"}
 NAME = re.compile(r"[^\W\d]\w*")
+# What stands for arguments in what a pattern shows: characters that no text has.
+ARGUMENT, NUMBER = "\ue000", "\ue001"
 
 
 class FormatError(Exception):
@@ -50,10 +52,10 @@ def read_po(path):
 
 
 class _Pattern:
-    """A recursive-descent reader of one pattern; it collects the names of the arguments."""
+    """A recursive-descent reader of one pattern; it collects the names of the arguments and what is shown."""
 
     def __init__(self, text):
-        self.text, self.at, self.names = text, 0, set()
+        self.text, self.at, self.names, self.shown = text, 0, set(), []
 
     def peek(self):
         return self.text[self.at:self.at + 1]
@@ -81,6 +83,7 @@ class _Pattern:
             elif self.peek() == "'":
                 self.apostrophe(in_plural)
             else:
+                self.shown.append(self.peek())
                 self.at += 1
         if nested:
             raise FormatError('"{" without "}"')
@@ -90,9 +93,12 @@ class _Pattern:
         start = self.at
         self.at += 1
         if self.take("'") or self.peek() not in (*"{}", *("#" * in_plural)):
+            self.shown.append("'")
             return
-        if self.take(r"(?:[^']|'')*'") is None:
+        quoted = self.take(r"(?:[^']|'')*'")
+        if quoted is None:
             raise FormatError(f"the apostrophe at character {start + 1} opens a quotation that never ends")
+        self.shown.append(quoted[:-1].replace("''", "'"))
 
     def argument(self):
         self.expect(r"\{\s*", '"{"')
@@ -106,6 +112,10 @@ class _Pattern:
                 raise FormatError(f'no argument type is called "{kind}"')
             elif self.take(r"\s*,"):
                 self.expect(r"(?:[^{}']|'[^']*')+", "a style")
+            if kind in SIMPLE_TYPES:
+                self.shown.append(NUMBER)
+        else:
+            self.shown.append(ARGUMENT)
         self.expect(r"\s*\}", '"}"')
 
     def choices(self, kind):
@@ -121,10 +131,12 @@ class _Pattern:
                 raise FormatError(f'"{selector}" stands twice in one {kind}')
             seen.add(selector)
             self.expect(r"\s*\{", '"{"')
+            self.shown.append("\n")
             self.message(nested=True, in_plural=counts)
             self.expect(r"\}\s*", '"}"')
         if "other" not in seen:
             raise FormatError(f'{kind} without "other"')
+        self.shown.append("\n")
 
 
 def argument_names(pattern):
@@ -132,3 +144,10 @@ def argument_names(pattern):
     reader = _Pattern(pattern)
     reader.message(nested=False)
     return reader.names
+
+
+def shown_text(pattern):
+    """What a pattern shows, without its syntax: ARGUMENT or NUMBER for each argument, a line for each choice."""
+    reader = _Pattern(pattern)
+    reader.message(nested=False)
+    return "".join(reader.shown)

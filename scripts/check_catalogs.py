@@ -2,12 +2,13 @@
 """Checks message catalogs against each other and against the code and layouts that use them.
 
 usage: check_catalogs.py --catalogs DIR [--also DIR...] [--sources DIR...] [--xrc FILE...]
-                         [--functions NAME...] [--users DIR...]
+                         [--functions NAME...] [--users DIR...] [--glossary FILE]
 
-English is the measure: every other language has the same keys, with the same arguments. --also names catalogs in
+English is the measure: every other language has the same keys, with the same arguments, in the same style. --also names catalogs in
 which a used key may be found as well; they are not checked themselves. --functions names further functions whose first
 argument is a key. --users names all folders that may use the catalogs: a key that none of their sources and layouts
-names is a finding; a literal that ends with a point names all keys that begin with it.
+names is a finding; a literal that ends with a point names all keys that begin with it. --glossary: the words that each
+language uses, and those that it does not.
 """
 import argparse
 import os
@@ -15,6 +16,7 @@ import re
 import sys
 
 from catalog_format import FormatError, argument_names, read_po
+from catalog_style import faults, letters_twice, read_glossary
 from source_format import LITERAL, Source, files_below, literals_of, read_xrc, report
 
 KEY = re.compile(r"[a-z0-9_]+(\.[a-z0-9_]+)*")
@@ -51,6 +53,23 @@ def names_in(path, message, findings):
     except FormatError as error:
         findings.append((path, message.line, f"broken pattern: {error}"))
         return None
+
+
+def check_style(folder, catalogs, glossary, findings):
+    """How texts are written; those that compare() finds broken are passed over."""
+    for language, messages in catalogs.items():
+        path = os.path.join(folder, language + ".po")
+        for key in letters_twice(messages):
+            findings.append((path, messages[key].line, f'"{key}": another entry of its menu has its letter'))
+        for key, message in messages.items():
+            english = catalogs.get("en", {}).get(key)
+            if not english or not message.text:
+                continue
+            try:
+                for fault in faults(language, key, message.text, english.text, glossary):
+                    findings.append((path, message.line, f'"{key}": {fault}'))
+            except FormatError:
+                pass
 
 
 def compare(folder, catalogs, findings):
@@ -143,11 +162,13 @@ def main():
     parser.add_argument("--xrc", nargs="*", default=[])
     parser.add_argument("--functions", nargs="*", default=[])
     parser.add_argument("--users", nargs="*", default=[])
+    parser.add_argument("--glossary")
     options = parser.parse_args()
 
     findings = []
     catalogs = read_catalogs(options.catalogs, findings)
     compare(options.catalogs, catalogs, findings)
+    check_style(options.catalogs, catalogs, read_glossary(options.glossary) if options.glossary else {}, findings)
     others = [read_catalogs(folder, findings) for folder in options.also]
     functions = {**{name: [(0,)] for name in options.functions}, **KEY_ARGUMENTS}
     used = [*keys_in_sources(options.sources, functions), *keys_in_xrc(options.xrc, findings),

@@ -58,7 +58,7 @@ nlohmann::json sample_entries()
            {{"severity", 2}, {"text", text("log.sample.slow")}},
            {{"severity", 4}, {"text", text("log.sample.unreadable")}}}}},
         {{"caption", text("sample.main.warning")},
-         {"message", "<b>2%</b> &lt; 5%: " + text("sample.supplemental.warning")},
+         {"message", text("log.sample.share") + ": " + text("sample.supplemental.warning")},
          {"icon_type", 1},
          {"buttons", 2}},
     });

@@ -8,7 +8,7 @@ import unittest
 
 SCRIPTS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts")
 sys.path.insert(0, SCRIPTS)
-from catalog_format import FormatError, argument_names  # noqa: E402
+from catalog_format import FormatError, argument_names, shown_text  # noqa: E402
 
 PO_HEADER = 'msgid ""\nmsgstr ""\n"Content-Type: text/plain; charset=UTF-8\\n"\n'
 CATALOG_TREE = {
@@ -136,6 +136,61 @@ class CatalogTest(CheckTest):
             self.assertEqual(self.run_check(tree, *self.command, "--users", "src"), result)
 
 
+class StyleTest(CheckTest):
+    GLOSSARY = ("## de\n\n| English | word | never |\n|---|---|---|\n| folder | Ordner | Verzeichnis |\n"
+                "| directory, directories | Verzeichnis | Ordner |\n"
+                "\n## ja\n\n| English | word | never |\n|---|---|---|\n| folder | フォルダー | フォルダ |\n")
+    TEXTS = {"en": "&Folder “{dir}”:", "de": "&Ordner „{dir}“:", "ja": "フォルダー「{dir}」の約2%（F3）(&D):",
+             "ar": "&المجلد «\u2068{dir}\u2069» من \u2068Vorbex\u2069:"}
+
+    def test_faults(self):
+        """Each language's text, and what is wrong with it once a part of it is replaced."""
+        for language, old, new, fault in [
+            ("en", "“{dir}”", '"{dir}"', "typewriter"), ("en", "“{dir}”", "it's {dir}", "typewriter"),
+            ("en", "Folder ", "Folder  ", "two blanks"), ("en", "Folder", "Folder...", "three points"),
+            ("de", "Ordner", "Verzeichnis", '"Verzeichnis" is not used for "folder": Ordner'),
+            ("de", "“", "”", "quotation marks"), ("de", "“", "", "pairs"), ("de", ":", "", "“:” at the end"),
+            ("de", "Ordner", "2 % Ordner", "no-break"), ("de", "Ordner", "{n, number}% Ordner", "no-break"),
+            ("ja", "フォルダー", "フォルダ", '"フォルダ" is not used'), ("ja", "の約2%", "の約 2%", "a blank beside"),
+            ("ja", "約2%", "約{dir} 2%", "a blank beside"), ("ja", "（F3）", "(F3)", "half-width"),
+            ("ar", "\u2068{dir}\u2069", "{dir}", "argument outside"), ("ar", "\u2068Vorbex\u2069", "Vorbex", "Latin"),
+            ("ar", "من", "\u200eمن", "mark of direction"), ("ar", "Vorbex\u2069", "Vorbex", "not closed"),
+            ("ar", "من", "من 3", "Latin"), ("ar", "«", "“", "quotation marks"),
+        ]:
+            with self.subTest(language=language, fault=new):
+                self.assertEqual(self.said({}), (0, []), "the texts without a fault")
+                text = self.TEXTS[language]
+                self.assertEqual(text.count(old), 1, "the fault must hit one place")
+                code, lines = self.said({language: text.replace(old, new)})
+                self.assertEqual(code, 1, lines)
+                self.assertTrue(all(line.startswith(f"po/{language}.po:4: ") for line in lines), lines)
+                self.assertIn(fault, "\n".join(lines))
+
+    def test_letters(self):
+        """Each has one that English gives one, and no two of a menu have the same."""
+        self.assertIn("behind &", self.said({"ja": self.TEXTS["ja"].replace("(&D)", "")})[1][0])
+        entries = "".join(f'msgid "m.menu_{name}"\nmsgstr "{text}"\n' for name, text in [("a", "&Ab"), ("b", "C&b")])
+        for text, count in ("C&b", 0), ("C&ab", 1), ("&lt; &copy", 0):
+            lines = self.run_check({"po/en.po": PO_HEADER + entries.replace("C&b", text)}, "check_catalogs.py",
+                                   "--catalogs", "po")[1]
+            self.assertEqual(len(lines), count, lines)
+
+    def test_a_word_is_right_where_the_english_has_both(self):
+        both = {"en": "&A folder, not a directory:", "de": "&Ein Ordner, kein Verzeichnis:"}
+        self.assertEqual(self.said({**both, "ja": "フォルダー(&A):", "ar": "&مجلد:"}), (0, []))
+
+    def said(self, texts):
+        tree = {f"po/{language}.po": f'{PO_HEADER}msgid "a"\nmsgstr "{self.quoted(text)}"\n'
+                for language, text in {**self.TEXTS, **texts}.items()}
+        code, lines = self.run_check({**tree, "glossary.md": self.GLOSSARY}, "check_catalogs.py", "--catalogs", "po",
+                                     "--glossary", "glossary.md")
+        return code, [line for line in lines if "has the arguments" not in line]
+
+    @staticmethod
+    def quoted(text):
+        return text.replace('"', '\\"')
+
+
 class LanguageTest(CheckTest):
     """A language is added by its file alone, which begins as what the template says."""
     PROJECT = ("cmake_minimum_required(VERSION 3.22)\nproject(catalogs NONE)\nset(CMAKE_INSTALL_DATADIR share)\n"
@@ -186,6 +241,10 @@ class PatternTest(unittest.TestCase):
         ]:
             with self.subTest(pattern=pattern):
                 self.assertEqual(argument_names(pattern), names)
+
+    def test_what_is_shown(self):
+        self.assertEqual(shown_text("a {x} {n, plural, one {# b} other {{n, number} '{q}' it''s}}."),
+                         "a \ue000 \n# b\n\ue001 {q} it's\n.")
 
     def test_broken(self):
         for pattern in ["{", "}", "{a", "a}", "{}", "{1a}", "{a b}", "{a, nummer}", "{a, number", "'{never ends",

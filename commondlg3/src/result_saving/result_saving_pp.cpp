@@ -184,7 +184,9 @@ void result_saving_pp_t::on_init_dialog()
     wx_helpers1::set_accessible_name(m_folder, from_wx(m_to_folder->GetLabelText()));
     for (wxRadioButton* choice : {m_to_folder, m_to_project})
         wx_helpers1::set_accessible_description(choice, from_wx(m_storing_label->GetLabelText()));
-    wx_helpers1::set_label_text(m_explanation, m_messages.at_explanation + " " + m_messages.at_example);
+    wx_helpers1::set_label_text(m_explanation,
+                                translate_message("text.two_sentences", {{"first", m_messages.at_explanation},
+                                                                         {"second", m_messages.at_example}}));
     update_shown_controls();
     load_settings();
 }
