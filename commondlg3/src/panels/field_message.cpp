@@ -8,6 +8,7 @@
 #include <wx_helpers1/static_picture_ctrl.h>
 
 #include <wx/stattext.h>
+#include <wx/textentry.h>
 
 namespace commondlg3 {
 
@@ -37,8 +38,10 @@ bool field_message_t::say(caption_panel_t::severity_t severity, const std::strin
     wx_helpers1::set_label_text(m_label, line);
     m_icon->Show(!text.empty());
     m_label->Show(!text.empty());
-    // A page that opens is read as a whole, and of what has the focus readers say the description themselves.
-    if (m_field->IsShownOnScreen() && !m_field->HasFocus())
+    // A page that opens is read as a whole, and of a text that has the focus readers say the description
+    // themselves; in a list it is the entry that has it for them.
+    const bool is_said = m_field->HasFocus() && dynamic_cast<wxTextEntry*>(m_field);
+    if (m_field->IsShownOnScreen() && !is_said)
         wx_helpers1::announce(m_field, line);
     return true;
 }
