@@ -34,6 +34,8 @@ TEST(Boundary, AnyBytesComeBackAndAlwaysShow)
         ASSERT_EQ(bytes.empty(), wx_helpers1::to_label(bytes).empty());
     }
     EXPECT_EQ(wxString::FromUTF8("caf\xef\xbf\xbd x"), wx_helpers1::to_label("caf\xe9 x"));
+    EXPECT_EQ(wxString::FromUTF8("a\u2013\xef\xbf\xbdgpj.exe"),
+              wx_helpers1::to_label("a\u2013\u202Egpj.exe"));
     EXPECT_EQ("R&&D", wx_helpers1::to_plain_label("R&D"));
 }
 

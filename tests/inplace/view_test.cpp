@@ -130,8 +130,8 @@ TEST(InplaceView, a_resize_keeps_the_place_and_ends_exact)
     EXPECT_EQ(window.log().GetState().height, other.log().GetState().height);
 }
 
-// Case is no matter in any script that has it, and bytes that are no UTF-8 neither match by accident nor stop
-// the search.
+// Case is no matter in any script that has it, and bytes that are no UTF-8 neither match by accident nor
+// stop the search.
 TEST(InplaceView, finds_in_every_script)
 {
     struct row_t
@@ -164,7 +164,8 @@ TEST(InplaceView, finds_in_every_script)
     }
 }
 
-// The log draws its text past the toolkit: what comes out must be what the toolkit draws, also in its mirror.
+// The log draws its text past the toolkit: what comes out must be what the toolkit draws, also in its
+// mirror.
 TEST(InplaceView, draws_text_as_the_toolkit_does)
 {
     for (const wxLayoutDirection direction : {wxLayout_LeftToRight, wxLayout_RightToLeft}) {
@@ -443,7 +444,7 @@ TEST(InplaceView, screen_readers_find_what_is_seen_from_top_to_bottom)
     test::settle();
     AtkObject* log = accessible_of(window);
     EXPECT_EQ(atk_object_get_role(log), ATK_ROLE_LOG);
-    EXPECT_STREQ(atk_object_get_name(log), "Message log");
+    EXPECT_STREQ(atk_object_get_name(log), "Messages");
     const std::vector<std::pair<std::string, AtkRole>> expected = {
         {"Collecting", ATK_ROLE_HEADING},
         {"Error: cannot be read", ATK_ROLE_LIST_ITEM},

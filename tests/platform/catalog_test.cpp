@@ -71,6 +71,7 @@ TEST(Message, ArgumentsAgainstTheLanguagesDirectionAreIsolated)
     EXPECT_EQ(in("en", "{dir}.", path + "\u00e9\u65e5"), path + "\u00e9\u65e5.");
     EXPECT_EQ(in("ar", "{dir}", "a\nb"), "a\nb") << "an isolate ends with its line";
     EXPECT_EQ(in("ar", "{dir}.", "\xff"), "\xff.");
+    EXPECT_EQ(in("en", "{dir}.", "a\u202Egpj.exe"), "a\uFFFDgpj.exe.") << "an override would reach beyond it";
 }
 
 TEST(Message, WhatCannotBeFormattedIsShownRaw)

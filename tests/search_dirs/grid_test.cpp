@@ -97,6 +97,15 @@ protected:
     GtkTreeView* m_tree = nullptr;
 };
 
+TEST_F(PropertyGrid, ANameOfTwoLinesTakesOneRow)
+{
+    const int height = middle_of(1, 0).y - middle_of(0, 0).y;
+    m_grid->set_rows({{"/a\nb"}, {"/b"}});
+    test::settle();
+    EXPECT_EQ(height, middle_of(1, 0).y - middle_of(0, 0).y);
+    EXPECT_EQ("/a\nb", texts().front());
+}
+
 TEST_F(PropertyGrid, KeysAloneDoEverything)
 {
     std::vector<int> updated;

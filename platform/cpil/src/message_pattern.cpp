@@ -2,6 +2,8 @@
 
 #include "cpil/strings.h"
 
+#include <gen_helpers2/strings.h>
+
 #include <unicode/fmtable.h>
 #include <unicode/locid.h>
 #include <unicode/msgfmt.h>
@@ -62,8 +64,9 @@ bool is_nested_too_deeply(std::string_view pattern)
 }
 
 // A path or a name from another script would draw the signs and words around it into its own direction.
-std::string isolated(const std::string& text, bool right_to_left)
+std::string isolated(const std::string& argument, bool right_to_left)
 {
+    const std::string text = gen_helpers2::replace_overrides(argument);
     const auto against =
         right_to_left ? strings::direction_t::left_to_right : strings::direction_t::right_to_left;
     if (!strings::has_letters(text, against) || text.find('\n') != std::string::npos)

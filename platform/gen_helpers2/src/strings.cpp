@@ -101,6 +101,15 @@ std::string replace_invalid_utf8(std::string_view s)
     return out;
 }
 
+std::string replace_overrides(std::string s)
+{
+    constexpr std::string_view begin = "\xE2\x80"; // of both, and of dashes and quotation marks
+    for (std::size_t at = s.find(begin); at != std::string::npos; at = s.find(begin, at + 1))
+        if (at + 2 < s.size() && (s[at + 2] == '\xAD' || s[at + 2] == '\xAE'))
+            s.replace(at, 3, "\xEF\xBF\xBD");
+    return s;
+}
+
 std::string escape_bytes(std::string_view s)
 {
     std::string out;

@@ -97,7 +97,9 @@ char32_t decode_beyond_ascii(const char*& at, const char* end)
     }
     case 3: {
         const char32_t code = (bytes[0] & 0xfu) << 12 | (bytes[1] & 0x3fu) << 6 | (bytes[2] & 0x3fu);
-        return code == 0x2028 || code == 0x2029 ? '\n' : code;
+        if (code == 0x2028 || code == 0x2029)
+            return '\n';
+        return code == 0x202d || code == 0x202e ? replacement_character : code;
     }
     case 4:
         return (bytes[0] & 7u) << 18 | (bytes[1] & 0x3fu) << 12 | (bytes[2] & 0x3fu) << 6 |

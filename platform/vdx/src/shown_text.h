@@ -13,8 +13,9 @@ constexpr char32_t replacement_character = 0xfffd;
 
 char32_t decode_beyond_ascii(const char*& at, const char* end);
 
-/// The character at `at`, which is moved behind it. A byte that is no UTF-8, and a control character other
-/// than tab, is U+FFFD; whatever ends a line (CR, LF, both, and Unicode's own three) is a line feed.
+/// The character at `at`, which is moved behind it. A byte that is no UTF-8, a control character other than
+/// tab, and one that turns the order of the rest around by force, is U+FFFD; whatever ends a line (CR, LF,
+/// both, and Unicode's own three) is a line feed.
 inline char32_t decode(const char*& at, const char* end)
 {
     const auto byte = static_cast<unsigned char>(*at);

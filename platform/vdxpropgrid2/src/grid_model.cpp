@@ -82,8 +82,9 @@ void grid_model_t::GetValueByRow(wxVariant& value, unsigned row, unsigned column
     switch (column) {
     case text_column: {
         const auto bundle = m_bundles.find(mark ? mark->kind : mark_kind_t::none);
-        value << wxDataViewIconText(wx_helpers1::to_label(is_row ? rows.at(row).text : texts.input_row),
-                                    bundle == m_bundles.end() ? wxBitmapBundle() : bundle->second);
+        wxString shown = wx_helpers1::to_label(is_row ? rows.at(row).text : texts.input_row);
+        shown.Replace("\n", wxString::FromUTF8("\u21B5")); // every row would become as tall as this one
+        value << wxDataViewIconText(shown, bundle == m_bundles.end() ? wxBitmapBundle() : bundle->second);
         break;
     }
     case check_column:

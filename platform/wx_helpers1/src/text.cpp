@@ -38,9 +38,10 @@ std::string from_wx(const wxString& text)
 
 wxString to_label(const std::string& utf8)
 {
-    if (gen_helpers2::is_valid_utf8(utf8))
+    const bool may_override = utf8.find("\xE2\x80") != std::string::npos;
+    if (!may_override && gen_helpers2::is_valid_utf8(utf8))
         return wxString::FromUTF8Unchecked(utf8.data(), utf8.size());
-    const std::string shown = gen_helpers2::replace_invalid_utf8(utf8);
+    const std::string shown = gen_helpers2::replace_overrides(gen_helpers2::replace_invalid_utf8(utf8));
     return wxString::FromUTF8(shown.data(), shown.size());
 }
 

@@ -17,6 +17,11 @@ GEN_HELPERS2_EXPORT bool is_valid_utf8(std::string_view s) noexcept;
 /// Puts one U+FFFD in place of each run of bytes that is no UTF-8. For showing only: the bytes are lost.
 GEN_HELPERS2_EXPORT std::string replace_invalid_utf8(std::string_view s);
 
+/// Puts one U+FFFD in place of each character that turns the order of what follows it around by force
+/// (U+202D and U+202E): a name that holds one could show as another, and would reorder the sentence around
+/// it. For showing only.
+GEN_HELPERS2_EXPORT std::string replace_overrides(std::string s);
+
 /// Writes any bytes as printable UTF-8 without loss: control characters, the backslash, bytes that are no
 /// UTF-8 and the non-characters U+FFFE and U+FFFF become `\xHH`. Everything else stays as it is.
 GEN_HELPERS2_EXPORT std::string escape_bytes(std::string_view s);
