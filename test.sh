@@ -2,9 +2,10 @@
 # Installs what is missing, builds, and tests.
 #
 #   ./test.sh        everything as released
-#   ./test.sh all    also what a screen reader says, an audit of every window, the linters, a monkey at keyboard and mouse,
-#                    AddressSanitizer and UndefinedBehaviorSanitizer, the thread tests under ThreadSanitizer, the gallery
-#                    by another compiler, and each fuzzer for a short while
+#   ./test.sh all    also what a screen reader says, windows whose look changes while they are open, windows under
+#                    Wayland, an audit of every window, the linters, a monkey at keyboard and mouse, AddressSanitizer
+#                    and UndefinedBehaviorSanitizer, the thread tests under ThreadSanitizer, the gallery by another
+#                    compiler, and each fuzzer for a short while
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
@@ -13,7 +14,7 @@ cd "$(dirname "$0")"
 case "${1:-}" in
     "") all=false ;;
     all) all=true ;;
-    *) sed -n '2,10s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,11s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
 scripts/setup.sh
@@ -43,11 +44,19 @@ export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1:report
 step "Building as released"
 build release test_programs
 step "Tests as released"
-run_tests release -LE speech
+run_tests release -LE "speech|long"
 
 if $all; then
     step "What a screen reader says"
     run_tests release -L speech
+
+    step "Windows whose look changes while they are open"
+    run_tests release -L long
+
+    step "Windows under Wayland"
+    scripts/with_wayland.sh /usr/bin/python3 -B tests/gallery/test_wayland.py build/gallery/commondlg3_gallery
+    scripts/with_wayland.sh build/tests/caption/caption_tests --gtest_brief=1 \
+        --gtest_filter='CaptionLayout.*:CaptionMessages.*:AdvancedPanel.*_header_*:SimpleMessage.*cut_off*:-*mouse*'
 
     step "An audit of every window"
     scripts/audit.sh build/gallery/commondlg3_gallery

@@ -37,7 +37,7 @@ void advanced_panel_page_t::on_init_dialog()
     m_outer = new advanced_panel_t(this, get_string(m_data, "caption", text("advanced.sample.outer")), style,
                                    wxID_ANY);
     constexpr int below_the_caption = 1;
-    insert_panel(m_outer, below_the_caption, std::max(0, 18 - m_outer->get_header_height() / 2), caption);
+    insert_panel(m_outer, below_the_caption, get_margin(), caption);
     const auto box = [](wxWindow* parent, const char* key) {
         return new wxCheckBox(parent, wxID_ANY, wx_helpers1::to_plain_label(text(key)));
     };
@@ -64,6 +64,19 @@ void advanced_panel_page_t::on_init_dialog()
     clear_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { clear(); });
     caption->SetFocus();
     finish_layout();
+}
+
+// So that the panel's frame is in line with the other controls.
+int advanced_panel_page_t::get_margin() const
+{
+    return std::max(0, 18 - m_outer->get_header_height() / 2);
+}
+
+void advanced_panel_page_t::fit_again()
+{
+    if (m_outer)
+        need_sizer()->GetItem(m_outer)->SetBorder(get_margin());
+    demo_dialog_t::fit_again();
 }
 
 void advanced_panel_page_t::add()

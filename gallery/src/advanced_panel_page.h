@@ -20,7 +20,11 @@ public:
     void on_init_dialog() override;
     nlohmann::json get_state() const override;
 
+protected:
+    void fit_again() override;
+
 private:
+    int get_margin() const;
     void add();
     void clear();
     void toggled(const char* name, bool opened);

@@ -115,7 +115,8 @@ public:
 private:
     static bool is_used_by_a_person()
     {
-        return options.show.empty() && options.screenshots_dir.empty() && !options.audit;
+        return options.show.empty() && options.screenshots_dir.empty() && options.places.empty() &&
+               !options.audit;
     }
 
     void start()
@@ -144,6 +145,8 @@ private:
                     m_exit_code = failed ? exit_no_picture : 0;
                     GetTopWindow()->Close();
                 });
+            else if (!options.places.empty())
+                report_places(options.places == "changed", [] { wxTheApp->GetTopWindow()->Close(); });
             else if (options.audit)
                 audit(options.show, options.data, [this](int findings) {
                     m_exit_code = findings ? exit_findings : 0;

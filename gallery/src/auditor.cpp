@@ -8,6 +8,8 @@
 
 #include <cfgmgr2/message_catalog.h>
 #include <commondlg3/audit.h>
+#include <wx_helpers1/inspect.h>
+#include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/app.h>
@@ -57,6 +59,35 @@ void report(const std::string& window, const commondlg3::audit_finding_t& findin
                     {"screen", std::to_string(screen.x) + "x" + std::to_string(screen.y)}});
 }
 
+nlohmann::json in_numbers(const wxRect& rect)
+{
+    return {rect.x, rect.y, rect.width, rect.height};
+}
+
+// In the window, of its controls and of the texts that they draw.
+void add_places(nlohmann::json& places, const wxWindow& window, const wxPoint& origin)
+{
+    wxRect place = wx_helpers1::get_place(window);
+    place.Offset(-origin);
+    places.push_back({wx_helpers1::from_wx(window.GetName()), in_numbers(place)});
+    for (const wx_helpers1::shown_text_t& shown : wx_helpers1::get_shown_texts(window))
+        if (shown.is_drawn) {
+            place = shown.rect;
+            place.Offset(-origin);
+            places.push_back({shown.text, in_numbers(place)});
+        }
+    for (const wxWindow* child : window.GetChildren())
+        if (child->IsShown() && !child->IsTopLevel())
+            add_places(places, *child, origin);
+}
+
+nlohmann::json get_places(const wxTopLevelWindow& window)
+{
+    nlohmann::json places = nlohmann::json::array();
+    add_places(places, window, wx_helpers1::get_place(window).GetPosition());
+    return places;
+}
+
 int run(std::vector<std::string> arguments)
 {
     std::vector<char*> pointers;
@@ -89,6 +120,27 @@ void audit(const std::string& object, const nlohmann::json& data, std::function<
             }
         },
         [count, done = std::move(done)] { done(*count); });
+}
+
+void report_places(bool live, std::function<void()> done)
+{
+    const auto when_changed = [](const std::string& name, std::function<void()> go_on) {
+        const auto connection = std::make_shared<gen_helpers2::connection>();
+        *connection =
+            wx_helpers1::ui_settings_t::get()->settled().connect([connection, go_on = std::move(go_on)] {
+                connection->disconnect();
+                go_on();
+            });
+        report_signal(name, "waiting", true);
+    };
+    walk_windows(
+        all_steps(),
+        [](const std::string& name, wxTopLevelWindow& window) {
+            report_window_places(name, get_places(window));
+            for (const commondlg3::audit_finding_t& finding : commondlg3::audit_window(&window))
+                report(name, finding);
+        },
+        std::move(done), live ? walk_wait_t(when_changed) : walk_wait_t());
 }
 
 int audit_everywhere(const std::vector<std::string>& arguments)

@@ -55,9 +55,8 @@ void caption_page_t::on_init_dialog()
 {
     const std::string caption_text = get_string(m_data, "caption", "");
     const std::string description_text = get_string(m_data, "description", "");
-    m_heading = new caption_panel_t(this, caption_text, description_text);
-    constexpr int own_border = 5;
-    insert_panel(m_heading, 0, 18 - own_border);
+    m_heading = new caption_panel_t(get_area(), caption_text, description_text);
+    insert_panel(m_heading, 0, 0);
     auto* caption = from_xrc<wxTextCtrl>(this, "m_caption");
     auto* description = from_xrc<wxTextCtrl>(this, "m_description");
     m_severity = from_xrc<wxChoice>(this, "m_severity");

@@ -21,15 +21,21 @@ demo_dialog_t::demo_dialog_t(const char* object) : m_object(object)
     m_catalog_name = "gallery";
 }
 
+wxWindow* demo_dialog_t::get_area()
+{
+    wxWindow* area = FindWindow(XRCID("m_area"));
+    return area ? area : this;
+}
+
 void demo_dialog_t::insert_panel(wxWindow* panel, int place, int margin, wxWindow* after)
 {
-    wxSizer* sizer = need_sizer();
+    wxSizer* sizer = panel->GetParent()->GetSizer();
     const auto index = std::min(static_cast<std::size_t>(place), sizer->GetItemCount());
     sizer->Insert(index, panel, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, margin);
     if (after)
         panel->MoveAfterInTabOrder(after);
-    else if (GetChildren().GetFirst()->GetData() != panel)
-        panel->MoveBeforeInTabOrder(GetChildren().GetFirst()->GetData());
+    else if (wxWindow* first = panel->GetParent()->GetChildren().GetFirst()->GetData(); first != panel)
+        panel->MoveBeforeInTabOrder(first);
 }
 
 void demo_dialog_t::finish_layout()

@@ -22,6 +22,8 @@ public:
     virtual nlohmann::json get_state() const = 0;
 
 protected:
+    /// Where the controls are: what scrolls in the dialog, on small screens.
+    wxWindow* get_area();
     /// For on_init_dialog(): puts the panel at that place among the controls, with this margin, in pixels,
     /// where Tab finds it after that window, or first.
     void insert_panel(wxWindow* panel, int place, int margin, wxWindow* after = nullptr);

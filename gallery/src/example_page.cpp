@@ -9,7 +9,12 @@
 #include <commondlg3/resources.h>
 
 #include <cpil/catalog.h>
+#include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
+
+#include <wx/stattext.h>
+
+#include <algorithm>
 
 namespace gallery {
 
@@ -39,6 +44,18 @@ void example_page_t::on_init_dialog()
     m_name->ChangeValue(wx_helpers1::to_wx(m_record.name));
     m_notes->ChangeValue(wx_helpers1::to_wx(m_record.notes));
     m_name->SetFocus();
+}
+
+void example_page_t::on_update_ui_settings()
+{
+    constexpr int columns = 50;
+    pref_base_t::on_update_ui_settings();
+    auto* description = commondlg3::from_xrc<wxStaticText>(this, "m_description");
+    if (!description)
+        return;
+    const int width = std::min(columns * GetCharWidth(), wxGetDisplaySize().x * 2 / 3);
+    wx_helpers1::set_wrap_width(description, width);
+    description->SetMinSize(wxSize(width, wx_helpers1::height_for_width(description, width)));
 }
 
 void example_page_t::on_help()

@@ -19,6 +19,7 @@ public:
 
     void set_max_text_limit() override;
     void on_init_dialog() override;
+    void on_update_ui_settings() override;
     void on_help() override;
     bool save_settings() override;
 

@@ -45,6 +45,11 @@ void report_error(const std::string& object, const std::string& message)
     print({{"object", object}, {"event", "error"}, {"message", message}});
 }
 
+void report_window_places(const std::string& object, const nlohmann::json& places)
+{
+    print({{"object", object}, {"event", "places"}, {"places", places}});
+}
+
 void report_finding(nlohmann::json finding)
 {
     finding["event"] = "finding";

@@ -16,6 +16,9 @@ void report_signal(const std::string& object, const std::string& name, const nlo
 /// {"object": ..., "event": "error", "message": ...}
 void report_error(const std::string& object, const std::string& message);
 
+/// {"object": ..., "event": "places", "places": [[name, [x, y, width, height]], ...]}
+void report_window_places(const std::string& object, const nlohmann::json& places);
+
 /// {"object": ..., "event": "finding", ...}
 void report_finding(nlohmann::json finding);
 

@@ -9,6 +9,7 @@
 #include <gen_helpers2/file.h>
 #include <vdx/event_log.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
 #include <wx/sizer.h>
@@ -175,6 +176,17 @@ log_page_t::~log_page_t()
 
 void log_page_t::finish_layout()
 {
+    fit();
+    CentreOnParent();
+    m_log->get_log().GetWindow()->SetFocus();
+    if (auto* settings = wx_helpers1::ui_settings_t::get())
+        settings->settled().connect(this, [this] { fit(); });
+}
+
+void log_page_t::fit()
+{
+    for (wxWindow* child : GetChildren())
+        wx_helpers1::apply_native_height(child);
     const wxSize needed = GetSizer()->CalcMin();
     wxSize usual(760, 560), least(520, 360);
     usual.IncTo(needed);
@@ -183,8 +195,7 @@ void log_page_t::finish_layout()
     least.DecTo(usual);
     SetClientSize(usual);
     SetMinClientSize(least);
-    CentreOnParent();
-    m_log->get_log().GetWindow()->SetFocus();
+    Layout();
 }
 
 commondlg3::inplace_ctrl_t::callback_t log_page_t::make_callback()

@@ -22,7 +22,7 @@ inline constexpr char log_object[] = "inplace_ctrl_t";
 
 /// A window around an in-place message control: what it holds is kept in the configuration directory from one
 /// run to the next. Pages derive from it and add the controls above the log.
-class log_page_t : public wxDialog
+class log_page_t : public wxDialog, private gen_helpers2::subscriber_base_t
 {
 public:
     log_page_t(wxWindow* parent, const std::string& title_key, const std::string& file);
@@ -38,6 +38,7 @@ protected:
     /// A callback that reports the button that was pressed.
     commondlg3::inplace_ctrl_t::callback_t make_callback();
     void finish_layout();
+    void fit();
 
 private:
     void load();

@@ -17,6 +17,7 @@
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/wrapsizer.h>
 
 #include <atomic>
 #include <filesystem>
@@ -189,21 +190,23 @@ flood_page_t::flood_page_t(wxWindow* parent)
     : log_page_t(parent, CPIL_2_18::i18n::catalog_key("log.flood.title"), "flood_log.xml"),
       m_stop(std::make_shared<std::atomic<bool>>(false))
 {
-    wxSizer* row = get_controls();
+    auto* row = new wxWrapSizer(wxHORIZONTAL); // at large fonts there is no room for all in a row
+    get_controls()->Add(row, 1, wxEXPAND);
     const auto add = [&](const std::string& label, int value, int most) {
         auto* spin = new wxSpinCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                     wxSP_ARROW_KEYS, 1, most, value);
         auto* shown_label = new wxStaticText(this, wxID_ANY, to_label(label));
         wx_helpers1::set_label_for(shown_label, spin);
-        row->Add(shown_label, 0, wxALIGN_CENTRE_VERTICAL);
-        row->Add(spin, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT | wxRIGHT, 8);
+        auto* pair = new wxBoxSizer(wxHORIZONTAL);
+        pair->Add(shown_label, 0, wxALIGN_CENTRE_VERTICAL);
+        pair->Add(spin, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
+        row->Add(pair, 0, wxRIGHT | wxBOTTOM, 8);
         return spin;
     };
     m_threads = add(text("log.flood.threads"), 4, 64);
     m_lines = add(text("log.flood.lines"), 1000, 1000000);
     auto* start_button = new wxButton(this, wxID_ANY, to_label(text("log.walk.start")));
-    row->AddStretchSpacer();
-    row->Add(start_button, 0, wxALIGN_CENTRE_VERTICAL);
+    row->Add(start_button, 0, wxALIGN_CENTRE_VERTICAL | wxBOTTOM, 8);
     start_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { start(); });
     finish_layout();
 }

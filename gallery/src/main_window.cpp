@@ -157,10 +157,17 @@ void main_panel_t::open_selected()
 }
 
 main_window_t::main_window_t()
-    : wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxSize(760, 560))
+    : wxFrame(nullptr, wxID_ANY, wxEmptyString, wxDefaultPosition, wxSize(760, 560)),
+      m_size(*this, wxSize(95, 30), wxSize(60, 20))
 {
-    SetMinSize(wxSize(560, 420));
     fill();
+    m_size.give();
+    if (ui_settings_t* settings = ui_settings_t::get())
+        settings->settled().connect(this, [this] {
+            m_size.take_over();
+            m_size.give();
+            CallAfter([this] { m_size.give(); }); // the bar of menus has its new height then
+        });
     if (is_feature_on(remember_window_size_variable))
         restore_size();
     Centre();

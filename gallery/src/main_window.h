@@ -1,6 +1,7 @@
 #pragma once
 
 #include "entries.h"
+#include "window_size.h"
 
 #include <commondlg3/pref_base.h>
 
@@ -40,7 +41,7 @@ private:
     std::vector<const entry_t*> m_found; ///< the entries in the list, in its order
 };
 
-class main_window_t : public wxFrame
+class main_window_t : public wxFrame, private gen_helpers2::subscriber_base_t
 {
 public:
     main_window_t();
@@ -52,6 +53,7 @@ private:
     void fill();
 
     main_panel_t* m_panel = nullptr;
+    window_size_t m_size;
 };
 
 } // namespace gallery

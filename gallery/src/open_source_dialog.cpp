@@ -79,10 +79,16 @@ void open_source_dialog_t::on_init_dialog()
     m_file->ChangeValue(to_wx(m_first_file));
     m_line->SetValue(m_first_line);
     show_editor();
-    m_editor->SetMinSize(wx_helpers1::natural_size(m_editor)); // later ones end in an ellipsis
-    fit_to_contents();
+    fit_again();
     centre_on_parent();
     m_file->SetFocus();
+}
+
+void open_source_dialog_t::fit_again()
+{
+    if (m_editor)
+        m_editor->SetMinSize(wx_helpers1::natural_size(m_editor)); // later ones end in an ellipsis
+    fit_to_contents();
 }
 
 std::string open_source_dialog_t::get_file() const

@@ -24,6 +24,9 @@ public:
 
     void on_init_dialog() override;
 
+protected:
+    void fit_again() override;
+
 private:
     std::string get_file() const;
     commondlg3::editor_data_t::system_editor_t get_editor() const;

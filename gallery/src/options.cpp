@@ -4,7 +4,8 @@ namespace gallery {
 
 const char* const usage =
     "usage: commondlg3_gallery [--show OBJECT|ENTRY [--data JSON]] [--screenshots DIR] [--audit]\n"
-    "                          [--language LL] [--theme light|dark] [--config-dir DIR]\n";
+    "                          [--places opened|changed] [--language LL] [--theme light|dark]\n"
+    "                          [--config-dir DIR]\n";
 
 options_t parse_options(int argc, char** argv, std::string& error)
 {
@@ -32,6 +33,8 @@ options_t parse_options(int argc, char** argv, std::string& error)
             options.language = value;
         else if (name == "--theme" && (value == "light" || value == "dark"))
             options.theme = value;
+        else if (name == "--places" && (value == "opened" || value == "changed"))
+            options.places = value;
         else if (name == "--config-dir")
             options.config_dir = value;
         else if (name == "--data") {

@@ -16,6 +16,7 @@ struct options_t
     std::string theme;           ///< "light", "dark", or empty: the desktop's
     std::string config_dir;      ///< empty: the user's configuration directory
     bool audit = false;          ///< look for what is wrong with each window, or that of `show`, and exit
+    std::string places; ///< "opened" or "changed": print where everything is in each window then, and exit
     bool help = false;
 };
 

@@ -50,7 +50,9 @@ int stored_number(cfgmgr2::IPropertyStorage& storage, const char* name, int othe
 
 } // namespace
 
-preferences_dialog_t::preferences_dialog_t(const std::string& first_page) : m_first_page(first_page)
+preferences_dialog_t::preferences_dialog_t(const std::string& first_page)
+    : m_first_page(first_page),
+      m_given_size(*this, wxSize(usual_columns, usual_lines), wxSize(least_columns, least_lines))
 {
     set_resource_file(resource_file());
     m_catalog_name = "gallery";
@@ -97,9 +99,7 @@ void preferences_dialog_t::on_init_dialog()
     if (!reasons.empty())
         tell_once_shown(reasons);
     fill_list();
-    // The titles as wide as the font makes them: the width in the layout is the least one.
-    m_list->SetMinSize(
-        wxSize(std::max(m_list->GetMinSize().x, m_list->GetBestSize().x), m_list->GetMinSize().y));
+    m_least_list_width = m_list->GetMinSize().x;
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent& event) {
         const int row = event.GetSelection();
         select(row >= 0 && row < static_cast<int>(m_listed.size()) ? m_listed[row] : -1);
@@ -144,22 +144,10 @@ void preferences_dialog_t::restore()
     const auto found = std::find_if(m_pages.begin(), m_pages.end(), [this](const shown_page_t& shown) {
         return shown.page->get_object() == m_first_page;
     });
-    fit_to_contents();
-    // At large fonts less than the usual size is on the screen, with the frame around it; the area scrolls
-    // then.
-    const wxSize character(GetCharWidth(), GetCharHeight());
-    const wxSize screen = wxGetClientDisplayRect().GetSize() - wxSize(character.x, 3 * character.y);
-    wxSize least(least_columns * character.x, least_lines * character.y);
-    least.IncTo(GetMinSize());
-    least.DecTo(screen);
-    SetMinSize(least);
-    wxSize size(stored_number(*stored, "width", usual_columns * character.x),
-                stored_number(*stored, "height", usual_lines * character.y));
-    size.DecTo(screen);
-    size.IncTo(least);
-    SetSize(size);
-    Layout();
     const auto at = found == m_pages.end() ? m_pages.begin() : found;
+    m_given_size.want(wxSize(stored_number(*stored, "width", usual_columns * GetCharWidth()),
+                             stored_number(*stored, "height", usual_lines * GetCharHeight())));
+    fit();
     if (at != m_pages.end())
         select(static_cast<int>(at - m_pages.begin()));
     make_room();
@@ -167,16 +155,38 @@ void preferences_dialog_t::restore()
     m_list->SetFocus();
 }
 
+// As large as it was in characters, of which there is less room on the screen at large fonts: the area scrolls
+// then.
+void preferences_dialog_t::fit()
+{
+    // The titles as wide as the font makes them: the width in the layout is the least one.
+    m_list->SetMinSize(wxSize(m_least_list_width, m_list->GetMinSize().y)); // its best size is never less
+    m_list->SetMinSize(wxSize(std::max(m_least_list_width, m_list->GetBestSize().x), m_list->GetMinSize().y));
+    fit_to_contents();
+    m_given_size.give(GetMinClientSize());
+}
+
+void preferences_dialog_t::fit_again()
+{
+    if (!m_list)
+        return;
+    m_given_size.take_over();
+    fit();
+    fit_page();
+    make_room();
+}
+
 // The page that is seen first says how wide the dialog must be at the present font, as far as the screen
 // goes; what is wider than the area scrolls.
 void preferences_dialog_t::make_room()
 {
     const int missing = m_area->GetSizer()->CalcMin().x - m_area->GetClientSize().x;
-    if (missing <= 0)
-        return;
-    const int widest = std::max(GetSize().x, wxGetClientDisplayRect().width);
-    SetSize(std::min(GetSize().x + missing, widest), GetSize().y);
-    Layout();
+    if (missing > 0) {
+        const int widest = std::max(GetSize().x, wxGetClientDisplayRect().width);
+        SetSize(std::min(GetSize().x + missing, widest), GetSize().y);
+        Layout();
+    }
+    m_given_size.keep();
 }
 
 void preferences_dialog_t::remember()
@@ -184,8 +194,8 @@ void preferences_dialog_t::remember()
     const auto stored = m_remembered->get_child("preferences");
     if (const int at = get_selected(); at >= 0)
         stored->set_value("page", m_pages[at].page->get_object());
-    stored->set_value("width", GetSize().x);
-    stored->set_value("height", GetSize().y);
+    stored->set_value("width", GetClientSize().x);
+    stored->set_value("height", GetClientSize().y);
     const auto result = m_remembered->save();
     if (result.failed())
         gen_helpers2::log_warning("gallery", "the window's size was not kept: " + result.as_string());

@@ -2,6 +2,7 @@
 
 #include "preferences_page.h"
 #include "preferences_search.h"
+#include "window_size.h"
 
 #include <cfgmgr2/property_storage.h>
 #include <commondlg3/dialog_base.h>
@@ -37,6 +38,7 @@ public:
 
     void on_init_dialog() override;
     void handle_ok(wxCommandEvent& event) override;
+    void fit_again() override;
 
     /// Whether the user wants what was written to take effect by a restart.
     bool wants_restart() const { return m_wants_restart; }
@@ -48,6 +50,7 @@ private:
         commondlg3::pref_base_t* window = nullptr; // owned by the page area
     };
 
+    void fit();
     void make_room();
     void tell_once_shown(const std::string& reasons);
     void fill_list();
@@ -69,6 +72,8 @@ private:
 
     std::vector<shown_page_t> m_pages;
     std::string m_first_page;
+    int m_least_list_width = 0;
+    window_size_t m_given_size;
     wxSize m_fitted; ///< what the page needed when the area was last fitted to it
     int m_reported = -1;
     gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage> m_remembered;

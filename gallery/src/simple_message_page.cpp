@@ -30,7 +30,7 @@ void simple_message_page_t::on_init_dialog()
     m_shown = from_xrc<wxCheckBox>(this, "m_shown");
     if (!m_severity || !m_text || !m_shown)
         return;
-    m_strip = new commondlg3::simple_message_panel_t(this);
+    m_strip = new commondlg3::simple_message_panel_t(get_area());
     constexpr int below_the_text = 1;
     insert_panel(m_strip, below_the_text, 18);
     m_severity->SetSelection(std::clamp(get_int(m_data, "severity", 2), 0, 3));

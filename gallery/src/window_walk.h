@@ -21,10 +21,13 @@ struct walk_step_t
 /// The main window and each entry.
 std::vector<walk_step_t> walk_of_entries();
 
-/// Opens each, calls `visit` once it is painted and at rest, and closes it again; then calls `done`.
-/// Returns at once; runs in the event loop.
+/// Waits for something that a window is to be visited after, and then calls `go_on`.
+using walk_wait_t = std::function<void(const std::string& name, std::function<void()> go_on)>;
+
+/// Opens each, calls `visit` once it is painted and at rest, and after `until` where that is given, and
+/// closes it again; then calls `done`. Returns at once; runs in the event loop.
 void walk_windows(std::vector<walk_step_t> steps,
                   std::function<void(const std::string& name, wxTopLevelWindow& window)> visit,
-                  std::function<void()> done);
+                  std::function<void()> done, walk_wait_t until = nullptr);
 
 } // namespace gallery

@@ -36,6 +36,9 @@ public:
     /// Wraps the explanation to the dialog's width and lays the dialog out again.
     void full_resize_update();
 
+protected:
+    void fit_again() override;
+
 private:
     bool has_controls() const;
     void load_texts();

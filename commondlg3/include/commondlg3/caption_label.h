@@ -42,6 +42,8 @@ public:
     /// Takes what the followed window is wider than this label, and `extra` more, as the delta; only ever
     /// more than it was.
     void update_delta(int extra);
+    /// What stands beside the label has become wider, or narrower, by so much.
+    void shift_delta(int by);
     int get_delta() const { return m_delta; }
 
 protected:
@@ -56,7 +58,7 @@ private:
     // What the text on the screen was made for: a window that is laid out asks for the same again and again.
     bool m_wrapped = false;
     int m_wrapped_width = 0;
-    wxFont m_wrapped_font;
+    int m_wrapped_look = 0;
     wxFont m_wrapped_own_font;
 };
 

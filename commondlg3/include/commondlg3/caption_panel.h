@@ -155,6 +155,7 @@ private:
     bool m_in_size = false;
     int m_line_height = 0;
     int m_message_delta = 0;
+    int m_picture_width = 0;
     wx_helpers1::style_t m_style = wx_helpers1::style_t::normal;
     caption_label_t* m_caption = nullptr;
     caption_label_t* m_description = nullptr;

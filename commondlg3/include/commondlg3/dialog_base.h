@@ -2,6 +2,8 @@
 
 #include "commondlg3/generic_base.h"
 
+#include <wx/weakref.h>
+
 #include <string>
 
 namespace commondlg3 {
@@ -72,6 +74,10 @@ protected:
     /// no room in `content` any more; the buttons below that stay in sight. What is no wxScrolledWindow itself
     /// is put into one then.
     void keep_on_screen(wxWindow* content);
+    /// What a dialog that is open does about its size when the desktop's fonts, scale or theme have changed:
+    /// again what it last asked of the functions above, and it stays on the screen. A dialog that finds its
+    /// size in another way overrides it. It is not made smaller than the user had made it larger.
+    virtual void fit_again();
     /// For windows that add to their layout: its sizer, or a new one where the layout has none.
     wxSizer* need_sizer();
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
@@ -79,6 +85,22 @@ protected:
 
 private:
     bool load(wxWindow* parent);
+    void on_look_settled();
+    void keep_in_sight();
+
+    /// Which of the functions that fit was asked last: to its contents, with this width, or neither.
+    enum class fit_t
+    {
+        none,
+        contents,
+        width
+    };
+    fit_t m_fit = fit_t::none;
+    int m_fit_width = 0;
+    wxSize m_fitted;                      ///< the client size that came of it
+    wxWeakRef<wxWindow> m_kept_on_screen; ///< what was given to keep_on_screen(), or the area around it
+    bool m_follows = false;               ///< the area's contents
+    bool m_outdated = false;              ///< the look changed while it was hidden
 
     int m_return_code = 0;
     gen_helpers2::_internal::signal_t<const std::string&> m_help_signal;

@@ -101,6 +101,7 @@ private:
     wxStaticText* m_description = nullptr;
     wxStaticText* m_status = nullptr;
     wxScrolledWindow* m_list = nullptr;
+    int m_least_width = 0; ///< the list's, in the layout
     simple_message_panel_t* m_notice = nullptr;
 };
 

@@ -59,6 +59,7 @@ public:
     bool InformFirstDirection(int direction, int size, int available_other_dir) override;
 
 private:
+    void fit_picture();
     bool wrap(int width);
     void wrap_and_lay_out(int width);
 

@@ -4,14 +4,18 @@
 #include <wx_helpers1/moving.h>
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/screen.h>
+#include <wx_helpers1/scroll_area.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/display.h>
 #include <wx/scrolwin.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/xrc/xmlres.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace commondlg3 {
 namespace {
@@ -27,7 +31,7 @@ void forget_measurements(wxWindow* window)
 // It takes the content's place in its sizer and for Tab.
 wxScrolledWindow* put_into_area(wxWindow* content)
 {
-    auto* area = new wxScrolledWindow(content->GetParent());
+    auto* area = new wx_helpers1::scroll_area_t(content->GetParent());
     if (wxWindow* next = content->GetNextSibling(); next && next != area)
         area->MoveBeforeInTabOrder(next);
     if (content->GetContainingSizer())
@@ -36,6 +40,20 @@ wxScrolledWindow* put_into_area(wxWindow* content)
     area->SetSizer(new wxBoxSizer(wxVERTICAL));
     area->GetSizer()->Add(content, 1, wxEXPAND);
     return area;
+}
+
+// What is in it may need another size whenever its texts have been broken anew.
+void follow_contents(wxScrolledWindow* area)
+{
+    area->Bind(wxEVT_IDLE, [area, fitted = wxSize()](wxIdleEvent& event) mutable {
+        event.Skip();
+        const wxSize needed = area->GetSizer() ? area->GetSizer()->CalcMin() : wxSize();
+        if (needed == fitted)
+            return;
+        fitted = needed;
+        area->FitInside();
+        area->Layout();
+    });
 }
 
 } // namespace
@@ -67,8 +85,15 @@ bool dialog_base_t::load(wxWindow* parent)
 {
     if (!m_loaded) {
         m_loaded = load_from_xml_resource(parent, m_resource_file, m_catalog_name, m_resource_object);
-        if (m_loaded)
+        if (m_loaded) {
             wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::dialog);
+            if (auto* settings = wx_helpers1::ui_settings_t::get())
+                settings->settled().connect(this, [this] {
+                    m_outdated = true;
+                    if (IsShown())
+                        on_look_settled();
+                });
+        }
     }
     return m_loaded;
 }
@@ -83,6 +108,8 @@ bool dialog_base_t::Show(bool show)
     InitDialog();
     if (modal && !IsModal())
         return false; // ended before it appeared
+    if (m_outdated)
+        on_look_settled();
     m_just_initialized = true;
     const bool changed = dummy::Show(true);
     m_just_initialized = false;
@@ -181,6 +208,7 @@ void dialog_base_t::fit_to_contents()
 {
     if (!GetSizer())
         return;
+    m_fit = fit_t::contents;
     forget_measurements(this);
     const wxSize contents = GetSizer()->CalcMin();
     const wxSize needed = ClientToWindowSize(contents);
@@ -188,6 +216,7 @@ void dialog_base_t::fit_to_contents()
     // does.
     if (needed == contents) {
         GetSizer()->SetSizeHints(this);
+        m_fitted = GetClientSize();
         return;
     }
     SetMinSize(needed);
@@ -195,6 +224,7 @@ void dialog_base_t::fit_to_contents()
         Layout(); // what is in it may have changed all the same
     else
         SetSize(needed);
+    m_fitted = GetClientSize();
 }
 
 // Labels that wrap need a width before they know their height. Until they do, the dialog is high enough for
@@ -203,13 +233,17 @@ void dialog_base_t::fit_to_contents(int width)
 {
     if (!GetSizer())
         return;
+    m_fit = fit_t::width;
+    m_fit_width = width;
     forget_measurements(this);
-    SetSize(std::max(width, ClientToWindowSize(GetSizer()->CalcMin()).x), GetSize().y + wxGetDisplaySize().y);
+    // The inner width, as to some desktops the frame and its shadow are part of the window.
+    SetClientSize(std::max(width, GetSizer()->CalcMin().x), GetSize().y + wxGetDisplaySize().y);
     Layout();
     // The inner size, as the first window of its kind does not know its frame yet.
     const wxSize needed(GetClientSize().x, GetSizer()->CalcMin().y);
     SetMinClientSize(needed);
     SetClientSize(needed);
+    m_fitted = GetClientSize();
 }
 
 void dialog_base_t::keep_on_screen(wxWindow* content)
@@ -219,21 +253,80 @@ void dialog_base_t::keep_on_screen(wxWindow* content)
     const wxSize room =
         wxDisplay(display).GetClientArea().GetSize() - wxSize(GetCharWidth(), 3 * GetCharHeight());
     wxSize size = GetSize();
+    m_kept_on_screen = content;
     if (!content || (size.x <= room.x && size.y <= room.y))
         return;
     auto* area = wxDynamicCast(content, wxScrolledWindow);
     if (!area)
         area = put_into_area(content);
+    m_kept_on_screen = area;
+    if (!std::exchange(m_follows, true))
+        follow_contents(area);
     area->SetScrollRate(GetCharWidth(), GetCharHeight());
     // A bar that comes and goes with the height of texts, which goes by the width that it leaves, would never
     // rest.
     area->ShowScrollbars(wxSHOW_SB_DEFAULT, wxSHOW_SB_ALWAYS);
     area->SetMinSize(wxSize(1, 1));
+    if (size.y > room.y) // what is in the area shall be as wide beside the bar as it was
+        size.x += std::max(0, wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, area));
     size.DecTo(room);
     SetMinSize(wxSize(size.x, std::min(size.y, 2 * room.y / 3)));
     SetSize(size);
     Layout();
+    if (const int missing = area->GetSizer()->CalcMin().x - area->GetClientSize().x; missing > 0) {
+        SetSize(std::min(size.x + missing, room.x), size.y);
+        Layout();
+    }
     area->FitInside();
+    m_fitted = GetClientSize();
+}
+
+// With the new look it may have room enough, or need less or more.
+void dialog_base_t::fit_again()
+{
+    if (m_fit == fit_t::none || !GetSizer())
+        return;
+    wxSize enlarged = GetClientSize() - m_fitted; // by the user
+    enlarged.IncTo(wxSize(0, 0));
+    if (auto* area = wxDynamicCast(m_kept_on_screen.get(), wxScrolledWindow)) {
+        area->Scroll(0, 0);
+        area->SetScrollRate(0, 0);
+        area->SetMinSize(wxDefaultSize);
+    }
+    SetMinSize(wxDefaultSize); // what it needed before
+    if (m_fit == fit_t::contents) {
+        fit_to_contents();
+        fit_to_contents(); // labels that wrap know their height once they have their width
+    } else {
+        fit_to_contents(m_fit_width);
+    }
+    if (m_kept_on_screen)
+        keep_on_screen(m_kept_on_screen);
+    if (enlarged != wxSize(0, 0)) {
+        const wxSize fitted = m_fitted;
+        SetClientSize(fitted + enlarged);
+        m_fitted = fitted;
+    }
+}
+
+void dialog_base_t::on_look_settled()
+{
+    if (!is_initialized())
+        return;
+    m_outdated = false;
+    fit_again();
+    keep_in_sight();
+}
+
+// It has grown to the right and down.
+void dialog_base_t::keep_in_sight()
+{
+    const wxRect screen = wxDisplay(wx_helpers1::display_near(this)).GetClientArea();
+    wxRect place = GetRect();
+    place.x = std::max(screen.x, std::min(place.x, screen.GetRight() + 1 - place.width));
+    place.y = std::max(screen.y, std::min(place.y, screen.GetBottom() + 1 - place.height));
+    if (place != GetRect())
+        Move(place.GetPosition());
 }
 
 void dialog_base_t::centre_on_parent()

@@ -7,6 +7,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/bmpbuttn.h>
 #include <wx/checkbox.h>
@@ -30,10 +31,13 @@ constexpr int severities[] = {
     msngr2::sev_error | msngr2::sev_critical,
 };
 
-wxButton* make_button(wxWindow* parent, image_loader_t::image_type_t image, const std::string& name)
+wxButton* make_button(search_bar_t* parent, image_loader_t::image_type_t image, const std::string& name)
 {
-    auto* button = new wxBitmapButton(parent, wxID_ANY, image_loader_t::get().load_image(image).get_bundle(),
-                                      wxDefaultPosition, wxDefaultSize, wxBORDER_NONE);
+    const wx_helpers1::wxStaticPicture picture = image_loader_t::get().load_image(image);
+    auto* button = new wxBitmapButton(parent, wxID_ANY, picture.get_bundle(), wxDefaultPosition,
+                                      wxDefaultSize, wxBORDER_NONE);
+    if (auto* settings = wx_helpers1::ui_settings_t::get())
+        settings->changed().connect(parent, [button, picture] { button->SetBitmap(picture.get_bundle()); });
     wx_helpers1::SetTooltip(button, name);
     wx_helpers1::set_accessible_name(button, name);
     return button;

@@ -59,13 +59,18 @@ void ask_dlg_t::on_init_dialog()
     m_field->ChangeValue(wx_helpers1::to_wx(m_filename));
     m_browse->Bind(wxEVT_BUTTON, &ask_dlg_t::on_btn_browse_file, this);
     Bind(wxEVT_SIZE, &ask_dlg_t::on_size, this);
+    fit_again();
+    centre_on_parent();
+    m_field->SetFocus();
+}
+
+void ask_dlg_t::fit_again()
+{
     fit_to_contents(calculate_min_size().x);
     if (const int least = calculate_min_size().y; GetSize().y < least) {
         SetMinSize(wxSize(GetMinSize().x, least));
         SetSize(GetMinSize());
     }
-    centre_on_parent();
-    m_field->SetFocus();
 }
 
 void ask_dlg_t::load_texts()

@@ -56,6 +56,7 @@ void experimental_options_panel_t::on_init_dialog()
     }
     if (!has_controls())
         return;
+    m_least_width = m_list->GetMinSize().x;
     m_list->SetScrollRate(0, 10);
     m_list->SetSizer(new wxBoxSizer(wxVERTICAL));
     Bind(wxEVT_SIZE, &experimental_options_panel_t::on_size, this);
@@ -233,8 +234,8 @@ void experimental_options_panel_t::rewrap()
         return;
     // Their boxes do not wrap: the page is as wide as they are, whoever shows it.
     const int bar = wxSystemSettings::GetMetric(wxSYS_VSCROLL_X, m_list);
-    m_list->SetMinSize(wxSize(std::max(m_list->GetMinSize().x, m_list->GetSizer()->CalcMin().x + bar),
-                              m_list->GetMinSize().y));
+    m_list->SetMinSize(
+        wxSize(std::max(m_least_width, m_list->GetSizer()->CalcMin().x + bar), m_list->GetMinSize().y));
     bool changed = fit_wrapped_labels(*this, {m_description, m_status});
     std::vector<wxStaticText*> descriptions;
     for (const row_t& row : m_rows)

@@ -51,7 +51,8 @@ bool caption_label_t::wrap_to_width(int width)
         return false;
     const wxFont font = settings->get_font(wx_helpers1::ui_font::text);
     const wxFont own_font = GetFont();
-    if (m_wrapped && room == m_wrapped_width && font == m_wrapped_font && own_font == m_wrapped_own_font)
+    const int look = settings->get_change_count(); // the same font may have another size by now
+    if (m_wrapped && room == m_wrapped_width && look == m_wrapped_look && own_font == m_wrapped_own_font)
         return false;
     // Measures as one of the label does, which would ask the theme for its colours first.
     wxBitmap pixel(1, 1);
@@ -69,12 +70,17 @@ bool caption_label_t::wrap_to_width(int width)
     }
     m_wrapped = true;
     m_wrapped_width = room;
-    m_wrapped_font = font;
+    m_wrapped_look = look;
     m_wrapped_own_font = own_font;
     wx_helpers1::set_label_text(this, wrapped);
     const bool changed = lines != m_lines;
     m_lines = lines;
     return changed;
+}
+
+void caption_label_t::shift_delta(int by)
+{
+    m_delta = std::max(0, m_delta + by);
 }
 
 void caption_label_t::update_delta(int extra)

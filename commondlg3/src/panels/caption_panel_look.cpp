@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 // The panel's controls, their look and their layout.
 namespace commondlg3 {
@@ -116,6 +117,7 @@ void caption_panel_t::learn_message_delta()
     m_position->Hide();
     m_message_delta = GetSize().x - m_message->GetSize().x + message_width(0);
     m_message->update_delta(message_width(0));
+    m_picture_width = m_picture->GetBestSize().x;
     m_container.DisableSelfFocus(); // nobody has anything to type here
     m_pane->Hide();
     m_previous->Hide();
@@ -131,7 +133,10 @@ bool caption_panel_t::has_all_controls() const
 
 int caption_panel_t::message_width(int panel_width) const
 {
-    return m_previous->IsShown() ? panel_width - (2 * m_previous->GetSize().x + heading_border) : panel_width;
+    if (!m_previous->IsShown())
+        return panel_width;
+    // Not the size that they have now: they may not have been laid out since the texts grew.
+    return panel_width - (2 * m_previous->GetEffectiveMinSize().x + heading_border);
 }
 
 // Whether the description or the message has another number of lines.
@@ -337,12 +342,20 @@ void caption_panel_t::set_button_images()
     const bool mirrored = GetLayoutDirection() == wxLayout_RightToLeft;
     wx_helpers1::set_pictures(m_previous, mirrored ? right : left);
     wx_helpers1::set_pictures(m_next, mirrored ? left : right);
+    const auto* settings = wx_helpers1::ui_settings_t::get();
+    const int size = static_cast<int>(button_size * (settings ? settings->get_text_scale() : 1) + 0.5);
+    m_previous->SetMinSize(wxSize(size, size));
+    m_next->SetMinSize(wxSize(size, size));
 }
 
 void caption_panel_t::on_ui_changed()
 {
     set_style(m_style);
     set_button_images();
+    const int before = std::exchange(m_picture_width, m_picture->GetBestSize().x);
+    m_message_delta += m_picture_width - before;
+    const int position = m_position->IsShown() ? m_position->GetBestSize().x + heading_border : 0;
+    m_message->shift_delta(m_message_delta + position - m_message->get_delta());
     wrap_labels(GetClientSize().x);
     update_min_height();
     m_parent_layout->now();

@@ -39,8 +39,7 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
     m_frame = &m_elements.make_root<wx_helpers1::rectangle_element_t>();
     m_frame->show_border(true);
     m_picture = new wx_helpers1::static_picture_ctrl_t(this, wxID_ANY);
-    // Room for the picture before there is one: the label's width does not depend on it.
-    m_picture->SetMinSize(wxSize(picture_size, picture_size));
+    fit_picture();
     m_label = new caption_label_t(this, std::string(), parent);
     auto* row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(m_picture, 0, wxLEFT | wxRIGHT | wxTOP, border);
@@ -62,6 +61,16 @@ simple_message_panel_t::simple_message_panel_t(wxWindow* parent)
 }
 
 simple_message_panel_t::~simple_message_panel_t() = default;
+
+// Room for the picture before there is one: the label's width does not depend on it.
+void simple_message_panel_t::fit_picture()
+{
+    const wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();
+    const int size = static_cast<int>(picture_size * (settings ? settings->get_text_scale() : 1) + 0.5);
+    if (m_label)
+        m_label->shift_delta(size - m_picture->GetMinSize().x);
+    m_picture->SetMinSize(wxSize(size, size));
+}
 
 void simple_message_panel_t::set_message(severity_t severity, const std::string& text)
 {
@@ -129,6 +138,7 @@ void simple_message_panel_t::on_ui_changed()
     SetBackgroundColour(background);
     m_frame->set_fill(background);
     m_frame->set_border(settings->get_colour(wx_helpers1::ui_colour::border));
+    fit_picture();
     wx_helpers1::set_font(m_label, settings->get_font(wx_helpers1::ui_font::text));
     m_label->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::notice_text));
     m_label->update_delta(0);

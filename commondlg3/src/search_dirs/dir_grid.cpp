@@ -9,6 +9,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/picture_button.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
@@ -93,7 +94,13 @@ property_grid_t* make_dir_grid(wxWindow* area, const std::string& check_header, 
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(grid, 1, wxEXPAND);
     area->SetSizer(sizer);
-    grid->SetMinSize(wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    const auto give_least_size = [grid, area] {
+        grid->SetMinSize(
+            wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    };
+    give_least_size();
+    if (auto* settings = wx_helpers1::ui_settings_t::get())
+        settings->changed().connect(grid, give_least_size);
     area->SetMinSize(wxDefaultSize); // the layout's stands for the empty panel
     return grid;
 }

@@ -25,6 +25,8 @@ void log_layout_t::set_look(wxWindow& window, const wxFont& text, const wxFont& 
                             const log_colours_t& colours, double scale)
 {
     m_scale = scale;
+    m_dc.SelectObject(wxNullBitmap); // it keeps the resolution that it began with
+    m_dc.SelectObject(m_pixel);
     m_text.set(window, text, m_dc);
     m_bold.set(window, bold, m_dc);
     m_italic.set(window, text.Italic(), m_dc);
@@ -185,7 +187,7 @@ void log_layout_t::estimate_head(CMessageElement& element)
 {
     const auto& head = element.m_head;
     int height = header_top();
-    const int picture = head.picture.is_empty() ? 0 : scaled(head.picture.get_still().get_size().y);
+    const int picture = head.picture.is_empty() ? 0 : head.picture.get_still().get_size().y;
     const int header = head.header.empty()
                            ? 0
                            : static_cast<int>(m_bold.break_rows(head.header, text_width(), nullptr, false)) *
@@ -211,7 +213,7 @@ bool log_layout_t::measure_head(CMessageElement& element)
         return false;
     element.m_head_layout = m_layout;
     const auto& head = element.m_head;
-    const int picture = head.picture.is_empty() ? 0 : scaled(head.picture.get_still().get_size().y);
+    const int picture = head.picture.is_empty() ? 0 : head.picture.get_still().get_size().y;
     int height = header_top() + picture;
     int text = body_top(element) - line_gap();
     if (html_body_t* body = body_of(element))

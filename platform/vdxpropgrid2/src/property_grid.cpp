@@ -166,6 +166,7 @@ property_grid_t::property_grid_t(wxWindow* parent, const grid_texts_t& texts) : 
     if (auto* settings = wx_helpers1::ui_settings_t::get())
         settings->changed().connect(this, [this] {
             m_impl->model->update_look();
+            m_impl->apply_texts(); // their widths are those of another font
             refresh();
         });
 }

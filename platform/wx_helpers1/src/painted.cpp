@@ -85,14 +85,37 @@ gboolean on_map(GSignalInvocationHint*, guint, const GValue* values, gpointer da
     return FALSE; // the hook has done its work
 }
 
+// Under Wayland no program sees the screen.
+bool can_see_screen()
+{
+    return g_strcmp0(G_OBJECT_TYPE_NAME(gdk_display_get_default()), "GdkX11Display") == 0;
+}
+
 GdkPixbuf* pixels_of_screen(const wxRect& rect)
 {
+    if (!can_see_screen())
+        return nullptr;
     GdkWindow* root = gdk_screen_get_root_window(gdk_screen_get_default());
     // The drawing library keeps a copy of what it once read of the screen, unless it is told that it has
     // changed.
     cairo_surface_t* screen = gdk_window_create_similar_surface(root, CAIRO_CONTENT_COLOR, 1, 1);
     cairo_surface_destroy(screen);
     return gdk_pixbuf_get_from_window(root, rect.x, rect.y, rect.width, rect.height);
+}
+
+// As the window draws itself, with the frame that it draws around itself.
+GdkPixbuf* pixels_of_window(const wxTopLevelWindow& window)
+{
+    GtkWidget* widget = window.GetHandle();
+    const int width = gtk_widget_get_allocated_width(widget),
+              height = gtk_widget_get_allocated_height(widget);
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    cairo_t* cairo = cairo_create(surface);
+    gtk_widget_draw(widget, cairo);
+    cairo_destroy(cairo);
+    GdkPixbuf* pixels = gdk_pixbuf_get_from_surface(surface, 0, 0, width, height);
+    cairo_surface_destroy(surface);
+    return pixels;
 }
 
 } // namespace
@@ -126,7 +149,8 @@ wxImage get_screen_pixels(const wxRect& rect)
 
 bool save_picture(const wxTopLevelWindow& window, const std::string& file)
 {
-    GdkPixbuf* pixels = pixels_of_screen(window.GetScreenRect());
+    GdkPixbuf* pixels =
+        can_see_screen() ? pixels_of_screen(window.GetScreenRect()) : pixels_of_window(window);
     if (!pixels)
         return false;
     const bool saved = gdk_pixbuf_save(pixels, file.c_str(), "png", nullptr, nullptr);

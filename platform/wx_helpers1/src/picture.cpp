@@ -99,8 +99,15 @@ struct wxStaticPicture::data_t
 {
     std::string svg;
     wxSize size;
-    wxBitmapBundle pixels;                       // of a picture made from an image
-    std::map<unsigned int, wxBitmapBundle> inks; // bundles already made, by ink
+    wxBitmapBundle pixels;                                        // of a picture made from an image
+    std::map<std::pair<unsigned int, int>, wxBitmapBundle> drawn; // already, by ink and width
+
+    wxSize shown_size() const
+    {
+        const ui_settings_t* settings = ui_settings_t::get();
+        const double scale = settings && !svg.empty() ? settings->get_text_scale() : 1;
+        return wxSize(static_cast<int>(size.x * scale + 0.5), static_cast<int>(size.y * scale + 0.5));
+    }
 };
 
 wxStaticPicture wxStaticPicture::from_svg(const std::string& svg, const wxSize& size)
@@ -127,7 +134,7 @@ wxStaticPicture wxStaticPicture::from_image(const wxImage& image)
 
 wxSize wxStaticPicture::get_size() const
 {
-    return m_data ? m_data->size : wxSize(0, 0);
+    return m_data ? m_data->shown_size() : wxSize(0, 0);
 }
 
 wxBitmapBundle wxStaticPicture::get_bundle(const wxColour& ink) const
@@ -137,9 +144,10 @@ wxBitmapBundle wxStaticPicture::get_bundle(const wxColour& ink) const
     if (m_data->svg.empty())
         return m_data->pixels;
     const wxColour colour = ink.IsOk() ? ink : default_ink();
-    wxBitmapBundle& bundle = m_data->inks[colour.GetRGB()];
+    const wxSize size = m_data->shown_size();
+    wxBitmapBundle& bundle = m_data->drawn[{colour.GetRGB(), size.x}];
     if (!bundle.IsOk())
-        bundle = draw(inked(m_data->svg, colour), m_data->size);
+        bundle = draw(inked(m_data->svg, colour), size);
     return bundle;
 }
 

@@ -5,6 +5,7 @@
 #include "wx_helpers1/accessibility.h"
 #include "wx_helpers1/label.h"
 #include "wx_helpers1/resource_file.h"
+#include "wx_helpers1/scroll_area.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
 #include "wx_helpers1/tooltip.h"
@@ -33,6 +34,9 @@
 #include <set>
 
 namespace wx_helpers1 {
+
+wxIMPLEMENT_DYNAMIC_CLASS(scroll_area_t, wxScrolledWindow);
+
 namespace {
 
 constexpr char logger[] = "wx_helpers1.resource_loader";
@@ -122,6 +126,8 @@ void translate(wxXmlNode* node, const cpil2::i18n::catalog_t& catalog,
     for (; node; node = node->GetNext()) {
         if (node->GetType() != wxXML_ELEMENT_NODE)
             continue;
+        if (node->GetAttribute("class") == "wxScrolledWindow")
+            node->AddAttribute("subclass", "scroll_area_t");
         wxXmlNode* content = node->GetChildren();
         if (content && content->GetType() == wxXML_TEXT_NODE && translated.count(node->GetName())) {
             const std::string key = content->GetContent().utf8_string();

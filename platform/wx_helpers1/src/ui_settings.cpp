@@ -17,6 +17,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <string>
 
@@ -81,8 +82,9 @@ std::unique_ptr<ui_settings_t>& instance()
     return the_instance;
 }
 
-// Some themes set the headers of lists in a grey that is hard to read. And they let the inner border of a
-// button grow slowly once it has a label: one that is measured before it is seen would get too little room.
+// Some themes set the headers of lists in a grey that is hard to read. And they let sizes change slowly, such
+// as the inner border of a button once it has a label, or a field's letters with the desktop's font: what is
+// measured before that is over would get too little room.
 void mend_theme()
 {
     GdkScreen* screen = gdk_screen_get_default();
@@ -91,12 +93,70 @@ void mend_theme()
     GtkCssProvider* provider = gtk_css_provider_new();
     gtk_css_provider_load_from_data(provider,
                                     "treeview.view header button { color: @theme_fg_color; }"
-                                    "button { transition-property: background-color, background-image, "
+                                    "* { transition-property: background-color, background-image, "
                                     "border-color, box-shadow, color; }",
                                     -1, nullptr);
     gtk_style_context_add_provider_for_screen(screen, GTK_STYLE_PROVIDER(provider),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
     g_object_unref(provider);
+}
+
+// A changed style comes into force with the next frame, and in a window that is not seen, with none. What is
+// measured before that would be measured with the old fonts.
+void renew_styles(GtkWidget* widget, gpointer)
+{
+    g_signal_emit_by_name(widget, "style-updated");
+    if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), renew_styles, nullptr);
+}
+
+void renew_all_styles()
+{
+    GList* windows = gtk_window_list_toplevels();
+    for (GList* at = windows; at; at = at->next)
+        g_object_ref(at->data); // whatever the others' signals do
+    for (GList* at = windows; at; at = at->next)
+        renew_styles(GTK_WIDGET(at->data), nullptr);
+    g_list_free_full(windows, g_object_unref);
+}
+
+// A window keeps the font that it was once asked for, as if it had been given it.
+void forget_font(const wxWindowList& windows, const wxFont& font)
+{
+    for (wxWindow* window : windows) {
+        if (window->GetFont() == font)
+            window->SetFont(wxNullFont);
+        forget_font(window->GetChildren(), font);
+    }
+}
+
+void forget_best_sizes(const wxWindowList& windows)
+{
+    for (wxWindow* window : windows) {
+        window->InvalidateBestSize();
+        forget_best_sizes(window->GetChildren());
+    }
+}
+
+// A host's own windows know nothing of the change; ours fit themselves later.
+void lay_out(const wxWindowList& windows)
+{
+    for (wxWindow* window : windows) {
+        if (window->GetSizer() && window->IsShown())
+            window->Layout();
+        lay_out(window->GetChildren());
+    }
+}
+
+// How much larger the letters are than those for which pictures are drawn; in quarters, as drawings look
+// better at some sizes than at others.
+double find_text_scale(const wxFont& font)
+{
+    constexpr double usual_pixels = 11.0 * 96 / 72;
+    GdkScreen* screen = gdk_screen_get_default();
+    const double resolution = screen ? gdk_screen_get_resolution(screen) : -1;
+    const double pixels = font.GetFractionalPointSize() * (resolution > 0 ? resolution : 96) / 72;
+    return std::clamp(std::round(4 * pixels / usual_pixels) / 4, 1.0, 4.0);
 }
 
 } // namespace
@@ -109,7 +169,11 @@ struct ui_settings_t::impl_t
     bool dark = false;
     bool animations = true;
     bool system_dark = false;
+    double text_scale = 1;
+    int changes = 0;
+    bool settling = false;
     gen_helpers2::signal_t<> changed;
+    gen_helpers2::signal_t<> settled;
     guint pending = 0;
 
     impl_t()
@@ -158,6 +222,7 @@ struct ui_settings_t::impl_t
         char_widths.clear();
         fonts[ui_font::text] = theme.font();
         fonts[ui_font::bold] = fonts[ui_font::text].Bold();
+        text_scale = find_text_scale(fonts[ui_font::text]);
         if (GtkSettings* settings = gtk_settings_get_default()) {
             gboolean enabled = TRUE;
             g_object_get(settings, "gtk-enable-animations", &enabled, nullptr);
@@ -167,10 +232,10 @@ struct ui_settings_t::impl_t
 
     static void on_notify(GtkSettings*, GParamSpec*, impl_t* self)
     {
-        // One theme switch changes several properties, and the style is not in force before the loop's next
-        // turn.
+        // One switch changes several properties, each told by an event of its own, and the style is not in
+        // force before the loop's next turn. Before the next frame it must be.
         if (!self->pending)
-            self->pending = g_idle_add_full(G_PRIORITY_DEFAULT, settle, self, nullptr);
+            self->pending = g_idle_add_full(G_PRIORITY_HIGH_IDLE, settle, self, nullptr);
     }
 
     static gboolean settle(gpointer data)
@@ -178,10 +243,21 @@ struct ui_settings_t::impl_t
         auto* self = static_cast<impl_t*>(data);
         self->pending = 0;
         guarded([self] {
+            self->settling = true;
+            ++self->changes;
+            const wxFont old_font = self->fonts[ui_font::text];
             self->read();
-            const auto signal = self->changed; // a slot may shut the settings down
-            signal.emit();
+            if (self->fonts[ui_font::text] != old_font)
+                forget_font(wxTopLevelWindows, old_font);
+            renew_all_styles();
+            forget_best_sizes(wxTopLevelWindows);
+            lay_out(wxTopLevelWindows);
+            const auto changed = self->changed, settled = self->settled; // a slot may shut the settings down
+            changed.emit();
+            settled.emit();
         });
+        if (instance() && instance()->m_impl.get() == self)
+            self->settling = false;
         return G_SOURCE_REMOVE;
     }
 };
@@ -245,6 +321,21 @@ bool ui_settings_t::animations_enabled() const
     return m_impl->animations;
 }
 
+double ui_settings_t::get_text_scale() const
+{
+    return m_impl->text_scale;
+}
+
+int ui_settings_t::get_change_count() const
+{
+    return m_impl->changes;
+}
+
+gen_helpers2::signal_t<>& ui_settings_t::settled()
+{
+    return m_impl->settled;
+}
+
 gen_helpers2::signal_t<>& ui_settings_t::changed()
 {
     return m_impl->changed;
@@ -266,6 +357,8 @@ void set_font(wxWindow* window, const wxFont& font)
         window->wxWindow::SetFont(font);
     if (!label || !label->HasFlag(wxST_NO_AUTORESIZE))
         window->SetFont(font);
+    if (window->GetHandle() && ui_settings_t::get() && ui_settings_t::get()->m_impl->settling)
+        renew_styles(window->GetHandle(), nullptr);
 }
 
 void apply_font(wxWindow* window, const wxFont& font)

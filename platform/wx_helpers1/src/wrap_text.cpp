@@ -35,6 +35,13 @@ std::size_t correct_end(const std::wstring& text, std::size_t start, std::size_t
     return end;
 }
 
+std::size_t shortened(const std::wstring& text, std::size_t start, std::size_t end, int width, wxDC& dc)
+{
+    while (end > start + 1 && dc.GetTextExtent(wxString(text.data() + start, end - start)).x > width)
+        --end;
+    return end;
+}
+
 // One measurement gives every character's right edge in its paragraph, so that breaking stays linear in its
 // length.
 void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& result, int& lines)
@@ -55,6 +62,8 @@ void wrap_paragraph(const wxString& paragraph, int width, wxDC& dc, wxString& re
             ++end;
         if (reordered)
             end = correct_end(text, start, end, width, dc);
+        else if (dc.GetTextExtent(wxString(text.data() + start, end - start)).x > width)
+            end = shortened(text, start, end, width, dc); // letters stand farther apart than in the whole
         std::size_t next = end;
         if (end < text.size()) {
             const std::size_t space = text[end] == L' ' ? end : text.rfind(L' ', end);

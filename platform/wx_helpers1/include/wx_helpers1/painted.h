@@ -22,7 +22,8 @@ WX_HELPERS1_EXPORT void when_next_window_is_painted(std::function<void(wxTopLeve
 /// of 2 the picture is twice as large as the rectangle.
 WX_HELPERS1_EXPORT wxImage get_screen_pixels(const wxRect& rect);
 
-/// Writes what the screen shows where the window is, frame included, as a PNG file. False when it cannot.
+/// Writes what the screen shows where the window is, frame included, as a PNG file; under Wayland, what the
+/// window draws. False when it cannot.
 WX_HELPERS1_EXPORT bool save_picture(const wxTopLevelWindow& window, const std::string& file);
 
 } // namespace wx_helpers1

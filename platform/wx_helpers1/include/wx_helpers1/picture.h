@@ -26,16 +26,16 @@ class WX_HELPERS1_EXPORT wxStaticPicture
 {
 public:
     wxStaticPicture() = default;
-    /// @param size in pixels at scale 1. A drawing that cannot be read gives an empty picture.
+    /// @param size in pixels, at the usual size of texts. A drawing that cannot be read gives an empty picture.
     static wxStaticPicture from_svg(const std::string& svg, const wxSize& size);
     static wxStaticPicture from_image(const wxImage& image);
 
     bool is_empty() const { return !m_data; }
-    /// In pixels at scale 1; (0, 0) when empty.
+    /// In pixels, a drawing's at the present size of texts; (0, 0) when empty.
     wxSize get_size() const;
-    /// The picture for a control, at every scale; an invalid `ink` is the theme's text colour.
+    /// The picture for a control, of that size; an invalid `ink` is the theme's text colour.
     wxBitmapBundle get_bundle(const wxColour& ink = wxColour()) const;
-    /// The pixels at scale 1; with false, laid on the theme's background instead of keeping their
+    /// The pixels at the usual size of texts; with false, laid on the theme's background instead of keeping their
     /// transparency.
     wxImage getImage(bool keep_alpha) const;
     /// True when both are the same picture, not merely alike.

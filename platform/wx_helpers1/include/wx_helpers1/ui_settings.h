@@ -89,13 +89,23 @@ public:
     /// False when the user asked the desktop for no animations.
     bool animations_enabled() const;
 
+    /// How much larger texts are than usual, in quarters; at least 1. What stands beside texts and is drawn
+    /// grows with them.
+    double get_text_scale() const;
+    /// How often the look has changed: what was measured at another count is out of date.
+    int get_change_count() const;
+
     /// Raised once a change of theme, font or scale is in force; read everything again then.
     gen_helpers2::signal_t<>& changed();
+    /// Raised after it, when all that is in windows has the new look: they fit themselves to it then.
+    gen_helpers2::signal_t<>& settled();
 
     /// Puts the process into the light or the dark form of its theme. `changed()` follows.
     void set_theme(theme_t theme);
 
 private:
+    friend WX_HELPERS1_EXPORT void set_font(wxWindow* window, const wxFont& font);
+
     ui_settings_t();
     struct impl_t;
     std::unique_ptr<impl_t> m_impl;
