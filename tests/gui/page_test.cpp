@@ -2,6 +2,7 @@
 #include "support.h"
 
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/moving.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <fstream>
@@ -92,7 +93,8 @@ TEST_F(Page, ThatCouldNotBeLoadedSurvivesEverythingAndIsWholeOnceItIsLoaded)
     EXPECT_EQ(2, page->calls["save"]);
 }
 
-// Without the names a screen reader finds fields that say nothing, and Alt with a label's letter does nothing.
+// Without the names a screen reader finds fields that say nothing, and Alt with a label's letter does
+// nothing.
 TEST_F(Page, LabelsNameTheFieldsAfterThemAndKeepTheirEmphasisInTheConfiguredFont)
 {
     auto* page = new probe_page_t("pref.example");
@@ -110,6 +112,21 @@ TEST_F(Page, LabelsNameTheFieldsAfterThemAndKeepTheirEmphasisInTheConfiguredFont
     EXPECT_EQ(wanted.GetFractionalPointSize(), label->GetFont().GetFractionalPointSize());
     EXPECT_EQ(wxFONTSTYLE_ITALIC, label->GetFont().GetStyle());
     EXPECT_EQ(wxFONTWEIGHT_BOLD, label->GetFont().GetWeight());
+}
+
+TEST(Moving, TheFocusGoesWithTheWindow)
+{
+    auto* frame = new wxFrame(test::main_window(), wxID_ANY, "host", wxPoint(100, 100), wxSize(300, 200));
+    auto* moved = new wxPanel(frame);
+    auto* button = new wxButton(moved, wxID_ANY, "b");
+    auto* place = new wxPanel(frame);
+    frame->Show();
+    frame->Raise();
+    button->SetFocus();
+    ASSERT_TRUE(test::wait_for([&] { return button->HasFocus(); }));
+    wx_helpers1::move_window(moved, place, true);
+    EXPECT_TRUE(test::wait_for([&] { return button->HasFocus(); }));
+    frame->Destroy();
 }
 
 } // namespace

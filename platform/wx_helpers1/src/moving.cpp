@@ -1,5 +1,8 @@
 #include "wx_helpers1/moving.h"
 
+#include "wx_helpers1/inspect.h"
+
+#include <wx/toplevel.h>
 #include <wx/window.h>
 
 #include <gtk/gtk.h>
@@ -18,12 +21,17 @@ void let_keys_into(wxWindow* child)
 
 void move_window(wxWindow* window, wxWindow* parent, bool shown)
 {
+    const auto* top = wxDynamicCast(wxGetTopLevelParent(window), wxTopLevelWindow);
+    wxWindow* focused = top ? get_focus_in(*top) : nullptr;
+    const bool has_focus = focused && (focused == window || window->IsDescendant(focused));
     window->Reparent(parent);
     window->m_showOnIdle = false;
     window->Show(shown);
     if (shown)
         gtk_widget_show(GTK_WIDGET(window->GetHandle())); // also what the toolkit takes for shown already
     let_keys_into(window);
+    if (has_focus && shown)
+        focused->SetFocus(); // which it lost on the way
 }
 
 } // namespace wx_helpers1

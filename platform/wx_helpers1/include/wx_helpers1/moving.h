@@ -7,8 +7,8 @@ class wxWindow;
 namespace wx_helpers1 {
 
 /// Moves a window into another parent, shown or hidden. The toolkit would show it only when it is idle:
-/// keys that come before that would be lost, and for what is hidden no room is made. Sizers are the
-/// caller's affair. GUI thread.
+/// keys that come before that would be lost, and for what is hidden no room is made; and the focus inside it
+/// would be lost. Sizers are the caller's affair. GUI thread.
 WX_HELPERS1_EXPORT void move_window(wxWindow* window, wxWindow* parent, bool shown);
 
 /// Lets Tab pass through the window's parents to it, once it is shown there. A panel without controls takes
