@@ -34,7 +34,7 @@ std::vector<texts_t> various_texts()
 {
     return {{"Caption", "", "x"},
             {"Caption & more, in bold letters that are wider than the plain ones", "Short", sentences(120)},
-            {sentences(100), sentences(300), sentences(1200)},
+            {sentences(100), sentences(300), sentences(700)},
             {"キャプション",
              "新しい結果を保存するフォルダーと、名前の付け方を選びます。既存の結果は移動されません。",
              "このフォルダーには書き込めません。別のフォルダーを選ぶか、管理者に許可を求めてください。"},
