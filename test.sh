@@ -55,6 +55,8 @@ if $all; then
 
     step "Windows under Wayland"
     scripts/with_wayland.sh /usr/bin/python3 -B tests/gallery/test_wayland.py build/gallery/commondlg3_gallery
+    WAYLAND_SHELL=kiosk-shell.so scripts/with_wayland.sh /usr/bin/python3 -B tests/gallery/test_wayland.py \
+        build/gallery/commondlg3_gallery Mouse
     scripts/with_wayland.sh build/tests/caption/caption_tests --gtest_brief=1 \
         --gtest_filter='CaptionLayout.*:CaptionMessages.*:AdvancedPanel.*_header_*:SimpleMessage.*cut_off*:-*mouse*'
 

@@ -3,6 +3,8 @@
 # takes keys and mouse, in a window of that display.
 #
 # usage: with_wayland.sh COMMAND [ARGUMENT...]
+#
+# WAYLAND_SHELL: a shell of weston's; kiosk-shell.so shows each window as large as the screen
 set -euo pipefail
 
 if [ -z "${IN_DISPLAY_FOR_WAYLAND:-}" ]; then
@@ -10,6 +12,7 @@ if [ -z "${IN_DISPLAY_FOR_WAYLAND:-}" ]; then
 fi
 
 weston --backend=x11-backend.so --socket=wayland-1 --width=1280 --height=1024 --idle-time=0 --no-config \
+    --shell="${WAYLAND_SHELL:-desktop-shell.so}" \
     >"$HOME/weston.log" 2>&1 &
 compositor=$!
 trap 'kill "$compositor" 2>/dev/null || true' EXIT

@@ -1,4 +1,5 @@
 """Opens every window of the gallery under Wayland: they must be what they are under X, and the toolkit content."""
+import json
 import os
 import subprocess
 import sys
@@ -47,6 +48,29 @@ class Windows(unittest.TestCase):
         gallery.press("ctrl+a", "ctrl+c", "Right", "ctrl+v", "Return")
         result = gallery.expect("result")
         self.assertEqual((5100, "/tmp/typed/tmp/typed"), (result["result"], result["data"]["filename"]))
+        self.assertEqual(0, gallery.end())
+
+
+@unittest.skipUnless(os.environ.get("WAYLAND_SHELL") == "kiosk-shell.so", "where a window is, nobody outside knows")
+class Mouse(unittest.TestCase):
+    def test_drags_a_row(self):
+        dirs = ["/usr/include", "/usr/lib", "/usr/share"]
+        gallery = WaylandGallery("--show", "panel.search_dir_tab", "--language", "en",
+                                 "--data", json.dumps({"dirs": dirs}))
+        gallery.expect("opened")
+        gallery.wait_until_at_rest()
+        windows = subprocess.run(["xdotool", "search", "--class", "weston"], capture_output=True, text=True).stdout
+        screen = windows.split()[-1]
+        # The compositor counts from where it first sees the pointer.
+        subprocess.run(["xdotool", "mousemove", "--window", screen, "0", "0", "sleep", "0.3",
+                        "mousemove", "--window", screen, "80", "140", "sleep", "0.3", "mousedown", "1",
+                        *["mousemove_relative", "1", "8", "sleep", "0.05"] * 8, "mouseup", "1"], check=True)
+        gallery.wait_until_at_rest()
+        gallery.press("alt+o")
+        self.assertEqual(5100, gallery.expect("signal")["value"])
+        found = [each["path"] for each in gallery.expect("result")["data"]["dirs"]]
+        self.assertEqual(sorted(dirs), sorted(found))
+        self.assertNotEqual(dirs, found)
         self.assertEqual(0, gallery.end())
 
 
