@@ -14,6 +14,8 @@
 
 #include <wx/app.h>
 #include <wx/display.h>
+#include <wx/evtloop.h>
+#include <wx/timer.h>
 #include <wx/toplevel.h>
 
 #include <algorithm>
@@ -57,6 +59,34 @@ void report(const std::string& window, const commondlg3::audit_finding_t& findin
                     {"theme", wx_helpers1::ui_settings_t::get()->is_dark() ? "dark" : "light"},
                     {"text_scale", get_text_scale()},
                     {"screen", std::to_string(screen.x) + "x" + std::to_string(screen.y)}});
+}
+
+void turn_for(int milliseconds)
+{
+    wxGUIEventLoop loop;
+    wxTimer timer;
+    timer.Bind(wxEVT_TIMER, [&loop](wxTimerEvent&) { loop.Exit(); });
+    timer.StartOnce(milliseconds);
+    loop.Run();
+}
+
+// On a busy machine a window may be looked at while it is still being laid out: what is wrong is so a
+// moment later, too.
+std::vector<commondlg3::audit_finding_t> findings_that_last(wxTopLevelWindow& window)
+{
+    constexpr int moment = 500; // milliseconds
+    std::vector<commondlg3::audit_finding_t> findings = commondlg3::audit_window(&window);
+    if (findings.empty())
+        return findings;
+    turn_for(moment);
+    const auto later = commondlg3::audit_window(&window);
+    const auto is_gone = [&later](const commondlg3::audit_finding_t& finding) {
+        return std::none_of(later.begin(), later.end(), [&finding](const commondlg3::audit_finding_t& other) {
+            return other.kind == finding.kind && other.control == finding.control;
+        });
+    };
+    findings.erase(std::remove_if(findings.begin(), findings.end(), is_gone), findings.end());
+    return findings;
 }
 
 nlohmann::json in_numbers(const wxRect& rect)
@@ -114,7 +144,7 @@ void audit(const std::string& object, const nlohmann::json& data, std::function<
     walk_windows(
         object.empty() ? all_steps() : std::vector<walk_step_t>{alone},
         [count](const std::string& name, wxTopLevelWindow& window) {
-            for (const commondlg3::audit_finding_t& finding : commondlg3::audit_window(&window)) {
+            for (const commondlg3::audit_finding_t& finding : findings_that_last(window)) {
                 report(name, finding);
                 ++*count;
             }
@@ -137,7 +167,7 @@ void report_places(bool live, std::function<void()> done)
         all_steps(),
         [](const std::string& name, wxTopLevelWindow& window) {
             report_window_places(name, get_places(window));
-            for (const commondlg3::audit_finding_t& finding : commondlg3::audit_window(&window))
+            for (const commondlg3::audit_finding_t& finding : findings_that_last(window))
                 report(name, finding);
         },
         std::move(done), live ? walk_wait_t(when_changed) : walk_wait_t());

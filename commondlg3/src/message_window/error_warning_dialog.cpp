@@ -61,6 +61,7 @@ void error_warning_dialog_t::present()
     wx_helpers1::set_accessible_description(
         this, m_panel->get_text_for_clipboard(std::string()).substr(0, spoken_bytes));
     fit_to_contents();
+    m_panel->Layout(); // of the same size as before it would keep the places of the last message's buttons
     centre_on_parent();
 }
 
