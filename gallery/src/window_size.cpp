@@ -1,6 +1,7 @@
 #include "window_size.h"
 
 #include <wx/display.h>
+#include <wx/math.h>
 
 namespace gallery {
 
@@ -34,8 +35,7 @@ void window_size_t::give(const wxSize& needed)
     least.IncTo(needed);
     least.DecTo(screen);
     m_window.SetMinClientSize(least);
-    wxSize size(static_cast<int>(m_character.x * m_wanted.x + 0.5),
-                static_cast<int>(m_character.y * m_wanted.y + 0.5));
+    wxSize size(wxRound(m_character.x * m_wanted.x), wxRound(m_character.y * m_wanted.y));
     size.DecTo(screen);
     size.IncTo(least);
     m_window.SetClientSize(size);

@@ -13,6 +13,7 @@
 #include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/math.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -343,7 +344,7 @@ void caption_panel_t::set_button_images()
     wx_helpers1::set_pictures(m_previous, mirrored ? right : left);
     wx_helpers1::set_pictures(m_next, mirrored ? left : right);
     const auto* settings = wx_helpers1::ui_settings_t::get();
-    const int size = static_cast<int>(button_size * (settings ? settings->get_text_scale() : 1) + 0.5);
+    const int size = wxRound(button_size * (settings ? settings->get_text_scale() : 1));
     m_previous->SetMinSize(wxSize(size, size));
     m_next->SetMinSize(wxSize(size, size));
 }

@@ -12,6 +12,7 @@
 #include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/math.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -66,7 +67,7 @@ simple_message_panel_t::~simple_message_panel_t() = default;
 void simple_message_panel_t::fit_picture()
 {
     const wx_helpers1::ui_settings_t* settings = wx_helpers1::ui_settings_t::get();
-    const int size = static_cast<int>(picture_size * (settings ? settings->get_text_scale() : 1) + 0.5);
+    const int size = wxRound(picture_size * (settings ? settings->get_text_scale() : 1));
     if (m_label)
         m_label->shift_delta(size - m_picture->GetMinSize().x);
     m_picture->SetMinSize(wxSize(size, size));

@@ -6,6 +6,8 @@
 #include <map>
 #include <utility>
 
+#include <wx/math.h>
+
 namespace wx_helpers1 {
 namespace {
 
@@ -25,8 +27,9 @@ std::string inked(const std::string& svg, const wxColour& ink)
     return result.append(svg, from, std::string::npos);
 }
 
-// The toolkit's line that Debian 12 ships multiplies the colours of a rendered drawing by their alpha, which
-// its own bitmaps do not expect: half-transparent white comes out grey. Found out once, by drawing just that.
+// The toolkit's line that Debian 12 ships multiplies the colours of a rendered drawing by their alpha,
+// which its own bitmaps do not expect: half-transparent white comes out grey. Found out once, by drawing
+// just that.
 bool toolkit_premultiplies()
 {
     static const bool premultiplies = [] {
@@ -106,7 +109,7 @@ struct wxStaticPicture::data_t
     {
         const ui_settings_t* settings = ui_settings_t::get();
         const double scale = settings && !svg.empty() ? settings->get_text_scale() : 1;
-        return wxSize(static_cast<int>(size.x * scale + 0.5), static_cast<int>(size.y * scale + 0.5));
+        return wxSize(wxRound(size.x * scale), wxRound(size.y * scale));
     }
 };
 

@@ -82,9 +82,9 @@ std::unique_ptr<ui_settings_t>& instance()
     return the_instance;
 }
 
-// Some themes set the headers of lists in a grey that is hard to read. And they let sizes change slowly, such
-// as the inner border of a button once it has a label, or a field's letters with the desktop's font: what is
-// measured before that is over would get too little room.
+// Some themes set the headers of lists in a grey that is hard to read. And they let sizes change slowly,
+// such as the inner border of a button once it has a label, or a field's letters with the desktop's font:
+// what is measured before that is over would get too little room.
 void mend_theme()
 {
     GdkScreen* screen = gdk_screen_get_default();
@@ -252,9 +252,9 @@ struct ui_settings_t::impl_t
             renew_all_styles();
             forget_best_sizes(wxTopLevelWindows);
             lay_out(wxTopLevelWindows);
-            const auto changed = self->changed, settled = self->settled; // a slot may shut the settings down
-            changed.emit();
-            settled.emit();
+            const auto first = self->changed, second = self->settled; // a slot may shut the settings down
+            first.emit();
+            second.emit();
         });
         if (instance() && instance()->m_impl.get() == self)
             self->settling = false;
