@@ -1,22 +1,16 @@
 // Files of bags: any bytes give a bag or an error, and a bag that was read survives being written.
+#include "check.h"
 #include "gen_helpers2/strings.h"
 #include "gen_helpers2/variant_bag_file.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 using namespace gen_helpers2;
 
 namespace {
-
-void check(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void round_trip(const variant_bag_t& bag)
 {

@@ -1,26 +1,17 @@
 // Bodies of messages: any bytes give paragraphs whose spans lie in their texts, and no more of anything
 // than was asked for; what was made safe is safe already.
 #include "body_reader.h"
+#include "check.h"
 #include "gen_helpers2/strings.h"
 #include "html_markup.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 using namespace vdxcfrw7;
 
 namespace {
-
-void check(bool holds, int line = __builtin_LINE())
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "the check in line %d does not hold\n", line);
-    std::abort();
-}
 
 struct counts_t
 {

@@ -1,5 +1,7 @@
 // What is typed, pasted or kept about names, paths and editors: filters leave nothing that they are to
 // filter, and what was taken is the same when it is given again.
+#include "check.h"
+
 #include <commondlg3/editor_data.h>
 #include <commondlg3/name_chars.h>
 #include <commondlg3/path_info.h>
@@ -11,21 +13,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 using namespace commondlg3;
 
 namespace {
-
-void check(bool holds, int line = __builtin_LINE())
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "the check in line %d does not hold\n", line);
-    std::abort();
-}
 
 void try_names(const std::string& text)
 {

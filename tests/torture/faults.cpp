@@ -38,10 +38,27 @@ int fail_with(int number)
     return -1;
 }
 
-template <class Function>
-Function original(const char* name)
+// Half of what is asked for.
+template <class T>
+T shortened(T argument)
 {
-    return reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+    return argument;
+}
+size_t shortened(size_t size)
+{
+    return (size + 1) / 2;
+}
+
+template <class Function, class... Arguments>
+auto call_or_fail(const char* name, call_t call, int number, Arguments... arguments)
+{
+    static const auto real = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
+    using result_t = decltype(real(arguments...));
+    if (!is_due(call))
+        return real(arguments...);
+    if (armed_fault == fault_t::shortened)
+        return real(shortened(arguments)...);
+    return static_cast<result_t>(fail_with(number));
 }
 
 } // namespace
@@ -69,10 +86,9 @@ bool disarm()
 
 } // namespace faults
 
+using faults::call_or_fail;
 using faults::call_t;
-using faults::fail_with;
 using faults::is_due;
-using faults::original;
 
 // NOLINTBEGIN: the names and arguments are the system's.
 extern "C" {
@@ -83,80 +99,55 @@ int open(const char* path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    static const auto real = original<int (*)(const char*, int, ...)>("open");
-    return is_due(call_t::open) ? fail_with(EMFILE) : real(path, flags, mode);
+    return call_or_fail<int (*)(const char*, int, ...)>("open", call_t::open, EMFILE, path, flags, mode);
 }
 
-int open64(const char* path, int flags, ...)
-{
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(arguments, mode_t) : 0;
-    va_end(arguments);
-    static const auto real = original<int (*)(const char*, int, ...)>("open64");
-    return is_due(call_t::open) ? fail_with(EMFILE) : real(path, flags, mode);
-}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 int stat(const char* path, struct stat* status) noexcept
 {
-    static const auto real = original<int (*)(const char*, struct stat*)>("stat");
-    return is_due(call_t::stat) ? fail_with(EIO) : real(path, status);
+    return call_or_fail<decltype(&::stat)>("stat", call_t::stat, EIO, path, status);
 }
 
 int fstat(int file, struct stat* status) noexcept
 {
-    static const auto real = original<int (*)(int, struct stat*)>("fstat");
-    return is_due(call_t::stat) ? fail_with(EIO) : real(file, status);
+    return call_or_fail<decltype(&::fstat)>("fstat", call_t::stat, EIO, file, status);
 }
 
 ssize_t read(int file, void* buffer, size_t size)
 {
-    static const auto real = original<ssize_t (*)(int, void*, size_t)>("read");
-    if (!is_due(call_t::read))
-        return real(file, buffer, size);
-    if (faults::armed_fault == faults::fault_t::shortened)
-        return real(file, buffer, (size + 1) / 2);
-    return fail_with(EIO);
+    return call_or_fail<decltype(&::read)>("read", call_t::read, EIO, file, buffer, size);
 }
 
 ssize_t write(int file, const void* buffer, size_t size)
 {
-    static const auto real = original<ssize_t (*)(int, const void*, size_t)>("write");
-    if (!is_due(call_t::write))
-        return real(file, buffer, size);
-    if (faults::armed_fault == faults::fault_t::shortened)
-        return real(file, buffer, (size + 1) / 2);
-    return fail_with(ENOSPC);
+    return call_or_fail<decltype(&::write)>("write", call_t::write, ENOSPC, file, buffer, size);
 }
 
 int fsync(int file)
 {
-    static const auto real = original<int (*)(int)>("fsync");
-    return is_due(call_t::sync) ? fail_with(EIO) : real(file);
+    return call_or_fail<decltype(&::fsync)>("fsync", call_t::sync, EIO, file);
 }
 
-int linkat(int old_folder, const char* old_path, int new_folder, const char* new_path, int flags) noexcept
+int linkat(int folder, const char* path, int new_folder, const char* new_path, int flags) noexcept
 {
-    static const auto real = original<int (*)(int, const char*, int, const char*, int)>("linkat");
-    return is_due(call_t::link) ? fail_with(EMLINK) : real(old_folder, old_path, new_folder, new_path, flags);
+    return call_or_fail<decltype(&::linkat)>("linkat", call_t::link, EMLINK, folder, path, new_folder,
+                                             new_path, flags);
 }
 
 int rename(const char* from, const char* to) noexcept
 {
-    static const auto real = original<int (*)(const char*, const char*)>("rename");
-    return is_due(call_t::rename) ? fail_with(EIO) : real(from, to);
+    return call_or_fail<decltype(&::rename)>("rename", call_t::rename, EIO, from, to);
 }
 
 int mkdir(const char* path, mode_t mode) noexcept
 {
-    static const auto real = original<int (*)(const char*, mode_t)>("mkdir");
-    return is_due(call_t::mkdir) ? fail_with(EDQUOT) : real(path, mode);
+    return call_or_fail<decltype(&::mkdir)>("mkdir", call_t::mkdir, EDQUOT, path, mode);
 }
 
 int flock(int file, int operation) noexcept
 {
-    static const auto real = original<int (*)(int, int)>("flock");
-    return is_due(call_t::lock) ? fail_with(ENOLCK) : real(file, operation);
+    return call_or_fail<decltype(&::flock)>("flock", call_t::lock, ENOLCK, file, operation);
 }
 
 } // extern "C"

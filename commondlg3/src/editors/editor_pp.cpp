@@ -324,8 +324,8 @@ void editor_pp_t::update_state_for_language(language_t language)
     m_names.clear();
     m_command_line->ChangeValue(wxString());
     m_command_line->Disable();
-    set_info_text(blank_line);
     show_missing_program(system_editor_t());
+    set_info_text(blank_line);
     wx_helpers1::set_label_text(
         m_language_text, translate_message("pref.editor.language_text",
                                            {{"language", language_info::get_localized_name(language)}}));
@@ -398,8 +398,8 @@ void editor_pp_t::fill_info_message(language_t language, const system_editor_t& 
             GH2_ASSERT_TEXT(false, "false", editor_pp_unit);
         }
     }
-    set_info_text(info);
     show_missing_program(editor);
+    set_info_text(info); // what it says describes the list
 }
 
 // The user learns it here, not when a file is to be opened.
@@ -414,23 +414,26 @@ void editor_pp_t::show_missing_program(const system_editor_t& editor)
 
 void editor_pp_t::set_info_text(const std::string& text)
 {
-    if (from_wx(m_info_text->GetLabelText()) == text)
-        return;
+    const bool is_news = from_wx(m_info_text->GetLabelText()) != text;
     wx_helpers1::set_label_text(m_info_text, text);
     show_info_icon();
+    if (!is_news)
+        return;
     rewrap();
+    if (text != blank_line && m_editor_list->IsShownOnScreen())
+        wx_helpers1::announce(m_editor_list, text);
 }
 
 // The line keeps its height when it is blank.
 void editor_pp_t::show_info_icon()
 {
-    const bool says = from_wx(m_info_text->GetLabelText()) != blank_line;
-    wx_helpers1::set_accessible_description(m_editor_list,
-                                            says ? from_wx(m_info_text->GetLabelText()) : std::string());
+    const std::string text = from_wx(m_info_text->GetLabelText());
+    if (text != blank_line)
+        wx_helpers1::set_accessible_description(m_editor_list, text);
     if (!m_info_icon)
         return;
     m_info_icon->set_description(severity_name(severity_t::warning));
-    m_info_icon->Show(says && (m_flags & show_info));
+    m_info_icon->Show(text != blank_line && (m_flags & show_info));
 }
 
 void editor_pp_t::update_shown_controls()

@@ -267,12 +267,12 @@ void error_warning_panel_t::fill_static_text(wxStaticText* label, bool main, con
 
 int error_warning_panel_t::default_text_width() const
 {
-    std::size_t characters = 0;
+    int characters_left = characters_of_line * lines_of_tall_text; // no more of a long text is looked at
     for (const std::string* text :
          {&m_window.main_message, &m_window.supplemental_message, &m_window.details_message})
-        characters += static_cast<std::size_t>(
-            std::count_if(text->begin(), text->end(), [](char c) { return (c & 0xC0) != 0x80; }));
-    const bool is_tall = characters > static_cast<std::size_t>(characters_of_line) * lines_of_tall_text;
+        for (auto c = text->begin(); c != text->end() && characters_left >= 0; ++c)
+            characters_left -= (*c & 0xC0) != 0x80;
+    const bool is_tall = characters_left < 0;
     const auto* settings = wx_helpers1::ui_settings_t::get();
     const int char_width = settings ? settings->get_char_width(wx_helpers1::ui_font::text) : GetCharWidth();
     const int wanted = (is_tall ? characters_of_wide_line : characters_of_line) * char_width;

@@ -198,13 +198,12 @@ struct view_accessible_t::impl_t final : text_owner_t
     void tell_values()
     {
         const auto now = std::chrono::steady_clock::now();
-        if (now - values_told < between_values)
+        if (texts.empty() || now - values_told < between_values)
             return;
+        values_told = now; // also when there is none: readers may know of very many texts
         for (const auto& [part, text] : texts)
-            if (part.item == accessible_part_t::gauge) {
+            if (part.item == accessible_part_t::gauge)
                 notify_accessible_value(text);
-                values_told = now;
-            }
     }
 
     static impl_t* of(AtkObject* object)
