@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -149,15 +150,22 @@ void walk_page_t::start()
     wx_helpers1::set_enabled(m_start, false);
     m_finished = gen_helpers2::signal_t<>();
     m_finished.connect(&m_receiver, [this, walk] { finished(walk); });
-    m_worker = std::thread([walk, signal = m_finished] {
-        walk->run();
-        wx_helpers1::tasks::PostSignal(signal);
-    });
+    try {
+        m_worker = std::thread([walk, signal = m_finished] {
+            walk->run();
+            wx_helpers1::tasks::PostSignal(signal);
+        });
+    } catch (const std::system_error& error) {
+        walk->folder_failed = true;
+        walk->messenger->say(msngr2::sev_critical, error.what());
+        finished(walk);
+    }
 }
 
 void walk_page_t::finished(const std::shared_ptr<walk_t>& walk)
 {
-    m_worker.join();
+    if (m_worker.joinable())
+        m_worker.join();
     m_walk.reset();
     m_start->Enable();
     // What has ended does not turn any more.
@@ -235,16 +243,21 @@ void flood_page_t::start()
     const auto tag = get_log().add_message(record, make_callback());
     msngr2::IMessenger* messenger = get_log().get_messenger(tag);
     const std::string pattern = text("log.flood.line");
-    for (int thread = 1; thread <= threads; ++thread)
-        m_workers.emplace_back([=, stopped = m_stop] {
-            for (int line = 1; line <= lines && !*stopped; ++line) {
-                const auto severity = line % 97 == 0   ? msngr2::sev_error
-                                      : line % 13 == 0 ? msngr2::sev_warning
-                                                       : msngr2::sev_none;
-                messenger->say(
-                    severity, (std::to_string(thread) + "." + std::to_string(line) + "  " + pattern).c_str());
-            }
-        });
+    const auto work = [=, stopped = m_stop](int thread) {
+        for (int line = 1; line <= lines && !*stopped; ++line) {
+            const auto severity = line % 97 == 0   ? msngr2::sev_error
+                                  : line % 13 == 0 ? msngr2::sev_warning
+                                                   : msngr2::sev_none;
+            messenger->say(severity,
+                           (std::to_string(thread) + "." + std::to_string(line) + "  " + pattern).c_str());
+        }
+    };
+    try {
+        for (int thread = 1; thread <= threads; ++thread)
+            m_workers.emplace_back(work, thread);
+    } catch (const std::system_error& error) {
+        messenger->say(msngr2::sev_critical, error.what());
+    }
 }
 
 } // namespace gallery

@@ -2,16 +2,21 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdlib>
+#include <cstring>
 #include <new>
+#include <string>
+#include <string_view>
 
 namespace faults {
 namespace {
@@ -20,16 +25,38 @@ std::atomic<int> left{0}; // calls until the fault; 0: none is due
 std::atomic<int> armed_call{-1};
 std::atomic<fault_t> armed_fault{fault_t::fails};
 std::atomic<bool> struck{false};
+std::array<std::atomic<int>, static_cast<std::size_t>(call_t::count)> counts;
+std::string folder; // whose files have faults; empty: all
+constexpr int most_files = 1024;
+std::array<std::atomic<bool>, most_files> is_below; // by descriptor
 
 /// Whether this call is the one.
 bool is_due(call_t call)
 {
-    if (armed_call.load(std::memory_order_relaxed) != static_cast<int>(call) || left.fetch_sub(1) != 1)
+    ++counts[static_cast<std::size_t>(call)];
+    if (armed_call.load(std::memory_order_relaxed) != static_cast<int>(call))
+        return false;
+    const int before = left.fetch_sub(1);
+    if (before > 1 || (before < 1 && armed_fault != fault_t::fails_on))
         return false;
     struck = true;
     if (armed_fault == fault_t::killed)
         ::kill(::getpid(), SIGKILL);
     return true;
+}
+
+bool is_meant(const char* path)
+{
+    return folder.empty() || std::string_view(path).substr(0, folder.size()) == folder;
+}
+bool is_meant(int file)
+{
+    return folder.empty() || file < 0 || (file < most_files && is_below[static_cast<std::size_t>(file)]);
+}
+void note(int file, bool below)
+{
+    if (file >= 0 && file < most_files)
+        is_below[static_cast<std::size_t>(file)] = below;
 }
 
 int fail_with(int number)
@@ -49,15 +76,15 @@ size_t shortened(size_t size)
     return (size + 1) / 2;
 }
 
-template <class Function, class... Arguments>
-auto call_or_fail(const char* name, call_t call, int number, Arguments... arguments)
+template <class Function, class File, class... Arguments>
+auto call_or_fail(const char* name, call_t call, int number, File where, Arguments... arguments)
 {
     static const auto real = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, name));
-    using result_t = decltype(real(arguments...));
-    if (!is_due(call))
-        return real(arguments...);
+    using result_t = decltype(real(where, arguments...));
+    if (!is_meant(where) || !is_due(call))
+        return real(where, arguments...);
     if (armed_fault == fault_t::shortened)
-        return real(shortened(arguments)...);
+        return real(where, shortened(arguments)...);
     return static_cast<result_t>(fail_with(number));
 }
 
@@ -65,17 +92,29 @@ auto call_or_fail(const char* name, call_t call, int number, Arguments... argume
 
 const char* name_of(call_t call)
 {
-    constexpr const char* names[] = {"open",   "stat",  "read", "write",  "sync", "link",
-                                     "rename", "mkdir", "lock", "memory", ""};
+    constexpr const char* names[] = {"open",   "stat",  "read", "write",  "sync",   "link",
+                                     "rename", "mkdir", "lock", "thread", "memory", ""};
     return names[static_cast<int>(call)];
 }
 
 void arm(call_t call, int n, fault_t fault)
 {
     struck = false;
+    for (auto& count : counts)
+        count = 0;
     armed_fault = fault;
     left = n;
     armed_call = static_cast<int>(call);
+}
+
+int count_of(call_t call)
+{
+    return counts[static_cast<std::size_t>(call)];
+}
+
+void only_below(const std::string& path)
+{
+    folder = path;
 }
 
 bool disarm()
@@ -99,7 +138,17 @@ int open(const char* path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return call_or_fail<int (*)(const char*, int, ...)>("open", call_t::open, EMFILE, path, flags, mode);
+    const int file =
+        call_or_fail<int (*)(const char*, int, ...)>("open", call_t::open, EMFILE, path, flags, mode);
+    faults::note(file, faults::is_meant(path));
+    return file;
+}
+
+int close(int file)
+{
+    faults::note(file, false); // its number may go to a connection
+    static const auto real = reinterpret_cast<decltype(&::close)>(::dlsym(RTLD_NEXT, "close"));
+    return real(file);
 }
 
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));
@@ -148,6 +197,20 @@ int mkdir(const char* path, mode_t mode) noexcept
 int flock(int file, int operation) noexcept
 {
     return call_or_fail<decltype(&::flock)>("flock", call_t::lock, ENOLCK, file, operation);
+}
+
+// The toolkit's own threads end the program when they cannot start.
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
+                   void* data) noexcept
+{
+    Dl_info caller = {};
+    const bool is_ours = ::dladdr(__builtin_return_address(0), &caller) != 0 && caller.dli_fname &&
+                         std::strstr(caller.dli_fname, "libstdc++") != nullptr;
+    if (is_ours && is_due(call_t::thread))
+        return EAGAIN;
+    static const auto real =
+        reinterpret_cast<decltype(&::pthread_create)>(::dlsym(RTLD_NEXT, "pthread_create"));
+    return real(thread, attributes, run, data);
 }
 
 } // extern "C"

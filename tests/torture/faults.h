@@ -17,12 +17,14 @@ enum class call_t
     rename,
     mkdir,
     lock,
+    thread, ///< the start of a std::thread
     memory, ///< by new
     count
 };
 
 enum class fault_t
 {
+    fails_on,    ///< this one and all that follow
     fails,       ///< as on a full disk, a broken one, without descriptors or memory
     interrupted, ///< EINTR, as after a signal
     shortened,   ///< reads or writes less than asked for
@@ -35,5 +37,11 @@ const char* name_of(call_t call);
 void arm(call_t call, int n, fault_t fault);
 /// @return whether it was made
 bool disarm();
+
+/// How many such calls there were since a fault was armed last.
+int count_of(call_t call);
+
+/// From now on only files below this folder have faults, where it is not empty; the toolkit has files too.
+void only_below(const std::string& folder);
 
 } // namespace faults

@@ -121,6 +121,7 @@ private:
     gen_helpers2::path_t m_directory;
     std::vector<std::string> m_env_variables; ///< each once
     std::unordered_set<std::string> m_known;  ///< the same
+    bool m_unread = false; ///< the file is there and could not be read: it is not written over
 };
 
 } // namespace commondlg3

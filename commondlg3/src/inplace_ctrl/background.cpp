@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace commondlg3 {
@@ -27,15 +28,23 @@ background_t::~background_t()
 
 void background_t::add(kind_t kind, std::function<void()> work)
 {
-    std::lock_guard<std::mutex> lock(m_mutex);
-    m_jobs.push_back({kind, std::move(work)});
-    m_unfinished += kind == kind_t::must_be_done ? 1 : 0;
-    if (m_running)
-        return;
-    if (m_thread.joinable()) // it has ended its work
-        m_thread.join();
-    m_running = true;
-    m_thread = std::thread([this] { run(); });
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_jobs.push_back({kind, std::move(work)});
+        m_unfinished += kind == kind_t::must_be_done ? 1 : 0;
+        if (m_running)
+            return;
+        if (m_thread.joinable()) // it has ended its work
+            m_thread.join();
+        m_running = true;
+        try {
+            m_thread = std::thread([this] { run(); });
+            return;
+        } catch (const std::system_error& error) {
+            gen_helpers2::log_warning("inplace_ctrl", std::string("no thread: ") + error.what());
+        }
+    }
+    run(); // late is better than never
 }
 
 void background_t::wait()

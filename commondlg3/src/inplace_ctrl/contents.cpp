@@ -84,7 +84,7 @@ private:
 
 } // namespace
 
-void keep_aside(const gen_helpers2::path_t& file)
+bool keep_aside(const gen_helpers2::path_t& file)
 {
     const std::filesystem::path whole(file.as_string());
     std::filesystem::path aside = whole;
@@ -96,6 +96,7 @@ void keep_aside(const gen_helpers2::path_t& file)
         std::filesystem::copy_file(whole, aside, error);
     if (error)
         gen_helpers2::log_error("inplace_ctrl", "the damaged log was not kept aside: " + error.message());
+    return !error;
 }
 
 void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_batch_t>> unshown)
@@ -135,9 +136,11 @@ error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
 {
     bag_file_writer_t out(file);
     if (m_data) {
+        for (const gen_helpers2::path_t& broken : m_data->not_kept)
+            if (!keep_aside(broken))
+                return error_code_t::io_error("the damaged log before it was not kept aside");
         for (const gen_helpers2::path_t& unread : m_data->unread) {
-            std::error_code ignored;
-            if (!std::filesystem::exists(std::filesystem::path(unread.as_string()), ignored))
+            if (unread.is_missing())
                 continue;
             copier_t copier(out);
             const error_code_t read = gen_helpers2::read_variant_bag(unread, copier);
@@ -146,7 +149,8 @@ error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
             if (read.failed()) {
                 gen_helpers2::log_warning("inplace_ctrl",
                                           "the log was not read to its end: " + read.as_string());
-                keep_aside(unread);
+                if (!keep_aside(unread))
+                    return read;
                 copier.end_all();
             }
         }

@@ -24,12 +24,14 @@ struct inplace_contents_t::data_t
 {
     std::vector<entry_contents_t> entries;
     bool show_debug = false;
-    std::vector<gen_helpers2::path_t> unread; ///< files that were not read to their end; they come first
+    std::vector<gen_helpers2::path_t> unread;   ///< files that were not read to their end; they come first
+    std::vector<gen_helpers2::path_t> not_kept; ///< files that broke off and could not be kept aside yet
 };
 
 /// Keeps a file that cannot be read to its end as `<file>.damaged`: the next saving replaces it by what could
 /// be read. Any thread.
-void keep_aside(const gen_helpers2::path_t& file);
+/// @return false when it could not: it must not be replaced then
+[[nodiscard]] bool keep_aside(const gen_helpers2::path_t& file);
 
 /// Frees lines: many of them on a worker.
 void free_lines(vdxcfrw7::line_store_t lines, std::vector<std::unique_ptr<line_batch_t>> unshown);

@@ -8,7 +8,6 @@
 #include <wx_helpers1/tasks.h>
 
 #include <atomic>
-#include <filesystem>
 #include <string_view>
 
 namespace commondlg3 {
@@ -18,7 +17,7 @@ struct file_loader_t::shared_t
     std::atomic<bool> stopped{false};
     // The GUI thread's alone.
     std::function<void(loaded_piece_t)> take;
-    std::function<void()> ended;
+    std::function<void(bool)> ended;
 };
 
 namespace {
@@ -110,28 +109,27 @@ private:
 } // namespace
 
 file_loader_t::file_loader_t(const gen_helpers2::path_t& file, std::function<void(loaded_piece_t)> take,
-                             std::function<void()> ended)
+                             std::function<void(bool)> ended)
     : m_file(file), m_shared(std::make_shared<shared_t>())
 {
     m_shared->take = std::move(take);
     m_shared->ended = std::move(ended);
     // Behind the saving of this very file, if that is not done yet.
     background_t::get().add(background_t::kind_t::may_be_dropped, [shared = m_shared, file] {
-        std::error_code ignored;
-        const bool exists = std::filesystem::exists(std::filesystem::path(file.as_string()), ignored);
         reader_t reader(shared);
         const gen_helpers2::error_code_t read =
-            exists ? gen_helpers2::read_variant_bag(file, reader) : gen_helpers2::error_code_t();
+            file.is_missing() ? gen_helpers2::error_code_t() : gen_helpers2::read_variant_bag(file, reader);
         if (shared->stopped)
             return;
+        bool kept = true;
         if (read.failed()) {
             gen_helpers2::log_warning(file_loader_unit,
                                       "the log was not read to its end: " + read.as_string());
-            keep_aside(file);
+            kept = keep_aside(file);
         }
-        wx_helpers1::tasks::Scheduler::Post([shared] {
+        wx_helpers1::tasks::Scheduler::Post([shared, kept] {
             if (const auto tell = shared->ended) // a copy: telling ends the loader
-                tell();
+                tell(kept);
         });
     });
 }

@@ -22,9 +22,10 @@ class file_loader_t
 {
 public:
     /// @param take gets each piece
-    /// @param ended is called when all of it was read, or as much as could be
+    /// @param ended is called when all of it was read, or as much as could be: with false when it broke off
+    /// and could not be kept aside
     file_loader_t(const gen_helpers2::path_t& file, std::function<void(loaded_piece_t)> take,
-                  std::function<void()> ended);
+                  std::function<void(bool kept)> ended);
     /// Nothing is called any more.
     ~file_loader_t();
 

@@ -154,6 +154,7 @@ inplace_contents_t inplace_ctrl_impl_t::take_contents()
     for (const auto& loader : m_loaders)
         data.unread.push_back(loader->get_file());
     m_loaders.clear();
+    data.not_kept = std::exchange(m_not_kept, {});
     m_loaded = {};
     m_offering.clear();
     std::vector<std::pair<wx_helpers1::wxStaticPicture, std::shared_ptr<const std::string>>> images;
@@ -188,8 +189,10 @@ void inplace_ctrl_impl_t::load_file(const gen_helpers2::path_t& file)
 {
     m_loaders.push_back(std::make_unique<file_loader_t>(
         file, [this](loaded_piece_t piece) { take_piece(std::move(piece)); },
-        [this] {
+        [this](bool kept) {
             // Loaders end in the order in which they began.
+            if (!kept)
+                m_not_kept.push_back(m_loaders.front()->get_file());
             m_loaders.erase(m_loaders.begin());
             m_loaded = {};
             for (const auto& [tag, entry] : m_entries)

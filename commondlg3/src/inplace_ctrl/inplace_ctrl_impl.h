@@ -62,6 +62,7 @@ private:
     std::set<tag_t> m_offering;                            // the entries that may offer buttons
     std::unique_ptr<proxies_t> m_proxies;                  // made when first asked for
     std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work
+    std::vector<gen_helpers2::path_t> m_not_kept;          // files that broke off and could not be kept aside
     message_entry_t::ptr_t m_loaded;                       // the entry whose lines it reads
 };
 

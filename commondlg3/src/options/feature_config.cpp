@@ -18,15 +18,19 @@ constexpr char env_variable_key[] = "env_variable";
 // Thousands of features fit; a file that is larger is none of ours and not worth its memory.
 constexpr std::size_t max_file_bytes = std::size_t(16) * 1024 * 1024;
 
-gen_helpers2::variant_bag_t read(const gen_helpers2::path_t& file)
+gen_helpers2::error_code_t read(const gen_helpers2::path_t& file, gen_helpers2::variant_bag_t& bag)
 {
-    gen_helpers2::variant_bag_t bag;
-    if (!file.exists())
-        return bag; // the usual case: nothing to tell
+    if (file.is_missing())
+        return {}; // the usual case: nothing to tell
     const auto result = gen_helpers2::load_variant_bag(file, bag, max_file_bytes);
     if (result.failed())
         gen_helpers2::log_warning(feature_config_unit, result.as_string());
-    return bag;
+    return result;
+}
+
+bool is_damaged(const gen_helpers2::error_code_t& state)
+{
+    return state == gen_helpers2::error_code_t::damaged("");
 }
 
 // What is there already must not be lost: it is looked at first.
@@ -35,12 +39,11 @@ gen_helpers2::error_code_t write(const gen_helpers2::variant_bag_t& bag, const g
     gen_helpers2::make_private_folder(file.parent());
     gen_helpers2::variant_bag_t replaced;
     gen_helpers2::error_code_t state;
-    if (file.exists())
+    if (!file.is_missing())
         state = gen_helpers2::load_variant_bag(file, replaced, max_file_bytes);
     if (state.succeeded())
         return gen_helpers2::save_variant_bag(bag, file);
-    const bool is_damaged = state == gen_helpers2::error_code_t::damaged("");
-    return is_damaged ? gen_helpers2::save_over_damaged_file(bag, file) : state;
+    return is_damaged(state) ? gen_helpers2::save_over_damaged_file(bag, file) : state;
 }
 
 } // namespace
@@ -61,7 +64,9 @@ feature_list_config_impl_t::feature_list_config_impl_t(const gen_helpers2::path_
 void feature_list_config_impl_t::load()
 {
     m_features.clear();
-    const gen_helpers2::variant_bag_t bag = read(m_directory / list_file);
+    gen_helpers2::variant_bag_t bag;
+    if (read(m_directory / list_file, bag).failed())
+        return;
     const gen_helpers2::variant_bag_t* features = bag.find_child(features_key);
     if (!features)
         return;
@@ -111,7 +116,9 @@ void active_features_config_impl_t::clear()
 
 void active_features_config_impl_t::load()
 {
-    const gen_helpers2::variant_bag_t bag = read(gen_helpers2::path_t(get_config_filename()));
+    gen_helpers2::variant_bag_t bag;
+    const auto result = read(gen_helpers2::path_t(get_config_filename()), bag);
+    m_unread = result.failed() && !is_damaged(result);
     if (const gen_helpers2::variant_bag_t* features = bag.find_child(features_key))
         features->for_each_child(feature_key, [this](const gen_helpers2::variant_bag_t& feature) {
             add(feature.find_text(env_variable_key).value_or(""));
@@ -120,6 +127,10 @@ void active_features_config_impl_t::load()
 
 bool active_features_config_impl_t::save()
 {
+    if (m_unread) {
+        gen_helpers2::log_error(feature_config_unit, "what could not be read is not written over");
+        return false;
+    }
     gen_helpers2::variant_bag_t bag;
     gen_helpers2::variant_bag_t& features = bag.add_child(features_key);
     for (const std::string& env_variable : m_env_variables)

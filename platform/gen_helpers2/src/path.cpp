@@ -92,6 +92,13 @@ bool path_t::is_file() const noexcept
     return !is_empty() && std::filesystem::is_regular_file(m_path, error);
 }
 
+bool path_t::is_missing() const noexcept
+{
+    std::error_code error;
+    return is_empty() ||
+           std::filesystem::status(m_path, error).type() == std::filesystem::file_type::not_found;
+}
+
 std::string path_t::as_string(bool with_separator_at_end) const
 {
     const std::string& text = as_string();

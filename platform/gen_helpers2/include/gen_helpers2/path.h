@@ -43,10 +43,13 @@ public:
     /// anything is no path, so that a refused text does not turn into the folder it was to be in.
     path_t operator/(const path_t& rest) const;
 
-    // These three follow symbolic links, never throw, and answer false for what cannot be looked at.
+    // These follow symbolic links, never throw, and answer false for what cannot be looked at.
     bool exists() const noexcept;
     bool is_directory() const noexcept;
     bool is_file() const noexcept;
+    /// Whether nothing is there for sure: not the opposite of exists(), which is false on a broken disk too.
+    /// What may be there must not be written over unread.
+    bool is_missing() const noexcept;
 
     // The same things by the names under which code for typed paths knows them.
 
