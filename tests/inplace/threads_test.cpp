@@ -4,11 +4,15 @@
 
 #include <wx/timer.h>
 
+#include <glib.h>
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -190,4 +194,180 @@ TEST(InplaceThreads, the_loop_stays_free_in_a_flood)
     longest = std::max(longest, clock::now() - last);
     EXPECT_GT(ticks, 0) << "others had their turn while the lines were shown";
     EXPECT_LT(longest, std::chrono::milliseconds(250));
+}
+
+namespace {
+
+/// Two workers, the turns of the loop, and the end and the start of its scheduler, one step at a time: what each
+/// does under the lock cannot be divided, so that the orders of the steps are all there is.
+class order_t
+{
+public:
+    explicit order_t(test::log_window_t& window) : m_window(window)
+    {
+        m_tag = window->add_message(test::make_message("entry"), {});
+        m_messenger = window->get_messenger(m_tag);
+    }
+    void make(char step)
+    {
+        using wx_helpers1::tasks::Scheduler;
+        if (step == 'a' || step == 'b') {
+            m_said[step] += step;
+            m_messenger->say(sev_none, (m_said[step] + "!").c_str());
+        } else if (step == 't')
+            while (g_main_context_iteration(nullptr, FALSE))
+                continue;
+        else if (Scheduler::IsInitialized())
+            Scheduler::Shutdown();
+        else
+            Scheduler::Initialize();
+    }
+    void end()
+    {
+        if (!wx_helpers1::tasks::Scheduler::IsInitialized())
+            make('s');
+        make('a'); // with it comes what was lost on the way
+        const std::size_t all = m_said['a'].size() + m_said['b'].size();
+        EXPECT_TRUE(test::wait_for([&] { return test::lines_of(m_window.control(), 0).size() >= all; }));
+        std::map<char, std::string> shown;
+        for (const std::string& line : test::lines_of(m_window.control(), 0)) {
+            shown[line[0]] += line[0];
+            EXPECT_EQ(line, shown[line[0]] + "!") << "in the order of its worker";
+        }
+        EXPECT_EQ(shown, m_said) << "each once";
+        m_window->clear();
+        test::take_assertions(); // one for each task that nobody took
+    }
+
+private:
+    test::log_window_t& m_window;
+    inplace_ctrl_t::tag_t m_tag;
+    IMessenger* m_messenger;
+    std::map<char, std::string> m_said;
+};
+
+} // namespace
+
+TEST(InplaceThreads, every_order_of_steps_shows_every_line)
+{
+    test::log_window_t window;
+    std::string steps = "aabbsstt";
+    int orders = 0;
+    do {
+        SCOPED_TRACE(steps);
+        order_t order(window);
+        for (const char step : steps)
+            order.make(step);
+        order.end();
+        ++orders;
+    } while (std::next_permutation(steps.begin(), steps.end()) && !HasFailure());
+    EXPECT_EQ(orders, 2520);
+}
+
+// Everything that can happen to a log, at random, while workers report into it.
+TEST(InplaceThreads, workers_and_hands_at_random)
+{
+    const char* given = std::getenv("STRESS_ROUNDS");
+    const int rounds = given ? std::atoi(given) : 300;
+    std::mt19937 random(7);
+    const auto any = [&random](int count) {
+        return static_cast<int>(random() % static_cast<unsigned>(count));
+    };
+    const test::temp_dir_t folder;
+    const gen_helpers2::path_t file(folder.path() + "/log.xml");
+    auto window = std::make_unique<test::log_window_t>(true);
+    // As a host does: asked for once, and then used for whatever entry they point at.
+    std::atomic<IMessenger*> messenger{
+        (*window)->get_messenger((*window)->add_message(test::make_message("first"), {}))};
+    std::atomic<IProgress*> progress{
+        (*window)->get_progress((*window)->add_progress(test::make_progress("work"), {}))};
+    std::atomic<bool> stop{false};
+    std::atomic<int> said{0};
+    std::vector<std::thread> workers;
+    for (int worker = 0; worker < 4; ++worker)
+        workers.emplace_back([&, worker] {
+            for (int i = 0; !stop; ++i, ++said) {
+                messenger.load()->say(static_cast<ESeverity>(1 << (i % 8)), test::flood_line(i).c_str());
+                if (worker != 0) // one at a time reports progress
+                    continue;
+                IProgress* work = progress;
+                if (i % 1000 == 0)
+                    work->start("work", 1000);
+                work->progressed(1);
+                work->message("still at it");
+                if (work->isCanceled() && i % 100 == 0)
+                    work->finish();
+            }
+        });
+    for (int round = 0; round < rounds; ++round) {
+        inplace_ctrl_t& log = window->control();
+        const auto& elements = window->log().GetElements();
+        const auto tag = static_cast<inplace_ctrl_t::tag_t>(any(static_cast<int>(elements.size()) + 2));
+        switch (any(14)) {
+        case 0:
+            log.add_message(test::with_buttons("message", {1, 2}), {});
+            break;
+        case 1:
+            progress = log.get_progress(log.add_progress(test::make_progress("work"), {}));
+            break;
+        case 2:
+            log.get_messenger(tag);
+            break;
+        case 3:
+            log.erase(tag);
+            break;
+        case 4:
+            log.update_message(tag, test::make_message("updated", "<b>body</b>"), {});
+            break;
+        case 5:
+            window->log().SetFilter(any(8), any(2) ? "sample" : "");
+            break;
+        case 6:
+            window->log().Find("reading", any(2) != 0);
+            break;
+        case 7:
+            window->frame()->SetClientSize(60 + any(900), 40 + any(700));
+            break;
+        case 8:
+            window->log().ScrollTo(any(1000) * 100);
+            break;
+        case 9:
+            window->log().SelectAll();
+            break;
+        case 10:
+            log.take_contents().save_later(file);
+            break;
+        case 11:
+            log.load_file(file);
+            break;
+        case 12:
+            any(2) ? progress.load()->cancel() : (void)log.clear();
+            break;
+        case 13:
+            if (any(8) == 0)
+                window->destroy(), window = std::make_unique<test::log_window_t>(true);
+            messenger = (*window)->get_messenger((*window)->add_message(test::make_message("next"), {}));
+            break;
+        }
+        const int before = said;
+        EXPECT_TRUE(test::wait_for([&] { return said > before + 20; }, 60000))
+            << "workers are not kept waiting";
+        if (window->log().GetElements().size() > 50)
+            (*window)->clear(); // memory is not what this is about
+    }
+    stop = true;
+    for (std::thread& worker : workers)
+        worker.join();
+    inplace_contents_t::wait_until_saved();
+    (*window)->clear(); // and what is still being read
+    const auto last = (*window)->add_message(test::make_message("last"), {});
+    (*window)->get_messenger(last)->say(sev_none, "last");
+    EXPECT_TRUE(test::wait_for(
+        [&] {
+            const auto lines = test::lines_of(window->control(), 0);
+            return !lines.empty() && lines.back() == "last";
+        },
+        60000));
+    test::take_assertions(); // tags that are not there
+    std::printf("%d rounds, %d lines\n", rounds, said.load());
 }

@@ -3,7 +3,6 @@
 #include "commondlg3/text_utils.h"
 
 #include <gen_helpers2/assertion.h>
-#include <wx_helpers1/tasks.h>
 
 #include <iterator>
 #include <memory>
@@ -253,10 +252,8 @@ void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text
     if (!m_pending)
         m_pending = std::make_unique<line_batch_t>();
     m_pending->add(severity, text);
-    if (!m_posted) {
-        m_posted = true;
+    if (m_task.must_be_posted())
         wx_helpers1::tasks::PostSignal(m_say_signal);
-    }
 }
 
 void message_entry_t::say_signal_handler()
@@ -265,7 +262,7 @@ void message_entry_t::say_signal_handler()
     {
         boost::lock_guard<boost::mutex> lock(m_mutex);
         taken = std::move(m_pending);
-        m_posted = false;
+        m_task.begins();
     }
     if (taken)
         show_batch(std::move(taken));

@@ -2,6 +2,8 @@
 
 #include "event_entry.h"
 
+#include <wx_helpers1/tasks.h>
+
 #include <deque>
 #include <memory>
 #include <string>
@@ -71,7 +73,7 @@ private:
 
     boost::mutex m_mutex; // guards the three below
     std::unique_ptr<line_batch_t> m_pending;
-    bool m_posted = false;
+    wx_helpers1::tasks::posted_task_t m_task;
     bool m_closed = false;
 
     gen_helpers2::signal_t<> m_say_signal;

@@ -26,11 +26,10 @@ public:
     /// painted.
     void later()
     {
-        if (*m_posted || !wx_helpers1::tasks::Scheduler::IsInitialized())
+        if (!wx_helpers1::tasks::Scheduler::IsInitialized() || !m_task->must_be_posted())
             return;
-        *m_posted = true;
-        wx_helpers1::tasks::Scheduler::Post([window = wxWeakRef<wxWindow>(m_window), posted = m_posted] {
-            *posted = false;
+        wx_helpers1::tasks::Scheduler::Post([window = wxWeakRef<wxWindow>(m_window), task = m_task] {
+            task->begins();
             if (window && window->GetParent())
                 window->GetParent()->Layout();
         });
@@ -38,7 +37,8 @@ public:
 
 private:
     wxWindow* m_window;
-    std::shared_ptr<bool> m_posted = std::make_shared<bool>(false);
+    std::shared_ptr<wx_helpers1::tasks::posted_task_t> m_task =
+        std::make_shared<wx_helpers1::tasks::posted_task_t>();
 };
 
 } // namespace commondlg3

@@ -1,7 +1,5 @@
 #include "dir_queue.h"
 
-#include <wx_helpers1/tasks.h>
-
 #include <algorithm>
 #include <chrono>
 #include <iterator>
@@ -48,7 +46,7 @@ void dir_queue_t::work(const std::shared_ptr<dir_queue_t>& self)
         lock.lock();
         --self->m_busy;
         self->m_found.push_back(std::move(item));
-        if (!self->m_closed && !std::exchange(self->m_told, true))
+        if (!self->m_closed && self->m_task.must_be_posted())
             wx_helpers1::tasks::PostSignal(self->ready);
         if (self->m_items.empty() && self->m_busy == 0)
             self->m_all_done.notify_all();
@@ -73,7 +71,7 @@ void dir_queue_t::close()
 std::vector<dir_queue_t::item_t> dir_queue_t::take()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_told = false;
+    m_task.begins();
     std::sort(m_found.begin(), m_found.end(),
               [](const item_t& a, const item_t& b) { return a.number < b.number; });
     return std::exchange(m_found, {});

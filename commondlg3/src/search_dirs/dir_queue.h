@@ -2,6 +2,8 @@
 
 #include "commondlg3/dir_checker.h"
 
+#include <wx_helpers1/tasks.h>
+
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -51,7 +53,7 @@ private:
     unsigned m_last_number = 0;
     int m_workers = 0;
     int m_busy = 0;
-    bool m_told = false;
+    wx_helpers1::tasks::posted_task_t m_task;
     bool m_closed = false;
 };
 

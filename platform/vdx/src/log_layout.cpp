@@ -252,8 +252,9 @@ std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMes
     for (const auto& button : element.GetButtons()) {
         if (!button->IsShown())
             continue;
+        // Narrower than what the theme has around a label it would complain, and is cut off instead.
         const int width = std::min(std::max(scaled(85), label_width(button->GetLabel()) + scaled(34)),
-                                   std::max(scaled(20), text_width()));
+                                   std::max(scaled(40), text_width()));
         if (x > text_left() && x + width > m_size.x - margin()) {
             x = text_left();
             y += m_button_height + gap;

@@ -13,7 +13,7 @@ struct ProgressImpl::last_message_t
 {
     std::mutex mutex;
     std::string text;
-    bool posted = false;
+    tasks::posted_task_t task;
 };
 
 ProgressImpl::ProgressImpl(int steps)
@@ -61,16 +61,15 @@ void ProgressImpl::message(const char* text)
     {
         std::lock_guard<std::mutex> lock(m_last_message->mutex);
         m_last_message->text = text ? text : "";
-        if (m_last_message->posted)
+        if (!m_last_message->task.must_be_posted())
             return;
-        m_last_message->posted = true;
     }
     tasks::Scheduler::Post([last = m_last_message, signal = m_message] {
         std::string taken;
         {
             std::lock_guard<std::mutex> lock(last->mutex);
             taken.swap(last->text);
-            last->posted = false;
+            last->task.begins();
         }
         signal.emit(taken);
     });

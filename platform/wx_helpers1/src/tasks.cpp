@@ -6,9 +6,11 @@
 
 #include <glib.h>
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <mutex>
+#include <utility>
 
 namespace wx_helpers1::tasks {
 namespace {
@@ -24,6 +26,7 @@ struct queue_t
     std::deque<std::function<void()>>
         tasks;                // the only place where tasks wait, so that a nested loop finds them
     std::uint64_t posted = 0; // since the beginning
+    std::atomic<int> starts{0};
     bool initialized = false;
 
     // The GUI thread's alone.
@@ -106,7 +109,8 @@ void Scheduler::Initialize()
 {
     queue_t& all = queue();
     std::lock_guard<std::mutex> lock(all.mutex);
-    all.initialized = true;
+    if (!std::exchange(all.initialized, true))
+        ++all.starts;
     if (all.source)
         return;
     all.source = g_source_new(&source_functions, sizeof(GSource));
@@ -129,6 +133,11 @@ void Scheduler::Shutdown()
         g_source_unref(all.source);
         all.source = nullptr;
     }
+}
+
+int Scheduler::GetStarts()
+{
+    return queue().starts.load(std::memory_order_relaxed);
 }
 
 bool Scheduler::IsInitialized()

@@ -30,6 +30,30 @@ public:
     static bool IsInitialized();
     /// Queues a task. Without an initialised scheduler it is an assertion and the task is lost.
     static void Post(std::function<void()> task);
+    /// How often the scheduler was started: tasks that were posted before a later start are lost. Any thread.
+    static int GetStarts();
+};
+
+/// Makes many occasions cost one task: whether one is on its way. A task that was lost with its scheduler is
+/// not waited for once there is a scheduler again.
+///
+///     if (m_task.must_be_posted())   // under the owner's lock, as everything here
+///         PostSignal(m_something_came);
+///     ...
+///     m_task.begins();               // first of all in the task
+class posted_task_t
+{
+public:
+    bool must_be_posted()
+    {
+        const int starts = Scheduler::GetStarts();
+        return std::exchange(m_posted_in, starts) != starts;
+    }
+    void begins() { m_posted_in = none; }
+
+private:
+    static constexpr int none = -1;
+    int m_posted_in = none; // which start of the scheduler
 };
 
 /// Emits the signal with these arguments on the GUI thread, later. Any thread.
