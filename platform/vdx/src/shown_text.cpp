@@ -30,6 +30,13 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
+// A search looks for a letter's small form and that form's capital. U+03F4, another capital of theta, would
+// be passed over: it stays as it is.
+gunichar to_small(gunichar character)
+{
+    return character == 0x3f4 ? character : g_unichar_tolower(character);
+}
+
 // The character at `at` in the other case, when that takes as many bytes; else as it is. Its length in
 // bytes.
 template <class Change>
@@ -57,7 +64,7 @@ bool same_folded(const char* text, const char* end, std::string_view needle)
             continue;
         }
         char folded[4];
-        const std::size_t length = change_case(text + i, end, folded, g_unichar_tolower);
+        const std::size_t length = change_case(text + i, end, folded, to_small);
         if (length > needle.size() - i || std::memcmp(folded, needle.data() + i, length) != 0)
             return false;
         i += length;
@@ -185,7 +192,7 @@ std::string fold(std::string_view text)
         if (static_cast<unsigned char>(*at) < 0x80)
             *changed = lower(*at++);
         else
-            at += change_case(at, end, changed, g_unichar_tolower);
+            at += change_case(at, end, changed, to_small);
     }
     return folded;
 }
