@@ -115,8 +115,9 @@ std::vector<std::uint32_t> text_shaper_t::break_rows(std::string_view text, int 
         set_row(paragraph, direction_of(text, begin, PANGO_DIRECTION_LTR));
         pango_layout_set_width(m_layout.get(), std::max(1, width) * PANGO_SCALE);
         for (int line = 0, count = pango_layout_get_line_count(m_layout.get()); line < count; ++line) {
+            // An empty paragraph shows nothing of its end, and still begins where it begins.
             const int shown = pango_layout_get_line_readonly(m_layout.get(), line)->start_index;
-            const std::uint32_t source = m_shown.source[static_cast<std::size_t>(shown)];
+            const std::uint32_t source = line == 0 ? 0 : m_shown.source[static_cast<std::size_t>(shown)];
             if (line == 0 || begin + source > rows.back())
                 rows.push_back(static_cast<std::uint32_t>(begin + source));
         }
