@@ -32,14 +32,18 @@ event_entry_t::~event_entry_t() = default;
 
 void event_entry_t::hide()
 {
+    free_lines(remove_element(), {});
+}
+
+vdxcfrw7::line_store_t event_entry_t::remove_element()
+{
     if (!m_element)
-        return;
+        return {};
     vdxcfrw7::CMessageElement* element = m_element;
     m_element = nullptr;
     m_status = nullptr;
     m_status_caption.reset();
-    free_lines(element->TakeLines(), {});
-    m_log->Remove(*element);
+    return m_log->Remove(*element);
 }
 
 gen_helpers2::error_code_t event_entry_t::save(gen_helpers2::variant_bag_t& bag)

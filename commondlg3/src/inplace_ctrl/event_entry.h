@@ -91,6 +91,9 @@ public:
     }
 
 protected:
+    /// Takes its element out of the log and gives its lines to the caller.
+    vdxcfrw7::line_store_t remove_element();
+
     event_log_t* m_log;
     vdxcfrw7::CMessageElement* m_element = nullptr; // the log's; null after hide()
     vdxcfrw7::CCaption* m_status = nullptr;         // points to m_status_caption once there is one

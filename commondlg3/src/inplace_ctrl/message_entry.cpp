@@ -153,8 +153,8 @@ entry_contents_t message_entry_t::take()
     contents.caption = m_msg->caption;
     contents.unshown = close();
     if (m_element)
-        contents.lines = m_element->TakeLines();
-    hide();
+        m_element->ClearButtons();
+    contents.lines = remove_element();
     return contents;
 }
 

@@ -67,12 +67,13 @@ CMessageElement& CEventLog::AddElement()
     return *m_elements.back();
 }
 
-void CEventLog::Remove(CMessageElement& element)
+line_store_t CEventLog::Remove(CMessageElement& element)
 {
     const std::size_t index = element.m_index;
     if (index >= m_elements.size() || m_elements[index].get() != &element)
-        return;
+        return {};
     const std::size_t hidden = element.m_lines.get_hidden_count();
+    // The view looks at the lines once more.
     if (m_view)
         m_view->element_removing(element);
     const std::unique_ptr<CMessageElement> going = std::move(m_elements[index]);
@@ -81,6 +82,7 @@ void CEventLog::Remove(CMessageElement& element)
         m_elements[i]->m_index = i;
     if (hidden)
         m_hidden_changed.emit();
+    return std::move(going->m_lines);
 }
 
 std::string CEventLog::GetText() const

@@ -53,7 +53,8 @@ public:
     vdxc7::IImageList* GetImageList();
 
     CMessageElement& AddElement();
-    void Remove(CMessageElement& element);
+    /// Returns its lines, texts and all: to free many takes time, which the caller may have spent elsewhere.
+    line_store_t Remove(CMessageElement& element);
     const std::vector<std::unique_ptr<CMessageElement>>& GetElements() const { return m_elements; }
 
     /// All texts, entry by entry.

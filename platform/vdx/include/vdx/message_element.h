@@ -9,7 +9,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vdxcfrw7 {
@@ -30,8 +29,6 @@ public:
     CCaption AddCaption(int severity, std::string_view text, int image, bool status, bool copy = true);
     void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
     const line_store_t& GetLines() const { return m_lines; }
-    /// Takes all lines away, texts and all; for an element that is removed next.
-    line_store_t TakeLines() { return std::exchange(m_lines, line_store_t()); }
 
     CGauge& GetGauge() { return *m_gauge; }
     const CGauge& GetGauge() const { return *m_gauge; }
