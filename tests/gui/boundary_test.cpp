@@ -5,6 +5,7 @@
 #include <wx_helpers1/text.h>
 
 #include <gen_helpers2/file.h>
+#include <gen_helpers2/strings.h>
 
 #include <filesystem>
 #include <fstream>
@@ -27,8 +28,11 @@ TEST(Boundary, AnyBytesComeBackAndAlwaysShow)
 {
     std::mt19937 random(7);
     for (int i = 0; i < 5000; ++i) {
-        const std::string bytes = i == 0 ? "\xf4\x80\x82\x80 private use" : random_bytes(random);
+        const std::string bytes = i == 0   ? "\xf4\x80\x82\x80 private use"
+                                  : i == 1 ? "\xed\xa0\x80 surrogate, beyond the last \xf5\x80\x80\x80"
+                                           : random_bytes(random);
         const wxString text = wx_helpers1::to_wx(bytes);
+        ASSERT_TRUE(gen_helpers2::is_valid_utf8(text.utf8_string())) << bytes;
         ASSERT_EQ(bytes, wx_helpers1::from_wx(text));
         ASSERT_EQ(bytes, wx_helpers1::from_wx_locale(wx_helpers1::to_wx_locale(bytes)));
         ASSERT_EQ(bytes.empty(), wx_helpers1::to_label(bytes).empty());

@@ -6,11 +6,16 @@
 
 #include <cstring>
 #include <langinfo.h>
+#include <string_view>
 
 namespace wx_helpers1 {
 namespace {
 
-// The toolkit's own lossless conversion: a bad byte becomes one private-use character and back.
+// One private-use character carries each byte that is no UTF-8, and those of such characters themselves.
+constexpr wxUint32 first_carrier = 0x100000;
+constexpr std::string_view carriers = "\xF4\x80"; // and some more begin so
+
+// The toolkit's own lossless conversion, for the way back.
 const wxMBConvUTF8& lossless()
 {
     static const wxMBConvUTF8 conversion(wxMBConvUTF8::MAP_INVALID_UTF8_TO_PUA);
@@ -25,9 +30,28 @@ bool locale_carries_utf8()
 
 } // namespace
 
+// Not the conversion's own way: it takes surrogates and numbers beyond the last character for characters,
+// which nothing can show or convert.
 wxString to_wx(const std::string& utf8)
 {
-    return wxString(utf8.data(), lossless(), utf8.size());
+    if (utf8.find(carriers) == std::string::npos && gen_helpers2::is_valid_utf8(utf8))
+        return wxString::FromUTF8Unchecked(utf8.data(), utf8.size());
+    wxString text;
+    std::size_t valid = 0; // where what is not appended yet begins
+    for (std::size_t at = 0; at <= utf8.size();) {
+        const std::string_view rest = std::string_view(utf8).substr(at);
+        const std::size_t length =
+            rest.substr(0, carriers.size()) == carriers ? 0 : gen_helpers2::utf8_sequence_length(rest);
+        if (length == 0) {
+            if (at > valid)
+                text += wxString::FromUTF8Unchecked(utf8.data() + valid, at - valid);
+            if (!rest.empty())
+                text += wxUniChar(first_carrier + static_cast<unsigned char>(rest.front()));
+            valid = at + 1;
+        }
+        at += length ? length : 1;
+    }
+    return text;
 }
 
 std::string from_wx(const wxString& text)
