@@ -86,14 +86,8 @@ if $all; then
         build fuzz fuzzers commondlg3_gallery
         step "clang-tidy"
         scripts/lint.sh --tidy
-        for corpus in fuzz/corpus/*; do
-            fuzzer=build-fuzz/fuzz/fuzz_$(basename "$corpus")
-            step "$(basename "$fuzzer") for $fuzz_seconds s"
-            new_inputs=$(mktemp -d)
-            "$fuzzer" -max_total_time="$fuzz_seconds" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 \
-                -verbosity=0 -artifact_prefix="build-fuzz/" "$new_inputs" "$corpus"
-            rm -rf "$new_inputs"
-        done
+        step "Each fuzzer for $fuzz_seconds s"
+        scripts/with_display.sh scripts/fuzz.sh "$fuzz_seconds"
     fi
 fi
 

@@ -1,5 +1,6 @@
 // Patterns and compiled message files: nothing crashes, and patterns put together without ICU look as ICU has
 // them.
+#include "check.h"
 #include "cpil/catalog.h"
 #include "cpil/mo_catalog.h"
 #include "cpil/strings.h"
@@ -49,7 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     if (const auto catalog = CPIL_2_18::i18n::read_mo_catalog(bytes, "fuzz", "en"))
         for (const char* key : {"", "key", "a", "%Simple"})
-            catalog->message(key).as_ustring({{"a", "x"}});
+            if (catalog->has_message(key))
+                catalog->message(key).as_ustring({{"a", "x"}});
 
     CPIL_2_18::strings::to_upper(bytes);
     CPIL_2_18::strings::first_to_upper(bytes);
@@ -58,6 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (pattern.empty())
         return 0;
     const auto message = CPIL_2_18::i18n::make_catalog("fuzz", "en", {{"key", pattern}})->message("key");
+    check(message.raw() == pattern);
     const std::string with_text = message.as_ustring({{"a", "x"}});
     const std::string with_number = message.as_ustring({{"a", 12345}});
     // ICU is not given patterns with very deep nesting; those are shown as they are.
