@@ -39,7 +39,7 @@ run_tests() { # preset, options of ctest...
 export ASAN_OPTIONS=detect_leaks=1:malloc_context_size=3
 export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
 export UBSAN_OPTIONS=print_stacktrace=1
-export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1:report_mutex_bugs=0"
+export TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1"
 
 step "Building as released"
 build release test_programs
