@@ -13,7 +13,6 @@
 #include <gen_helpers2/strings.h>
 #include <rdmgr2/result_directory_manager.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -57,8 +56,9 @@ void try_paths(const std::string& text)
     const std::string extension = gen_helpers2::path_t(text).get_ext(false);
     if (extension.find_first_of(std::string("*\0", 2)) == std::string::npos)
         check(language_info::get_language(text) == language_info::get_language("x." + extension));
-    const auto known = language_info::get_extensions(language_info::get_language(text));
-    check(known.empty() || std::find(known.begin(), known.end(), extension) != known.end());
+    const auto language = language_info::get_language(text);
+    for (const std::string& known : language_info::get_extensions(language))
+        check(language_info::get_language("x." + known) == language);
 
     const std::string typed = typed_dir(text);
     // Blanks that a path in another form has at its ends belong to a name, until it is typed anew.
