@@ -342,6 +342,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
     auto* frame = new wxFrame(nullptr, wxID_ANY, "log");
     control = new inplace_ctrl_t(frame, false);
     view = static_cast<log_view_t*>(control->get_log().GetWindow());
+    view->SetEvtHandlerEnabled(false); // the sizes of the layout are ours
     label = new wxStaticText(frame, wxID_ANY, "");
     settle();
     return 0;
