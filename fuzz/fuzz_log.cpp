@@ -54,7 +54,11 @@ wxStaticText* label;
 /// Everything that waits is done.
 void settle()
 {
-    while (g_main_context_iteration(nullptr, control->get_log().HasWork())) {
+    bool done = false; // a task behind all others
+    wx_helpers1::tasks::Scheduler::Post([&done] { done = true; });
+    while (!done || control->get_log().HasWork())
+        g_main_context_iteration(nullptr, TRUE);
+    while (g_main_context_iteration(nullptr, FALSE)) {
     }
     app->ProcessPendingEvents();
     app->DeletePendingObjects();
@@ -189,7 +193,7 @@ void try_events(FuzzedDataProvider in)
                 const auto severity = static_cast<msngr2::ESeverity>(number(0x3f));
                 const bool flood = number(63) == 0; // more than fit into a block, in a large piece of memory
                 if (flood)
-                    said.resize(std::min<std::size_t>(said.size(), 130));
+                    said.assign(130, said.empty() ? 'x' : said.front());
                 for (int i = flood ? int(line_store_t::block_size) + 1 : number(5); i >= 0; --i)
                     messenger->say(severity, said.c_str());
             }

@@ -93,6 +93,7 @@ wxImage image_from_xpm(const std::string& xpm)
     if (!is_sane(strings))
         return wxImage();
     std::vector<const char*> data;
+    data.reserve(strings.size());
     for (const std::string& string : strings)
         data.push_back(string.c_str());
     const wxLogNull silent;
