@@ -147,12 +147,11 @@ int run(log_page_t& page, wxWindow* parent)
 } // namespace
 
 log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std::string& file)
-    : wxDialog(parent, wxID_ANY, wx_helpers1::to_wx_locale(text(title_key)), wxDefaultPosition, wxDefaultSize,
-               wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
-      m_file(file.empty() ? file : file_in_config(file)),
-      m_controls(new wxBoxSizer(wxHORIZONTAL)),
-      m_log(new commondlg3::inplace_ctrl_t(this, true))
+    : m_file(file.empty() ? file : file_in_config(file)), m_controls(new wxBoxSizer(wxHORIZONTAL))
 {
+    Create(parent, wxID_ANY, wx_helpers1::to_wx_locale(text(title_key)), wxDefaultPosition, wxDefaultSize,
+           wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
+    m_log = new commondlg3::inplace_ctrl_t(this, true);
     auto* clear = new wxButton(this, wxID_ANY, to_label(text("log.clear")));
     auto* close = new wxButton(this, wxID_CANCEL, to_label(text("log.close")));
     clear->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_log->clear(); });

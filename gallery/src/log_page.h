@@ -3,6 +3,7 @@
 #include <commondlg3/inplace_ctrl.h>
 
 #include <nlohmann/json.hpp>
+#include <wx_helpers1/modal_flavor.h>
 
 #include <wx/dialog.h>
 
@@ -22,7 +23,7 @@ inline constexpr char log_object[] = "inplace_ctrl_t";
 
 /// A window around an in-place message control: what it holds is kept in the configuration directory from one
 /// run to the next. Pages derive from it and add the controls above the log.
-class log_page_t : public wxDialog, private gen_helpers2::subscriber_base_t
+class log_page_t : public wx_helpers1::modal_flavor<wxDialog>, private gen_helpers2::subscriber_base_t
 {
 public:
     log_page_t(wxWindow* parent, const std::string& title_key, const std::string& file);
@@ -31,6 +32,8 @@ public:
     commondlg3::inplace_ctrl_t& get_log() { return *m_log; }
     /// Takes the log and has it written to its file, while the window may go.
     void keep();
+
+    void help_activated() override {} // it has none
 
 protected:
     /// The row of controls above the log; the log's own row below it is there already.

@@ -8,6 +8,7 @@
 #include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
+#include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
 
@@ -117,7 +118,7 @@ walk_page_t::walk_page_t(wxWindow* parent)
     row->Add(m_start, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     browse->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
         wxDirDialog chooser(this, wxString(), m_folder->GetValue());
-        if (chooser.ShowModal() == wxID_OK)
+        if (wx_helpers1::show_modal_chooser(chooser) == wxID_OK)
             m_folder->ChangeValue(chooser.GetPath());
     });
     m_start->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { start(); });

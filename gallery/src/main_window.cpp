@@ -14,6 +14,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/layout_direction.h>
+#include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -24,6 +25,7 @@
 #include <wx/sizer.h>
 #include <wx/srchctrl.h>
 #include <wx/stattext.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 #include <string>
@@ -144,16 +146,23 @@ void main_panel_t::show_selected()
     Layout();
 }
 
+// Not from within the handler of a key or click: the window may be replaced while the other is open.
 void main_panel_t::open_selected()
 {
-    const entry_t* entry = selected();
-    if (!entry)
-        return;
-    const int result = entry->open(entry->data, wxGetTopLevelParent(this));
-    m_status->SetLabelText(to_label(
-        can_show_messages() ? commondlg3::message_window_t::get_message(
-                                  "gallery", "status.result", {{"object", entry->object}, {"result", result}})
-                            : text("status.messages_in_log")));
+    CallAfter([this] {
+        const entry_t* entry = selected();
+        if (!entry || wx_helpers1::modal_stack_t::depth() > 0) // asked for twice
+            return;
+        const wxWeakRef<main_panel_t> still(this);
+        const int result = entry->open(entry->data, wxGetTopLevelParent(this));
+        if (!still)
+            return;
+        m_status->SetLabelText(
+            to_label(can_show_messages()
+                         ? commondlg3::message_window_t::get_message(
+                               "gallery", "status.result", {{"object", entry->object}, {"result", result}})
+                         : text("status.messages_in_log")));
+    });
 }
 
 main_window_t::main_window_t()

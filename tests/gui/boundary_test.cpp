@@ -40,6 +40,7 @@ TEST(Boundary, AnyBytesComeBackAndAlwaysShow)
     EXPECT_EQ(wxString::FromUTF8("caf\xef\xbf\xbd x"), wx_helpers1::to_label("caf\xe9 x"));
     EXPECT_EQ(wxString::FromUTF8("a\u2013\xef\xbf\xbdgpj.exe"),
               wx_helpers1::to_label("a\u2013\u202Egpj.exe"));
+    EXPECT_EQ(wxString::FromUTF8("a\xef\xbf\xbd b"), wx_helpers1::to_label(std::string("a\0 b", 4)));
     EXPECT_EQ("R&&D", wx_helpers1::to_plain_label("R&D"));
 }
 

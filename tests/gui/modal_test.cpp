@@ -71,6 +71,34 @@ TEST(Modal, DialogOnTheStackOutlivesItsParent)
     test::settle();
 }
 
+// As the toolkit leaves one behind whose pointer another program holds.
+TEST(Modal, HiddenMenuKeepsNobodyOut)
+{
+    GtkWidget* menu = gtk_menu_new();
+    g_object_ref_sink(menu);
+    GtkWidget* item = gtk_menu_item_new_with_label("hidden");
+    gtk_widget_show(item);
+    gtk_menu_shell_append(GTK_MENU_SHELL(menu), item);
+    wxTimer turn;
+    int turns = 0;
+    EXPECT_EQ(1, run(sample_message(1), [&](wxTopLevelWindow* shown) {
+                  gtk_widget_realize(gtk_widget_get_toplevel(menu));
+                  gtk_menu_shell_select_first(GTK_MENU_SHELL(menu), FALSE);
+                  EXPECT_EQ(menu, gtk_grab_get_current());
+                  turn.Bind(wxEVT_TIMER, [&, shown](wxTimerEvent&) {
+                      if (gtk_grab_get_current() == menu && ++turns < 500) {
+                          turn.StartOnce(1);
+                          return;
+                      }
+                      EXPECT_NE(menu, gtk_grab_get_current());
+                      test::click(shown, "m_btn_ok");
+                  });
+                  turn.StartOnce(1);
+              }));
+    gtk_widget_destroy(menu);
+    g_object_unref(menu);
+}
+
 // The outer one's caller waits for its answer, which cannot come before the inner one's.
 TEST(Modal, EndingTheOuterOneEndsTheInnerOne)
 {

@@ -3,10 +3,12 @@
 #include <commondlg3/choosers.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/app.h>
 #include <wx/colordlg.h>
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/fontdlg.h>
+#include <wx/frame.h>
 #include <wx/textctrl.h>
 
 #include <gtk/gtk.h>
@@ -88,6 +90,20 @@ TEST(Choosers, BrowsingForAFolderStartsAtTheFieldAndIsLikeTyping)
     }
     EXPECT_EQ(2, events);
     ctrl->Destroy();
+}
+
+// A window that goes takes its children along; a chooser stands on its caller's stack.
+TEST(Choosers, EndWithTheirParentAndOutliveIt)
+{
+    for (const bool file : {false, true}) {
+        auto* parent = new wxFrame(nullptr, wxID_ANY, "parent");
+        parent->Show();
+        parent->CallAfter([parent] { wxTheApp->CallAfter([parent] { delete parent; }); });
+        std::string path = "/";
+        EXPECT_FALSE(file ? commondlg3::file_dlg(parent, true, path, "", "", "", "")
+                          : commondlg3::folder_dlg(parent, path, ""));
+        EXPECT_EQ("/", path);
+    }
 }
 
 // A chooser that has just appeared has not read its folder yet: nothing is selected then.

@@ -5,6 +5,7 @@
 #include <cpil/catalog.h>
 #include <gen_helpers2/path.h>
 #include <wx_helpers1/chosen_path.h>
+#include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/colordlg.h>
@@ -19,6 +20,7 @@ namespace commondlg3 {
 namespace {
 
 using wx_helpers1::from_wx;
+using wx_helpers1::show_modal_chooser;
 using wx_helpers1::to_label;
 using wx_helpers1::to_wx;
 
@@ -64,7 +66,7 @@ bool file_dlg(wxWindow* parent, bool open, std::string& path, const std::string&
                         filters.empty() ? wxString(wxFileSelectorDefaultWildcardStr) : to_label(filters),
                         2 - static_cast<int>(open));
     dialog.SetFilterIndex(index);
-    if (dialog.ShowModal() != wxID_OK)
+    if (show_modal_chooser(dialog) != wxID_OK)
         return false;
     const std::string chosen = wx_helpers1::get_chosen_path(dialog);
     if (chosen.empty())
@@ -78,7 +80,7 @@ bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title)
     const std::string& usual_title = kept_text(CPIL_2_18::i18n::catalog_key("dlg.browse_folder.name"));
     wxDirDialog dialog(parent, to_label(title.empty() ? usual_title : title), to_wx(nearest_folder(path)), 0);
     wx_helpers1::cancel_empty_choice(dialog);
-    if (dialog.ShowModal() != wxID_OK)
+    if (show_modal_chooser(dialog) != wxID_OK)
         return false;
     const std::string chosen = wx_helpers1::get_chosen_path(dialog);
     if (chosen.empty())
@@ -90,7 +92,7 @@ bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title)
 bool font_dlg(wxWindow* parent, wxFontData& data)
 {
     wxFontDialog dialog(parent, data);
-    if (dialog.ShowModal() != wxID_OK)
+    if (show_modal_chooser(dialog) != wxID_OK)
         return false;
     data = dialog.GetFontData();
     return true;
@@ -99,7 +101,7 @@ bool font_dlg(wxWindow* parent, wxFontData& data)
 bool color_dlg(wxWindow* parent, wxColourData& data)
 {
     wxColourDialog dialog(parent, &data);
-    if (dialog.ShowModal() != wxID_OK)
+    if (show_modal_chooser(dialog) != wxID_OK)
         return false;
     data = dialog.GetColourData();
     return true;

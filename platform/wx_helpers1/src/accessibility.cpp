@@ -126,6 +126,13 @@ void set_accessible_role(wxWindow* window, accessible_role_t role)
     }
 }
 
+void tie_label(wxStaticText* label, wxWindow* field)
+{
+    GtkWidget* widget = active_widget(field);
+    if (label && label->GetHandle() && GTK_IS_LABEL(label->GetHandle()) && widget)
+        gtk_label_set_mnemonic_widget(GTK_LABEL(label->GetHandle()), widget);
+}
+
 void set_label_for(wxStaticText* label, wxWindow* field)
 {
     GtkWidget* widget = active_widget(field);

@@ -15,12 +15,12 @@ bool copy_to_clipboard(const std::string& text)
     wxClipboardLocker lock(wxTheClipboard);
     if (!lock)
         return false;
-    // The toolkit would not answer those who ask it for an empty text.
-    if (text.empty()) {
-        gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), "", 0);
-        return true;
-    }
-    return wxTheClipboard->SetData(new wxTextDataObject(to_label(text)));
+    // wxClipboard would not answer those who ask it for an empty text, and loses what it could not become the
+    // owner of.
+    const std::string shown = to_label(text).utf8_string();
+    gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), shown.data(),
+                           static_cast<int>(shown.length()));
+    return true;
 }
 
 } // namespace wx_helpers1

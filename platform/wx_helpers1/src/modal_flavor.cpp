@@ -29,6 +29,18 @@ std::vector<std::shared_ptr<state_t>>& runs()
     return stack;
 }
 
+// The menu of a choice that is opened while another program holds the pointer stays hidden, and would keep
+// all keys, clicks and requests to close from the windows for good.
+void cancel_hidden_menu()
+{
+    GtkWidget* grabbing = gtk_grab_get_current();
+    if (!grabbing || !GTK_IS_MENU_SHELL(grabbing) || gtk_widget_get_mapped(grabbing))
+        return;
+    gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
+    if (gtk_grab_get_current() == grabbing) // it was never begun
+        gtk_grab_remove(grabbing);
+}
+
 // The toolkit's own loop waits until somebody tells it to end. This one looks at each turn whether there
 // still is a window that somebody could end it by.
 class modal_loop_t : public wxGUIEventLoop
@@ -45,8 +57,10 @@ public:
 protected:
     int DoRun() override
     {
-        while (!m_shouldExit && m_state->running && m_state->dialog && m_state->dialog->IsShown())
+        while (!m_shouldExit && m_state->running && m_state->dialog && m_state->dialog->IsShown()) {
             g_main_context_iteration(nullptr, TRUE);
+            cancel_hidden_menu();
+        }
         OnExit();
         if (wxTheApp)
             wxTheApp->RethrowStoredException(); // a handler's, which could not pass through the dispatch
@@ -258,6 +272,26 @@ wxWindow* modal_stack_t::top()
 int modal_stack_t::depth()
 {
     return static_cast<int>(runs().size());
+}
+
+int show_modal_chooser(wxDialog& dialog)
+{
+    const wxWeakRef<wxWindow> parent(dialog.GetParent());
+    const auto on_destroy = [&](wxWindowDestroyEvent& event) {
+        event.Skip();
+        if (event.GetEventObject() != parent.get() || !dialog.GetParent())
+            return; // a child of the parent's went
+        parent->RemoveChild(&dialog);
+        dialog.SetParent(nullptr);
+        if (dialog.IsModal())
+            dialog.EndModal(wxID_CANCEL);
+    };
+    if (parent)
+        parent->Bind(wxEVT_DESTROY, on_destroy);
+    const int code = dialog.ShowModal();
+    if (parent)
+        parent->Unbind(wxEVT_DESTROY, on_destroy);
+    return code;
 }
 
 modal_run_t::modal_run_t() : m_state(std::make_shared<state_t>()) {}

@@ -8,6 +8,7 @@
 #include "wx_helpers1/scroll_area.h"
 #include "wx_helpers1/static_picture_ctrl.h"
 #include "wx_helpers1/text.h"
+#include "wx_helpers1/text_limit.h"
 #include "wx_helpers1/tooltip.h"
 #include "wx_helpers1/ui_settings.h"
 
@@ -26,6 +27,7 @@
 #include <wx/radiobut.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
+#include <wx/textctrl.h>
 #include <wx/xml/xml.h>
 #include <wx/xrc/xmlres.h>
 
@@ -197,13 +199,12 @@ wxXmlResource* find_object(const std::string& file, const std::string& catalog, 
     return nullptr;
 }
 
-// Whether a control says what it is for only by the label before it.
-bool needs_label(wxWindow* window)
+// Whether a control has no text of its own that says what it is for.
+bool takes_label(wxWindow* window)
 {
     const bool has_own = dynamic_cast<wxAnyButton*>(window) || dynamic_cast<wxCheckBox*>(window) ||
                          dynamic_cast<wxRadioButton*>(window);
-    return dynamic_cast<wxControl*>(window) && !has_own && window->AcceptsFocus() &&
-           get_accessible_name(window).empty();
+    return dynamic_cast<wxControl*>(window) && !has_own && window->AcceptsFocus();
 }
 
 // What the toolkit's own building leaves out: a label that is seen names the field that follows it and
@@ -213,12 +214,17 @@ void finish(wxWindow* window)
     constexpr int characters_in_line = 60;
     wxStaticText* label = nullptr;
     for (wxWindow* child : window->GetChildren()) {
-        if (label && label->IsShown() && needs_label(child))
-            set_label_for(label, child);
+        if (label && label->IsShown() && takes_label(child)) {
+            if (get_accessible_name(child).empty())
+                set_label_for(label, child);
+            else
+                tie_label(label, child);
+        }
         label = wxDynamicCast(child, wxStaticText);
         keep_label_relations(label);
         align_label_to_start(label);
         apply_native_height(child);
+        hear_nothing_when_gone(wxDynamicCast(child, wxTextCtrl));
         if (child->GetToolTip())
             SetTooltip(child, from_wx(child->GetToolTipText()), characters_in_line * child->GetCharWidth());
         finish(child);

@@ -62,11 +62,15 @@ std::string from_wx(const wxString& text)
 
 wxString to_label(const std::string& utf8)
 {
-    const bool may_override = utf8.find("\xE2\x80") != std::string::npos;
-    if (!may_override && gen_helpers2::is_valid_utf8(utf8))
+    const bool has_unshown =
+        utf8.find("\xE2\x80") != std::string::npos || utf8.find('\0') != std::string::npos;
+    if (!has_unshown && gen_helpers2::is_valid_utf8(utf8))
         return wxString::FromUTF8Unchecked(utf8.data(), utf8.size());
     const std::string shown = gen_helpers2::replace_overrides(gen_helpers2::replace_invalid_utf8(utf8));
-    return wxString::FromUTF8(shown.data(), shown.size());
+    wxString label = wxString::FromUTF8(shown.data(), shown.size());
+    label.Replace(wxString(wxUniChar(0)),
+                  wxString::FromUTF8("\xEF\xBF\xBD")); // where the toolkit would end it
+    return label;
 }
 
 wxString to_plain_label(const std::string& utf8)

@@ -6,6 +6,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -155,6 +156,25 @@ void cut_text(wxTextCtrl* ctrl, long length, std::function<void()> done)
     ctrl->ChangeValue(ctrl->GetValue().Left(static_cast<std::size_t>(length)));
     ctrl->SetInsertionPoint(std::min(caret, ctrl->GetLastPosition()));
     done();
+}
+
+void hear_nothing_when_gone(wxTextCtrl* ctrl)
+{
+    GtkTextView* view = ctrl ? view_of(ctrl) : nullptr;
+    gpointer text = view ? static_cast<gpointer>(gtk_text_view_get_buffer(view))
+                         : static_cast<gpointer>(ctrl ? ctrl->GetHandle() : nullptr);
+    if (!text)
+        return;
+    const std::shared_ptr<GObject> kept(G_OBJECT(g_object_ref(text)), g_object_unref);
+    ctrl->Bind(wxEVT_DESTROY, [kept, ctrl](wxWindowDestroyEvent& event) {
+        event.Skip();
+        if (event.GetEventObject() != ctrl)
+            return;
+        // The toolkit's handlers carry one or the other.
+        for (gpointer owner :
+             {static_cast<gpointer>(ctrl), static_cast<gpointer>(static_cast<wxTextEntry*>(ctrl))})
+            g_signal_handlers_disconnect_by_data(kept.get(), owner);
+    });
 }
 
 } // namespace wx_helpers1

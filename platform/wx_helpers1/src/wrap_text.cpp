@@ -19,8 +19,10 @@ bool is_right_to_left(wchar_t c)
 // are joined another way at the end of a line: the guess that the edges gave is put right, a word at a time.
 std::size_t correct_end(const std::wstring& text, std::size_t start, std::size_t end, int width, wxDC& dc)
 {
+    // No letter is narrower than a pixel: of a word without an end no more is measured, again and again.
     const auto fits = [&](std::size_t to) {
-        return dc.GetTextExtent(wxString(text.data() + start, to - start)).x <= width;
+        return to - start <= static_cast<std::size_t>(width) &&
+               dc.GetTextExtent(wxString(text.data() + start, to - start)).x <= width;
     };
     while (end > start + 1 && !fits(end)) {
         const std::size_t space = text.rfind(L' ', end - 1);

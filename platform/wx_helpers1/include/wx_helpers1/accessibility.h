@@ -26,6 +26,10 @@ WX_HELPERS1_EXPORT void set_accessible_role(wxWindow* window, accessible_role_t 
 /// the field.
 WX_HELPERS1_EXPORT void set_label_for(wxStaticText* label, wxWindow* field);
 
+/// Has a label's mnemonic lead to a field that has a name of its own. The toolkit ties labels as well, but
+/// only when nothing else is left to do: a key pressed before finds nothing, and it complains.
+WX_HELPERS1_EXPORT void tie_label(wxStaticText* label, wxWindow* field);
+
 /// Makes a text that the window shows the description of a control.
 WX_HELPERS1_EXPORT void set_described_by(wxWindow* control, wxStaticText* text);
 WX_HELPERS1_EXPORT bool is_described(wxWindow* control);

@@ -22,6 +22,10 @@ public:
     static int depth();
 };
 
+/// Shows a dialog of the toolkit's own, a chooser, modally. When its parent goes meanwhile it is ended with
+/// wxID_CANCEL, and left without a parent rather than destroyed with it: it may live on the caller's stack.
+WX_HELPERS1_EXPORT int show_modal_chooser(wxDialog& dialog);
+
 /// The modal run of a dialog: a loop that cannot outlive what the user sees of it.
 ///
 /// It ends when the dialog is ended, is hidden, or is destroyed, when its parent is destroyed, and when a

@@ -26,7 +26,7 @@ WX_HELPERS1_EXPORT wxString to_wx(const std::string& utf8);
 WX_HELPERS1_EXPORT std::string from_wx(const wxString& text);
 
 /// Text for reading only: each run of bytes that are not UTF-8 shows as U+FFFD, as does a character that
-/// turns the order of others around by force.
+/// turns the order of others around by force, and a null character.
 WX_HELPERS1_EXPORT wxString to_label(const std::string& utf8);
 
 /// to_label() for controls in which '&' marks a mnemonic (labels, buttons, menus): '&' shows as itself.

@@ -25,4 +25,8 @@ WX_HELPERS1_EXPORT void follow_insertions(wxTextCtrl* ctrl);
 /// the event loop. Otherwise both are done at once.
 WX_HELPERS1_EXPORT void cut_text(wxTextCtrl* ctrl, long length, std::function<void()> done);
 
+/// Ends what the toolkit does for the control together with it. A paste waits for the program that owns the
+/// clipboard; when the answer comes after the control went, the toolkit would still tell it.
+WX_HELPERS1_EXPORT void hear_nothing_when_gone(wxTextCtrl* ctrl);
+
 } // namespace wx_helpers1
