@@ -1,4 +1,5 @@
 #include "auditor.h"
+#include "commands.h"
 #include "consent_page.h"
 #include "entries.h"
 #include "experimental_features.h"
@@ -121,6 +122,8 @@ private:
 
     void start()
     {
+        if (options.commands)
+            listen_for_commands();
         if (!options.show.empty() && !options.audit) {
             if (!open_object(options.show, options.data)) {
                 report_error(options.show, "no such object");

@@ -17,6 +17,7 @@
 #include <wx/evtloop.h>
 #include <wx/timer.h>
 #include <wx/toplevel.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -78,8 +79,9 @@ std::vector<commondlg3::audit_finding_t> findings_that_last(wxTopLevelWindow& wi
     std::vector<commondlg3::audit_finding_t> findings = commondlg3::audit_window(&window);
     if (findings.empty())
         return findings;
+    const wxWeakRef<wxTopLevelWindow> still(&window);
     turn_for(moment);
-    const auto later = commondlg3::audit_window(&window);
+    const auto later = commondlg3::audit_window(still); // none of a window that has gone
     const auto is_gone = [&later](const commondlg3::audit_finding_t& finding) {
         return std::none_of(later.begin(), later.end(), [&finding](const commondlg3::audit_finding_t& other) {
             return other.kind == finding.kind && other.control == finding.control;
@@ -150,6 +152,14 @@ void audit(const std::string& object, const nlohmann::json& data, std::function<
             }
         },
         [count, done = std::move(done)] { done(*count); });
+}
+
+int audit_once(wxTopLevelWindow& window)
+{
+    const auto findings = findings_that_last(window);
+    for (const commondlg3::audit_finding_t& finding : findings)
+        report(wx_helpers1::from_wx(window.GetName()), finding);
+    return static_cast<int>(findings.size());
 }
 
 void report_places(bool live, std::function<void()> done)

@@ -104,7 +104,7 @@ const std::vector<entry_t>& entries()
     return in_language;
 }
 
-bool open_object(const std::string& object, const nlohmann::json& data)
+bool open_object(const std::string& object, const nlohmann::json& data, wxWindow* parent)
 {
     std::string name = object;
     json given = data;
@@ -116,7 +116,7 @@ bool open_object(const std::string& object, const nlohmann::json& data)
     }
     for (const entry_t& entry : entries())
         if (entry.object == name || entry.id == name) {
-            entry.open(given.is_null() ? entry.data : given, nullptr);
+            entry.open(given.is_null() ? entry.data : given, parent);
             return true;
         }
     return false;

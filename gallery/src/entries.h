@@ -24,8 +24,8 @@ struct entry_t
 /// With sample texts in the present language; they stay as long as the program.
 const std::vector<entry_t>& entries();
 
-/// Opens the object of `--show` with its data, or where that is null with that of its first entry. False when
-/// there is no such object.
-bool open_object(const std::string& object, const nlohmann::json& data);
+/// Opens the object or entry with this data, or where that is null with that of its first entry, over the
+/// parent. False when there is no such object.
+bool open_object(const std::string& object, const nlohmann::json& data, wxWindow* parent = nullptr);
 
 } // namespace gallery

@@ -5,7 +5,7 @@ namespace gallery {
 const char* const usage =
     "usage: commondlg3_gallery [--show OBJECT|ENTRY [--data JSON]] [--screenshots DIR] [--audit]\n"
     "                          [--places opened|changed] [--language LL] [--theme light|dark]\n"
-    "                          [--config-dir DIR]\n";
+    "                          [--config-dir DIR] [--commands]\n";
 
 options_t parse_options(int argc, char** argv, std::string& error)
 {
@@ -18,6 +18,10 @@ options_t parse_options(int argc, char** argv, std::string& error)
         }
         if (name == "--audit") {
             options.audit = true;
+            continue;
+        }
+        if (name == "--commands") {
+            options.commands = true;
             continue;
         }
         if (i + 1 >= argc) {

@@ -15,6 +15,7 @@ struct options_t
     std::string language;        ///< empty: the desktop's
     std::string theme;           ///< "light", "dark", or empty: the desktop's
     std::string config_dir;      ///< empty: the user's configuration directory
+    bool commands = false;       ///< listen to standard input, see commands.h
     bool audit = false;          ///< look for what is wrong with each window, or that of `show`, and exit
     std::string places; ///< "opened" or "changed": print where everything is in each window then, and exit
     bool help = false;
