@@ -67,13 +67,15 @@ if $all; then
     scripts/lint.sh
 
     step "A monkey at keyboard and mouse"
-    scripts/with_display.sh /usr/bin/python3 -B tests/torture/monkey.py build/gallery/commondlg3_gallery \
-        --seed 5 --launches 30
+    scripts/monkey.sh build/gallery/commondlg3_gallery --replay tests/torture/kept/*.events --whole
+    scripts/monkey.sh build/gallery/commondlg3_gallery --seed 5 --minutes 1
 
     step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
     build asan test_programs
     step "Tests under AddressSanitizer and UndefinedBehaviorSanitizer"
     run_tests asan
+    step "The monkey under them"
+    scripts/monkey.sh build-asan/gallery/commondlg3_gallery --seed 5 --minutes 0.5
 
     step "Building under ThreadSanitizer"
     build tsan thread_test_programs

@@ -1,135 +1,170 @@
-"""A monkey at the keyboard and the mouse: opens windows of the gallery and does at random what hands can do.
+"""A monkey at the keyboard, the mouse and the desktop: opens windows of the gallery and does at random what can be done.
 
-Found is: a crash, an assertion, a complaint of the toolkit, a process that shows no window and does not end, one that
-cannot be closed. The same seed gives the same events; a failure prints the launch that repeats it alone.
+Found is: a crash, a sanitizer's report, an assertion, a complaint of the toolkit, no answer for 1 s, a process without a
+window, windows that cannot be closed, growth by 64 MB, what an audit finds. Each event is written to a file before it is
+done. A failure is done again with fewer events, and the shortest file that still fails is kept.
 
-usage: monkey.py GALLERY [--seed N] [--launches N] [--events N] [--only LAUNCH] [--objects A,B,...]
+usage: monkey.py GALLERY [--seed N] [--launches N | --minutes M] [--events N] [--found FOLDER] [--whole]
+       monkey.py GALLERY --replay FILE... [--found FOLDER] [--whole]
+
+--whole leaves out the search for the shortest sequence. With G_DEBUG=fatal-warnings complaints come with a stack.
 """
 import argparse
-import os
+import collections
+import json
+import pathlib
 import random
-import re
 import subprocess
 import sys
 import tempfile
 import time
 
-OBJECTS = ["dlg.example", "pref.example", "dlg.open_source", "dlg.preferences", "dlg.error_warning_dialog", "dlg.ask",
-           "dlg.clipboard", "caption_panel_t", "advanced_panel_t", "pref.result_saving", "pref.editor",
-           "panel.search_dir", "panel.experimental", "dlg.optin", "inplace_ctrl_t"]
-KEYS = ["Tab", "shift+Tab", "Return", "Escape", "space", "Up", "Down", "Left", "Right", "Home", "End", "Page_Down",
-        "Delete", "BackSpace", "F1", "alt+F4", "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+z", "shift+F10", "alt+h", "alt+o",
-        "alt+n", "a", "slash", "x", "1"]
-# What the toolkit prints about a machine, not about a window; and of its chooser of emoji (Ctrl+.), which complains
-# when its window closes before it was filled.
-HARMLESS = re.compile(r"dconf|accessibility bus|AT-SPI|portal|Unable to init|GVFS|org\.freedesktop\.Notifications|"
-                      r"g_variant_unref: assertion 'value != NULL'")
-COMPLAINT = re.compile(r"CRITICAL|WARNING|assert|Assertion|ERROR.*toolkit", re.IGNORECASE)
+sys.path.insert(0, str(pathlib.Path(__file__).parents[1] / "gallery"))
+from desktop import Desktop  # noqa: E402
+from events import PLAIN_DESKTOP, Doer, Maker, make_launch
+from known import is_known
+from patient import Patient, Trouble
+from screen import Screen
+from shrink import shrink
 
 
-def xdotool(*words):
-    return subprocess.run(["xdotool", *map(str, words)], capture_output=True, text=True).stdout
+class Monkey:
+    def __init__(self, options):
+        self.options = options
+        self.found = pathlib.Path(options.found or tempfile.mkdtemp(prefix="monkey"))
+        self.found.mkdir(parents=True, exist_ok=True)
+        self.screen = Screen()
+        self.doer = Doer(self.screen, Desktop(PLAIN_DESKTOP))
+        self.patient = Patient(options.gallery, self.screen, is_known)
+        if "asan" in options.gallery:  # it is several times as slow, and keeps what was freed
+            self.patient.SLOW *= 8
+            self.patient.judges_memory = False
+        self.counts = collections.Counter()
 
+    def list_windows(self):
+        self.patient.start({"language": "en"})
+        self.patient.command("list")
+        names = []
 
-def windows_of(pid):
-    return xdotool("search", "--onlyvisible", "--all", "--pid", pid, "").split()
+        def told():
+            names.extend(line["value"] for line in self.patient.told() if line.get("name") == "windows")
+            return names
+        self.patient.wait(told, 20, "it does not list its windows")
+        self.patient.stop()
+        return names[0]
 
+    def play(self, launch, events, ahead=None):
+        """Trouble with these events, or None; and those that were done."""
+        done = [launch]
+        self.doer.reset()
+        patient = self.patient
+        log = self.found / "last.events"
+        with open(log, "w", encoding="utf-8") as file:
+            try:
+                patient.start(launch[1])
+                for event in events:
+                    done.append(event)
+                    print(json.dumps(event), file=file, flush=True)
+                    self.doer.do(patient, event)
+                    self.counts["events"] += 1
+                    patient.follow(ahead)
+                    if patient.ended():
+                        break
+                patient.look()
+                if not patient.ended():
+                    patient.close()
+            except Trouble as trouble:
+                subprocess.run(["import", "-window", "root", self.found / "last.png"], check=False)
+                return trouble, done
+            finally:
+                patient.stop()
+        return None, done
 
-def batch(rng, pid):
-    """Some events as one command, aimed at the windows that are there now."""
-    windows = windows_of(pid)
-    if not windows:
-        return []
-    words = []
-    for _ in range(rng.randint(1, 6)):
-        kind = rng.random()
-        if kind < 0.6:
-            words += ["key", "--clearmodifiers", rng.choice(KEYS)]
-        elif kind < 0.9:
-            window = rng.choice(windows)
-            words += ["mousemove", "--window", window, rng.randint(2, 500), rng.randint(2, 360), "click",
-                      rng.choice([1, 1, 1, 1, 2, 3, 4, 5])]
-        elif kind < 0.95:
-            words += ["windowsize", rng.choice(windows), rng.randint(60, 1200), rng.randint(40, 900)]
-        else:
-            words += ["key", rng.choice(["alt+F4", "Escape"])] * 3
-    return words
+    def made(self, rng, names):
+        maker = Maker(rng, names)
+        for _ in range(self.options.events):
+            yield maker.make(len(self.screen.managed(self.patient.pid)))
 
+    def found_trouble(self, trouble, done, name):
+        """Keeps the shortest sequence that ends in the same."""
+        launch, *events = done
 
-def wait(condition, seconds):
-    end = time.monotonic() + seconds
-    while time.monotonic() < end:
-        if condition():
-            return True
-        time.sleep(0.02)
-    return False
+        def fails(part):
+            # What came of the haste needs it, what came of each event alone needs the other.
+            for ahead in (pace, Patient.AHEAD - pace):
+                again, _ = self.play(launch, part, ahead)
+                if again is not None and again.key() == trouble.key():
+                    return True
+            return False
+        before, pace = self.counts["events"], Patient.AHEAD
+        again = not self.options.whole and fails(events)
+        short = shrink(events, fails) if again else events
+        self.counts["events"] = before
+        path = self.found / f"{name}.events"
+        path.write_text("".join(json.dumps(event) + "\n" for event in [launch, *short]), "utf-8")
+        (self.found / f"{name}.txt").write_text(str(trouble) + "\n", "utf-8")
+        print(f"{path}: {len(short)} of {len(events)} events{'' if again else ', did not happen again'}: {str(trouble)[:300]}",
+              flush=True)
 
+    def run(self):
+        options = self.options
+        names = self.list_windows()
+        begun, reported = time.monotonic(), time.monotonic()
+        seen = collections.Counter()
+        while self.counts["launches"] < options.launches:
+            if options.minutes and time.monotonic() > begun + 60 * options.minutes:
+                break
+            rng = random.Random(f"{options.seed}/{self.counts['launches']}")
+            trouble, done = self.play(make_launch(rng, names), self.made(rng, names))
+            self.counts["launches"] += 1
+            if trouble:
+                self.counts["findings"] += 1
+                seen[trouble.key()] += 1
+                if seen[trouble.key()] <= 2:
+                    self.found_trouble(trouble, done, f"{options.seed}-{self.counts['launches']}")
+            if time.monotonic() > reported + 60:
+                reported = time.monotonic()
+                self.report(reported - begun)
+        self.report(time.monotonic() - begun)
+        for (kind, said), count in seen.items():
+            print(f"  {count} times: {kind} {said}")
+        return 1 if seen else 0
 
-def run(gallery, seed, launch, events, objects):
-    """What went wrong in one launch; nothing when all went well."""
-    rng = random.Random(f"{seed}/{launch}")
-    target = rng.choice(objects)
-    with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryFile("w+") as errors:
-        process = subprocess.Popen([gallery, "--show", target, "--config-dir", folder], stdout=subprocess.DEVNULL,
-                                   stderr=errors)
-        ended = lambda: process.poll() is not None
-        visible = lambda: ended() or windows_of(process.pid)
-        trouble = ""
-        if not wait(visible, 20):
-            trouble = "no window appeared"
-        done = 0
-        while not trouble and done < events and not ended():
-            words = batch(rng, process.pid)
-            if words:
-                xdotool(*words)
-            elif not wait(visible, 3):
-                trouble = "it runs and shows no window"
-            done += 1
-        attempts = 0
-        while not trouble and not ended():
-            # A click beside the window may have given the focus to nobody.
-            for window in windows_of(process.pid)[-1:]:
-                xdotool("windowraise", window, "windowfocus", window)
-            xdotool("key", "--clearmodifiers", "Escape", "key", "alt+F4")
-            attempts += 1
-            if attempts > 60:
-                if os.environ.get("MONKEY_PICTURE"):
-                    subprocess.run(["import", "-window", "root", os.environ["MONKEY_PICTURE"]])
-                trouble = "it cannot be closed" if windows_of(process.pid) else "it runs and shows no window"
-            wait(ended, 0.1)
-        if trouble:
-            process.kill()
-        code = process.wait()
-        errors.seek(0)
-        said = [line for line in errors.read().splitlines() if COMPLAINT.search(line) and not HARMLESS.search(line)]
-        if not trouble and code < 0:
-            trouble = f"ended by signal {-code}"
-        if not trouble and said:
-            trouble = "complaints"
-        return trouble and "\n    ".join([f"launch {launch} ({target}), seed {seed}: {trouble}", *said[:8]])
+    def report(self, seconds):
+        events = self.counts["events"]
+        print(f"{self.counts['launches']} launches, {events} events ({events / seconds:.0f} a second), "
+              f"{self.counts['findings']} with trouble", flush=True)
+
+    def replay(self):
+        failed = 0
+        for file in self.options.replay:
+            launch, *events = [json.loads(line) for line in open(file, encoding="utf-8")]
+            for ahead in (0, Patient.AHEAD, 0, Patient.AHEAD):
+                trouble, _ = self.play(launch, events, ahead)
+                if trouble:
+                    break
+            print(f"{file}: {trouble or 'nothing found'}")
+            if trouble and not self.options.whole:
+                self.found_trouble(trouble, [launch, *events], pathlib.Path(file).stem)
+            failed += trouble is not None
+        return 1 if failed else 0
 
 
 def main():
-    parser = argparse.ArgumentParser()
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("gallery")
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--launches", type=int, default=12)
-    parser.add_argument("--events", type=int, default=40)
-    parser.add_argument("--only", type=int)
-    parser.add_argument("--objects", default=",".join(OBJECTS))
-    options = parser.parse_args()
-    # What a wild click starts must not be somebody's browser or editor.
-    os.environ["PATH"] = "/usr/bin:/bin"
-    xdotool("set_num_desktops", 1)  # a wheel turned beside the windows would go to another
-    launches = [options.only] if options.only is not None else range(options.launches)
-    failed = 0
-    for launch in launches:
-        trouble = run(options.gallery, options.seed, launch, options.events, options.objects.split(","))
-        if trouble:
-            failed += 1
-            print(trouble, flush=True)
-    print(f"{len(launches)} launches, {failed} with trouble")
-    return 1 if failed else 0
+    parser.add_argument("--launches", type=int, default=1 << 30)
+    parser.add_argument("--minutes", type=float)
+    parser.add_argument("--events", type=int, default=3000, help="in one launch, at most")
+    parser.add_argument("--found", help="the folder for what is found")
+    parser.add_argument("--whole", action="store_true", help="do not look for the shortest sequence")
+    parser.add_argument("--replay", nargs="+", metavar="FILE")
+    monkey = Monkey(parser.parse_args())
+    try:
+        return monkey.replay() if monkey.options.replay else monkey.run()
+    finally:
+        monkey.doer.end()
 
 
 if __name__ == "__main__":

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# The long lane: lets the monkey loose on the gallery, as released and under the sanitizers, and runs every fuzzer, each
+# for its share of the time. Prints how much was done and what was found, and fails when that is anything at all.
+#
+# usage: torture.sh MINUTES [SEED]     what is found is kept in build/torture/, shortest sequences of events too
+set -euo pipefail
+cd "$(dirname "$0")/.."
+minutes=${1:?usage: torture.sh MINUTES [SEED]}
+seed=${2:-$(date +%j)} # another one each day
+
+scripts/setup.sh
+for preset in release asan fuzz; do
+    cmake --preset "$preset" >/dev/null
+    target=commondlg3_gallery
+    [ "$preset" != fuzz ] || target=fuzzers
+    cmake --build --preset "$preset" --target "$target"
+done
+
+mkdir -p build/torture
+chmod 1777 build/torture
+failed=0
+share() { awk "BEGIN { print $minutes * $1 }"; }
+
+monkey() { # build folder, name, share
+    printf '\n== The monkey with the gallery in %s, seed %s\n' "$1" "$seed"
+    scripts/monkey.sh "$1/gallery/commondlg3_gallery" --seed "$seed" --minutes "$(share "$3")" \
+        --found "build/torture/$2" || failed=1
+}
+monkey build released 0.45
+monkey build-asan sanitized 0.25
+
+fuzzers=(fuzz/corpus/*)
+printf '\n== The fuzzers\n'
+scripts/with_display.sh scripts/fuzz.sh \
+    "$(awk "BEGIN { print int($minutes * 60 * 0.3 / ${#fuzzers[@]}) + 1 }")" || failed=1
+
+[ "$failed" -eq 0 ] && printf '\nNothing found\n'
+exit "$failed"

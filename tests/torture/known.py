@@ -1,0 +1,30 @@
+"""What the toolkit alone does wrong, each with the reason why it is no fault of ours."""
+import re
+
+KNOWN = [
+    # Its chooser of emoji (Ctrl+.) complains when its window closes before it was filled.
+    r"g_variant_unref: assertion 'value != NULL'",
+    # What another program puts on the clipboard and calls text is not always text: the toolkit says so, and pastes
+    # nothing, or asks for another form.
+    r"Error converting from text/plain;charset=utf-8 to UTF-8|Error converting selection from UTF8_STRING|"
+    r"Error converting to UTF-8 from 'ANSI_X3.4-1968'",
+    # A choice (GtkComboBox) that is opened while another program holds the pointer: its menu (GtkTreeMenu) stays hidden
+    # and is given the keys all the same, until a modal window of ours notices; GTK says so meanwhile.
+    r"gdk_window_get_window_type: assertion 'GDK_IS_WINDOW \(window\)' failed",
+    r"(_gtk_widget_captured_event|gtk_widget_event): assertion 'WIDGET_REALIZED_FOR_EVENT \(widget, event\)' failed",
+    # Its file chooser completes what is typed after its folder has changed, and goes on reading a folder after it closed.
+    r"gtk_tree_model_get_iter_first: assertion 'GTK_IS_TREE_MODEL \(tree_model\)' failed",
+    r"gtk_tree_sortable_\w+: assertion 'GTK_IS_TREE_SORTABLE \(sortable\)' failed",
+    r"cast to 'GtkFileChooser|gtk_file_chooser_set_current_folder_file: assertion 'GTK_IS_FILE_CHOOSER \(chooser\)' failed",
+    # wxPizza::scroll() moves the hidden children of a scrolled panel along with the others.
+    r"gtk_widget_set_allocation: assertion '_gtk_widget_get_visible \(widget\) \|\| _gtk_widget_is_toplevel \(widget\)'",
+    # What is squeezed in a window that was made smaller than it may be: the text of a button or field has no room left.
+    r"Negative content (width|height) -\d+ \(allocation \d+, extents \d+x\d+\) while allocating gadget",
+    # A scrolled window that is lower than the ends of its scroll bar.
+    r"gtk_widget_get_preferred_width_for_height: assertion 'height >= 0' failed",
+    r"attempt to allocate widget with width \d+ and height -\d+",
+    # A widget that stops moving (a spinner, a bar that glides) while its window is drawn for the first time.
+    r"g_signal_handler_disconnect: assertion 'handler_id > 0' failed",
+    r"gdk_frame_clock_idle_end_updating: assertion 'priv->updating_count > 0' failed",
+]
+is_known = re.compile("|".join(KNOWN)).search
