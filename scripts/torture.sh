@@ -31,7 +31,7 @@ monkey build-asan sanitized 0.25
 
 fuzzers=(fuzz/corpus/*)
 printf '\n== The fuzzers\n'
-scripts/with_display.sh scripts/fuzz.sh \
+FUZZ_FLAGS="-print_final_stats=1 -seed=$seed" scripts/with_display.sh scripts/fuzz.sh \
     "$(awk "BEGIN { print int($minutes * 60 * 0.3 / ${#fuzzers[@]}) + 1 }")" || failed=1
 
 [ "$failed" -eq 0 ] && printf '\nNothing found\n'

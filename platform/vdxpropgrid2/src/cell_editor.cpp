@@ -3,6 +3,7 @@
 #include <gtk/gtk.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace vdxpropgrid2 {
 
@@ -94,7 +95,7 @@ void cell_editor_t::adopt(void* editable)
     forget();
     if (!GTK_IS_ENTRY(editable))
         return;
-    m_entry = editable;
+    m_entry = g_object_ref(editable); // the toolkit may destroy it without having ended the editing
     m_menu_is_open = false;
     gtk_entry_set_text(GTK_ENTRY(m_entry), m_text.c_str());
     atk_object_set_name(gtk_widget_get_accessible(GTK_WIDGET(m_entry)), m_name.c_str());
@@ -102,6 +103,7 @@ void cell_editor_t::adopt(void* editable)
     g_object_set_data(G_OBJECT(m_entry), "vdxpropgrid2-editor", this);
     g_signal_connect(m_entry, "changed", G_CALLBACK(handlers_t::changed), this);
     g_signal_connect(m_entry, "remove-widget", G_CALLBACK(handlers_t::removed), this);
+    g_signal_connect(m_entry, "destroy", G_CALLBACK(handlers_t::removed), this);
     g_signal_connect(m_entry, "focus-out-event", G_CALLBACK(handlers_t::lost_focus), this);
     g_signal_connect(m_entry, "populate-popup", G_CALLBACK(handlers_t::menu_opens), this);
     g_signal_connect(m_entry, "paste-clipboard", G_CALLBACK(handlers_t::paste), this);
@@ -113,7 +115,7 @@ void cell_editor_t::forget()
         return;
     g_signal_handlers_disconnect_by_data(m_entry, this);
     g_object_set_data(G_OBJECT(m_entry), "vdxpropgrid2-editor", nullptr);
-    m_entry = nullptr;
+    g_object_unref(std::exchange(m_entry, nullptr));
     g_object_set(m_renderer, "editable", FALSE, nullptr);
     if (on_finished)
         on_finished();
