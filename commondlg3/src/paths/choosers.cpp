@@ -15,6 +15,7 @@
 #include <wx/textctrl.h>
 
 #include <algorithm>
+#include <climits>
 
 namespace commondlg3 {
 namespace {
@@ -40,7 +41,8 @@ std::string toolkit_filter(std::string filter, const std::string& extension, int
 // A folder that is yet to be made: the toolkit would begin with what was used last.
 std::string nearest_folder(const std::string& path)
 {
-    gen_helpers2::path_t at(path);
+    // What is longer is nowhere, and has as many parents as letters.
+    gen_helpers2::path_t at(path.substr(0, path.size() < PATH_MAX ? path.size() : path.rfind('/', PATH_MAX)));
     while (at.is_absolute() && !at.is_directory())
         at = at.parent();
     return at.is_absolute() ? at.as_string() : path;
