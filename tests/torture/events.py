@@ -9,7 +9,7 @@ import subprocess
 import tempfile
 import time
 
-from clipboard import KINDS, TEXTS as AT_ONCE, Owner
+from clipboard import KINDS, Owner
 from screen import ODD_LETTERS
 
 KEYS = ["Tab", "Tab", "shift+Tab", "Return", "Escape", "space", "space", "Up", "Down", "Down", "Left", "Right", "Home",
@@ -110,7 +110,6 @@ class Doer:
     def __init__(self, screen, desktop):
         self.screen, self.desktop = screen, desktop
         self.manager_process, self.look = None, PLAIN_DESKTOP
-        self.owner_is_slow = False
         self.folder = tempfile.TemporaryDirectory()
         self.manager_file = pathlib.Path(self.folder.name, "rc.xml")
         self.manager_file.write_text(MANAGER, "utf-8")
@@ -144,13 +143,13 @@ class Doer:
         return point
 
     def do_key(self, gallery, chord):
-        if not (chord in PASTE and self.owner_is_slow and self.in_chooser(gallery)):
+        if chord not in PASTE or not self.has_chooser(gallery):
             self.screen.key(chord)
 
-    def in_chooser(self, gallery):
+    def has_chooser(self, gallery):
         """The toolkit's chooser of files ends the process when it is closed while it waits for what it is to paste."""
-        windows = self.screen.managed(gallery.pid)
-        return bool(windows) and self.screen.role(windows[0]) == "GtkFileChooserDialog"
+        gallery.follow(0)
+        return any(self.screen.role(window) == "GtkFileChooserDialog" for window in self.screen.managed(gallery.pid))
 
     def do_text(self, gallery, text):
         self.screen.type(text)
@@ -185,7 +184,6 @@ class Doer:
         gallery.command(f"open {name} {json.dumps(data)}")
 
     def do_clipboard(self, gallery, kind):
-        self.owner_is_slow = kind not in AT_ONCE
         Owner(kind)
         self.do_key(gallery, "ctrl+v")
 
