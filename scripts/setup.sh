@@ -13,7 +13,7 @@ packages=(
     clang-format clang-tidy shellcheck codespell pyflakes3
     # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
     xvfb xauth openbox xsettingsd weston xdotool python3-xlib xclip imagemagick dbus-x11
-    at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0 orca
+    at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0 orca locales
     # what windows need to look right, in every language that is shipped
     adwaita-icon-theme gsettings-desktop-schemas librsvg2-common shared-mime-info
     fonts-dejavu-core fonts-noto-core fonts-vlgothic

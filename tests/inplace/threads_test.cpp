@@ -198,7 +198,7 @@ TEST(InplaceThreads, the_loop_stays_free_in_a_flood)
 
 namespace {
 
-/// Two workers, the turns of the loop, and the end and the start of its scheduler, one step at a time: what each
+/// Two workers, the turns of the loop, the end and the start of its scheduler, one step at a time: what each
 /// does under the lock cannot be divided, so that the orders of the steps are all there is.
 class order_t
 {

@@ -67,7 +67,8 @@ COMMONDLG3_EXPORT bool open_in_editor(const gen_helpers2::system_editor_t& edito
                                       const gen_helpers2::path_t& file, int line,
                                       std::function<void(const editor_failure_t&)> failed);
 
-/// Whether the editor's program can be found now. An editor without a command has none.
+/// Whether the editor's program can be found now; true when the disk does not answer. An editor without a
+/// command has none.
 COMMONDLG3_EXPORT bool is_editor_installed(const gen_helpers2::system_editor_t& editor);
 
 /// A message window: what happened, and the command.

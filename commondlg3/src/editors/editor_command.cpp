@@ -1,5 +1,6 @@
 #include "commondlg3/editor_data.h"
 #include "commondlg3/editor_launch.h"
+#include "paths/disk_question.h"
 
 #include <gen_helpers2/program.h>
 #include <gen_helpers2/stdpaths.h>
@@ -7,7 +8,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <initializer_list>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace commondlg3 {
@@ -245,21 +248,9 @@ bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t&
     return true;
 }
 
-} // namespace
-
-bool is_editor_installed(const system_editor_t& editor)
+bool compose(const system_editor_t& editor, const gen_helpers2::path_t& file, int line, words_t& words,
+             editor_failure_t& failure)
 {
-    words_t words;
-    editor_failure_t failure;
-    return take_apart(editor, words, failure);
-}
-
-bool get_editor_command(const system_editor_t& editor, const gen_helpers2::path_t& file, int line,
-                        words_t& words, editor_failure_t& failure)
-{
-    failure = editor_failure_t();
-    failure.editor = editor.display_name;
-    failure.file = file.as_string();
     if (!take_apart(editor, words, failure))
         return false;
     const auto full_path = gen_helpers2::stdpaths::get_working_dir() / file;
@@ -277,6 +268,47 @@ bool get_editor_command(const system_editor_t& editor, const gen_helpers2::path_
     }
     failure.command = gen_helpers2::join_command_line(words);
     return true;
+}
+
+struct command_t
+{
+    words_t words;
+    editor_failure_t failure;
+    bool is_whole = false;
+};
+
+} // namespace
+
+// Folders of PATH may hang, and so may those of the file and the program.
+
+bool is_editor_installed(const system_editor_t& editor)
+{
+    const auto command = std::make_shared<command_t>();
+    const bool answered =
+        ask_disk([=] { command->is_whole = take_apart(editor, command->words, command->failure); },
+                 patience_with_path);
+    return !answered || command->is_whole;
+}
+
+bool get_editor_command(const system_editor_t& editor, const gen_helpers2::path_t& file, int line,
+                        words_t& words, editor_failure_t& failure)
+{
+    failure = editor_failure_t();
+    failure.editor = editor.display_name;
+    failure.file = file.as_string();
+    const auto command = std::make_shared<command_t>();
+    command->failure = failure;
+    const bool answered =
+        ask_disk([=] { command->is_whole = compose(editor, file, line, command->words, command->failure); },
+                 patience_on_ok);
+    if (!answered) {
+        failure.reason = reason_t::not_found;
+        failure.program = editor.executable;
+        return false;
+    }
+    words = std::move(command->words);
+    failure = std::move(command->failure);
+    return command->is_whole;
 }
 
 } // namespace commondlg3

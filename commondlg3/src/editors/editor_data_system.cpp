@@ -1,5 +1,6 @@
 #include "commondlg3/editor_data.h"
 #include "commondlg3/text_utils.h"
+#include "paths/disk_question.h"
 #include "probe_file.h"
 
 #include <gen_helpers2/assertion.h>
@@ -7,6 +8,7 @@
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
 
+#include <memory>
 #include <string>
 
 namespace commondlg3 {
@@ -14,6 +16,21 @@ namespace {
 
 constexpr char editor_data_system_unit[] = "editor_data";
 constexpr char operation[] = "load_system_info";
+
+// The system looks for the program of each editor in all folders of PATH, of which one may hang.
+struct found_t
+{
+    void look(const std::string& file_name)
+    {
+        gen_helpers2::get_system_editors(file_name, all, gen_helpers2::all_system_editors);
+        status =
+            gen_helpers2::get_system_editors(file_name, first_choice, gen_helpers2::default_system_editor);
+    }
+
+    editor_data_t::editors_t all;
+    editor_data_t::editors_t first_choice;
+    unsigned status = 0;
+};
 
 void log(const std::string& text)
 {
@@ -51,18 +68,20 @@ bool editor_data_t::load_system_info(const std::string& file_name)
     if (!is_supported_language(language))
         return false;
 
-    editors_t found;
-    gen_helpers2::get_system_editors(file_name, found, gen_helpers2::all_system_editors);
+    const auto found = std::make_shared<found_t>();
+    if (!ask_disk([found, file_name] { found->look(file_name); }, patience_with_path)) {
+        gen_helpers2::log_warning(editor_data_system_unit, "a folder of PATH does not answer");
+        refresh_env_var_editor(language);
+        return false;
+    }
     bool result = remove_editors_ex(language, true);
-    for (const system_editor_t& editor : found)
+    for (const system_editor_t& editor : found->all)
         add_system_editor(language, editor);
 
-    const unsigned status =
-        gen_helpers2::get_system_editors(file_name, found, gen_helpers2::default_system_editor);
-    if (status > gen_helpers2::system_editors_none)
+    if (found->status > gen_helpers2::system_editors_none)
         result = false;
-    else if (found.is_valid())
-        m_system_default_names[language] = found->name;
+    else if (found->first_choice.is_valid())
+        m_system_default_names[language] = found->first_choice->name;
     else
         m_system_default_names.erase(language);
     refresh_env_var_editor(language);

@@ -18,6 +18,8 @@ bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience,
 
 /// For what a user waits for knowingly.
 constexpr std::chrono::milliseconds patience_on_ok{2000};
+/// For programs that are looked for in the folders of PATH, when a page opens or a row is chosen.
+constexpr std::chrono::milliseconds patience_with_path{500};
 /// For what is asked at every key.
 constexpr std::chrono::milliseconds patience_while_typing{40};
 
