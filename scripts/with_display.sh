@@ -35,8 +35,9 @@ started+=("${bus##*$'\n'}")
 
 openbox >/dev/null 2>&1 &
 started+=($!)
-for _ in $(seq 100); do
+for attempt in $(seq 600); do
     xdotool get_num_desktops >/dev/null 2>&1 && break
+    [ "$attempt" -lt 600 ] || { echo "with_display.sh: no window manager" >&2; exit 1; }
     sleep 0.05
 done
 

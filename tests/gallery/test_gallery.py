@@ -327,6 +327,24 @@ class FreshProduct(unittest.TestCase):
             for path in ("/opt/bin", "/opt/lib", "/opt/src", "/opt/other"):
                 self.assertIn(path.encode(), kept["search_directories.xml"])
 
+    def test_what_earlier_versions_kept_is_there(self):
+        for version in (pathlib.Path(__file__).parent.parent / "old_versions").glob("*/"):
+            with self.subTest(version.name), tempfile.TemporaryDirectory() as folder:
+                shutil.copytree(version, folder, dirs_exist_ok=True)
+                kept = self.contents(folder)
+                gallery = self.run_once(folder, (["Escape"], ""))
+                data = gallery.expect("result")["data"]
+                self.assertEqual(0, gallery.end())
+                self.assertEqual(kept, self.contents(folder), "nothing is taken for damaged, nothing rewritten")
+                results = data["pref.result_saving"]
+                self.assertEqual(("run_@@", "/home/user/results"), (results["name_template"], results["folder"]))
+                chosen = data["pref.editor"]["languages"][0]
+                self.assertEqual("vorbex_env_var_editor_name", chosen["selected_editor"])
+                self.assertEqual([True, False], [each["enabled"] for each in data["panel.experimental"]["features"]])
+                self.assertEqual({"consent": 2}, data["pref.optin"])
+                paths = [[each["path"] for each in data[page]] for page in data if "search_dir" in page]
+                self.assertEqual([["/opt/bin", "/opt/lib"], ["/opt/other"], ["/opt/src"]], paths)
+
 
 class FirstStart(unittest.TestCase):
     def test_consent_is_asked_once_and_a_feature_takes_effect_by_a_restart(self):

@@ -85,6 +85,28 @@ TEST(InplaceContents, the_stream_is_the_file_of_the_bag)
     EXPECT_EQ(again, bag);
 }
 
+TEST(InplaceContents, logs_of_earlier_versions)
+{
+    for (const auto& version : std::filesystem::directory_iterator(OLD_VERSIONS)) {
+        if (!version.is_directory())
+            continue;
+        SCOPED_TRACE(version.path());
+        variant_bag_t kept;
+        ASSERT_TRUE(
+            gen_helpers2::load_variant_bag(path_t((version.path() / "log.xml").string()), kept).succeeded());
+        test::log_window_t window;
+        EXPECT_TRUE(window->load(kept).succeeded());
+        test::settle();
+        EXPECT_FALSE(window.element(0).GetHead().picture.is_empty());
+        EXPECT_EQ(test::lines_of(window.control(), 0).size(), 5u);
+        variant_bag_t saved;
+        ASSERT_TRUE(window->save(saved).succeeded());
+        for (variant_bag_t* bag : {&kept, &saved}) // a picture's text may name its colours in another order
+            EXPECT_EQ(bag->find_child("message_entry_t")->remove("img"), 1u);
+        EXPECT_EQ(saved, kept);
+    }
+}
+
 // Closing the window of a long log must neither take time nor memory, whatever is saved, and everything that
 // was said is in the file: also what was not shown yet.
 TEST(InplaceContents, a_long_log_goes_at_once_and_is_kept_whole)
