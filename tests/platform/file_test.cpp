@@ -78,6 +78,12 @@ TEST(WriteWholeFile, FailureLeavesEverythingAsItWas)
     }
     EXPECT_TRUE(gh2::write_whole_file(dir / "protected", "new").failed());
     EXPECT_TRUE(gh2::write_whole_file(dir / "loop", "new").failed());
+    if (::geteuid() == 0) { // who else can make a link of somebody else's
+        ASSERT_EQ(::symlink("file", (dir / "theirs").as_string().c_str()), 0);
+        ASSERT_EQ(::lchown((dir / "theirs").as_string().c_str(), 65534, 65534), 0);
+        EXPECT_TRUE(gh2::write_whole_file(dir / "theirs", "new").failed());
+        ::unlink((dir / "theirs").as_string().c_str());
+    }
     EXPECT_TRUE(gh2::write_whole_file(dir.path(), "new").failed());
     EXPECT_TRUE(gh2::write_whole_file(dir / "none" / "file", "new").failed());
     EXPECT_TRUE(gh2::write_whole_file("/dev/full", "new").failed());

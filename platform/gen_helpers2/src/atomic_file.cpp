@@ -20,7 +20,8 @@ namespace {
 constexpr int max_links = 40;
 
 /// Follows symbolic links as far as they lead, also to a file that does not exist yet. Empty with errno set
-/// if they lead in a circle.
+/// if they lead in a circle, or if somebody else made one: it would choose which of the user's files is
+/// replaced.
 std::string link_target(std::string path)
 {
     for (int i = 0; i < max_links; ++i) {
@@ -28,6 +29,11 @@ std::string link_target(std::string path)
         const std::filesystem::path link = std::filesystem::read_symlink(path, error);
         if (error)
             return path;
+        struct stat status;
+        if (::lstat(path.c_str(), &status) == 0 && status.st_uid != ::geteuid() && status.st_uid != 0) {
+            errno = EACCES;
+            return std::string();
+        }
         // operator/ of the standard: a link may lead through "..", which must not be taken off lexically.
         path = (std::filesystem::path(path).parent_path() / link).native();
     }
