@@ -36,8 +36,19 @@ caption_panel_t::~caption_panel_t() = default;
 
 std::vector<caption_panel_t::message_info_t>::iterator caption_panel_t::find(int id)
 {
-    return std::find_if(m_messages.begin(), m_messages.end(),
-                        [id](const message_info_t& message) { return message.id == id; });
+    // By severity, and in each in the order in which they came: a page may have a message for each of its rows.
+    auto begin = m_messages.begin();
+    while (begin != m_messages.end()) {
+        const auto end = std::partition_point(begin, m_messages.end(), [begin](const message_info_t& other) {
+            return other.severity == begin->severity;
+        });
+        const auto found =
+            std::partition_point(begin, end, [id](const message_info_t& message) { return message.id < id; });
+        if (found != end && found->id == id)
+            return found;
+        begin = end;
+    }
+    return m_messages.end();
 }
 
 std::vector<caption_panel_t::message_info_t>::const_iterator caption_panel_t::find(int id) const
@@ -49,8 +60,9 @@ int caption_panel_t::add_message(severity_t severity, const std::string& text)
 {
     const message_info_t message{m_next_id++, severity, text};
     auto place = m_messages.end();
-    for (int lesser = static_cast<int>(severity) + 1; lesser <= least_severe && place == m_messages.end();
-         ++lesser)
+    const bool is_least = m_messages.empty() || m_messages.back().severity <= severity;
+    for (int lesser = static_cast<int>(severity) + 1;
+         !is_least && lesser <= least_severe && place == m_messages.end(); ++lesser)
         place = std::find_if(m_messages.begin(), m_messages.end(), [lesser](const message_info_t& other) {
             return static_cast<int>(other.severity) == lesser;
         });
