@@ -1,5 +1,6 @@
 // Whatever call fails while a window opens, works and ends, by OK where it has one: the program goes on, and
 // says so or has done all of it; what was on the disk is whole, and the next attempt works.
+#include "closer.h"
 #include "entries.h"
 #include "faults.h"
 #include "log_tools.h"
@@ -7,10 +8,6 @@
 
 #include <commondlg3/image_loader.h>
 #include <commondlg3/inplace_contents.h>
-
-#include <wx/checkbox.h>
-#include <wx/dialog.h>
-#include <wx/timer.h>
 
 #include <filesystem>
 #include <fstream>
@@ -39,52 +36,6 @@ files_t files_in(const std::string& folder)
     return files;
 }
 
-void change_something(wxWindow& window)
-{
-    for (wxWindow* child : window.GetChildren()) {
-        auto* box = wxDynamicCast(child, wxCheckBox);
-        if (box && box->IsEnabled() && box->IsShown()) {
-            box->SetValue(!box->GetValue());
-            wxCommandEvent changed(wxEVT_CHECKBOX, box->GetId());
-            changed.SetEventObject(box);
-            changed.SetInt(box->GetValue());
-            box->ProcessWindowEvent(changed);
-        }
-        change_something(*child);
-    }
-}
-
-/// Ends every window that opens: by OK, and where that does not end it, by closing.
-class closer_t : public wxTimer
-{
-public:
-    closer_t() { Start(5); }
-    int count() const { return static_cast<int>(m_seen.size()); }
-
-private:
-    void Notify() override
-    {
-        wxDialog* top = nullptr;
-        for (wxWindow* window : wxTopLevelWindows)
-            if (auto* dialog = wxDynamicCast(window, wxDialog); dialog && dialog->IsShown())
-                top = dialog;
-        if (!top)
-            return;
-        wxWindow* ok = top->FindWindow("m_btn_ok");
-        if (!m_seen.insert(top).second || !ok) {
-            wxQueueEvent(top, new wxCloseEvent(wxEVT_CLOSE_WINDOW, top->GetId()));
-            return;
-        }
-        change_something(*top);
-        // Not from here: the timer must go on in the loop of what that opens.
-        auto* pressed = new wxCommandEvent(wxEVT_BUTTON, ok->GetId());
-        pressed->SetEventObject(ok);
-        wxQueueEvent(ok, pressed);
-    }
-
-    std::set<wxWindow*> m_seen;
-};
-
 /// Folders of its own: archives that nobody has read yet, and what the user has kept.
 class machine_t
 {
@@ -107,7 +58,7 @@ private:
 int open(const gallery::entry_t& entry, const machine_t& machine, const std::string& share = RESOURCE_DIR)
 {
     const test::product_guard_t product(share, LOCALE_DIR, machine.config());
-    closer_t closer;
+    test::closer_t closer;
     entry.open(entry.data, test::main_window());
     return closer.count();
 }
