@@ -55,31 +55,6 @@ struct base_names_t : Base
     }
 };
 
-struct page_names_t : pref_base_t
-{
-    static void name()
-    {
-        named<void(wxWindow*)>(&page_names_t::create);
-        named<bool(wxTextCtrl*, bool, bool, bool)>(&page_names_t::check_file_or_folder<wxTextCtrl>);
-        named<string(const string&)>(&page_names_t::find_in_environment, &page_names_t::find_in_search_paths);
-    }
-};
-
-struct dialog_names_t : dialog_base_t
-{
-    static void name()
-    {
-        named<int(wxWindow*)>(&dialog_names_t::show_modal);
-        named<bool(wxWindow*, bool)>(&dialog_names_t::show_nonmodal);
-        named<void(wxCloseEvent&)>(&dialog_names_t::handle_close);
-        named<void(wxHelpEvent&)>(&dialog_names_t::handle_dialog_help);
-        named<void()>(&dialog_names_t::help_activated);
-        named<void(const string&)>(&dialog_names_t::set_help_topic, &dialog_names_t::set_title);
-        named<string() const>(&dialog_names_t::get_title);
-        named<wxSize(float, float, const wxSize&) const>(&dialog_names_t::get_proportional_size);
-    }
-};
-
 struct image_names_t : image_loader_t
 {
     static void name()
@@ -177,17 +152,6 @@ struct label_names_t : caption_label_t
     }
 };
 
-struct notice_names_t : simple_message_panel_t
-{
-    static void name()
-    {
-        named<void(simple_message_panel_t::severity_t, const string&)>(&notice_names_t::set_message);
-        named<void(bool)>(&notice_names_t::enable);
-        named<void(wxSizeEvent&)>(&notice_names_t::on_size);
-        named<void()>(&notice_names_t::on_ui_changed);
-    }
-};
-
 struct folding_names_t : advanced_panel_t
 {
     static void name()
@@ -214,14 +178,26 @@ void name_messages()
 {
     base_names_t<dialog_base_t>::name();
     base_names_t<pref_base_t>::name();
-    page_names_t::name();
-    dialog_names_t::name();
+    named<void(wxWindow*)>(&pref_base_t::create);
+    named<bool(wxTextCtrl*, bool, bool, bool)>(&pref_base_t::check_file_or_folder<wxTextCtrl>);
+    named<string(const string&)>(&pref_base_t::find_in_environment, &pref_base_t::find_in_search_paths);
+    named<int(wxWindow*)>(&dialog_base_t::show_modal);
+    named<bool(wxWindow*, bool)>(&dialog_base_t::show_nonmodal);
+    named<void(wxCloseEvent&)>(&dialog_base_t::handle_close);
+    named<void(wxHelpEvent&)>(&dialog_base_t::handle_dialog_help);
+    named<void()>(&dialog_base_t::help_activated);
+    named<void(const string&)>(&dialog_base_t::set_help_topic, &dialog_base_t::set_title);
+    named<string() const>(&dialog_base_t::get_title);
+    named<wxSize(float, float, const wxSize&) const>(&dialog_base_t::get_proportional_size);
     image_names_t::name();
     panel_names_t::name();
     message_dialog_names_t::name();
     caption_names_t::name();
     label_names_t::name();
-    notice_names_t::name();
+    named<void(simple_message_panel_t::severity_t, const string&)>(&simple_message_panel_t::set_message);
+    named<void(bool)>(&simple_message_panel_t::enable);
+    named<void(wxSizeEvent&)>(&simple_message_panel_t::on_size);
+    named<void()>(&simple_message_panel_t::on_ui_changed);
     folding_names_t::name();
     named_free(&create_resource_filename, &from_xrc<wxButton>, &global_show_help_flavor::initialize,
                &global_show_help_flavor::get, &translate_message, &set_1st_letter_uppercase,
