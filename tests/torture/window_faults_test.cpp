@@ -4,6 +4,7 @@
 #include "faults.h"
 #include "log_tools.h"
 #include "support.h"
+#include "tools.h"
 
 #include <commondlg3/image_loader.h>
 #include <commondlg3/inplace_contents.h>
@@ -13,8 +14,6 @@
 #include <wx/timer.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -32,10 +31,8 @@ files_t files_in(const std::string& folder)
 {
     files_t files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file()) {
-            std::ifstream in(entry.path());
-            files[entry.path().lexically_relative(folder)] = {std::istreambuf_iterator<char>(in), {}};
-        }
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(folder)] = test::read_file(entry.path());
     return files;
 }
 
@@ -45,10 +42,7 @@ void change_something(wxWindow& window)
         auto* box = wxDynamicCast(child, wxCheckBox);
         if (box && box->IsEnabled() && box->IsShown()) {
             box->SetValue(!box->GetValue());
-            wxCommandEvent changed(wxEVT_CHECKBOX, box->GetId());
-            changed.SetEventObject(box);
-            changed.SetInt(box->GetValue());
-            box->ProcessWindowEvent(changed);
+            test::send(wxEVT_CHECKBOX, box, box->GetValue());
         }
         change_something(*child);
     }
