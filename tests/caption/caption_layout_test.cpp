@@ -1,7 +1,6 @@
 #include "caption_tools.h"
 
 #include <commondlg3/caption_panel.h>
-#include <commondlg3/text_utils.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/bmpbuttn.h>
@@ -107,27 +106,6 @@ TEST(CaptionLayout, height_follows_in_other_sizers_too)
             EXPECT_EQ(below->GetPosition().y, heading->GetSize().y) << width << (grid ? ", grid" : "");
         }
     }
-}
-
-TEST(CaptionLayout, least_height_is_that_of_the_lines_and_fixed_spaces)
-{
-    test::window_t window;
-    auto* heading = new caption_panel_t(window);
-    window->GetSizer()->Add(heading, 0, wxEXPAND);
-    window->Layout();
-    const int line = commondlg3::get_text_extent(heading, "Any text").y;
-    EXPECT_EQ(heading->GetMinSize(), wxSize(-1, line + 10)) << "an empty caption has a line";
-    heading->set_description("one\ntwo");
-    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5));
-    heading->add_message(severity_t::error, "a\nb\nc");
-    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5) + (3 * line + 15));
-    heading->edit_message(0, "a");
-    EXPECT_EQ(heading->GetMinSize().y, (line + 10) + (2 * line + 5) + (line + 15));
-    heading->set_description("");
-    heading->remove_message(0);
-    EXPECT_EQ(heading->GetMinSize().y, line + 10);
-    for (auto* arrow : test::all_below<wxBitmapButton>(heading))
-        EXPECT_EQ(arrow->GetMinSize(), wxSize(15, 15));
 }
 
 TEST(CaptionLayout, page_moves_by_the_change_of_the_height_and_no_more)

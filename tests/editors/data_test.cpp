@@ -66,20 +66,6 @@ TEST(Languages, FilesBelongToThemByTheirExtensions)
     EXPECT_EQ(other, language_info::get_language(std::string("x.c\0", 4)));
 }
 
-TEST(Languages, NamesLeadBackAndExtensionsBeginWithTheUsualOne)
-{
-    const std::pair<std::string, language_info::language_t> named[] = {
-        {"C/C++", cpp}, {"C#", csharp}, {"Fortran", fortran}, {"Other", other}};
-    for (const auto& [name, language] : named) {
-        EXPECT_EQ(name, language_info::get_localized_name(language));
-        EXPECT_EQ(language, language_info::get_language_by_name(name));
-    }
-    EXPECT_EQ(other, language_info::get_language_by_name("fortran")) << "byte for byte";
-    EXPECT_EQ("", language_info::get_localized_name(static_cast<language_info::language_t>(4)));
-    EXPECT_EQ("c", language_info::get_extensions(cpp).at(0));
-    EXPECT_TRUE(language_info::get_extensions(other).empty());
-}
-
 // Whatever is done, what is listed and what is kept must not part.
 TEST(EditorData, ListsAndRecordsAgreeAfterEveryOperation)
 {
@@ -132,33 +118,6 @@ TEST(EditorData, WhatIsNotThereIsToldByItsConditionAndChangesNothing)
         EXPECT_FALSE(data.get_editors(unsupported).is_valid());
     }
     EXPECT_EQ(before, data);
-}
-
-TEST(EditorData, ComesBackFromADiskAsItWas)
-{
-    const test::temp_dir_t dir;
-    const std::string odd = "a/b \"q\" 'x'\n\t\xFF\x01";
-    editor_data_t data;
-    data.add_editor(cpp, {odd, odd, odd, odd + " -x"});
-    data.add_editor(cpp, custom("z"));
-    data.add_editor(cpp, custom("a"));
-    editor_data_t::editor_t system(custom("system"));
-    system.is_system = true;
-    data.add_editor_ex(fortran, system);
-    data.set_selected_editor_name(cpp, odd);
-    data.set_default_editor_name(cpp, "z");
-    data.set_selected_language(fortran);
-    error_code_t result;
-    auto storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
-    EXPECT_TRUE(data.save_storage_info(storage) && data.save_storage_info(storage)) << "again replaces";
-    EXPECT_TRUE(storage->save().succeeded());
-
-    storage = cfgmgr2::open_property_storage(dir.path() + "/p.xml", result);
-    editor_data_t loaded;
-    EXPECT_TRUE(loaded.load_storage_info(storage));
-    EXPECT_EQ(data, loaded);
-    EXPECT_EQ((names_t{odd, "z", "a"}), names_of(loaded));
-    EXPECT_FALSE(loaded.load_storage_info({}) || loaded.save_storage_info({}));
 }
 
 // Each program saves the editors that it knew when it started, and its own.

@@ -2,7 +2,6 @@
 
 #include <commondlg3/editor_pp.h>
 #include <commondlg3/resources.h>
-#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -257,20 +256,6 @@ TEST_F(EditorPage, FlagsDecideWhatIsShown)
     }
 }
 
-TEST_F(EditorPage, AMissingControlIsNamedAndThePageStays)
-{
-    open(three_editors());
-    default_button()->Destroy();
-    const editor_data_t before = m_page->get_data();
-    m_page->on_init_dialog();
-    EXPECT_EQ(std::vector<std::string>{"m_default"}, test::take_assertions());
-    m_page->load_settings();
-    m_page->update_state_for_language(language_info::fortran);
-    m_page->update_shown_controls();
-    m_page->fill_info_message(language_info::cpp, {});
-    EXPECT_EQ(before, m_page->get_data());
-}
-
 // Passing over an entry must not open a window.
 TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
 {
@@ -315,8 +300,6 @@ TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
         select(row);
         EXPECT_EQ(row == 0, default_button()->IsEnabled()) << "not of what is the default already";
     }
-    EXPECT_EQ("Editors", wx_helpers1::get_accessible_name(list()));
-    EXPECT_EQ("Language", wx_helpers1::get_accessible_name(languages()));
 
     int y = 0;
     while (list()->HitTest(wxPoint(20, y)) != browse_entry() && y < 300)

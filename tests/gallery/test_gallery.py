@@ -15,14 +15,16 @@ Gallery.BINARY = sys.argv.pop(1)
 MESSAGE = "dlg.error_warning_dialog"
 
 
-def answer(keys, **data):
-    """The result line of a message window that these keys end."""
-    gallery = Gallery("--show", MESSAGE, "--language", "en", "--data", json.dumps(data))
-    assert gallery.expect("opened")["object"] == MESSAGE
-    gallery.press(*keys)
+def answer(window, *keys, **data):
+    """The lines that a window tells until these keys, and texts behind "=", have ended it."""
+    gallery = Gallery("--show", window, "--language", "en", "--data", json.dumps(data))
+    gallery.expect("opened")
+    for key in keys:
+        gallery.wait_until_at_rest()
+        gallery.type(key[1:]) if key.startswith("=") else gallery.press(key)
     lines = []
     while not lines or lines[-1]["event"] != "result":
-        lines.append(json.loads(gallery.process.stdout.readline()))
+        lines.append(gallery.read("result"))
     assert gallery.end() == 0
     return lines
 
@@ -47,15 +49,16 @@ def wait_for_window(name):
 
 class MessageWindows(unittest.TestCase):
     def test_keyboard_alone_answers(self):
-        self.assertEqual(1, answer(["Return"], button_type=1, main_message="m")[-1]["result"])
-        self.assertEqual(2, answer(["Escape"], button_type=1, main_message="m")[-1]["result"])
-        self.assertEqual(2, answer(["Tab", "Return"], button_type=1, main_message="m")[-1]["result"])
-        self.assertEqual(2, answer(["alt+n"], button_type=1, main_message="m")[-1]["result"], "mnemonic")
-        self.assertEqual(5, answer(["alt+r"], button_type=5, main_message="m")[-1]["result"])
+        for expected, button_type, *keys in ((1, 1, "Return"), (2, 1, "Escape"), (2, 1, "Tab", "Return"),
+                                             (2, 1, "alt+n"), (5, 5, "alt+r")):
+            with self.subTest(keys=keys):
+                lines = answer(MESSAGE, *keys, button_type=button_type, main_message="m")
+                self.assertEqual(expected, lines[-1]["result"])
 
     def test_record_comes_back_with_what_the_user_did(self):
         box = {"label": "Never again", "checked": False}
-        lines = answer(["shift+Tab", "space", "Tab", "Return"], button_type=3, main_message="Größe", check_box=box)
+        lines = answer(MESSAGE, "shift+Tab", "space", "Tab", "Return", button_type=3, main_message="Größe",
+                       check_box=box)
         self.assertEqual({"object": MESSAGE, "event": "signal", "name": "check_box.commit", "value": True}, lines[0])
         self.assertEqual(3, lines[1]["result"])
         self.assertEqual("Größe", lines[1]["data"]["main_message"])
@@ -67,68 +70,25 @@ class MessageWindows(unittest.TestCase):
         self.assertEqual(0, gallery.end())
 
 
-class ExampleWindows(unittest.TestCase):
-    def test_what_is_typed_comes_back_on_ok_and_not_on_cancel(self):
-        for window in ("dlg.example", "pref.example"):
-            for key, name, code in (("Return", "ab", 5100), ("Escape", "", 5101)):
-                with self.subTest(window=window, key=key):
-                    gallery = Gallery("--show", window)
-                    gallery.expect("opened")
-                    gallery.type("ab")
-                    gallery.press(key)
-                    if window == "pref.example":
-                        self.assertEqual(code, gallery.expect("signal")["value"])
-                    result = gallery.expect("result")
-                    self.assertEqual((code, name), (result["result"], result["data"]["name"]))
-                    self.assertEqual(0, gallery.end())
-
-    def test_letter_of_a_label_leads_to_its_field(self):
-        gallery = Gallery("--show", "dlg.example", "--language", "en")
-        gallery.expect("opened")
-        gallery.press("alt+t")
-        gallery.type("xy")
-        gallery.press("alt+n")
-        gallery.type("ab")
-        gallery.press("Tab", "Tab", "Tab", "Return")  # the notes, Help, OK
-        self.assertEqual({"name": "ab", "notes": "xy"}, gallery.expect("result")["data"])
-        self.assertEqual(0, gallery.end())
-
-
-class Panels(unittest.TestCase):
-    def test_keyboard_folds_the_panel_away_and_the_window_comes_back_to_its_size(self):
-        def size_after(*keys):
-            gallery = Gallery("--show", "advanced_panel_t", "--language", "en")
-            gallery.expect("opened")
-            gallery.press("Tab")  # from the caption's field to the header
-            for key in keys:
-                gallery.press(key)
-                self.assertEqual("open_close", gallery.expect("signal")["name"])
-            gallery.press("Escape")
-            result = gallery.expect("result")
-            self.assertEqual(0, gallery.end())
-            return result["data"]["size"]
-
-        opened, closed, opened_again = size_after(), size_after("space"), size_after("space", "Return")
-        self.assertEqual(opened, opened_again)
-        self.assertEqual(opened[0], closed[0])
-        self.assertLess(closed[1], opened[1])
-
-    def test_messages_are_stepped_through_and_removed_by_keyboard(self):
+class Windows(unittest.TestCase):
+    def test_each_tells_what_was_done_by_keyboard_alone(self):
         messages = [{"severity": 3, "text": "i"}, {"severity": 1, "text": "e"}]
-        gallery = Gallery("--show", "caption_panel_t", "--language", "en", "--data", json.dumps({"messages": messages}))
-        gallery.expect("opened")
-        gallery.press("alt+r")  # the shown one is selected
-        self.assertEqual(0, gallery.expect("signal")["value"], "the information takes its place")
-        self.assertEqual("removed", gallery.expect("signal")["name"])
-        gallery.press("alt+a")
-        state = gallery.expect("signal")
-        while state["name"] != "added":  # a critical one is shown at once
-            state = gallery.expect("signal")
-        self.assertEqual([0, 3], [message["severity"] for message in state["value"]["messages"]])
-        self.assertEqual(2, state["value"]["shown"])
-        gallery.press("Escape")
-        self.assertEqual(2, gallery.expect("result")["data"]["shown"])
-        self.assertEqual(0, gallery.end())
+        added = [{"path": path, "recursive": False} for path in ("/none", "/usr/bin", "/last")]
+        for window, keys, data, signals, code, result in (
+                ("dlg.example", "=ab Return", {}, [], 5100, {"name": "ab"}),
+                ("dlg.example", "=ab Escape", {}, [], 5101, {"name": ""}),
+                ("pref.example", "=ab Escape", {}, ["end"], 5101, {"name": ""}),
+                ("advanced_panel_t", "Tab space Return Escape", {}, ["open_close", "open_close"], 5101, {}),
+                ("caption_panel_t", "alt+r alt+a Escape", {"messages": messages}, ["removed", "added"], 5101, {"shown": 2}),
+                ("panel.search_dir_tab.symbols", "F2 End =/bin Return alt+Down Down =/last alt+o",
+                 {"dirs": ["/usr", "/none"]}, ["end"], 5100, {"binaries": added, "symbols": added, "sources": []}),
+                ("pref.file_finder_pp", "Tab =/a Return Up space alt+d Down Tab =/b alt+o", {}, ["end"], 5100,
+                 {"binaries": [{"path": "/a", "recursive": True}], "symbols": [{"path": "/b", "recursive": False}]}),
+                ("dlg.ask", "alt+f End =b Return", {"filename": "/a"}, [], 5100, {"filename": "/ab"})):
+            with self.subTest(window=window, keys=keys):
+                *told, last = answer(window, *keys.split(), **data)
+                self.assertEqual(signals, [line["name"] for line in told if line["name"] != "shown"])
+                self.assertEqual((code, result), (last["result"], {key: last["data"][key] for key in result}))
 
 
 class Editors(unittest.TestCase):
@@ -195,83 +155,6 @@ class Editors(unittest.TestCase):
             self.assertEqual(["+42", self.source], file.read().splitlines())
         gallery.press("Escape")
         self.assertEqual({"file": self.source, "line": 42, "editor": self.EDITOR}, gallery.expect("result")["data"])
-        self.assertEqual(0, gallery.end())
-
-    def test_one_that_fails_is_told_with_its_command_and_exit_code(self):
-        self.stand_in("exit 3")
-        gallery = self.start("dlg.open_source", {"file": self.source, "line": 7})
-        gallery.press_to_open("alt+o")  # and then a message
-        self.assertEqual("started", gallery.expect("signal")["name"])
-        told = gallery.expect("signal")["value"]
-        self.assertEqual(3, told["exit_code"])
-        self.assertEqual(f"{self.folder}/geany +7 '{self.source}'", told["command"])
-        gallery.press_to_open("Escape")
-        gallery.press("Escape")
-        self.assertEqual(5101, gallery.expect("result")["result"])
-        self.assertEqual(0, gallery.end())
-
-
-class SearchDirectories(unittest.TestCase):
-    def paths(self, dirs):
-        return [entry["path"] for entry in dirs]
-
-    def test_keyboard_alone_edits_sorts_and_pastes_nothing_away(self):
-        data = {"dirs": ["/usr", "/none"]}
-        gallery = Gallery("--show", "panel.search_dir_tab.symbols", "--language", "en", "--data", json.dumps(data))
-        gallery.expect("opened")
-        gallery.wait_until_at_rest()  # the first control gets the focus once it can be seen
-        gallery.press("F2", "End")
-        gallery.type("/bin")
-        gallery.press("Return", "alt+Down", "Down")  # below the other one, then on to the input row
-        gallery.type("/typed/last")
-        gallery.press("alt+o")  # OK, with what is being typed
-        self.assertEqual(5100, gallery.expect("signal")["value"])
-        data = gallery.expect("result")["data"]
-        self.assertEqual(["/none", "/usr/bin", "/typed/last"], self.paths(data["binaries"]))
-        self.assertEqual(data["binaries"], data["symbols"])
-        self.assertEqual([], data["sources"])
-        self.assertEqual(0, gallery.end())
-
-    def test_keyboard_alone_fills_the_lists_of_two_types(self):
-        gallery = Gallery("--show", "pref.file_finder_pp", "--language", "en", "--data", "{}")
-        gallery.expect("opened")
-        gallery.wait_until_at_rest()
-        gallery.press("Tab")
-        gallery.type("/first")
-        gallery.press("Return")
-        gallery.wait_until_at_rest()
-        gallery.press("Up", "space", "alt+d", "Down", "Tab")  # its subdirectories; the next type
-        gallery.type("/second")
-        gallery.press("alt+o")
-        self.assertEqual(5100, gallery.expect("signal")["value"])
-        data = gallery.expect("result")["data"]
-        self.assertEqual([{"path": "/first", "recursive": True}], data["binaries"])
-        self.assertEqual([{"path": "/second", "recursive": False}], data["symbols"])
-        self.assertEqual(0, gallery.end())
-
-    def test_lists_that_cannot_be_written_are_told(self):
-        data = {"binaries": [{"path": "/usr", "recursive": True}, 7, {"path": ""}], "save_fails": True}
-        for window in ("panel.search_dir", "pref.file_finder_pp"):
-            with self.subTest(window=window):
-                gallery = Gallery("--show", window, "--language", "en", "--data", json.dumps(data))
-                gallery.expect("opened")
-                gallery.press_to_open("alt+o")
-                gallery.press("Escape")  # the message
-                self.assertEqual(5100, gallery.expect("signal")["value"])
-                expected = [{"path": "/usr", "recursive": True}]
-                self.assertEqual(expected, gallery.expect("result")["data"]["binaries"])
-                self.assertEqual(0, gallery.end())
-
-
-class SmallDialogs(unittest.TestCase):
-    def test_keyboard_alone_answers(self):
-        gallery = Gallery("--show", "dlg.ask", "--language", "en", "--data", json.dumps({"filename": "/a"}))
-        gallery.expect("opened")
-        gallery.press("alt+f", "End")
-        gallery.type("b")
-        gallery.press("Return")
-        result = gallery.expect("result")
-        self.assertEqual((5100, "/ab"), (result["result"], result["data"]["filename"]))
         self.assertEqual(0, gallery.end())
 
 

@@ -3,7 +3,6 @@
 
 #include <commondlg3/dialog_base.h>
 #include <wx_helpers1/accessibility.h>
-#include <wx_helpers1/text.h>
 
 #include <wx/sizer.h>
 #include <wx/toplevel.h>
@@ -111,6 +110,7 @@ TEST(Dialog, LaterOnesAreLikeTheFirst)
                       EXPECT_EQ(looks[0], look_of(&second));
                       second.Hide();
                       window->Raise();
+                      EXPECT_TRUE(test::wait_for([&] { return window->IsActive(); }));
                       test::press(WXK_RETURN);
                   }));
         EXPECT_EQ(looks[0], looks[opening]);

@@ -1,13 +1,9 @@
 #include "support.h"
 
-#include <commondlg3/text_utils.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
-#include <wx_helpers1/wrap_text.h>
 
 #include <wx/checkbox.h>
-#include <wx/dcclient.h>
 #include <wx/menu.h>
 #include <wx/notebook.h>
 #include <wx/radiobut.h>
@@ -17,8 +13,6 @@
 
 #include <gtk/gtk.h>
 
-#include <algorithm>
-#include <string>
 #include <vector>
 
 namespace {
@@ -53,31 +47,6 @@ TEST(Look, TextsCanBeReadInEveryTheme)
         const wxColour back(grey, grey, grey);
         EXPECT_GE(contrast_ratio(wx_helpers1::readable_colour(back, back), back), 4.5) << int(grey);
     }
-}
-
-TEST(Look, WrappedLinesFitAndKeepEveryCharacter)
-{
-    auto* label = new wxStaticText(test::main_window(), wxID_ANY, "x");
-    wxClientDC dc(label);
-    dc.SetFont(label->GetFont());
-    for (const std::string text :
-         {"The quick brown fox jumps over the lazy dog", "日本語のとても長い文章です。改行はありません",
-          "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa", "one\n\ntwo \xff three four five six"}) {
-        int lines = 1;
-        const std::string wrapped = wx_helpers1::wrap_text(text, 120, label, lines, 5, dc);
-        const wxString shown = wx_helpers1::to_wx(wrapped);
-        EXPECT_EQ(lines, 1 + shown.Freq('\n'));
-        EXPECT_GT(lines, 1);
-        for (const wxString& line : wxSplit(shown, '\n', '\0'))
-            EXPECT_LE(dc.GetTextExtent(line).x, 115) << line;
-        const auto without_breaks = [](std::string s) {
-            s.erase(std::remove_if(s.begin(), s.end(), [](char c) { return c == '\n' || c == ' '; }),
-                    s.end());
-            return s;
-        };
-        EXPECT_EQ(without_breaks(text), without_breaks(wrapped));
-    }
-    label->Destroy();
 }
 
 // Any complaint of the toolkit's fails the test.

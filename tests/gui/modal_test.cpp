@@ -12,7 +12,6 @@
 #include <gtk/gtk.h>
 
 #include <functional>
-#include <set>
 #include <utility>
 
 namespace {

@@ -1,7 +1,6 @@
 #include "support.h"
 
 #include <commondlg3/image_loader.h>
-#include <commondlg3/text_utils.h>
 #include <vdx/caption.h>
 #include <wx_helpers1/static_picture_ctrl.h>
 #include <wx_helpers1/ui_settings.h>

@@ -116,10 +116,6 @@ inline commondlg3::message_window_t sample_message(int button_type = 0)
 }
 
 /// run_modal() over the main window.
-inline int run(commondlg3::dialog_base_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
-{
-    return run_modal([&] { return dialog.show_modal(main_window()); }, act);
-}
 inline int run(const commondlg3::message_window_t& window, const std::function<void(wxTopLevelWindow*)>& act)
 {
     return run_modal([&] { return commondlg3::show_modal(window, main_window()); }, act);
@@ -132,16 +128,6 @@ inline wxFrame* show_frame(const char* title)
     frame->Show();
     EXPECT_TRUE(wait_for([frame] { return frame->IsActive(); }));
     return frame;
-}
-
-/// Presses a button as the mouse would.
-inline void click(wxWindow* parent, const char* name)
-{
-    auto* button = commondlg3::from_xrc<wxButton>(parent, name);
-    ASSERT_TRUE(button) << name;
-    wxCommandEvent event(wxEVT_BUTTON, button->GetId());
-    event.SetEventObject(button);
-    button->ProcessWindowEvent(event);
 }
 
 } // namespace test

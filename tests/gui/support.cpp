@@ -2,11 +2,14 @@
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
+#include <commondlg3/dialog_base.h>
+#include <commondlg3/resources.h>
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/app.h>
+#include <wx/button.h>
 #include <wx/clipbrd.h>
 #include <wx/debug.h>
 #include <wx/dialog.h>
@@ -18,6 +21,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <unistd.h>
 #include <utility>
@@ -177,6 +181,26 @@ int run_modal(const std::function<int()>& show, const std::function<void(wxTopLe
     return result;
 }
 
+int run(commondlg3::dialog_base_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
+{
+    return run_modal([&] { return dialog.show_modal(main_window()); }, act);
+}
+
+void send(wxEventType type, wxWindow* control, int number)
+{
+    wxCommandEvent event(type, control->GetId());
+    event.SetEventObject(control);
+    event.SetInt(number);
+    control->ProcessWindowEvent(event);
+}
+
+void click(wxWindow* parent, const char* name)
+{
+    auto* button = commondlg3::from_xrc<wxButton>(parent, name);
+    ASSERT_TRUE(button) << name;
+    send(wxEVT_BUTTON, button);
+}
+
 void press(int key, int modifiers)
 {
     wxUIActionSimulator().Char(key, modifiers);
@@ -224,11 +248,6 @@ void use_default_product()
 product_guard_t::~product_guard_t()
 {
     use_default_product();
-}
-
-config_guard_t::config_guard_t(const std::string& directory)
-    : product_guard_t(RESOURCE_DIR, LOCALE_DIR, directory)
-{
 }
 
 language_guard_t::language_guard_t(const std::string& language)

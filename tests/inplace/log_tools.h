@@ -9,7 +9,6 @@
 #include <wx/image.h>
 
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -3,10 +3,6 @@
 
 #include <wx_helpers1/ui_settings.h>
 
-#include <wx/button.h>
-
-#include <gtk/gtk.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -226,28 +222,4 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
             EXPECT_EQ(is_latin ? row.size() - selected.size() : 0, row.find(selected)) << selected;
         }
     }
-}
-
-// In the theme's font, whatever that becomes while the log is open.
-TEST(InplacePictures, buttons_are_as_high_as_their_text_needs)
-{
-    test::log_window_t window;
-    window->add_message(test::with_buttons("c", {1}), {});
-    test::settle();
-    const auto first_button = [&]() -> wxButton* {
-        for (wxWindow* child : window.log().GetWindow()->GetChildren())
-            if (auto* button = dynamic_cast<wxButton*>(child))
-                return button;
-        return nullptr;
-    };
-    ASSERT_TRUE(first_button());
-    const int before = first_button()->GetSize().y;
-    GtkSettings* settings = gtk_settings_get_default();
-    int dpi = 0;
-    g_object_get(settings, "gtk-xft-dpi", &dpi, nullptr);
-    g_object_set(settings, "gtk-xft-dpi", 192 * 1024, nullptr);
-    EXPECT_TRUE(test::wait_for([&] { return first_button() && first_button()->GetSize().y > before; }));
-    EXPECT_GE(first_button()->GetSize().y, first_button()->GetBestSize().y);
-    g_object_set(settings, "gtk-xft-dpi", dpi, nullptr);
-    EXPECT_TRUE(test::wait_for([&] { return first_button() && first_button()->GetSize().y == before; }));
 }

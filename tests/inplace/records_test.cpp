@@ -84,22 +84,3 @@ TEST(InplaceRecords, a_picture_survives_and_what_a_bag_lacks_stays)
     loaded->load(only_caption);
     EXPECT_EQ(loaded->caption + loaded->message, "newold");
 }
-
-// What the toolkit's reader would allocate, index or read past when it believed these.
-TEST(InplaceRecords, damaged_pictures)
-{
-    for (const char* xpm :
-         {"", "no picture", "/* XPM */ static char* a[] = {\"100000 100000 2 1\",\"a c #fff\",\"b c #000\"};",
-          "/* XPM */ static char* a[] = {\"4 4 2 1\",\"a c #ffffff\"};",
-          "/* XPM */ static char* a[] = {\"-1 4 2 1\"};",
-          "/* XPM */ static char* a[] = {\"2 2 1 1\",\"a c #ffffff\",\"aa\",\"zz\"};",
-          "/* XPM */ static char* a[] = {\"1 1 99999999 9\",\"a\"};"}) {
-        message_t::ptr_t message(new message_t);
-        message->picture = standard::get_icon_by_type(standard::icon_types_t::error);
-        variant_bag_t bag;
-        bag.put("img", xpm);
-        message->load(bag);
-        EXPECT_TRUE(message->picture.is_still()) << xpm;
-        EXPECT_LE(message->picture.get_still().get_size().x, 4) << xpm;
-    }
-}

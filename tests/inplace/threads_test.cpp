@@ -2,14 +2,12 @@
 
 #include <wx_helpers1/tasks.h>
 
-#include <wx/timer.h>
-
 #include <glib.h>
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <memory>
 #include <random>
@@ -126,76 +124,6 @@ TEST(InplaceThreads, what_the_host_gave_ends_on_its_own_thread)
     worker.join();
 }
 
-TEST(InplaceThreads, the_entry_the_log_and_the_window_go_in_mid_flood)
-{
-    for (int what = 0; what < 3; ++what) {
-        test::log_window_t window;
-        const auto tag = window->add_progress(test::make_progress("flood"), {});
-        IMessenger* messenger = window->get_messenger(tag);
-        IProgress* progress = window->get_progress(tag);
-        std::atomic<bool> stop{false};
-        std::atomic<int> said{0};
-        std::vector<std::thread> workers;
-        for (int thread = 0; thread < 4; ++thread)
-            workers.emplace_back([&, thread] {
-                if (thread == 0)
-                    progress->start("flood", 1e6);
-                while (!stop) {
-                    messenger->say(thread % 2 ? sev_none : sev_status, "a line of the flood");
-                    if (thread == 0) {
-                        progress->internalProgressed(1);
-                        progress->message("still flooding");
-                        progress->isCanceled();
-                    }
-                    ++said;
-                }
-            });
-        const auto& elements = window.log().GetElements();
-        EXPECT_TRUE(test::wait_for([&] { return elements[0]->GetLines().size() > 2000; }, 60000));
-        if (what == 0)
-            window->erase(tag);
-        else if (what == 1)
-            window->clear();
-        else
-            window.destroy();
-        const int before = said;
-        EXPECT_TRUE(test::wait_for([&] { return said > before + 2000; }, 60000))
-            << "the workers go on unharmed";
-        stop = true;
-        for (std::thread& worker : workers)
-            worker.join();
-        test::settle();
-        if (what < 2) {
-            EXPECT_TRUE(window.log().GetElements().empty());
-        }
-    }
-}
-
-// All at once: far more than one turn may show. Whoever types meanwhile must not notice.
-TEST(InplaceThreads, the_loop_stays_free_in_a_flood)
-{
-    test::log_window_t window;
-    const auto tag = window->add_message(test::make_message("flood"), {});
-    for (int i = 0; i < test::flood; ++i)
-        window->get_messenger(tag)->say(sev_none, test::flood_line(i).c_str());
-    const auto& lines = window.element(0).GetLines();
-    using clock = std::chrono::steady_clock;
-    clock::duration longest{};
-    auto last = clock::now();
-    int ticks = 0;
-    wxTimer timer;
-    timer.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-        longest = std::max(longest, clock::now() - last);
-        last = clock::now();
-        ++ticks;
-    });
-    timer.Start(5);
-    ASSERT_TRUE(test::wait_for([&] { return lines.size() == test::flood; }, 120000));
-    longest = std::max(longest, clock::now() - last);
-    EXPECT_GT(ticks, 0) << "others had their turn while the lines were shown";
-    EXPECT_LT(longest, std::chrono::milliseconds(250));
-}
-
 namespace {
 
 /// Two workers, the turns of the loop, the end and the start of its scheduler, one step at a time: what each
@@ -303,52 +231,29 @@ TEST(InplaceThreads, workers_and_hands_at_random)
         inplace_ctrl_t& log = window->control();
         const auto& elements = window->log().GetElements();
         const auto tag = static_cast<inplace_ctrl_t::tag_t>(any(static_cast<int>(elements.size()) + 2));
-        switch (any(14)) {
-        case 0:
-            log.add_message(test::with_buttons("message", {1, 2}), {});
-            break;
-        case 1:
-            progress = log.get_progress(log.add_progress(test::make_progress("work"), {}));
-            break;
-        case 2:
-            log.get_messenger(tag);
-            break;
-        case 3:
-            log.erase(tag);
-            break;
-        case 4:
-            log.update_message(tag, test::make_message("updated", "<b>body</b>"), {});
-            break;
-        case 5:
-            window->log().SetFilter(any(8), any(2) ? "sample" : "");
-            break;
-        case 6:
-            window->log().Find("reading", any(2) != 0);
-            break;
-        case 7:
-            window->frame()->SetClientSize(60 + any(900), 40 + any(700));
-            break;
-        case 8:
-            window->log().ScrollTo(any(1000) * 100);
-            break;
-        case 9:
-            window->log().SelectAll();
-            break;
-        case 10:
-            log.take_contents().save_later(file);
-            break;
-        case 11:
-            log.load_file(file);
-            break;
-        case 12:
-            any(2) ? progress.load()->cancel() : (void)log.clear();
-            break;
-        case 13:
-            if (any(8) == 0)
-                window->destroy(), window = std::make_unique<test::log_window_t>(true);
-            messenger = (*window)->get_messenger((*window)->add_message(test::make_message("next"), {}));
-            break;
-        }
+        const std::function<void()> acts[] = {
+            [&] {
+                log.add_message(test::with_buttons("message", {1, 2}), {});
+            },
+            [&] { progress = log.get_progress(log.add_progress(test::make_progress("work"), {})); },
+            [&] { log.get_messenger(tag); },
+            [&] { log.erase(tag); },
+            [&] { log.update_message(tag, test::make_message("updated", "<b>body</b>"), {}); },
+            [&] { window->log().SetFilter(any(8), any(2) ? "sample" : ""); },
+            [&] { window->log().Find("reading", any(2) != 0); },
+            [&] { window->frame()->SetClientSize(60 + any(900), 40 + any(700)); },
+            [&] { window->log().ScrollTo(any(1000) * 100); },
+            [&] { window->log().SelectAll(); },
+            [&] { log.take_contents().save_later(file); },
+            [&] { log.load_file(file); },
+            [&] { any(2) ? progress.load()->cancel() : (void)log.clear(); },
+            [&] {
+                if (any(3) == 0)
+                    window->destroy(), window = std::make_unique<test::log_window_t>(true);
+                messenger = (*window)->get_messenger((*window)->add_message(test::make_message("next"), {}));
+            },
+        };
+        acts[any(14)]();
         const int before = said;
         EXPECT_TRUE(test::wait_for([&] { return said > before + 20; }, 60000))
             << "workers are not kept waiting";

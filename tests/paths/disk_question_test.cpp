@@ -6,7 +6,6 @@
 
 #include <chrono>
 #include <future>
-#include <vector>
 
 using commondlg3::ask_disk;
 

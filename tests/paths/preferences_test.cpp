@@ -4,6 +4,8 @@
 #include <preferences_dialog.h>
 #include <wx_helpers1/text.h>
 
+#include <wx/button.h>
+
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -19,7 +21,7 @@ protected:
     static int run(const std::function<void(wxTopLevelWindow*)>& act)
     {
         preferences_dialog_t dialog;
-        return test::run_modal([&] { return dialog.show_modal(test::main_window()); }, act);
+        return test::run(dialog, act);
     }
     static wxTextCtrl* name_in(wxWindow* dialog)
     {
@@ -32,7 +34,7 @@ protected:
     std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
 
     const test::temp_dir_t m_dir;
-    const test::config_guard_t m_config{m_dir.path() + "/config"};
+    const test::product_guard_t m_product{RESOURCE_DIR, LOCALE_DIR, m_dir.path() + "/config"};
 };
 
 TEST_F(Preferences, OkAndApplyKeepWhatCancelLeavesAlone)
@@ -82,19 +84,23 @@ TEST_F(Preferences, AFailedWriteIsToldAndNothingIsLost)
 
 TEST_F(Preferences, DamagedFilesGiveTheUsualSettingsAndAMessage)
 {
-    std::filesystem::create_directory(m_dir.path() + "/config");
-    test::make_file(m_dir.path() + "/config/preferences.xml", "<bag");
-    test::make_file(m_dir.path() + "/config/windows.xml", "\1");
-    test::messages_t messages;
-    EXPECT_EQ(wxID_CANCEL, run([&](wxTopLevelWindow* dialog) {
-                  EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
-                  test::settle();
-                  EXPECT_EQ("result_@@@", name_in(dialog)->GetValue());
-                  test::click(dialog, "m_btn_cancel");
-              }));
-    ASSERT_EQ(1U, messages.shown.size()) << "three pages keep their settings in this file";
-    EXPECT_EQ("Your preferences could not be read", messages.shown[0].first);
-    EXPECT_EQ("<bag", stored());
+    const std::string config = m_dir.path() + "/config/";
+    for (const char* file : {"preferences.xml", "search_directories.xml"}) {
+        std::filesystem::remove_all(config);
+        std::filesystem::create_directory(config);
+        test::make_file(config + file, "<bag");
+        test::make_file(config + "windows.xml", "\1");
+        test::messages_t messages;
+        EXPECT_EQ(wxID_CANCEL, run([&](wxTopLevelWindow* dialog) {
+                      EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
+                      test::settle();
+                      EXPECT_EQ("result_@@@", name_in(dialog)->GetValue());
+                      test::click(dialog, "m_btn_cancel");
+                  }));
+        ASSERT_EQ(1U, messages.shown.size()) << "three pages keep their settings in each of these files";
+        EXPECT_EQ("Your preferences could not be read", messages.shown[0].first);
+        EXPECT_EQ("<bag", test::read_file(config + file));
+    }
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include <gen_helpers2/environment.h>
 #include <wx_helpers1/text.h>
 
-#include <wx/button.h>
 #include <wx/stattext.h>
 
 #include <gtk/gtk.h>
@@ -102,19 +101,6 @@ ordinary_user_t::ordinary_user_t()
 ordinary_user_t::~ordinary_user_t()
 {
     EXPECT_EQ(0, seteuid(getuid()));
-}
-
-void send(wxEventType type, wxWindow* control, int number)
-{
-    wxCommandEvent event(type, control->GetId());
-    event.SetEventObject(control);
-    event.SetInt(number);
-    control->ProcessWindowEvent(event);
-}
-
-void click(wxWindow* window, const char* name)
-{
-    send(wxEVT_BUTTON, commondlg3::from_xrc<wxButton>(window, name));
 }
 
 void make_file(const std::string& path, const std::string& text)

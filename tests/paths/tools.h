@@ -66,11 +66,6 @@ public:
     ~ordinary_user_t();
 };
 
-/// What the toolkit does when a control of a window was used. `number` is what the event tells beside.
-void send(wxEventType type, wxWindow* control, int number = 0);
-/// Presses a button, by its name.
-void click(wxWindow* window, const char* name);
-
 void make_file(const std::string& path, const std::string& text = {});
 std::string read_file(const std::string& path);
 

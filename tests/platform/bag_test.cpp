@@ -176,17 +176,6 @@ TEST(BagFile, DamageIsAnErrorAndChangesNothing)
     EXPECT_EQ(bag, before);
 }
 
-TEST(BagFile, EveryCutIsNoticed)
-{
-    std::string text;
-    ASSERT_TRUE(save_to_string(records(2), text).succeeded());
-    variant_bag_t bag;
-    // The last byte is the line end behind the closing element.
-    for (std::size_t length = 0; length + 1 < text.size(); ++length)
-        EXPECT_TRUE(load_from_string(std::string_view(text).substr(0, length), bag).failed()) << length;
-    EXPECT_TRUE(bag.empty());
-}
-
 TEST(BagThreads, NamesAreSharedSafely)
 {
     std::vector<std::thread> threads;

@@ -99,22 +99,6 @@ TEST_F(PropertyStorage, DamagedFileIsKeptAsideUnlessSomebodyMendedIt)
     EXPECT_FALSE(aside.exists());
 }
 
-TEST_F(PropertyStorage, FailedSaveKeepsFileAndChanges)
-{
-    const storage_t root = open();
-    root->set_value("n", 1);
-    save(root);
-    const std::string before = read_text(m_file);
-    root->set_value("n", 2);
-    {
-        const test_tools::disk_limit_t full(10);
-        EXPECT_EQ(root->save().identifier(), "gh2::error::Io");
-    }
-    EXPECT_EQ(read_text(m_file), before);
-    save(root);
-    EXPECT_EQ(open()->get_value("n").get<int>(), 2);
-}
-
 TEST_F(PropertyStorage, WhatAnotherProcessWroteIsTakenOver)
 {
     {

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -80,23 +77,6 @@ std::vector<std::string> temp_dir_t::names() const
         found.push_back(entry.path().filename().string());
     std::sort(found.begin(), found.end());
     return found;
-}
-
-disk_limit_t::disk_limit_t(unsigned long bytes)
-{
-    rlimit limit{};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    m_before = limit.rlim_cur;
-    limit.rlim_cur = bytes;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-}
-
-disk_limit_t::~disk_limit_t()
-{
-    rlimit limit{};
-    ::getrlimit(RLIMIT_FSIZE, &limit);
-    limit.rlim_cur = m_before;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 std::string read_text(const gen_helpers2::path_t& file)

@@ -31,19 +31,6 @@ private:
     gen_helpers2::path_t m_path;
 };
 
-/// Lets no file grow beyond so many bytes, as a full disk does; to try it ends a program that does not mind.
-class disk_limit_t
-{
-public:
-    explicit disk_limit_t(unsigned long bytes);
-    ~disk_limit_t();
-    disk_limit_t(const disk_limit_t&) = delete;
-    disk_limit_t& operator=(const disk_limit_t&) = delete;
-
-private:
-    unsigned long m_before;
-};
-
 std::string read_text(const gen_helpers2::path_t& file);
 void write_text(const gen_helpers2::path_t& file, const std::string& text);
 

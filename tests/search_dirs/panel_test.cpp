@@ -4,17 +4,10 @@
 #include <commondlg3/file_finder_pp.h>
 #include <commondlg3/resources.h>
 #include <commondlg3/search_dirs_panel.h>
-#include <commondlg3/search_dirs_tab.h>
-#include <missing_resource.h>
-#include <preferences_dialog.h>
-#include <wx_helpers1/text.h>
 
-#include <wx/button.h>
 #include <wx/choice.h>
-#include <wx/listbox.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 
 namespace {
@@ -109,97 +102,6 @@ TEST_F(SearchDirsPanel, WhatCannotBeSavedIsToldAndStaysToBeSaved)
     EXPECT_FALSE(m_page->is_changed());
     EXPECT_EQ(dirs_t({{"/new", false}, {"/usr/bin", true}}),
               dirs_of(open_dirs(m_dir.path() + "/config/dirs.xml"), category_binaries));
-}
-
-// The host's dialog, with the page of binaries in front.
-class SearchDirsPreferences : public testing::Test
-{
-protected:
-    static int run(const std::function<void(wxWindow*, search_dirs_tab_t*)>& act)
-    {
-        gallery::preferences_dialog_t dialog;
-        return test::run_modal(
-            [&] { return dialog.show_modal(test::main_window()); },
-            [&](wxTopLevelWindow* window) {
-                auto* list = from_xrc<wxListBox>(window, "m_pages");
-                const int row = list->FindString(
-                    wx_helpers1::to_wx(gallery::text("preferences.page.search_dirs.binaries")));
-                list->SetSelection(row);
-                test::send(wxEVT_LISTBOX, list, row);
-                test::settle();
-                search_dirs_tab_t* tab = nullptr;
-                for (wxWindow* child : from_xrc<wxWindow>(window, "m_page_area")->GetChildren())
-                    tab = tab ? tab : dynamic_cast<search_dirs_tab_t*>(child);
-                ASSERT_TRUE(tab);
-                act(window, tab);
-            });
-    }
-    static wxButton* button(wxWindow* window, const char* name) { return from_xrc<wxButton>(window, name); }
-    std::string file() const { return m_dir.path() + "/config/search_directories.xml"; }
-    std::string stored() const { return test::read_file(file()); }
-
-    const test::temp_dir_t m_dir;
-    const test::config_guard_t m_config{m_dir.path() + "/config"};
-};
-
-TEST_F(SearchDirsPreferences, ApplyFollowsTheListAndCancelLeavesTheFile)
-{
-    EXPECT_EQ(wxID_OK, run([&](wxWindow* window, search_dirs_tab_t* tab) {
-                  EXPECT_FALSE(button(window, "m_btn_apply")->IsEnabled());
-                  tab->get_grid()->SetFocus();
-                  tab->get_grid()->edit(0);
-                  test::type("/typ");
-                  EXPECT_TRUE(button(window, "m_btn_apply")->IsEnabled()) << "while it is typed";
-                  test::type("ed");
-                  test::click(window, "m_btn_apply");
-                  EXPECT_FALSE(button(window, "m_btn_apply")->IsEnabled());
-                  EXPECT_NE(std::string::npos, stored().find("/typed"));
-                  tab->get_grid()->insert_rows(0, {"/second"});
-                  test::click(window, "m_btn_ok");
-              }));
-    const std::string before = stored();
-    EXPECT_NE(std::string::npos, before.find("/second"));
-    EXPECT_EQ(wxID_CANCEL, run([&](wxWindow*, search_dirs_tab_t* tab) {
-                  EXPECT_EQ("/typed", tab->get_grid()->get_text(1));
-                  tab->remove_row(1);
-                  test::press(WXK_ESCAPE);
-              }));
-    EXPECT_EQ(before, stored());
-}
-
-TEST_F(SearchDirsPreferences, AnotherProgramsListsStayAndAFailedWriteLosesNothing)
-{
-    const auto other_program = [&](search_category_t category, const char* dir) {
-        const auto lists = open_dirs(file());
-        lists->get_dirs(category)->add(dir, false);
-        EXPECT_TRUE(lists->save().succeeded());
-    };
-    EXPECT_EQ(wxID_OK, run([&](wxWindow* window, search_dirs_tab_t* tab) {
-                  other_program(category_sources, "/from/elsewhere");
-                  tab->get_grid()->insert_rows(0, {"/mine"});
-                  {
-                      std::filesystem::rename(m_dir.path() + "/config", m_dir.path() + "/away");
-                      test::make_file(m_dir.path() + "/config"); // where the folder should be
-                      test::messages_t messages;
-                      test::click(window, "m_btn_ok");
-                      EXPECT_EQ(1U, messages.shown.size());
-                  }
-                  EXPECT_EQ("/mine", tab->get_grid()->get_text(0));
-                  EXPECT_TRUE(button(window, "m_btn_apply")->IsEnabled());
-                  std::filesystem::remove(m_dir.path() + "/config");
-                  std::filesystem::rename(m_dir.path() + "/away", m_dir.path() + "/config");
-                  test::click(window, "m_btn_ok");
-              }));
-    EXPECT_NE(std::string::npos, stored().find("/mine"));
-    EXPECT_NE(std::string::npos, stored().find("/from/elsewhere"));
-    test::make_file(file(), "<bag");
-    test::messages_t messages;
-    EXPECT_EQ(wxID_CANCEL, run([&](wxWindow*, search_dirs_tab_t*) {
-                  EXPECT_TRUE(test::wait_for([&] { return !messages.shown.empty(); }));
-                  test::press(WXK_ESCAPE);
-              }));
-    EXPECT_EQ(1U, messages.shown.size()) << "once, though three pages share the file";
-    EXPECT_EQ("<bag", stored());
 }
 
 } // namespace

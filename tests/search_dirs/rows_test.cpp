@@ -2,6 +2,7 @@
 
 #include <vdxpropgrid2/grid_rows.h>
 
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -59,29 +60,19 @@ TEST(GridRows, ToldChangesLeadToTheSameRowsAndEachStepGoesBackAndForth)
     for (int step = 0; step < 3000; ++step) {
         before = rows.get();
         const std::size_t at = random() % (rows.size() + 1); // beyond the last row, too
-        switch (random() % 8) {
-        case 0:
-        case 1:
-            follow_step(rows.insert(at, std::vector<row_t>(1 + random() % 3, row_t{std::to_string(step)})));
-            break;
-        case 2:
-            follow_step(rows.remove(at, 1 + random() % 3));
-            break;
-        case 3:
-            follow_step(rows.move(at, random() % (rows.size() + 1)));
-            break;
-        case 4:
-            follow_step(rows.set_text(at, std::to_string(step)));
-            break;
-        case 5:
-            follow_step(rows.set_checked(at, step % 2 == 0));
-            break;
-        case 6:
-            follow(rows.undo());
-            break;
-        default:
-            follow(rows.redo());
-        }
+        const auto other = static_cast<std::size_t>(random());
+        const std::vector<row_t> more(1 + other % 3, row_t{std::to_string(step)});
+        const std::function<void()> acts[] = {
+            [&] { follow_step(rows.insert(at, more)); },
+            [&] { follow_step(rows.insert(at, more)); },
+            [&] { follow_step(rows.remove(at, more.size())); },
+            [&] { follow_step(rows.move(at, other % (rows.size() + 1))); },
+            [&] { follow_step(rows.set_text(at, std::to_string(step))); },
+            [&] { follow_step(rows.set_checked(at, step % 2 == 0)); },
+            [&] { follow(rows.undo()); },
+            [&] { follow(rows.redo()); },
+        };
+        acts[random() % 8]();
         ASSERT_EQ(rows.get(), shown) << step;
     }
 }

@@ -9,6 +9,7 @@
 #include <wx_helpers1/text.h>
 
 #include <wx/bmpbuttn.h>
+#include <wx/button.h>
 #include <wx/dirdlg.h>
 
 #include <atomic>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support.h"
+
 #include <wx/checkbox.h>
 #include <wx/dialog.h>
 #include <wx/timer.h>
@@ -14,10 +16,7 @@ inline void change_something(wxWindow& window)
         auto* box = wxDynamicCast(child, wxCheckBox);
         if (box && box->IsEnabled() && box->IsShown()) {
             box->SetValue(!box->GetValue());
-            wxCommandEvent changed(wxEVT_CHECKBOX, box->GetId());
-            changed.SetEventObject(box);
-            changed.SetInt(box->GetValue());
-            box->ProcessWindowEvent(changed);
+            send(wxEVT_CHECKBOX, box, box->GetValue());
         }
         change_something(*child);
     }

@@ -4,7 +4,6 @@
 #include <cfgmgr2/property_storage.h>
 #include <ff/search_directories.h>
 #include <gen_helpers2/file.h>
-#include <gen_helpers2/variant_bag_file.h>
 
 #include <gtest/gtest.h>
 

@@ -48,7 +48,7 @@ double left_behind(int times, const Work& work)
 TEST(Memory, OpeningLeavesNothingBehind)
 {
     const test::temp_dir_t folder;
-    const test::config_guard_t config(folder.path());
+    const test::product_guard_t product(RESOURCE_DIR, LOCALE_DIR, folder.path());
     const auto& entries = gallery::entries();
     const double bytes = left_behind(rounds(), [&entries] {
         for (const gallery::entry_t& entry : entries) {

@@ -5,16 +5,14 @@
 #include "faults.h"
 #include "log_tools.h"
 #include "support.h"
+#include "tools.h"
 
 #include <commondlg3/image_loader.h>
 #include <commondlg3/inplace_contents.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 
 namespace {
@@ -29,10 +27,8 @@ files_t files_in(const std::string& folder)
 {
     files_t files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file()) {
-            std::ifstream in(entry.path());
-            files[entry.path().lexically_relative(folder)] = {std::istreambuf_iterator<char>(in), {}};
-        }
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(folder)] = test::read_file(entry.path());
     return files;
 }
 

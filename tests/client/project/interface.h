@@ -1,33 +1,19 @@
 #pragma once
 
-#include <type_traits>
-
 // Each takes what it is given as it is: the argument list, the result and the constness must be those asked
 // for. The address keeps the linker from leaving it out.
 extern volatile const void* last_named;
 
-template <class R, class... A, class C>
-void named(R (C::*operation)(A...))
+template <class... T>
+void named_free(T... functions)
 {
-    last_named = &operation;
+    ((last_named = &functions), ...);
 }
 
-template <class R, class... A, class C>
-void named_const(R (C::*operation)(A...) const)
+template <class Function, class... C>
+void named(Function C::*... operations)
 {
-    last_named = &operation;
-}
-
-template <class T, class C>
-void named_data(T C::*member)
-{
-    last_named = &member;
-}
-
-template <class T>
-void named_free(T function)
-{
-    last_named = &function;
+    named_free(operations...);
 }
 
 void name_messages();
