@@ -66,7 +66,7 @@ class Patient:
                                         env={**SANITIZERS, **os.environ, "PATH": programs, "HOME": self.folder.name})
         self.pid = self.process.pid
         self.asked = self.screen.answered
-        self.screen.owners.clear()  # identifiers are used again
+        self.screen.forget()
         self.warm = None
         self.homes = 0
         self.wait(lambda: self.screen.windows(self.pid), 60, "no window appeared")

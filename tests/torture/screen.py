@@ -19,7 +19,7 @@ class Screen:
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self.atoms = {name: self.display.intern_atom(name)
                       for name in (PING, PROTOCOLS, DELETE, MANAGER, "_NET_WM_PID", "_NET_CLIENT_LIST_STACKING")}
-        self.changed, self.answered, self.seen, self.owners = True, 0, [], {}
+        self.changed, self.answered, self.seen, self.owners, self.known = True, 0, [], {}, {}
         self.keys_of = {}
         free = [8 + at for at, row in enumerate(self.display.get_keyboard_mapping(8, 248)) if not any(row)]
         for code, letter in zip(reversed(free), ODD_LETTERS):
@@ -36,6 +36,7 @@ class Screen:
             event = self.display.next_event()
             if event.type != X.ClientMessage:
                 self.changed = True
+                self.known.pop(getattr(getattr(event, "window", None), "id", None), None)
             elif event.client_type == self.atoms[PROTOCOLS] and event.data[1][0] == self.atoms[PING]:
                 self.answered = max(self.answered, event.data[1][1])
 
@@ -50,12 +51,20 @@ class Screen:
                 pass
         return self.seen
 
+    def forget(self):
+        """Identifiers are used again by what comes next."""
+        self.owners.clear()
+        self.known.clear()
+
     def _look(self, pid):
         clients = self.root.get_full_property(self.atoms["_NET_CLIENT_LIST_STACKING"], X.AnyPropertyType)
         tops = [self.display.create_resource_object("window", client) for client in clients.value] if clients else []
-        tops += self.root.query_tree().children  # what nobody manages; frames are nobody's
-        return [pair for pair in map(self._look_at, reversed(list(dict.fromkeys(tops))))
-                if self.owners.get(pair[0].id) == pid and pair[1] is not None]
+        looks = {window: self._look_at(window) for window in tops}
+        for window in self.root.query_tree().children:  # what nobody manages; frames are nobody's
+            if window.id not in self.known:
+                self.known[window.id] = self._look_at(window)
+            looks.setdefault(window, self.known[window.id])
+        return [pair for pair in reversed(looks.values()) if self.owners.get(pair[0].id) == pid and pair[1] is not None]
 
     def managed(self, pid):
         return [window for window, is_managed in self.windows(pid) if is_managed]
