@@ -204,21 +204,25 @@ class Patient:
 
     def go_home(self):
         """Closes all but one window; then it must not have grown."""
-        for attempt in range(120):
+        attempt, least = 0, 1 << 30
+        while True:
             windows = self.screen.windows(self.pid)
+            if len(windows) < least:
+                attempt, least = 0, len(windows)
+            attempt += 1
             managed = [window for window, is_managed in windows if is_managed]
             # A tool tip stays where the pointer is; a menu has gone by then.
             if self.ended() or len(managed) <= 1 and (len(windows) <= 1 or attempt > 20):
                 break
+            if attempt == 120:
+                raise Trouble("windows cannot be closed", *self.stack())
             if attempt % 2 and (len(managed) < len(windows) or attempt % 4 == 3):
                 self.screen.give_focus(managed)
                 self.screen.key("Escape")
-            else:
-                self.screen.close(managed[attempt // 16 % len(managed)])
+            elif managed:
+                self.screen.close(managed[attempt // 2 % len(managed)])
             self.follow(0)
             self.screen.changed = True
-        else:
-            raise Trouble("windows cannot be closed", *self.stack())
         self.homes += 1
         if self.judges_memory and not self.ended() and self.rest():
             now = self.memory()
@@ -266,12 +270,12 @@ class Patient:
             if self.ended():
                 break
             windows = self.screen.managed(self.pid)
-            for window in windows[:1]:
+            if windows:
                 self.screen.give_focus(windows)
                 if attempt % 2:
                     self.screen.key("Escape")
                 else:
-                    self.screen.close(window)
+                    self.screen.close(windows[attempt // 8 % len(windows)])
             self.follow(0)
             self.screen.changed = True
             time.sleep(min(0.02 * attempt, 0.2))
