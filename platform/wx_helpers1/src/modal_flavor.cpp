@@ -48,8 +48,8 @@ void end_of_files(gpointer files)
     g_object_unref(files);
 }
 
-// The toolkit's list of files may outlive its chooser, and would go on following its folder, sorting by what the
-// chooser knew and telling it about changes.
+// The toolkit's list of files may outlive its chooser, and would go on following its folder, sorting by what
+// the chooser knew and telling it about changes.
 void forget_files(GtkWidget* widget, gpointer chooser)
 {
     GtkEntryCompletion* names = GTK_IS_ENTRY(widget) ? gtk_entry_get_completion(GTK_ENTRY(widget)) : nullptr;
