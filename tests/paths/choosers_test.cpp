@@ -15,6 +15,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -116,6 +117,43 @@ gboolean accept_nothing(gpointer dialog)
     g_free(selected);
     gtk_dialog_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT);
     return G_SOURCE_REMOVE;
+}
+
+void keep_files(GtkWidget* widget, gpointer kept)
+{
+    GtkTreeModel* files = GTK_IS_TREE_VIEW(widget) ? gtk_tree_view_get_model(GTK_TREE_VIEW(widget)) : nullptr;
+    if (files && G_OBJECT_TYPE_NAME(files) == std::string("GtkFileSystemModel"))
+        g_set_object(static_cast<GtkTreeModel**>(kept), files);
+    if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), keep_files, kept);
+}
+
+TEST(Choosers, AListOfFilesThatIsLeftTellsNobodyWhoHasGone)
+{
+    const test::temp_dir_t dir;
+    std::string path = dir.path();
+    std::pair<GtkWidget*, GtkTreeModel*> kept;
+    const test::chooser_answer_t answer([&kept](wxDialog* shown) {
+        kept.first = shown->GetHandle();
+        g_timeout_add(
+            10,
+            [](gpointer data) -> gboolean {
+                auto& [chooser, files] = *static_cast<decltype(kept)*>(data);
+                keep_files(chooser, &files);
+                if (files) {
+                    g_signal_connect(files, "row-inserted", G_CALLBACK(+[] {}), nullptr); // until its end
+                    gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_CANCEL);
+                }
+                return !files;
+            },
+            &kept);
+        return static_cast<int>(wxID_NONE);
+    });
+    EXPECT_FALSE(commondlg3::folder_dlg(test::main_window(), path, ""));
+    for (const char* signal : {"row-changed", "row-inserted"})
+        EXPECT_FALSE(g_signal_has_handler_pending(
+            kept.second, g_signal_lookup(signal, G_OBJECT_TYPE(kept.second)), 0, TRUE));
+    g_object_unref(kept.second);
 }
 
 TEST(Choosers, NothingSelectedIsACancel)

@@ -1,6 +1,7 @@
 """Owners of the clipboard as they are met in the wild: slow, gone, wrong."""
 import select
 import threading
+import time
 
 import Xlib.display
 import Xlib.error
@@ -11,7 +12,7 @@ TEXTS = {
     "text": "/usr/include\n/usr/lib\n".encode(),
     "bytes": b"\xff\xfe\x80/tmp/\xe2\x28\xa1\xf0\x28\x8c\x28 \xc0\xaf\x00 behind",
     "overrides": "exe\u202egnp.\u202d \u2066\u202b/\u0301\u0301\u0301\r\n\t\u2028".encode(),
-    "long": b"/very/long" * 4000,  # the toolkit's own fields of one line are slow with several times that
+    "long": b"/very/long" * 1500,  # the toolkit's own fields of one line are slow with several times that
 }
 KINDS = [*TEXTS, "silent", "vanishes", "nothing", "numbers", "endless"]
 
@@ -21,7 +22,7 @@ class Owner(threading.Thread):
 
     def __init__(self, kind):
         super().__init__(daemon=True)
-        self.kind = kind
+        self.kind, self.speaks = kind, None
         self.owns = threading.Event()
         self.start()
         self.owns.wait(5)
@@ -48,10 +49,11 @@ class Owner(threading.Thread):
 
     def serve(self, request):
         """False when the owner goes."""
-        if self.kind == "silent":
-            return True
         property_ = request.property or request.target
         put = request.requestor.change_property
+        if self.kind == "silent":  # for as long as a user waits; the toolkit would for half a minute, and opens no menu
+            self.speaks = self.speaks or time.monotonic() + 5
+            time.sleep(max(0, self.speaks - time.monotonic()))
         if request.target == self.atom("TARGETS"):
             targets = [self.atom("TARGETS"), self.atom("UTF8_STRING"), Xatom.STRING, self.atom("text/uri-list")]
             put(property_, Xatom.ATOM, 32, targets)
@@ -59,7 +61,7 @@ class Owner(threading.Thread):
             put(property_, request.target, 8, TEXTS[self.kind])
         elif self.kind == "numbers":
             put(property_, Xatom.INTEGER, 32, [1, 2, 3])
-        elif self.kind == "nothing":
+        elif self.kind in ("nothing", "silent"):
             property_ = X.NONE
         else:  # in parts, of which the first comes
             put(property_, self.atom("INCR"), 32, [1000000])

@@ -45,7 +45,7 @@ MANAGER = """<?xml version="1.0"?>
 """
 # How often each kind, of all.
 WEIGHTS = {"key": 560, "click": 200, "text": 40, "move": 40, "wheel": 40, "drag": 40, "resize": 30, "open": 30, "close": 8,
-           "clipboard": 8, "home": 2, "look": 2, "audit": 1, "manager": 0.5}
+           "clipboard": 8, "home": 1, "look": 2, "audit": 0.3, "manager": 0.3}
 
 
 def make_launch(rng, names):
@@ -204,11 +204,12 @@ class Doer:
     def manage(self, what):
         alive = self.manager_process and self.manager_process.poll() is None
         if what == "starts" and not alive:
-            before, end = self.screen.manager(), time.monotonic() + 10
+            self.screen.forget_manager()
+            end = time.monotonic() + 10
             self.manager_process = subprocess.Popen(["openbox", "--replace", "--config-file", self.manager_file], stdout=subprocess.DEVNULL,
                                                     stderr=subprocess.DEVNULL)
             # A window that asks to be shown while one manager follows another is forgotten by both.
-            while self.screen.manager() == before and time.monotonic() < end:
+            while not self.screen.has_manager() and time.monotonic() < end:
                 time.sleep(0.02)
         elif what == "dies" and alive:
             self.manager_process.kill()

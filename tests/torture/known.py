@@ -18,13 +18,18 @@ KNOWN = [
     r"cast to 'GtkFileChooser|gtk_file_chooser_set_current_folder_file: assertion 'GTK_IS_FILE_CHOOSER \(chooser\)' failed",
     # wxPizza::scroll() moves the hidden children of a scrolled panel along with the others.
     r"gtk_widget_set_allocation: assertion '_gtk_widget_get_visible \(widget\) \|\| _gtk_widget_is_toplevel \(widget\)'",
-    # What is squeezed in a window that was made smaller than it may be: the text of a button or field has no room left.
+    # What is squeezed in a window that no window manager keeps from being made smaller than it may be: the text of a
+    # button or field has no room left.
     r"Negative content (width|height) -\d+ \(allocation \d+, extents \d+x\d+\) while allocating gadget",
-    # A scrolled window that is lower than the ends of its scroll bar.
+    # The same of a list, which becomes lower than the ends of its scroll bar.
     r"gtk_widget_get_preferred_width_for_height: assertion 'height >= 0' failed",
     r"attempt to allocate widget with width \d+ and height -\d+",
     # A widget that stops moving (a spinner, a bar that glides) while its window is drawn for the first time.
     r"g_signal_handler_disconnect: assertion 'handler_id > 0' failed",
     r"gdk_frame_clock_idle_end_updating: assertion 'priv->updating_count > 0' failed",
+    # A field to search in is drawn before the cross has been given room that comes with its first letter.
+    r"Drawing a gadget with negative dimensions\. .*\(node image owner GtkSearchEntry\)",
+    # The arrow keys in a field with a line of 10,000 letters: it measures the line up to each of them.
+    r"^pango_layout_move_cursor_visually \(\)",
 ]
 is_known = re.compile("|".join(KNOWN)).search

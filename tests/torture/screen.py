@@ -8,7 +8,7 @@ from Xlib.protocol import event as protocol
 # Letters that no keyboard of the display has: they get the keys that are free.
 ODD_LETTERS = "\u202e\u0301\u200b\u2028\U0001f600\u0627\u3042\uffff"
 # The clients that ask know each other by these.
-PING, PROTOCOLS, DELETE = "_NET_WM_PING", "WM_PROTOCOLS", "WM_DELETE_WINDOW"
+PING, PROTOCOLS, DELETE, MANAGER = "_NET_WM_PING", "WM_PROTOCOLS", "WM_DELETE_WINDOW", "_NET_SUPPORTING_WM_CHECK"
 
 
 class Screen:
@@ -18,8 +18,8 @@ class Screen:
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self.atoms = {name: self.display.intern_atom(name)
-                      for name in (PING, PROTOCOLS, DELETE, "_NET_WM_PID", "_NET_CLIENT_LIST_STACKING")}
-        self.changed, self.answered, self.seen, self.owners = True, 0, [], {}
+                      for name in (PING, PROTOCOLS, DELETE, MANAGER, "_NET_WM_PID", "_NET_CLIENT_LIST_STACKING")}
+        self.changed, self.answered, self.seen, self.owners, self.known = True, 0, [], {}, {}
         self.keys_of = {}
         free = [8 + at for at, row in enumerate(self.display.get_keyboard_mapping(8, 248)) if not any(row)]
         for code, letter in zip(reversed(free), ODD_LETTERS):
@@ -36,6 +36,7 @@ class Screen:
             event = self.display.next_event()
             if event.type != X.ClientMessage:
                 self.changed = True
+                self.known.pop(getattr(getattr(event, "window", None), "id", None), None)
             elif event.client_type == self.atoms[PROTOCOLS] and event.data[1][0] == self.atoms[PING]:
                 self.answered = max(self.answered, event.data[1][1])
 
@@ -50,20 +51,31 @@ class Screen:
                 pass
         return self.seen
 
+    def forget(self):
+        """Identifiers are used again by what comes next."""
+        self.owners.clear()
+        self.known.clear()
+
     def _look(self, pid):
         clients = self.root.get_full_property(self.atoms["_NET_CLIENT_LIST_STACKING"], X.AnyPropertyType)
         tops = [self.display.create_resource_object("window", client) for client in clients.value] if clients else []
-        tops += self.root.query_tree().children  # what nobody manages; frames are nobody's
-        return [pair for pair in map(self._look_at, reversed(list(dict.fromkeys(tops))))
-                if self.owners.get(pair[0].id) == pid and pair[1] is not None]
+        looks = {window: self._look_at(window) for window in tops}
+        for window in self.root.query_tree().children:  # what nobody manages; frames are nobody's
+            if window.id not in self.known:
+                self.known[window.id] = self._look_at(window)
+            looks.setdefault(window, self.known[window.id])
+        return [pair for pair in reversed(looks.values()) if self.owners.get(pair[0].id) == pid and pair[1] is not None]
 
     def managed(self, pid):
         return [window for window, is_managed in self.windows(pid) if is_managed]
 
-    def manager(self):
-        """The window by which the window manager tells that it works."""
-        told = self.root.get_full_property(self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
-        return told and told.value[0]
+    def has_manager(self):
+        """Whether a window manager has told that it works; what an earlier one told must have been forgotten."""
+        return self.root.get_full_property(self.atoms[MANAGER], X.AnyPropertyType) is not None
+
+    def forget_manager(self):
+        self.root.delete_property(self.atoms[MANAGER])
+        self.display.sync()
 
     def _look_at(self, window):
         """(window, whether a window manager places it, or None where it cannot be seen); its owner is kept."""

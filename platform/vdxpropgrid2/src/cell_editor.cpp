@@ -39,6 +39,9 @@ struct cell_editor_t::handlers_t
     static void menu_opens(GtkEntry*, GtkWidget* menu, cell_editor_t* self)
     {
         self->m_menu_is_open = true;
+        // The toolkit would look for the entry half a second after the menu has closed, whether it is there or not;
+        // what becomes of it is decided by its focus here.
+        g_signal_handlers_disconnect_by_data(menu, self->m_renderer);
         // By the entry, which may be gone before its menu.
         g_signal_connect_object(menu, "unmap", G_CALLBACK(menu_closed), self->m_entry, G_CONNECT_SWAPPED);
     }

@@ -41,6 +41,32 @@ void cancel_hidden_menu()
         gtk_grab_remove(grabbing);
 }
 
+// It stops reading and watching, whoever still holds it.
+void end_of_files(gpointer files)
+{
+    g_object_run_dispose(G_OBJECT(files));
+    g_object_unref(files);
+}
+
+// The toolkit's list of files may outlive its chooser, and would go on following its folder, sorting by what
+// the chooser knew and telling it about changes.
+void forget_files(GtkWidget* widget, gpointer chooser)
+{
+    GtkEntryCompletion* names = GTK_IS_ENTRY(widget) ? gtk_entry_get_completion(GTK_ENTRY(widget)) : nullptr;
+    gpointer listener = names ? widget : chooser;
+    GtkTreeModel* files = names ? gtk_entry_completion_get_model(names) : nullptr;
+    if (GTK_IS_TREE_VIEW(widget))
+        files = gtk_tree_view_get_model(GTK_TREE_VIEW(widget));
+    if (files && listener) {
+        g_signal_handlers_disconnect_matched(files, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, listener);
+        g_object_set_data_full(G_OBJECT(names ? gpointer(names) : chooser), "commondlg3-files",
+                               g_object_ref(files), end_of_files);
+    }
+    if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), forget_files,
+                             GTK_IS_FILE_CHOOSER_WIDGET(widget) ? widget : chooser);
+}
+
 // The toolkit's own loop waits until somebody tells it to end. This one looks at each turn whether there
 // still is a window that somebody could end it by.
 class modal_loop_t : public wxGUIEventLoop
@@ -291,6 +317,8 @@ int show_modal_chooser(wxDialog& dialog)
     const int code = dialog.ShowModal();
     if (parent)
         parent->Unbind(wxEVT_DESTROY, on_destroy);
+    if (dialog.GetHandle())
+        forget_files(dialog.GetHandle(), nullptr);
     return code;
 }
 
