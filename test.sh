@@ -2,10 +2,10 @@
 # Installs what is missing, builds, and tests.
 #
 #   ./test.sh        everything as released
-#   ./test.sh all    also what a screen reader says, windows whose look changes while they are open, windows under
-#                    Wayland, an audit of every window, the linters, a monkey at keyboard and mouse, AddressSanitizer
-#                    and UndefinedBehaviorSanitizer, the thread tests under ThreadSanitizer, the gallery by another
-#                    compiler, and each fuzzer for a short while
+#   ./test.sh all    also what a screen reader says, windows whose look changes while they are open, failing calls of the
+#                    system, machines that lack something, memory, windows under Wayland, an audit of every window, the
+#                    linters, a monkey at keyboard and mouse, AddressSanitizer and UndefinedBehaviorSanitizer, the thread
+#                    tests under ThreadSanitizer, the gallery by another compiler, and each fuzzer for a short while
 #
 # FUZZ_SECONDS: how long each fuzzer runs (20; 0 leaves them out)
 set -euo pipefail
@@ -50,7 +50,7 @@ if $all; then
     step "What a screen reader says"
     run_tests release -L speech
 
-    step "Windows whose look changes while they are open"
+    step "Windows whose look changes while they are open, failing calls, odd machines, memory"
     run_tests release -L long
 
     step "Windows under Wayland"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The long lane: lets the monkey loose on the gallery, as released and under the sanitizers, and runs every fuzzer, each
-# for its share of the time. Prints how much was done and what was found, and fails when that is anything at all.
+# for its share of the time; before that, all faults that can be made, 10,000 windows, and hands at random on a log under
+# ThreadSanitizer. Prints how much was done and what was found, and fails when that is anything at all.
 #
 # usage: torture.sh MINUTES [SEED]     what is found is kept in build/torture/, shortest sequences of events too
 set -euo pipefail
@@ -15,6 +16,17 @@ for preset in release asan fuzz; do
     [ "$preset" != fuzz ] || target=fuzzers
     cmake --build --preset "$preset" --target "$target"
 done
+
+for preset in release tsan; do
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" --target inplace_tests
+done
+cmake --build --preset release --target window_faults_tests faults_tests
+build/tests/torture/faults_tests --gtest_brief=1
+MEMORY_ROUNDS=310 scripts/with_display.sh build/tests/torture/window_faults_tests --gtest_brief=1 | grep -v '^{'
+TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1" STRESS_ROUNDS=2000 \
+    scripts/with_display.sh build-tsan/tests/inplace/inplace_tests --gtest_brief=1 \
+    --gtest_filter='InplaceThreads.workers_and_hands_at_random'
 
 mkdir -p build/torture
 chmod 1777 build/torture
