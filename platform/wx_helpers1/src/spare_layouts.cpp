@@ -18,6 +18,7 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <vector>
@@ -84,6 +85,9 @@ bool says_only_title_style_and_size(const wxXmlNode* object)
 
 void build(const order_t& order)
 {
+    if (const auto spare = pool().spares.find(order.key);
+        spare != pool().spares.end() && spare->second.holder)
+        return;
     const wxLogNull silent;
     const wxString name = to_wx(order.object);
     const wxXmlNode* node = order.resource->GetResourceNode(name);
@@ -195,7 +199,10 @@ void build_later(const std::string& key, wxXmlResource* resource, const std::str
                  void (*finish)(wxWindow*))
 {
     pool_t& all = pool();
-    all.orders.push_back({key, resource, object, finish});
+    // Opened twice before the loop came to rest it is ordered once: a spare that nobody knows of would stay.
+    if (std::none_of(all.orders.begin(), all.orders.end(),
+                     [&key](const order_t& order) { return order.key == key; }))
+        all.orders.push_back({key, resource, object, finish});
     if (all.source)
         g_source_remove(all.source);
     all.source = g_timeout_add_full(G_PRIORITY_LOW, delay_ms, build_next, nullptr, nullptr);
