@@ -68,14 +68,14 @@ if $all; then
 
     step "A monkey at keyboard and mouse"
     scripts/monkey.sh build/gallery/commondlg3_gallery --replay tests/torture/kept/*.events --whole
-    scripts/monkey.sh build/gallery/commondlg3_gallery --seed 5 --minutes 1
+    scripts/monkey.sh build/gallery/commondlg3_gallery --seed 5 --launches 4 --events 500 --whole
 
     step "Building under AddressSanitizer and UndefinedBehaviorSanitizer"
     build asan test_programs
     step "Tests under AddressSanitizer and UndefinedBehaviorSanitizer"
     run_tests asan
     step "The monkey under them"
-    scripts/monkey.sh build-asan/gallery/commondlg3_gallery --seed 5 --minutes 0.5
+    scripts/monkey.sh build-asan/gallery/commondlg3_gallery --seed 5 --launches 2 --events 500 --whole
 
     step "Building under ThreadSanitizer"
     build tsan thread_test_programs
