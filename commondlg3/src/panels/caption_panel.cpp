@@ -48,7 +48,9 @@ std::vector<caption_panel_t::message_info_t>::iterator caption_panel_t::find(int
             return found;
         begin = end;
     }
-    return m_messages.end();
+    // One that is not there, or stands behind a severity that there is not.
+    return std::find_if(m_messages.begin(), m_messages.end(),
+                        [id](const message_info_t& message) { return message.id == id; });
 }
 
 std::vector<caption_panel_t::message_info_t>::const_iterator caption_panel_t::find(int id) const

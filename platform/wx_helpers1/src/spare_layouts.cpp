@@ -85,9 +85,6 @@ bool says_only_title_style_and_size(const wxXmlNode* object)
 
 void build(const order_t& order)
 {
-    if (const auto spare = pool().spares.find(order.key);
-        spare != pool().spares.end() && spare->second.holder)
-        return;
     const wxLogNull silent;
     const wxString name = to_wx(order.object);
     const wxXmlNode* node = order.resource->GetResourceNode(name);
@@ -199,9 +196,11 @@ void build_later(const std::string& key, wxXmlResource* resource, const std::str
                  void (*finish)(wxWindow*))
 {
     pool_t& all = pool();
-    // Opened twice before the loop came to rest it is ordered once: a spare that nobody knows of would stay.
-    if (std::none_of(all.orders.begin(), all.orders.end(),
-                     [&key](const order_t& order) { return order.key == key; }))
+    // What is there, or ordered, is not ordered again: a spare that another one replaces would stay for good.
+    const auto spare = all.spares.find(key);
+    const bool is_there = spare != all.spares.end() && spare->second.holder;
+    if (!is_there && std::none_of(all.orders.begin(), all.orders.end(),
+                                  [&key](const order_t& order) { return order.key == key; }))
         all.orders.push_back({key, resource, object, finish});
     if (all.source)
         g_source_remove(all.source);
