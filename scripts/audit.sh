@@ -17,6 +17,7 @@ if [ $# -ge 4 ]; then
     [ -z "$complaints" ] || printf '== %s\n%s\n' "$*" "$complaints"
     [ "$code" -eq 0 ] && [ -z "$complaints" ] && exit
     printf '== %s: exit code %d\n' "$*" "$code"
+    [ -n "$complaints" ] || tail -n 5 <<<"$said"
     exit 1
 fi
 

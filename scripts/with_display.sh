@@ -22,10 +22,13 @@ export HOME="$home" XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data" XD
 export LANG=C.UTF-8 LC_ALL=C.UTF-8 GTK_OVERLAY_SCROLLING=0 GDK_BACKEND=x11 GSETTINGS_BACKEND=memory
 unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANGUAGE
 
+# A number of our own: of servers that look for a free one at the same moment, two may settle on the same.
+# And not begun anew when its first client goes while the second is coming, which would then be thrown out.
 exec {fd}<> <(:)
-Xvfb -displayfd "$fd" -screen 0 "${SCREEN_SIZE:-1280x1024}x24" -nolisten tcp >/dev/null 2>&1 &
+Xvfb ":$((100 + $$ % 50000))" -displayfd "$fd" -screen 0 "${SCREEN_SIZE:-1280x1024}x24" -noreset -nolisten tcp \
+    >"$home/xvfb" 2>&1 &
 started+=($!)
-read -r -t 20 number <&"$fd"
+read -r -t 60 number <&"$fd" || { echo "with_display.sh: no display" >&2; cat "$home/xvfb" >&2; exit 1; }
 exec {fd}>&-
 export DISPLAY=":$number"
 
