@@ -6,6 +6,7 @@
 #include <gen_helpers2/bag_stream.h>
 #include <gen_helpers2/log.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 
@@ -18,35 +19,53 @@ using gen_helpers2::error_code_t;
 // Freeing fewer takes no time worth saving.
 constexpr std::size_t many_lines = 20000;
 
-void write_line(bag_file_writer_t& out, std::string_view text, int severity)
+class entry_writer_t
 {
-    out.begin_child(saved::line);
-    out.put(saved::message, text);
-    out.put(saved::severity, severity);
-    out.end_child();
-}
+public:
+    entry_writer_t(bag_file_writer_t& out, bool show_debug, bool keep_times)
+        : m_out(out), m_show_debug(show_debug), m_keep_times(keep_times)
+    {
+    }
 
-void write_entry(bag_file_writer_t& out, const entry_contents_t& entry, bool show_debug)
-{
-    out.begin_child(saved::entry);
-    out.put(saved::message, entry.message);
-    out.put(saved::caption, entry.caption);
-    if (entry.image)
-        out.put(saved::image, *entry.image);
-    for (const auto& block : entry.lines.get_blocks())
-        for (const vdxcfrw7::line_t& line : block.lines)
+    void write(const entry_contents_t& entry)
+    {
+        m_out.begin_child(saved::entry);
+        m_out.put(saved::message, entry.message);
+        m_out.put(saved::caption, entry.caption);
+        if (entry.image)
+            m_out.put(saved::image, *entry.image);
+        entry.lines.for_each([this](const vdxcfrw7::line_t& line, std::uint64_t count, std::int64_t time) {
             if (!line.has(vdxcfrw7::line_t::status))
-                write_line(out, line.get_text(), static_cast<int>(line.severity));
-    for (const auto& batch : entry.unshown)
-        for (std::size_t i = batch->shown; i < batch->lines.size(); ++i) {
-            const line_batch_t::line_t& line = batch->lines[i];
-            const bool dropped =
-                (line.severity & msngr2::sev_status) || ((line.severity & msngr2::sev_debug) && !show_debug);
-            if (!dropped)
-                write_line(out, line.text, line.severity);
+                write_line(line.get_text(), static_cast<int>(line.severity), time, count);
+        });
+        for (const auto& batch : entry.unshown)
+            for (std::size_t i = batch->shown; i < batch->lines.size(); ++i) {
+                const line_batch_t::line_t& line = batch->lines[i];
+                const bool dropped = (line.severity & msngr2::sev_status) ||
+                                     ((line.severity & msngr2::sev_debug) && !m_show_debug);
+                if (!dropped)
+                    write_line(line.text(), line.severity, batch->time_of(line), line.count);
+            }
+        m_out.end_child();
+    }
+
+private:
+    void write_line(std::string_view text, int severity, std::int64_t time, std::uint64_t count)
+    {
+        for (std::uint64_t said = 0; said < count && m_out.error().succeeded(); ++said) {
+            m_out.begin_child(saved::line);
+            m_out.put(saved::message, text);
+            m_out.put(saved::severity, severity);
+            if (m_keep_times && time != vdxcfrw7::line_store_t::no_time)
+                m_out.put_value(saved::time, static_cast<long long>(time));
+            m_out.end_child();
         }
-    out.end_child();
-}
+    }
+
+    bag_file_writer_t& m_out;
+    bool m_show_debug;
+    bool m_keep_times;
+};
 
 // Passes a file on to another.
 class copier_t final : public gen_helpers2::bag_handler_t
@@ -157,7 +176,7 @@ error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
         for (const entry_contents_t& entry : m_data->entries) {
             if (out.error().failed())
                 break;
-            write_entry(out, entry, m_data->show_debug);
+            entry_writer_t(out, m_data->show_debug, m_data->keep_times).write(entry);
         }
     }
     return out.commit();

@@ -24,6 +24,7 @@ struct inplace_contents_t::data_t
 {
     std::vector<entry_contents_t> entries;
     bool show_debug = false;
+    bool keep_times = false;
     std::vector<gen_helpers2::path_t> unread;   ///< files that were not read to their end; they come first
     std::vector<gen_helpers2::path_t> not_kept; ///< files that broke off and could not be kept aside yet
 };

@@ -19,7 +19,9 @@ gen_helpers2::error_code_t read_saved_line(const gen_helpers2::variant_bag_t& en
         return error_code_t::invalid_value("entry.has<gh2::variant_t>(SEVERITY_NAME)");
     if (!severity->can_get<int>())
         return error_code_t::invalid_value("value.can_get<int>()");
-    line = {static_cast<msngr2::ESeverity>(severity->get<int>()), text->text()};
+    const gen_helpers2::variant_t* time = entry.find_value(saved::time);
+    line = {static_cast<msngr2::ESeverity>(severity->get<int>()), text->text(),
+            time && time->can_get<long long>() ? time->get<long long>() : vdxcfrw7::line_store_t::no_time};
     return {};
 }
 
@@ -48,10 +50,12 @@ vdxcfrw7::line_store_t event_entry_t::remove_element()
 
 gen_helpers2::error_code_t event_entry_t::save(gen_helpers2::variant_bag_t& bag)
 {
-    for_each_line([&bag](const messenger_entry_t& line) {
+    for_each_line([&bag, times = m_log->keeps_times()](const messenger_entry_t& line) {
         gen_helpers2::variant_bag_t& child = bag.add_child(saved::line);
         child.put(saved::message, line.text);
         child.put(saved::severity, static_cast<int>(line.severity));
+        if (times && line.time != vdxcfrw7::line_store_t::no_time)
+            child.put(saved::time, static_cast<long long>(line.time));
         child.shrink_to_fit();
     });
     return {};
@@ -73,7 +77,7 @@ gen_helpers2::error_code_t event_entry_t::load(const gen_helpers2::variant_bag_t
         if (read.failed())
             return read;
         if (own) // others take texts that end at their first zero byte
-            own->say_text(line.severity, line.text);
+            own->say_text(line.severity, line.text, line.time);
         else
             msngr->say(line.severity, line.text.data());
     }
@@ -96,9 +100,13 @@ void event_entry_t::say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaptio
     if (!is_status)
         m_severities |= severity;
     auto* element = static_cast<vdxcfrw7::CMessageElement*>(parent);
+    if (!is_status && element->RepeatLast(severity, text, m_said))
+        return;
     // Lines size themselves; the height of a remembered one follows its text, a status line keeps to one row.
     const vdxcfrw7::CCaption caption =
-        element->AddCaption(severity, text, image, is_status, m_copy_texts || is_status);
+        element->AddCaption(severity, text, image, is_status, m_copy_texts || is_status, m_time);
+    if (m_said > 1 && !is_status)
+        element->CountUp(m_said - 1);
     if (is_status) {
         m_status_caption = std::make_unique<vdxcfrw7::CCaption>(caption);
         *status = m_status_caption.get();

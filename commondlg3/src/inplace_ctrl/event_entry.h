@@ -12,6 +12,7 @@
 #include <boost/thread/mutex.hpp>
 
 #include <atomic>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <string>
@@ -25,6 +26,7 @@ struct messenger_entry_t
 {
     msngr2::ESeverity severity;
     std::string_view text;
+    std::int64_t time; ///< in milliseconds since 1970; line_store_t::no_time when nobody knows it
 };
 
 /// A line as it is saved.
@@ -32,6 +34,7 @@ struct saved_line_t
 {
     msngr2::ESeverity severity;
     std::string_view text; ///< in the bag that it was read from
+    std::int64_t time;     ///< when it was said, where that was kept; in milliseconds since 1970
 };
 
 gen_helpers2::error_code_t read_saved_line(const gen_helpers2::variant_bag_t& entry, saved_line_t& line);
@@ -53,7 +56,8 @@ public:
     /// The same for what it holds, which the caller gets.
     virtual entry_contents_t take() = 0;
     /// What say() does with a text that may hold any bytes.
-    virtual void say_text(msngr2::ESeverity severity, std::string_view text) = 0;
+    /// @param time when it was said, in milliseconds since 1970
+    virtual void say_text(msngr2::ESeverity severity, std::string_view text, std::int64_t time) = 0;
     [[nodiscard]] virtual gen_helpers2::error_code_t save(gen_helpers2::variant_bag_t& bag);
     [[nodiscard]] virtual gen_helpers2::error_code_t update_message(const message_t::ptr_t& new_msg,
                                                                     const callback_t* callback) = 0;
@@ -77,10 +81,11 @@ public:
     {
         if (!m_element)
             return;
-        for (const auto& block : m_element->GetLines().get_blocks())
-            for (const vdxcfrw7::line_t& line : block.lines)
-                if (!line.has(vdxcfrw7::line_t::status))
-                    fn(messenger_entry_t{static_cast<msngr2::ESeverity>(line.severity), line.get_text()});
+        m_element->GetLines().for_each([&fn](const vdxcfrw7::line_t& line, std::uint64_t count,
+                                             std::int64_t time) {
+            for (std::uint64_t said = line.has(vdxcfrw7::line_t::status) ? count : 0; said < count; ++said)
+                fn(messenger_entry_t{static_cast<msngr2::ESeverity>(line.severity), line.get_text(), time});
+        });
     }
 
     void add_ref() const noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
@@ -97,6 +102,9 @@ protected:
     event_log_t* m_log;
     vdxcfrw7::CMessageElement* m_element = nullptr; // the log's; null after hide()
     vdxcfrw7::CCaption* m_status = nullptr;         // points to m_status_caption once there is one
+    // Of the line that is being shown, beside what was said.
+    std::int64_t m_time = vdxcfrw7::line_store_t::no_time;
+    std::uint32_t m_said = 1; // so often in a row
     bool m_copy_texts = true; // false while the arena that a line's text lives in is to be the element's
 
     gen_helpers2::signal_t<int> m_button_signal;

@@ -15,6 +15,9 @@ public:
     bool get_show_debug() const { return m_show_debug; }
     bool is_changed() const { return m_changed; }
     void set_changed(bool changed) { m_changed = changed; }
+    /// Whether the times of lines are saved with them.
+    bool keeps_times() const { return m_keeps_times; }
+    void keep_times(bool keep) { m_keeps_times = keep; }
     /// The index of the picture of a line.
     int image_of(int severity) const;
 
@@ -23,6 +26,7 @@ private:
 
     bool m_show_debug;
     bool m_changed = false;
+    bool m_keeps_times = false;
     int m_error_image;
     int m_warning_image;
     int m_info_image;

@@ -82,7 +82,7 @@ private:
                                     "event_entry_t::load(value, msngr).succeeded(): " + read.as_string());
             return;
         }
-        m_piece.lines->add(line.severity, line.text);
+        m_piece.lines->add(line.severity, line.text, line.time);
         if (m_piece.lines->bytes >= piece_bytes || m_piece.lines->lines.size() >= piece_lines)
             hand_over();
     }

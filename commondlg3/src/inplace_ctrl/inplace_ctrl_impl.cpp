@@ -150,6 +150,7 @@ inplace_contents_t inplace_ctrl_impl_t::take_contents()
     contents.m_data = std::make_unique<inplace_contents_t::data_t>();
     inplace_contents_t::data_t& data = *contents.m_data;
     data.show_debug = m_log->get_show_debug();
+    data.keep_times = m_log->keeps_times();
     drop_targets();
     for (const auto& loader : m_loaders)
         data.unread.push_back(loader->get_file());

@@ -4,6 +4,8 @@
 
 #include <gen_helpers2/assertion.h>
 
+#include <chrono>
+#include <cstdint>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -20,6 +22,12 @@ constexpr int gauge_steps = 800;
 // spare.
 constexpr std::size_t worth_adopting = std::size_t(128) * 1024;
 constexpr std::size_t lines_between_looks_at_the_clock = 32;
+
+std::int64_t milliseconds_now()
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
 
 } // namespace
 
@@ -241,17 +249,17 @@ std::string message_entry_t::more_text() const
 void message_entry_t::say(msngr2::ESeverity severity, const char* text)
 {
     if (text)
-        say_text(severity, text);
+        say_text(severity, text, milliseconds_now());
 }
 
-void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text)
+void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text, std::int64_t time)
 {
     boost::lock_guard<boost::mutex> lock(m_mutex);
     if (m_closed)
         return;
     if (!m_pending)
         m_pending = std::make_unique<line_batch_t>();
-    m_pending->add(severity, text);
+    m_pending->add(severity, text, time, m_log->GetCollapse());
     if (m_task.must_be_posted())
         wx_helpers1::tasks::PostSignal(m_say_signal);
 }
@@ -286,11 +294,14 @@ bool message_entry_t::show_some()
         m_copy_texts = !adopt;
         while (batch.shown < batch.lines.size()) {
             const line_batch_t::line_t& line = batch.lines[batch.shown++];
-            say_impl(m_element, &m_status, line.severity, line.text);
+            m_time = batch.time_of(line);
+            m_said = line.count;
+            say_impl(m_element, &m_status, line.severity, line.text());
             if (batch.shown % lines_between_looks_at_the_clock == 0 && m_log->enough())
                 break;
         }
         m_copy_texts = true;
+        m_said = 1;
         if (batch.shown < batch.lines.size())
             return true;
         m_showing.pop_front();

@@ -4,6 +4,7 @@
 
 #include <wx_helpers1/tasks.h>
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <string>
@@ -26,7 +27,7 @@ public:
     /// there are.
     void say(msngr2::ESeverity severity, const char* text) override;
 
-    void say_text(msngr2::ESeverity severity, std::string_view text) override;
+    void say_text(msngr2::ESeverity severity, std::string_view text, std::int64_t time) override;
     /// GUI thread: shows these lines behind all that are waiting.
     void show_batch(std::unique_ptr<line_batch_t> batch);
 

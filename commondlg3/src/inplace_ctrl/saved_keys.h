@@ -7,6 +7,7 @@ inline constexpr char entry[] = "message_entry_t";
 inline constexpr char line[] = "message";
 inline constexpr char message[] = "msg";
 inline constexpr char severity[] = "severity";
+inline constexpr char time[] = "time"; // beside them, where the host wants it
 inline constexpr char caption[] = "cap";
 inline constexpr char image[] = "img";
 

@@ -147,6 +147,48 @@ void CEventLog::SetFilter(int severities, const std::string& text)
         m_view->set_filter(severities, text);
 }
 
+void CEventLog::SetTimes(times_t times)
+{
+    if (m_view)
+        m_view->set_times(times);
+}
+
+CEventLog::times_t CEventLog::GetTimes() const
+{
+    return m_view ? m_view->get_times() : times_t::none;
+}
+
+void CEventLog::SetWrap(bool wrap)
+{
+    if (m_view)
+        m_view->set_wrap(wrap);
+}
+
+bool CEventLog::GetWrap() const
+{
+    return !m_view || m_view->get_layout().wraps();
+}
+
+void CEventLog::SetZoom(int percent)
+{
+    if (m_view)
+        m_view->set_zoom(percent);
+}
+
+int CEventLog::GetZoom() const
+{
+    return m_view ? m_view->get_zoom() : 100;
+}
+
+void CEventLog::SetCollapse(bool collapse)
+{
+    if (collapse == GetCollapse())
+        return;
+    m_collapse = collapse;
+    for (const auto& element : m_elements)
+        element->ShowRepeats(!collapse);
+}
+
 std::size_t CEventLog::GetHiddenCount() const
 {
     std::size_t count = 0;

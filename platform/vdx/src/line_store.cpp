@@ -9,6 +9,10 @@ namespace {
 constexpr std::size_t smallest_chunk = 256;
 constexpr std::size_t largest_chunk = 512 * 1024;
 
+// Times are kept as distances from the first of their block, which lies in the middle of what 32 bits hold.
+constexpr std::int64_t middle = std::int64_t(1) << 31;
+constexpr std::uint32_t unknown = 0xffffffff;
+
 } // namespace
 
 const char* text_arena_t::add(std::string_view text)
@@ -50,15 +54,21 @@ void text_arena_t::adopt(text_arena_t&& other)
     other = text_arena_t();
 }
 
-line_t& line_store_t::add(const line_t& line)
+line_t& line_store_t::add(const line_t& line, std::int64_t time)
 {
     if (m_size % block_size == 0) {
         m_blocks.emplace_back();
-        if (m_size)
+        if (m_size) {
             m_blocks.back().lines.reserve(block_size);
+            m_blocks.back().times.reserve(block_size);
+        }
     }
     block_t& block = m_blocks.back();
     block.lines.push_back(line);
+    if (block.time_base == no_time)
+        block.time_base = time;
+    const std::int64_t distance = std::clamp<std::int64_t>(time - block.time_base, -middle, middle - 2);
+    block.times.push_back(time == no_time ? unknown : static_cast<std::uint32_t>(distance + middle));
     if (line.has(line_t::hidden))
         ++m_hidden;
     else {
@@ -67,6 +77,83 @@ line_t& line_store_t::add(const line_t& line)
     }
     ++m_size;
     return block.lines.back();
+}
+
+std::int64_t line_store_t::get_time(std::size_t index) const
+{
+    const block_t& block = m_blocks[index / block_size];
+    const std::uint32_t kept = block.times[index % block_size];
+    return kept == unknown ? no_time : block.time_base + kept - middle;
+}
+
+std::size_t line_store_t::last_remembered() const
+{
+    for (std::size_t index = m_size; index-- > 0;)
+        if (!at(index).has(line_t::status))
+            return index;
+    return m_size;
+}
+
+bool line_store_t::ends_with(std::uint32_t severity, std::string_view text) const
+{
+    const std::size_t last = last_remembered();
+    return last < m_size && at(last).severity == severity && at(last).get_text() == text;
+}
+
+void line_store_t::repeat_last(std::uint64_t count)
+{
+    const std::size_t last = last_remembered();
+    if (last >= m_size)
+        return;
+    if (!at(last).has(line_t::repeated)) {
+        at(last).set(line_t::repeated, true);
+        m_repeats.push_back({last, 1});
+    }
+    m_repeats.back().count += count;
+}
+
+std::uint64_t line_store_t::get_count(std::size_t index) const
+{
+    if (!at(index).has(line_t::repeated))
+        return 1;
+    const auto found =
+        std::lower_bound(m_repeats.begin(), m_repeats.end(), index,
+                         [](const repeat_t& repeat, std::size_t line) { return repeat.line < line; });
+    return found != m_repeats.end() && found->line == index ? found->count : 1;
+}
+
+bool line_store_t::expand_repeats(bool expand)
+{
+    bool changed = false;
+    for (const repeat_t& repeat : m_repeats) {
+        changed = changed || at(repeat.line).has(line_t::expanded) != expand;
+        at(repeat.line).set(line_t::expanded, expand);
+    }
+    return changed;
+}
+
+bool line_store_t::collapse(std::size_t& line)
+{
+    line_store_t collapsed;
+    std::size_t index = 0, line_before = line;
+    for_each([&](const line_t& said, std::uint64_t count, std::int64_t time) {
+        if (!said.has(line_t::status) && collapsed.ends_with(said.severity, said.get_text()))
+            collapsed.repeat_last(count);
+        else {
+            line_t kept = said;
+            kept.set(line_t::repeated, false);
+            collapsed.add(kept, time);
+            if (count > 1)
+                collapsed.repeat_last(count - 1);
+        }
+        if (index++ == line_before)
+            line = collapsed.m_size - 1;
+    });
+    if (collapsed.m_size == m_size)
+        return false;
+    collapsed.m_arena = std::move(m_arena);
+    *this = std::move(collapsed);
+    return true;
 }
 
 void line_store_t::set_height(std::size_t index, std::uint32_t height)

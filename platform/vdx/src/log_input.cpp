@@ -61,9 +61,10 @@ text_place_t log_view_t::place_at(const wxPoint& point)
         return m_selection.end_of(element, number_of_items(element) - 1);
     case log_layout_t::part_t::line: {
         const line_t& line = element.GetLines().at(item->line);
+        const int copy = static_cast<int>(m_layout.get_copy_height(element.GetLines(), item->line));
         return {&element, text_item_t::first_line + item->line,
                 byte_at(m_layout.text_font(), line.get_text(), m_layout.rows_of(line),
-                        point.x - m_layout.line_left(), y)};
+                        point.x - m_layout.line_left() + m_layout.left(), copy > 0 ? y % copy : y)};
     }
     case log_layout_t::part_t::head:
         break;
@@ -78,6 +79,22 @@ text_place_t log_view_t::place_at(const wxPoint& point)
                 byte_at(m_layout.italic_font(), element.GetHead().body, m_layout.body_rows(element),
                         point.x - m_layout.text_left(), y - body)};
     return {&element, text_item_t::body, y - body < (item->height - body) / 2 ? 0u : 1u};
+}
+
+// The line whose count stands there; not set for none.
+text_place_t log_view_t::count_at(const wxPoint& point)
+{
+    const int right = m_layout.line_left() + m_layout.line_width();
+    if (point.x < right - m_layout.count_width() || point.x >= right)
+        return {};
+    const text_place_t place = place_at(point);
+    if (!place.is_set() || place.item < text_item_t::first_line)
+        return {};
+    const std::size_t index = place.item - text_item_t::first_line;
+    const std::int64_t y = point.y + m_layout.top() - m_layout.top_of_line(*place.element, index);
+    const bool on_count = place.element->GetLines().at(index).has(line_t::repeated) && y >= 0 &&
+                          y < m_layout.text_font().get_line_height();
+    return on_count ? place : text_place_t();
 }
 
 void log_view_t::select(const text_place_t& from, const text_place_t& to)
@@ -171,6 +188,10 @@ void log_view_t::on_left_down(wxMouseEvent& event)
     if (!m_log)
         return;
     m_by_keyboard = false;
+    if (const text_place_t counted = count_at(event.GetPosition()); counted.is_set()) {
+        toggle_repeats(counted);
+        return;
+    }
     move_caret(place_at(event.GetPosition()), event.ShiftDown());
     m_selecting = true;
     if (!HasCapture())
@@ -345,6 +366,20 @@ void log_view_t::go_to(const text_place_t& place)
     m_accessible.place_changed();
 }
 
+// As in a tree, towards the text's end opens repeats; without any, lines that do not wrap scroll.
+bool log_view_t::go_sideways(const text_place_t& place, bool right)
+{
+    const line_t& line = place.element->GetLines().at(place.item - text_item_t::first_line);
+    const bool forward = right != is_mirrored();
+    if (line.has(line_t::repeated) && line.has(line_t::expanded) != forward)
+        return toggle_repeats(place);
+    if (m_layout.wraps())
+        return false;
+    const int step = m_layout.text_font().get_line_height() * 3;
+    scroll_sideways(m_layout.left() + (forward ? step : -step));
+    return true;
+}
+
 bool log_view_t::go_by_key(int key)
 {
     m_layout.settle();
@@ -387,6 +422,9 @@ bool log_view_t::go_by_key(int key)
         go_to(there);
         return true;
     }
+    case WXK_LEFT:
+    case WXK_RIGHT:
+        return place.item >= text_item_t::first_line && go_sideways(place, key == WXK_RIGHT);
     case WXK_HOME:
     case WXK_NUMPAD_HOME: {
         const text_place_t first{m_log->GetElements().front().get(), text_item_t::header, 0};
@@ -425,6 +463,12 @@ void log_view_t::on_key(wxKeyEvent& event)
         copy();
     else if (control && key == 'A')
         select_all();
+    else if (control && (key == '+' || key == '=' || key == WXK_NUMPAD_ADD))
+        zoom_by_user(m_zoom + zoom_step);
+    else if (control && (key == '-' || key == WXK_NUMPAD_SUBTRACT))
+        zoom_by_user(m_zoom - zoom_step);
+    else if (control && (key == '0' || key == WXK_NUMPAD0))
+        zoom_by_user(100);
     else if (control && key == 'F')
         search(CEventLog::search_t::open);
     else if (key == WXK_F3)

@@ -1,6 +1,7 @@
 #include "log_layout.h"
 
 #include "html_markup.h"
+#include "log_times.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,6 +14,11 @@ namespace {
 
 constexpr std::size_t kept_bodies = 96;
 constexpr std::size_t kept_rows = 512;
+// What shaping can count in. A line that is wider is broken there, wrapping or not.
+constexpr int unlimited_width = 1 << 20;
+// Nobody scrolls through more of the same, and a height has 32 bits.
+constexpr std::uint64_t most_copies = 100000;
+constexpr std::size_t most_rows_seen = 1000; // of one line, to find its width
 
 } // namespace
 
@@ -37,6 +43,7 @@ void log_layout_t::set_look(wxWindow& window, const wxFont& text, const wxFont& 
     m_look.border = colours.border;
     m_look.background = colours.background;
     m_look.line_height = m_text.get_line_height();
+    m_count_width = label_width(shown_count(999999)) + scaled(12);
     // The widths of lines in one row are those of the old font.
     for (const auto& element : m_log.GetElements())
         for (auto& block : element->m_lines.get_blocks())
@@ -48,12 +55,18 @@ void log_layout_t::set_look(wxWindow& window, const wxFont& text, const wxFont& 
 void log_layout_t::set_size(const wxSize& size)
 {
     const bool wider = size.x != m_size.x;
-    // The anchor is the row that is read, not the line: other rows of it come and go.
-    if (!m_follow)
-        pick_anchor(top());
+    stay_where_read();
     m_size = size;
     if (wider)
         invalidate();
+    m_left = std::min(m_left, max_left());
+}
+
+// The anchor is the row that is read, not the line: other rows of it come and go.
+void log_layout_t::stay_where_read()
+{
+    if (!m_follow)
+        pick_anchor(top());
 }
 
 void log_layout_t::invalidate()
@@ -64,6 +77,7 @@ void log_layout_t::invalidate()
     m_rows.clear();
     m_refining = 0;
     m_refining_head = 0;
+    m_widest = 0;
     for (const auto& element : m_log.GetElements()) {
         measure_tail(*element);
         update_height(*element);
@@ -131,13 +145,18 @@ void log_layout_t::update_height(CMessageElement& element)
                   element.m_head_height + element.m_lines.get_height() + element.m_tail_height);
 }
 
-std::uint32_t log_layout_t::height_of_line(line_t& line, bool shape)
+int log_layout_t::break_width(const line_t& line) const
+{
+    return m_wrap ? line_width(line) : unlimited_width;
+}
+
+std::uint32_t log_layout_t::height_of_copy(line_t& line, bool shape)
 {
     if (!line.has(line_t::adjusted)) {
         line.set(line_t::inexact, false);
         return height_of_rows(1);
     }
-    const int width = line_width();
+    const int width = break_width(line);
     bool complex = false;
     if (line.width == line_t::no_width) {
         const font_metrics_t::extent_t extent = m_text.measure(line.get_text());
@@ -146,15 +165,37 @@ std::uint32_t log_layout_t::height_of_line(line_t& line, bool shape)
     }
     if (line.width != line_t::no_width && line.width <= width) {
         line.set(line_t::inexact, false);
+        m_widest = std::max<int>(m_widest, line.width);
         return height_of_rows(1);
     }
     line.set(line_t::inexact, complex && !shape);
     return height_of_rows(m_text.break_rows(line.get_text(), width, nullptr, shape));
 }
 
+std::uint32_t log_layout_t::get_copies(const line_store_t& lines, std::size_t index)
+{
+    return lines.at(index).has(line_t::expanded)
+               ? static_cast<std::uint32_t>(std::min(lines.get_count(index), most_copies))
+               : 1;
+}
+
+std::uint32_t log_layout_t::get_copy_height(const line_store_t& lines, std::size_t index) const
+{
+    return lines.at(index).height / get_copies(lines, index);
+}
+
+std::uint32_t log_layout_t::height_of_line(line_store_t& lines, std::size_t index, bool shape)
+{
+    const std::uint64_t copy = height_of_copy(lines.at(index), shape);
+    constexpr std::uint64_t highest = std::uint32_t(1) << 31;
+    // Whole copies, however high one is.
+    return static_cast<std::uint32_t>(copy *
+                                      std::min<std::uint64_t>(get_copies(lines, index), highest / copy));
+}
+
 void log_layout_t::measure_new(line_t& line)
 {
-    line.height = height_of_line(line, false);
+    line.height = height_of_copy(line, false);
 }
 
 void log_layout_t::line_added(CMessageElement& element)
@@ -179,7 +220,26 @@ void log_layout_t::line_changed(CMessageElement& element, std::size_t index)
     line_t& line = element.m_lines.at(index);
     line.width = line_t::no_width;
     m_rows.erase(line.text);
-    element.m_lines.set_height(index, height_of_line(line, true));
+    element.m_lines.set_height(index, height_of_line(element.m_lines, index, true));
+    update_height(element);
+}
+
+void log_layout_t::line_repeated(CMessageElement& element, std::size_t index)
+{
+    line_store_t& lines = element.m_lines;
+    m_rows.erase(lines.at(index).text); // the first time the count takes some of its width
+    lines.set_height(index, height_of_line(lines, index, true));
+    update_height(element);
+}
+
+void log_layout_t::lines_changed(CMessageElement& element, std::size_t seen)
+{
+    if (m_anchor.element == &element)
+        m_anchor.line = seen;
+    for (auto& block : element.m_lines.get_blocks())
+        block.layout = 0;
+    m_rows.clear();
+    m_refining = std::min(m_refining, element.m_index);
     update_height(element);
 }
 
@@ -314,7 +374,7 @@ std::vector<std::uint32_t> log_layout_t::body_rows(const CMessageElement& elemen
 const std::vector<std::uint32_t>& log_layout_t::rows_of(const line_t& line)
 {
     static const std::vector<std::uint32_t> one(1, 0);
-    if (!line.has(line_t::adjusted) || (line.width != line_t::no_width && line.width <= line_width()))
+    if (!line.has(line_t::adjusted) || (line.width != line_t::no_width && line.width <= break_width(line)))
         return one;
     const auto found = m_rows.find(line.text);
     if (found != m_rows.end())
@@ -322,19 +382,23 @@ const std::vector<std::uint32_t>& log_layout_t::rows_of(const line_t& line)
     if (m_rows.size() >= kept_rows)
         m_rows.clear();
     auto& rows = m_rows[line.text];
-    m_text.break_rows(line.get_text(), line_width(), &rows);
+    m_text.break_rows(line.get_text(), break_width(line), &rows);
     return rows;
 }
 
-bool log_layout_t::measure_block(line_store_t& lines, line_store_t::block_t& block)
+bool log_layout_t::measure_block(line_store_t& lines, std::size_t number)
 {
+    line_store_t::block_t& block = lines.get_blocks()[number];
     if (block.layout == m_layout)
         return false;
     block.layout = m_layout;
     block.refined = 0;
     bool exact = true;
-    for (line_t& line : block.lines) {
-        line.height = height_of_line(line, false);
+    for (std::size_t i = 0; i < block.lines.size(); ++i) {
+        line_t& line = block.lines[i];
+        line.height = line.has(line_t::expanded)
+                          ? height_of_line(lines, number * line_store_t::block_size + i, false)
+                          : height_of_copy(line, false);
         exact = exact && !line.has(line_t::inexact);
     }
     if (exact)
@@ -342,6 +406,47 @@ bool log_layout_t::measure_block(line_store_t& lines, line_store_t::block_t& blo
     const std::int64_t before = block.height;
     lines.sum_up(block);
     return block.height != before;
+}
+
+void log_layout_t::set_wrap(bool wrap)
+{
+    if (wrap == m_wrap)
+        return;
+    stay_where_read();
+    m_wrap = wrap;
+    m_left = 0;
+    invalidate();
+}
+
+void log_layout_t::set_time_width(int pixels)
+{
+    if (pixels == m_time_width)
+        return;
+    stay_where_read();
+    m_time_width = pixels;
+    invalidate();
+}
+
+int log_layout_t::max_left() const
+{
+    return m_wrap ? 0 : std::max(0, m_widest + scaled(6) - line_width());
+}
+
+// Lines in several rows, and such as only shaping can measure, know no width of their own.
+void log_layout_t::see_width(const line_t& line)
+{
+    if (m_wrap || line.width != line_t::no_width || !line.has(line_t::adjusted))
+        return;
+    const std::vector<std::uint32_t> rows = rows_of(line);
+    const std::string_view text = line.get_text();
+    for (std::size_t row = 0; row < rows.size() && row < most_rows_seen; ++row) {
+        const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
+        const std::string_view shown = text.substr(rows[row], end - rows[row]);
+        const std::string_view part = shown.substr(0, font_metrics_t::longest_shaped);
+        const double width = m_text.get_shaper().width_of(part, direction_of(part, 0, PANGO_DIRECTION_LTR));
+        const double whole = part.empty() ? 0 : width * shown.size() / part.size();
+        m_widest = std::max(m_widest, static_cast<int>(std::min<double>(whole, unlimited_width)));
+    }
 }
 
 } // namespace vdxcfrw7

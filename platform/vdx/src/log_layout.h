@@ -44,6 +44,11 @@ public:
     void set_size(const wxSize& size);
     const wxSize& get_size() const { return m_size; }
     void set_button_height(int height) { m_button_height = height; }
+    /// Whether lines are broken at the width of the window; otherwise they scroll to the side.
+    void set_wrap(bool wrap);
+    bool wraps() const { return m_wrap; }
+    /// Room before each line for a time; 0: none.
+    void set_time_width(int pixels);
 
     // What happened in the model.
     void element_added(CMessageElement& element);
@@ -54,6 +59,15 @@ public:
     void measure_new(line_t& line);
     void line_added(CMessageElement& element);
     void line_changed(CMessageElement& element, std::size_t line);
+    /// It was said again.
+    void line_repeated(CMessageElement& element, std::size_t line);
+    /// All of its lines may be others; `seen`: which of them is now the one that get_anchor_line() named.
+    void lines_changed(CMessageElement& element, std::size_t seen);
+    /// The line that the reader's place hangs on; 0 when it is none of this entry's.
+    std::size_t get_anchor_line(const CMessageElement& element) const
+    {
+        return m_anchor.element == &element ? m_anchor.line : 0;
+    }
     /// Lines were hidden or shown.
     void lines_filtered(CMessageElement& element) { update_height(element); }
 
@@ -65,12 +79,21 @@ public:
     /// The reader goes there.
     void scroll_to(std::int64_t top);
     void scroll_to_end();
+    /// How far lines are scrolled to the side, in pixels; 0 when they wrap.
+    int left() const { return m_left; }
+    int max_left() const;
+    /// Of the widest line that is known, in pixels.
+    int get_widest() const { return m_widest; }
+    void scroll_sideways(int left) { m_left = std::clamp(left, 0, max_left()); }
     /// What is seen stays, even at the end.
     void stay()
     {
         if (m_follow)
             pick_anchor(top());
     }
+
+    /// The row that is read stays, before everything is measured anew.
+    void stay_where_read();
 
     /// Measures what can be seen exactly; call it before asking where something is or drawing it.
     void settle();
@@ -109,6 +132,9 @@ public:
 
     /// Where the rows of a line begin, in bytes. Valid until the next call.
     const std::vector<std::uint32_t>& rows_of(const line_t& line);
+    /// How often a line is shown, one below the other, and the height of each.
+    static std::uint32_t get_copies(const line_store_t& lines, std::size_t index);
+    std::uint32_t get_copy_height(const line_store_t& lines, std::size_t index) const;
     std::vector<std::uint32_t> header_rows(const CMessageElement& element);
     /// Null when there is no body, or one that is shown as plain text.
     html_body_t* body_of(const CMessageElement& element);
@@ -125,6 +151,7 @@ public:
     /// The gauge's caption and bar, from the top of the tail.
     int gauge_height(const CMessageElement& element) const;
 
+    int label_width(const std::string& label);
     font_metrics_t& text_font() { return m_text; }
     font_metrics_t& bold_font() { return m_bold; }
     font_metrics_t& italic_font() { return m_italic; }
@@ -134,9 +161,16 @@ public:
     int scaled(int pixels) const { return static_cast<int>(pixels * m_scale + 0.5); }
     int margin() const { return scaled(10); }
     int text_left() const { return margin() + scaled(24 + 10); }
-    int line_left() const { return text_left() + scaled(12 + 7); }
+    int time_left() const { return text_left() + scaled(12 + 7); }
+    int line_left() const { return time_left() + m_time_width; }
     int text_width() const { return std::max(1, m_size.x - text_left() - margin()); }
     int line_width() const { return std::max(1, m_size.x - line_left() - margin()); }
+    /// At the end of a line that was said several times.
+    int count_width() const { return m_count_width; }
+    int line_width(const line_t& line) const
+    {
+        return std::max(1, line_width() - (line.has(line_t::repeated) ? count_width() + scaled(6) : 0));
+    }
     int header_top() const { return scaled(9); }
     /// From the head's top to the body's.
     int body_top(const CMessageElement& element);
@@ -162,12 +196,14 @@ private:
         return rows * static_cast<std::uint32_t>(m_text.get_line_height()) +
                static_cast<std::uint32_t>(line_gap());
     }
-    std::uint32_t height_of_line(line_t& line, bool shape);
-    int label_width(const std::string& label);
+    int break_width(const line_t& line) const;
+    std::uint32_t height_of_copy(line_t& line, bool shape);
+    std::uint32_t height_of_line(line_store_t& lines, std::size_t index, bool shape);
+    void see_width(const line_t& line);
     void estimate_head(CMessageElement& element);
     bool measure_head(CMessageElement& element);
     void measure_tail(CMessageElement& element);
-    bool measure_block(line_store_t& lines, line_store_t::block_t& block);
+    bool measure_block(line_store_t& lines, std::size_t block);
     bool refine_lines(CMessageElement& element);
     bool settle_once();
 
@@ -180,6 +216,11 @@ private:
     body_look_t m_look;
     double m_scale = 1;
     wxSize m_size;
+    bool m_wrap = true;
+    int m_left = 0;
+    int m_widest = 0;
+    int m_time_width = 0;
+    int m_count_width = 0;
     int m_button_height = 30;
     unsigned int m_layout = 1;
     height_index_t m_heights;

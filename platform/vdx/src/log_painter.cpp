@@ -1,5 +1,6 @@
 #include "log_view.h"
 
+#include "log_times.h"
 #include "paint_dc.h"
 #include "shown_text.h"
 
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -162,6 +164,16 @@ private:
 
     void draw_line(const CMessageElement& element, std::size_t index, std::int64_t y)
     {
+        const line_store_t& lines = element.GetLines();
+        const std::uint32_t copies = log_layout_t::get_copies(lines, index);
+        const std::int64_t height = m_layout.get_copy_height(lines, index);
+        std::int64_t copy = y < 0 && height > 0 ? -y / height : 0;
+        for (; copy < copies && y + copy * height < m_layout.get_size().y; ++copy)
+            draw_copy(element, index, y + copy * height, copy == 0);
+    }
+
+    void draw_copy(const CMessageElement& element, std::size_t index, std::int64_t y, bool first)
+    {
         const line_t& line = element.GetLines().at(index);
         const int row = m_layout.text_font().get_line_height();
         const wxBitmap icon = m_view.get_image(line.image);
@@ -170,21 +182,66 @@ private:
                             static_cast<int>(y) +
                                 std::max(0, (row - static_cast<int>(icon.GetLogicalHeight())) / 2),
                             true);
-        const std::string_view text = line.get_text();
-        if (!line.has(line_t::status)) {
-            draw_rows(m_layout.text_font(), element, text_item_t::first_line + index, text,
-                      m_layout.rows_of(line), m_layout.line_left(), y, m_colours.ink);
+        if (line.has(line_t::status)) {
+            draw_status(line, static_cast<int>(y));
             return;
         }
-        // What is being done now, in one row.
-        const std::string_view first = first_line(text.substr(0, 1000));
+        if (first && y > -row) {
+            draw_time(element, index, static_cast<int>(y));
+            if (line.has(line_t::repeated))
+                draw_count(element.GetLines().get_count(index), line.has(line_t::expanded),
+                           static_cast<int>(y));
+        }
+        const auto draw_text = [&] {
+            draw_rows(m_layout.text_font(), element, text_item_t::first_line + index, line.get_text(),
+                      m_layout.rows_of(line), m_layout.line_left() - m_layout.left(), y, m_colours.ink);
+        };
+        if (m_layout.wraps()) {
+            draw_text();
+            return;
+        }
+        const paint_dc_t::clip_t clip(
+            m_dc, wxRect(m_layout.line_left(), 0, m_layout.line_width(line), m_layout.get_size().y));
+        draw_text();
+    }
+
+    // What is being done now, in one row.
+    void draw_status(const line_t& line, int y)
+    {
+        const std::string_view first = first_line(line.get_text().substr(0, 1000));
         wxString shown = to_shown(first);
         m_dc.SetFont(m_layout.text_font().get_font());
         m_dc.SetTextForeground(m_colours.secondary);
         if (m_dc.GetTextExtent(shown).x > m_layout.line_width())
             shown = wxControl::Ellipsize(shown, m_dc, wxELLIPSIZE_END, m_layout.line_width(),
                                          wxELLIPSIZE_FLAGS_NONE);
-        m_dc.DrawText(shown, m_layout.line_left(), static_cast<int>(y));
+        m_dc.DrawText(shown, m_layout.line_left(), y);
+    }
+
+    void draw_time(const CMessageElement& element, std::size_t index, int y)
+    {
+        if (m_view.get_times() == CEventLog::times_t::none)
+            return;
+        const std::string time =
+            shown_time(element.GetLines().get_time(index), m_view.get_times(), element.GetBeginning());
+        m_dc.SetFont(m_layout.text_font().get_font());
+        m_dc.SetTextForeground(m_colours.secondary);
+        m_dc.draw_text(to_shown(time), m_layout.time_left(), y, PANGO_DIRECTION_LTR);
+    }
+
+    // At the end of the line's first row, as a button that it is.
+    void draw_count(std::uint64_t count, bool expanded, int y)
+    {
+        const std::string text = shown_count(count);
+        const int height = m_layout.text_font().get_line_height();
+        const int width = m_layout.label_width(text) + m_layout.scaled(12);
+        const wxRect rect(m_layout.line_left() + m_layout.line_width() - width, y, width, height);
+        m_dc.SetPen(wxPen(m_colours.border));
+        m_dc.SetBrush(wxBrush(expanded ? m_colours.background : m_colours.selection));
+        m_dc.DrawRoundedRectangle(rect, height / 2.0);
+        m_dc.SetFont(m_layout.text_font().get_font());
+        m_dc.SetTextForeground(expanded ? m_colours.ink : m_colours.selected_ink);
+        m_dc.draw_text(to_shown(text), rect.x + m_layout.scaled(6), y, PANGO_DIRECTION_LTR);
     }
 
     void draw_tail(const CMessageElement& element, int y, int)

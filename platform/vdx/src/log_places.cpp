@@ -156,9 +156,10 @@ bool log_layout_t::settle_once()
         else if (item.part == part_t::line) {
             line_store_t& lines = element.m_lines;
             line_t& line = lines.at(item.line);
-            moved = measure_block(lines, lines.block_of(item.line));
+            moved = measure_block(lines, item.line / line_store_t::block_size);
+            see_width(line);
             if (line.has(line_t::inexact)) {
-                const std::uint32_t height = height_of_line(line, true);
+                const std::uint32_t height = height_of_line(lines, item.line, true);
                 moved = moved || height != line.height;
                 lines.set_height(item.line, height);
             }
@@ -184,14 +185,15 @@ bool log_layout_t::refine_lines(CMessageElement& element)
 {
     line_store_t& lines = element.m_lines;
     std::size_t first = 0;
-    for (auto& block : lines.get_blocks()) {
+    for (std::size_t number = 0; number < lines.get_blocks().size(); ++number) {
+        line_store_t::block_t& block = lines.get_blocks()[number];
         const bool stale = block.layout != m_layout;
         if (stale)
-            measure_block(lines, block);
+            measure_block(lines, number);
         while (block.refined < block.lines.size()) {
             line_t& line = block.lines[block.refined];
             if (line.has(line_t::inexact)) {
-                lines.set_height(first + block.refined, height_of_line(line, true));
+                lines.set_height(first + block.refined, height_of_line(lines, first + block.refined, true));
                 ++block.refined;
                 if (m_log.enough())
                     return false;

@@ -69,6 +69,8 @@ public:
     /// The texts of an entry are others: what lies in them stays inside.
     void texts_changed(const CMessageElement& element);
     void element_removing(const CMessageElement& element);
+    /// Lines have other indexes.
+    void lines_changed(const CMessageElement& element) { element_removing(element); }
 
     /// A body in HTML, which has no places within.
     bool is_whole(const CMessageElement& element, std::size_t item) const;

@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -27,9 +26,6 @@ namespace {
 
 using wx_helpers1::ui_settings_t;
 
-// A scroll bar counts in ints; beyond this a unit of it is more than a pixel.
-constexpr std::int64_t longest_scrollbar = 1000 * 1000 * 1000;
-constexpr int lines_per_wheel_step = 3;
 // Measuring bodies waits while somebody scrolls, and leaves most of the time to others.
 constexpr std::chrono::milliseconds pause_after_scrolling(300);
 constexpr int between_bodies = 15;     // milliseconds
@@ -49,7 +45,8 @@ log_view_t::log_view_t(CEventLog& log, wxWindow* parent)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-           wxVSCROLL | wxALWAYS_SHOW_SB | wxWANTS_CHARS | wxBORDER_THEME | wxCLIP_CHILDREN);
+           wxVSCROLL | wxHSCROLL | wxALWAYS_SHOW_SB | wxWANTS_CHARS | wxBORDER_THEME | wxCLIP_CHILDREN);
+    gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(m_widget), GTK_POLICY_NEVER, GTK_POLICY_ALWAYS);
     SetInitialSize(wxSize(300, 160));
     m_accessible.attach();
     g_signal_connect(m_wxwindow, "focus", G_CALLBACK(on_gtk_focus), this);
@@ -110,10 +107,11 @@ void log_view_t::read_look()
     m_colours.selected_ink = system(wxSYS_COLOUR_HIGHLIGHTTEXT);
     m_colours.selection =
         wx_helpers1::readable_colour(system(wxSYS_COLOUR_HIGHLIGHT), m_colours.selected_ink);
-    const wxFont text = settings ? settings->get_font(wx_helpers1::ui_font::text)
-                                 : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    const wxFont usual = settings ? settings->get_font(wx_helpers1::ui_font::text)
+                                  : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    const wxFont text = m_zoom == 100 ? usual : usual.Scaled(static_cast<float>(m_zoom) / 100);
     // Given explicitly: a window without its own asks the theme again for each device context.
-    SetFont(text);
+    SetFont(usual);
     SetForegroundColour(m_colours.ink);
     SetBackgroundColour(m_colours.background);
     m_images.clear();
@@ -124,7 +122,9 @@ void log_view_t::read_look()
     m_layout.set_button_height(std::max(probe->GetBestSize().y, 24));
     delete probe;
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
-    m_layout.set_look(*this, text, text.Bold(), m_colours, settings ? settings->get_text_scale() : 1);
+    m_layout.set_look(*this, text, text.Bold(), m_colours,
+                      (settings ? settings->get_text_scale() : 1) * m_zoom / 100);
+    fit_times();
     m_stale = true;
 }
 
@@ -179,19 +179,6 @@ int log_view_t::turn()
         break;
     }
     return 0;
-}
-
-void log_view_t::update_scrollbar()
-{
-    const std::int64_t total = m_layout.total(), page = m_layout.get_size().y;
-    m_scroll_unit = total / longest_scrollbar + 1;
-    const int range = static_cast<int>(std::max(total, page) / m_scroll_unit);
-    const int thumb = std::max(1, static_cast<int>(page / m_scroll_unit));
-    const int position = static_cast<int>(m_layout.top() / m_scroll_unit);
-    if (range != GetScrollRange(wxVERTICAL) || thumb != GetScrollThumb(wxVERTICAL))
-        SetScrollbar(wxVERTICAL, position, thumb, range);
-    else if (position != GetScrollPos(wxVERTICAL))
-        SetScrollPos(wxVERTICAL, position);
 }
 
 void log_view_t::place_buttons()
@@ -332,6 +319,22 @@ void log_view_t::line_changed(CMessageElement& element, std::size_t line)
     catch_up_soon();
 }
 
+void log_view_t::line_repeated(CMessageElement& element, std::size_t line, std::uint64_t)
+{
+    m_layout.line_repeated(element, line);
+    m_accessible.line_added(element.m_lines.at(line));
+    catch_up_soon();
+}
+
+void log_view_t::lines_changed(CMessageElement& element, std::size_t seen)
+{
+    m_layout.lines_changed(element, seen);
+    m_selection.lines_changed(element);
+    m_accessible.element_removing(element); // its lines have other names
+    m_filter.begin_again();
+    catch_up_soon();
+}
+
 void log_view_t::look_changed()
 {
     catch_up_soon();
@@ -340,19 +343,6 @@ void log_view_t::look_changed()
 void log_view_t::words_changed()
 {
     m_accessible.set_name(m_log->GetWords().name);
-}
-
-void log_view_t::scroll_to(std::int64_t top)
-{
-    m_scrolled = std::chrono::steady_clock::now();
-    m_layout.scroll_to(top);
-    catch_up();
-}
-
-void log_view_t::scroll_to_end()
-{
-    m_layout.scroll_to_end();
-    catch_up();
 }
 
 void log_view_t::on_paint(wxPaintEvent&)
@@ -379,25 +369,6 @@ void log_view_t::on_size(wxSizeEvent& event)
     m_layout.set_size(GetClientSize());
     catch_up();
     m_log->m_slices->later(1);
-}
-
-void log_view_t::on_scroll(wxScrollWinEvent& event)
-{
-    if (!m_log || event.GetOrientation() != wxVERTICAL)
-        return;
-    const std::int64_t position = event.GetPosition();
-    const bool end = position + GetScrollThumb(wxVERTICAL) >= GetScrollRange(wxVERTICAL);
-    scroll_to(end ? std::numeric_limits<std::int64_t>::max() : position * m_scroll_unit);
-}
-
-void log_view_t::on_wheel(wxMouseEvent& event)
-{
-    if (!m_log || event.GetWheelAxis() != wxMOUSE_WHEEL_VERTICAL || event.GetWheelDelta() == 0)
-        return;
-    m_wheel += event.GetWheelRotation() * lines_per_wheel_step * m_layout.text_font().get_line_height();
-    const int pixels = m_wheel / event.GetWheelDelta();
-    m_wheel %= event.GetWheelDelta();
-    scroll_to(m_layout.top() - pixels);
 }
 
 void log_view_t::on_focus(wxFocusEvent& event)

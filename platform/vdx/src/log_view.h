@@ -46,6 +46,8 @@ public:
     void adding_line(line_t& line);
     void line_added(CMessageElement& element);
     void line_changed(CMessageElement& element, std::size_t line);
+    void line_repeated(CMessageElement& element, std::size_t line, std::uint64_t count);
+    void lines_changed(CMessageElement& element, std::size_t seen);
     void look_changed();
     void words_changed();
 
@@ -55,6 +57,13 @@ public:
 
     void scroll_to(std::int64_t top);
     void scroll_to_end();
+
+    // How the lines are shown.
+    void set_times(CEventLog::times_t times);
+    CEventLog::times_t get_times() const { return m_times; }
+    void set_wrap(bool wrap);
+    void set_zoom(int percent);
+    int get_zoom() const { return m_zoom; }
 
     bool find(const std::string& text, bool forward);
     void set_filter(int severities, const std::string& text);
@@ -77,6 +86,8 @@ public:
     bool AcceptsFocus() const override { return true; }
 
 private:
+    static constexpr int zoom_step = 10; // percent
+
     void on_paint(wxPaintEvent& event);
     void on_size(wxSizeEvent& event);
     void on_scroll(wxScrollWinEvent& event);
@@ -91,6 +102,10 @@ private:
     void on_focus(wxFocusEvent& event);
 
     void read_look();
+    void fit_times();
+    void zoom_by_user(int percent);
+    void scroll_sideways(int left);
+    bool toggle_repeats(const text_place_t& place);
     void catch_up_soon();
     void catch_up();
     void update_scrollbar();
@@ -109,6 +124,8 @@ private:
     void move_caret(const text_place_t& place, bool extend);
     bool select_by_key(int key, bool control);
     bool go_by_key(int key);
+    bool go_sideways(const text_place_t& place, bool right);
+    text_place_t count_at(const wxPoint& point);
     void go_to(const text_place_t& place);
     bool is_shown(const text_place_t& place) const;
     text_place_t next_shown(text_place_t place, bool forward) const;
@@ -124,6 +141,8 @@ private:
     std::int64_t m_scroll_unit = 1;
     std::int64_t m_shown_top = -1;
     int m_wheel = 0;
+    CEventLog::times_t m_times = CEventLog::times_t::none;
+    int m_zoom = 100;                                   // percent
     std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
 
     log_selection_t m_selection;

@@ -4,6 +4,7 @@
 
 #include "html_markup.h"
 #include "log_layout.h"
+#include "log_times.h"
 #include "log_view.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@
 namespace vdxcfrw7 {
 
 CMessageElement::CMessageElement(CEventLog& log)
-    : m_log(log), m_gauge(std::make_unique<CGauge>([this] { TailChanged(); }))
+    : m_log(log), m_gauge(std::make_unique<CGauge>([this] { TailChanged(); })), m_began(time_now())
 {
 }
 
@@ -42,7 +43,8 @@ void CMessageElement::TailChanged()
         m_log.m_view->tail_changed(*this);
 }
 
-CCaption CMessageElement::AddCaption(int severity, std::string_view text, int image, bool status, bool copy)
+CCaption CMessageElement::AddCaption(int severity, std::string_view text, int image, bool status, bool copy,
+                                     std::int64_t time)
 {
     line_t line{};
     line.severity = static_cast<std::uint32_t>(severity);
@@ -62,12 +64,46 @@ CCaption CMessageElement::AddCaption(int severity, std::string_view text, int im
     line.length = static_cast<std::uint32_t>(text.size());
     if (m_log.m_view)
         m_log.m_view->adding_line(line);
-    m_lines.add(line);
+    m_lines.add(line, time);
     if (status)
         m_status_line = m_lines.size() - 1;
     if (m_log.m_view)
         m_log.m_view->line_added(*this);
-    return CCaption(*this, CCaption::kind_t::line, m_lines.size() - 1);
+    return CCaption(*this, status ? CCaption::kind_t::status : CCaption::kind_t::line, m_lines.size() - 1);
+}
+
+bool CMessageElement::RepeatLast(int severity, std::string_view text, std::uint64_t count)
+{
+    if (!m_log.GetCollapse() || !m_lines.ends_with(static_cast<std::uint32_t>(severity), text))
+        return false;
+    CountUp(count);
+    return true;
+}
+
+void CMessageElement::CountUp(std::uint64_t count)
+{
+    const std::size_t last = m_lines.last_remembered();
+    if (last >= m_lines.size())
+        return;
+    m_lines.repeat_last(count);
+    if (!m_log.GetCollapse())
+        m_lines.at(last).set(line_t::expanded, true);
+    if (m_log.m_view)
+        m_log.m_view->line_repeated(*this, last, count);
+}
+
+void CMessageElement::ShowRepeats(bool show)
+{
+    bool changed = m_lines.expand_repeats(show);
+    std::size_t seen = m_log.m_view ? m_log.m_view->get_layout().get_anchor_line(*this) : 0;
+    if (!show && m_lines.collapse(seen)) {
+        changed = true;
+        if (m_status_line != no_line)
+            for (m_status_line = 0; !m_lines.at(m_status_line).has(line_t::status);)
+                ++m_status_line;
+    }
+    if (changed && m_log.m_view)
+        m_log.m_view->lines_changed(*this, seen);
 }
 
 void CMessageElement::SetLineText(std::size_t index, std::string_view text)
@@ -111,6 +147,12 @@ void CMessageElement::ShowButtons(bool show)
         TailChanged();
 }
 
+std::int64_t CMessageElement::GetBeginning() const
+{
+    const std::int64_t first = m_lines.empty() ? line_store_t::no_time : m_lines.get_time(0);
+    return first == line_store_t::no_time ? m_began : std::min(m_began, first);
+}
+
 std::string CMessageElement::GetBodyText() const
 {
     return m_head.laid_out ? markup_to_text(m_head.body) : m_head.body;
@@ -122,41 +164,44 @@ std::string CMessageElement::GetText() const
     const std::string body = GetBodyText();
     if (!body.empty())
         text += (text.empty() ? "" : "\n") + body;
-    if (m_status_line != static_cast<std::size_t>(-1) && !m_status_text.empty())
+    if (m_status_line != no_line && !m_status_text.empty())
         text += (text.empty() ? "" : "\n") + m_status_text;
     return text;
 }
 
+line_t* CCaption::get_kept_line() const
+{
+    line_store_t& lines = m_element->m_lines;
+    const std::size_t line = get_line();
+    const bool is_line = m_kind == kind_t::line || m_kind == kind_t::status;
+    return is_line && line < lines.size() ? &lines.at(line) : nullptr;
+}
+
+std::size_t CCaption::get_line() const
+{
+    return m_kind == kind_t::status ? m_element->m_status_line : m_line;
+}
+
 void CCaption::SetText(std::string_view text)
 {
-    switch (m_kind) {
-    case kind_t::header:
+    if (m_kind == kind_t::header) {
         m_element->m_head.header.assign(text.data(), text.size());
         m_element->HeadChanged();
-        break;
-    case kind_t::body:
+    } else if (m_kind == kind_t::body) {
         m_element->m_head.body.assign(text.data(), text.size());
         m_element->BodyChanged();
-        break;
-    case kind_t::line:
-        if (m_line < m_element->m_lines.size())
-            m_element->SetLineText(m_line, text);
-        break;
-    }
+    } else if (get_kept_line())
+        m_element->SetLineText(get_line(), text);
 }
 
 std::string CCaption::GetText() const
 {
-    switch (m_kind) {
-    case kind_t::header:
+    if (m_kind == kind_t::header)
         return m_element->m_head.header;
-    case kind_t::body:
+    if (m_kind == kind_t::body)
         return m_element->m_head.body;
-    case kind_t::line:
-        break;
-    }
-    return m_line < m_element->m_lines.size() ? std::string(m_element->m_lines.at(m_line).get_text())
-                                              : std::string();
+    const line_t* line = get_kept_line();
+    return line ? std::string(line->get_text()) : std::string();
 }
 
 void CCaption::UseHTML(bool use)
@@ -169,12 +214,13 @@ void CCaption::UseHTML(bool use)
 
 void CCaption::SetImage(const CImage& image)
 {
-    if (m_kind == kind_t::line) {
-        if (m_line < m_element->m_lines.size() && image.get_index() >= 0) {
-            m_element->m_lines.at(m_line).image = static_cast<std::uint8_t>(std::min(image.get_index(), 255));
-            if (m_element->m_log.m_view)
-                m_element->m_log.m_view->look_changed();
-        }
+    if (m_kind != kind_t::header && m_kind != kind_t::body) {
+        line_t* line = get_kept_line();
+        if (!line || image.get_index() < 0)
+            return;
+        line->image = static_cast<std::uint8_t>(std::min(image.get_index(), 255));
+        if (m_element->m_log.m_view)
+            m_element->m_log.m_view->look_changed();
         return;
     }
     m_element->m_head.picture =
@@ -186,20 +232,18 @@ void CCaption::SetImage(const CImage& image)
 
 void CCaption::SetAutoSize(bool on)
 {
-    if (m_kind == kind_t::line && m_line < m_element->m_lines.size())
-        m_element->m_lines.at(m_line).set(line_t::auto_size, on);
+    if (line_t* line = get_kept_line())
+        line->set(line_t::auto_size, on);
 }
 
 void CCaption::AdjustHeight(bool on)
 {
-    if (m_kind != kind_t::line || m_line >= m_element->m_lines.size())
+    line_t* line = get_kept_line();
+    if (!line || line->has(line_t::adjusted) == on)
         return;
-    line_t& line = m_element->m_lines.at(m_line);
-    if (line.has(line_t::adjusted) == on)
-        return;
-    line.set(line_t::adjusted, on);
+    line->set(line_t::adjusted, on);
     if (m_element->m_log.m_view)
-        m_element->m_log.m_view->line_changed(*m_element, m_line);
+        m_element->m_log.m_view->line_changed(*m_element, get_line());
 }
 
 void CCaption::SetTextAlignment(int) {}

@@ -11,7 +11,7 @@ namespace vdxcfrw7 {
 namespace {
 
 // Long enough to be worth a turn, short enough that typing and painting never wait for it.
-constexpr std::chrono::milliseconds slice(3);
+constexpr std::chrono::milliseconds slice_length(3);
 
 class work_timer_t : public wxTimer
 {
@@ -69,7 +69,7 @@ void work_slices_t::run()
     // Called again while it works, a nested loop runs, which must not hold back the work that waits.
     const bool nested = m_running;
     m_running = true;
-    m_end = std::chrono::steady_clock::now() + slice;
+    m_end = std::chrono::steady_clock::now() + slice_length;
     const std::weak_ptr<bool> alive = m_alive;
     do {
         if (m_work.empty())

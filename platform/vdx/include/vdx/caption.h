@@ -11,6 +11,7 @@
 namespace vdxcfrw7 {
 
 class CMessageElement;
+struct line_t;
 
 /// A picture beside a caption: one of the log's image list, or one of its own.
 class VDX_EXPORT CImage
@@ -41,7 +42,8 @@ public:
     {
         header,
         body,
-        line
+        line,
+        status ///< the entry's one status line, wherever it stands
     };
 
     /// The alignment of lines: at the leading edge, at the top of their picture.
@@ -53,7 +55,7 @@ public:
     }
 
     kind_t get_kind() const { return m_kind; }
-    std::size_t get_line() const { return m_line; }
+    std::size_t get_line() const;
 
     void SetText(std::string_view text);
     /// As it was given.
@@ -71,6 +73,8 @@ public:
     int GetTextAlignment() const { return align_leading_top; }
 
 private:
+    line_t* get_kept_line() const;
+
     CMessageElement* m_element;
     std::size_t m_line;
     kind_t m_kind;

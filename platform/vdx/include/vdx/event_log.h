@@ -6,6 +6,7 @@
 #include <wx/gdicmn.h>
 #include <wx/weakref.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -80,6 +81,28 @@ public:
     /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text
     /// (empty: all).
     void SetFilter(int severities, const std::string& text);
+    /// What stands before each line: nothing, the time of day when it was said, or how long after the
+    /// beginning of its entry.
+    enum class times_t
+    {
+        none,
+        clock,
+        since_entry
+    };
+    void SetTimes(times_t times);
+    times_t GetTimes() const;
+    /// Whether lines are broken at the window's width, as at first; otherwise they scroll to the side.
+    void SetWrap(bool wrap);
+    bool GetWrap() const;
+    /// The size of its texts and pictures in percent of the usual one; kept between 50 and 300.
+    void SetZoom(int percent);
+    int GetZoom() const;
+    /// By keyboard or mouse, the user changed one of these.
+    gen_helpers2::signal_t<>& options_changed() { return m_options_changed; }
+    /// Whether a line that is said again and again is one line, with a count. Lines that are there become
+    /// one, or are shown as often as they were said. Off at first. SetCollapse() on the GUI thread.
+    void SetCollapse(bool collapse);
+    bool GetCollapse() const { return m_collapse.load(std::memory_order_relaxed); }
     /// How many lines the filter hides.
     std::size_t GetHiddenCount() const;
     void SelectAll();
@@ -120,11 +143,13 @@ private:
     std::unique_ptr<images_t> m_images;
     std::vector<std::unique_ptr<CMessageElement>> m_elements;
     log_words_t m_words;
+    std::atomic<bool> m_collapse{false}; // workers that say lines look at it
     std::unique_ptr<work_slices_t> m_slices;
     wxWeakRef<wxWindow> m_window;
     log_view_t* m_view = nullptr; // the same, while it lives
     gen_helpers2::signal_t<search_t> m_search_requested;
     gen_helpers2::signal_t<> m_hidden_changed;
+    gen_helpers2::signal_t<> m_options_changed;
 };
 
 } // namespace vdxcfrw7

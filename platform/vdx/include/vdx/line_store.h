@@ -33,7 +33,7 @@ private:
     std::size_t m_size = 0;
 };
 
-/// One line as it is kept: 24 bytes beside its text.
+/// One line as it is kept: 24 bytes beside its text, and 4 for its time.
 struct line_t
 {
     enum flag_t : std::uint8_t
@@ -42,7 +42,10 @@ struct line_t
         hidden = 2,  ///< by the filter
         inexact = 4, ///< its height is an estimate
         auto_size = 8,
-        adjusted = 16 ///< its height follows its text
+        adjusted = 16, ///< its height follows its text
+        styled = 32,   ///< its text holds sequences that are not shown
+        repeated = 64, ///< it was said several times in a row
+        expanded = 128 ///< and is shown as often
     };
 
     const char* text;
@@ -67,9 +70,14 @@ class VDX_EXPORT line_store_t
 public:
     static constexpr std::size_t block_size = 1024;
 
+    /// The time of a line that nobody knows.
+    static constexpr std::int64_t no_time = -1;
+
     struct block_t
     {
         std::vector<line_t> lines;
+        std::vector<std::uint32_t> times; ///< of the lines, counted from about `time_base`
+        std::int64_t time_base = no_time;
         std::int64_t height = 0; ///< of all lines that are not hidden
         unsigned int layout = 0; ///< the layout in which all its lines were measured last
         std::size_t refined = 0; ///< how many lines from the front are known to be exact in that layout
@@ -88,7 +96,38 @@ public:
     const std::vector<block_t>& get_blocks() const { return m_blocks; }
 
     /// Adds a line at the end; its text must live as long as the store: see keep().
-    line_t& add(const line_t& line);
+    /// @param time when it was said, in milliseconds since 1970
+    line_t& add(const line_t& line, std::int64_t time = no_time);
+    /// To the millisecond; a block's lines reach over 24 days to either side of its first.
+    std::int64_t get_time(std::size_t index) const;
+
+    /// The last line that is no status line; size() when there is none.
+    std::size_t last_remembered() const;
+    /// Whether the last remembered line is this very one.
+    bool ends_with(std::uint32_t severity, std::string_view text) const;
+    /// It was said `count` times more.
+    void repeat_last(std::uint64_t count);
+    /// How often it was said in a row; 1 for most.
+    std::uint64_t get_count(std::size_t index) const;
+    bool has_repeats() const { return !m_repeats.empty(); }
+    /// Whether repeated lines are shown as often as they were said; returns whether any is another now.
+    bool expand_repeats(bool expand);
+    /// Makes one line of those that are the same and follow each other. Nothing is measured then.
+    /// @param line an index, which is told its new one
+    /// @return whether any were
+    bool collapse(std::size_t& line);
+
+    /// Calls fn(line, how often it was said, when first) for each line.
+    template <class F>
+    void for_each(F&& fn) const
+    {
+        auto repeat = m_repeats.begin();
+        for (std::size_t index = 0; index < m_size; ++index) {
+            const line_t& line = at(index);
+            const bool repeated = repeat != m_repeats.end() && repeat->line == index;
+            fn(line, repeated ? (repeat++)->count : std::uint64_t(1), get_time(index));
+        }
+    }
     const char* keep(std::string_view text) { return m_arena.add(text); }
     void adopt(text_arena_t&& arena) { m_arena.adopt(std::move(arena)); }
 
@@ -106,7 +145,14 @@ public:
     std::size_t line_at(std::int64_t y) const;
 
 private:
+    struct repeat_t
+    {
+        std::size_t line;
+        std::uint64_t count;
+    };
+
     std::vector<block_t> m_blocks;
+    std::vector<repeat_t> m_repeats; // in the order of the lines
     text_arena_t m_arena;
     std::size_t m_size = 0;
     std::size_t m_hidden = 0;

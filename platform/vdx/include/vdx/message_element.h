@@ -5,6 +5,7 @@
 #include "vdx/line_store.h"
 #include "vdx/visual_element.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -25,8 +26,16 @@ public:
     CCaption GetHeader() { return CCaption(*this, CCaption::kind_t::header); }
     CCaption GetBody() { return CCaption(*this, CCaption::kind_t::body); }
 
-    /// Adds a line at the end. @param copy false: the text lives in an arena that Adopt() gets.
-    CCaption AddCaption(int severity, std::string_view text, int image, bool status, bool copy = true);
+    /// Adds a line at the end.
+    /// @param copy false: the text lives in an arena that Adopt() gets
+    /// @param time when it was said, in milliseconds since 1970
+    CCaption AddCaption(int severity, std::string_view text, int image, bool status, bool copy = true,
+                        std::int64_t time = line_store_t::no_time);
+    /// Counts the last line up when it is this very one and the log makes one line of those.
+    /// @return false when it is another
+    bool RepeatLast(int severity, std::string_view text, std::uint64_t count = 1);
+    /// The last line was said so many times more.
+    void CountUp(std::uint64_t count);
     void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
     const line_store_t& GetLines() const { return m_lines; }
 
@@ -58,6 +67,8 @@ public:
     };
     const head_t& GetHead() const { return m_head; }
     std::string GetBodyText() const;
+    /// When it, or its first line, came; in milliseconds since 1970.
+    std::int64_t GetBeginning() const;
     std::size_t GetIndex() const { return m_index; }
 
 private:
@@ -73,6 +84,7 @@ private:
     void BodyChanged();
     void TailChanged();
     void SetLineText(std::size_t line, std::string_view text);
+    void ShowRepeats(bool show);
 
     CEventLog& m_log;
     head_t m_head;
@@ -80,8 +92,10 @@ private:
     std::unique_ptr<CGauge> m_gauge;
     std::vector<std::unique_ptr<CButton>> m_buttons;
     std::function<std::string()> m_more_text;
-    std::size_t m_status_line = static_cast<std::size_t>(-1);
+    static constexpr std::size_t no_line = static_cast<std::size_t>(-1);
+    std::size_t m_status_line = no_line;
     std::string m_status_text; // the line store points to it
+    std::int64_t m_began;      // in milliseconds since 1970
     std::size_t m_index = 0;
     bool m_buttons_shown = true;
 
