@@ -97,6 +97,35 @@ public:
     /// file that is still being read. Nothing counts as changed then.
     [[nodiscard]] inplace_contents_t take_contents();
 
+    /// What the context menu offers beside "Copy to clipboard": nothing at first.
+    enum offer_t
+    {
+        offer_view = 1, ///< copying, finding, and how the lines are shown
+        offer_clear = 2
+    };
+    /// @param offers of offer_t, added up
+    void offer(int offers);
+    /// How the log is shown, to be kept from one run to the next.
+    struct view_t
+    {
+        enum times_t
+        {
+            no_times,
+            clock_times, ///< the time of day
+            entry_times  ///< since the entry began
+        };
+        times_t times = no_times; ///< what stands before each line
+        bool wrap = true;         ///< otherwise lines scroll to the side
+        bool collapse = false;    ///< a line that is said again and again shows once, with a count
+        int zoom = 100;           ///< in percent, from 50 to 300
+    };
+    void set_view(const view_t& view);
+    view_t get_view() const;
+    /// The user changed how it is shown.
+    gen_helpers2::signal_t<>& view_changed();
+    /// Whether save() keeps the times of lines, too; not at first. They are read back either way.
+    void keep_times(bool keep);
+
     /// Copies the whole log as text.
     void handle_copy(wxCommandEvent& event);
     /// Shows the context menu; the point is in pixels of this window.

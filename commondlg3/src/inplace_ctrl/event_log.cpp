@@ -4,6 +4,8 @@
 
 #include <msngr2/messenger.h>
 
+#include <cstdint>
+
 namespace commondlg3 {
 
 event_log_t::event_log_t(wxWindow* parent, bool show_debug)
@@ -14,10 +16,22 @@ event_log_t::event_log_t(wxWindow* parent, bool show_debug)
       m_info_image(add_image(GetImageList(), image_loader_t::image_type_t::info12)),
       m_empty_image(add_image(GetImageList(), image_loader_t::image_type_t::empty12))
 {
-    SetWords({translate_message("severity.error"), translate_message("severity.warning"),
-              translate_message("inplace_ctrl.name"), [](std::size_t count) {
-                  return translate_message("inplace_ctrl.lines_came", {{"count", count}});
-              }});
+    vdxcfrw7::log_words_t words;
+    words.error = translate_message("severity.error");
+    words.warning = translate_message("severity.warning");
+    words.name = translate_message("inplace_ctrl.name");
+    words.lines_came = [](std::size_t count) {
+        return translate_message("inplace_ctrl.lines_came", {{"count", count}});
+    };
+    words.news = [](std::size_t count, std::uint32_t worst) {
+        using vdxcfrw7::line_t;
+        return translate_message(worst & line_t::error_bits     ? "inplace_ctrl.news_errors"
+                                 : worst & line_t::warning_bits ? "inplace_ctrl.news_warnings"
+                                                                : "inplace_ctrl.news",
+                                 {{"count", count}});
+    };
+    words.go_to_end = translate_message("inplace_ctrl.go_to_end");
+    SetWords(words);
 }
 
 int event_log_t::add_image(vdxc7::IImageList* list, image_loader_t::image_type_t type)

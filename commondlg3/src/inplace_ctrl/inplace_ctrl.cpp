@@ -84,6 +84,31 @@ inplace_contents_t inplace_ctrl_t::take_contents()
     return m_impl->take_contents();
 }
 
+void inplace_ctrl_t::offer(int offers)
+{
+    m_impl->offer(offers);
+}
+
+void inplace_ctrl_t::set_view(const view_t& view)
+{
+    m_impl->set_view(view);
+}
+
+inplace_ctrl_t::view_t inplace_ctrl_t::get_view() const
+{
+    return m_impl->get_view();
+}
+
+gen_helpers2::signal_t<>& inplace_ctrl_t::view_changed()
+{
+    return m_impl->get_log().options_changed();
+}
+
+void inplace_ctrl_t::keep_times(bool keep)
+{
+    m_impl->get_log().keep_times(keep);
+}
+
 void inplace_ctrl_t::handle_copy(wxCommandEvent&)
 {
     m_impl->copy();

@@ -3,6 +3,7 @@
 #include "commondlg3/text_utils.h"
 
 #include "contents.h"
+#include "log_menu.h"
 #include "search_bar.h"
 #include "xpm.h"
 
@@ -10,7 +11,6 @@
 #include <gen_helpers2/log.h>
 #include <wx_helpers1/text.h>
 
-#include <wx/menu.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -288,11 +288,29 @@ void inplace_ctrl_impl_t::copy()
 
 void inplace_ctrl_impl_t::popup_menu(const wxPoint& point)
 {
-    wxMenu menu;
+    log_menu_t menu(*m_log, *m_search_bar);
     const wxMenuItem* item =
         menu.Append(wxID_ANY, wx_helpers1::to_plain_label(translate_message("inplace_ctrl.copy")));
     menu.Bind(wxEVT_MENU, &inplace_ctrl_t::handle_copy, m_owner, item->GetId());
+    if (m_offers & inplace_ctrl_t::offer_view)
+        menu.add_view();
+    if (m_offers & inplace_ctrl_t::offer_clear)
+        menu.add_clear([this] { clear(); }, !m_entries.empty());
     m_owner->PopupMenu(&menu, point);
+}
+
+void inplace_ctrl_impl_t::set_view(const inplace_ctrl_t::view_t& view)
+{
+    m_log->SetTimes(static_cast<vdxcfrw7::CEventLog::times_t>(view.times));
+    m_log->SetWrap(view.wrap);
+    m_log->SetCollapse(view.collapse);
+    m_log->SetZoom(view.zoom);
+}
+
+inplace_ctrl_t::view_t inplace_ctrl_impl_t::get_view() const
+{
+    return {static_cast<inplace_ctrl_t::view_t::times_t>(m_log->GetTimes()), m_log->GetWrap(),
+            m_log->GetCollapse(), m_log->GetZoom()};
 }
 
 void inplace_ctrl_impl_t::on_context_menu(vdxcfrw7::CVisualElement*, int x, int y)

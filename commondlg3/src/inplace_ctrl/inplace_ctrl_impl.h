@@ -41,6 +41,9 @@ public:
     gen_helpers2::error_code_t load(const gen_helpers2::variant_bag_t& bag);
     void load_file(const gen_helpers2::path_t& file);
     inplace_contents_t take_contents();
+    void offer(int offers) { m_offers = offers; }
+    void set_view(const inplace_ctrl_t::view_t& view);
+    inplace_ctrl_t::view_t get_view() const;
     void copy();
     void popup_menu(const wxPoint& point);
     event_log_t& get_log() { return *m_log; }
@@ -59,6 +62,7 @@ private:
     search_bar_t* m_search_bar = nullptr; // a child of the owner
     std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
     tag_t m_next_tag = 0;
+    int m_offers = 0;
     std::set<tag_t> m_offering;                            // the entries that may offer buttons
     std::unique_ptr<proxies_t> m_proxies;                  // made when first asked for
     std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work

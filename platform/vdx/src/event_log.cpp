@@ -73,6 +73,8 @@ line_store_t CEventLog::Remove(CMessageElement& element)
     if (index >= m_elements.size() || m_elements[index].get() != &element)
         return {};
     const std::size_t hidden = element.m_lines.get_hidden_count();
+    m_counts.errors -= element.m_counts.errors;
+    m_counts.warnings -= element.m_counts.warnings;
     // The view looks at the lines once more.
     if (m_view)
         m_view->element_removing(element);
@@ -136,15 +138,63 @@ bool CEventLog::IsAtEnd() const
     return !m_view || m_view->get_layout().follows_end();
 }
 
+const CMessageElement* CEventLog::GetCurrentElement() const
+{
+    return m_view ? m_view->get_place().element : nullptr;
+}
+
+CEventLog::reading_t CEventLog::GetReading() const
+{
+    return m_view ? m_view->get_reading() : reading_t();
+}
+
+void CEventLog::GoBack(const reading_t& reading)
+{
+    if (m_view)
+        m_view->go_back(reading);
+}
+
+void CEventLog::SetFind(const std::string& text, const find_options_t& options)
+{
+    if (m_view)
+        m_view->set_find(text, options);
+}
+
+bool CEventLog::IsFinding() const
+{
+    return m_view && m_view->is_finding();
+}
+
+bool CEventLog::IsFiltering() const
+{
+    return m_view && m_view->is_filtering();
+}
+
+const CMessageElement* CEventLog::GetOnlyElement() const
+{
+    return m_view ? m_view->get_only() : nullptr;
+}
+
+bool CEventLog::FindNext(bool forward)
+{
+    return m_view && m_view->find_next(forward);
+}
+
 bool CEventLog::Find(const std::string& text, bool forward)
 {
     return m_view && m_view->find(text, forward);
 }
 
-void CEventLog::SetFilter(int severities, const std::string& text)
+CEventLog::find_state_t CEventLog::GetFindState()
+{
+    return m_view ? m_view->get_find_state() : find_state_t{0, 0, true, false, false};
+}
+
+void CEventLog::SetFilter(int severities, const std::string& text, const find_options_t& options,
+                          const CMessageElement* only)
 {
     if (m_view)
-        m_view->set_filter(severities, text);
+        m_view->set_filter(severities, text, options, only);
 }
 
 void CEventLog::SetTimes(times_t times)
@@ -193,7 +243,7 @@ std::size_t CEventLog::GetHiddenCount() const
 {
     std::size_t count = 0;
     for (const auto& element : m_elements)
-        count += element->m_lines.get_hidden_count();
+        count += element->IsFilteredOut() ? element->m_lines.size() : element->m_lines.get_hidden_count();
     return count;
 }
 
@@ -201,6 +251,11 @@ void CEventLog::SelectAll()
 {
     if (m_view)
         m_view->select_all();
+}
+
+bool CEventLog::HasSelection() const
+{
+    return m_view && !m_view->get_selection().is_empty();
 }
 
 std::string CEventLog::GetSelectedText() const

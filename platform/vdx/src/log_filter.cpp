@@ -3,7 +3,7 @@
 #include "vdx/event_log.h"
 
 #include "log_layout.h"
-#include "shown_text.h"
+#include "log_selection.h"
 
 #include <cstdint>
 #include <string_view>
@@ -11,24 +11,30 @@
 
 namespace vdxcfrw7 {
 
-bool log_filter_t::set(int severities, const std::string& text)
+bool log_filter_t::set(int severities, const std::string& text, const CEventLog::find_options_t& options,
+                       const CMessageElement* only)
 {
-    std::string folded = fold(text);
-    if (severities == m_severities && folded == m_text)
+    const CEventLog::find_options_t& before = m_matcher.get_options();
+    if (severities == m_severities && text == m_matcher.get_text() && only == m_only &&
+        options.match_case == before.match_case && options.whole_words == before.whole_words &&
+        options.expression == before.expression)
         return false;
     m_severities = severities;
-    m_text = std::move(folded);
+    m_only = only;
+    m_matcher.set(text, options);
     begin_again();
     return true;
 }
 
-bool log_filter_t::passes(const line_t& line) const
+bool log_filter_t::passes(const line_t& line)
 {
     if (line.has(line_t::status))
         return true;
     if (m_severities && !(line.severity & static_cast<std::uint32_t>(m_severities)))
         return false;
-    return m_text.empty() || find_folded(line.get_text(), m_text) != std::string_view::npos;
+    // What is no expression yet, or too hard a one, hides nothing.
+    return m_matcher.is_empty() || m_matcher.is_wrong() || m_matcher.is_in(text_of(line, m_storage)) ||
+           m_matcher.has_given_up();
 }
 
 void log_filter_t::begin_again()
@@ -42,6 +48,7 @@ bool log_filter_t::apply_some(CEventLog& log, log_layout_t& layout)
     const auto& elements = log.GetElements();
     for (; m_element < elements.size(); ++m_element, m_line = 0) {
         CMessageElement& element = *elements[m_element];
+        element.m_filtered_out = !passes(element);
         line_store_t& lines = element.m_lines;
         bool more = false;
         while (m_line < lines.size() && !more) {

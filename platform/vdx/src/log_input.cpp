@@ -1,7 +1,6 @@
 // Keyboard and mouse: selecting, copying, searching.
 #include "log_view.h"
 
-#include "log_search.h"
 #include "shown_text.h"
 
 #include <wx_helpers1/guarded.h>
@@ -113,42 +112,6 @@ void log_view_t::move_caret(const text_place_t& place, bool extend)
 {
     m_selection.move_caret(place, extend);
     Refresh(false);
-}
-
-bool log_view_t::find(const std::string& text, bool forward)
-{
-    const std::string needle = fold(text);
-    if (needle.empty() || m_log->GetElements().empty())
-        return false;
-    // From behind what is selected (a place found before), or from the top of what is seen.
-    text_place_t start = m_selection.get_caret();
-    if (!m_selection.is_empty())
-        start = forward ? m_selection.get_ends().second : m_selection.get_ends().first;
-    if (!start.is_set())
-        start = place_at(wxPoint(0, 0));
-    if (!start.is_set())
-        return false;
-    const auto found = find_text(*m_log, m_selection, start, needle, forward);
-    if (!found.first.is_set())
-        return false;
-    select(found.first, found.second);
-    show_place(found.first);
-    m_accessible.found(found.first);
-    return true;
-}
-
-void log_view_t::set_filter(int severities, const std::string& text)
-{
-    if (!m_filter.set(severities, text))
-        return;
-    m_log->CancelWork(&m_filter);
-    m_log->AddWork(&m_filter, [this] {
-        const bool more = m_filter.apply_some(*m_log, m_layout);
-        m_stale = true;
-        const auto signal = m_log->hidden_changed();
-        wx_helpers1::guarded([&signal] { signal.emit(); });
-        return more;
-    });
 }
 
 void log_view_t::copy()
@@ -304,6 +267,8 @@ text_extent_t extent_of(log_layout_t& layout, const text_place_t& place)
 bool log_view_t::is_shown(const text_place_t& place) const
 {
     std::string storage;
+    if (place.element->IsFilteredOut())
+        return false;
     if (place.item >= text_item_t::first_line)
         return !place.element->GetLines().at(place.item - text_item_t::first_line).has(line_t::hidden);
     return !text_of(*place.element, place.item, storage).empty();

@@ -142,7 +142,9 @@ void log_layout_t::tail_changed(CMessageElement& element)
 void log_layout_t::update_height(CMessageElement& element)
 {
     m_heights.set(element.m_index,
-                  element.m_head_height + element.m_lines.get_height() + element.m_tail_height);
+                  element.IsFilteredOut()
+                      ? 0
+                      : element.m_head_height + element.m_lines.get_height() + element.m_tail_height);
 }
 
 int log_layout_t::break_width(const line_t& line) const
@@ -212,7 +214,7 @@ void log_layout_t::line_added(CMessageElement& element)
         m_refining = std::min(m_refining, element.m_index);
     } else if (block.refined + 1 == block.lines.size())
         ++block.refined;
-    m_heights.set(element.m_index, element.m_head_height + lines.get_height() + element.m_tail_height);
+    update_height(element);
 }
 
 void log_layout_t::line_changed(CMessageElement& element, std::size_t index)

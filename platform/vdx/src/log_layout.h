@@ -28,6 +28,9 @@ struct log_colours_t
     wxColour link;
     wxColour selection;
     wxColour selected_ink;
+    wxColour match; ///< what was found
+    wxColour match_ink;
+    wxColour mark; ///< and where, beside the scroll bar
 };
 
 /// Where everything in a log stands. Heights are measured when they are seen, or in spare time, and

@@ -45,6 +45,7 @@ public:
                 break;
             }
         }
+        draw_marks();
         draw_place();
     }
 
@@ -67,25 +68,25 @@ private:
             m_layout.text_width() + m_layout.scaled(10), extent.height, m_layout.scaled(3));
     }
 
-    // A row that is selected from byte `from` to byte `to` of its own.
-    void draw_row(font_metrics_t& font, std::string_view row, PangoDirection direction, int x, std::int64_t y,
-                  const wxColour& ink, std::size_t from, std::size_t to, bool to_the_end)
+    struct range_t
     {
-        const wxString shown = to_shown(row);
-        m_dc.SetFont(font.get_font());
-        m_dc.SetTextForeground(ink);
-        const int top = static_cast<int>(y);
-        m_dc.draw_text(shown, x, top, direction);
-        if (from >= to && !to_the_end)
-            return;
+        std::size_t from; // bytes
+        std::size_t to;
+    };
+
+    // Part of a row on a ground of its own.
+    void draw_part(font_metrics_t& font, std::string_view row, const wxString& shown,
+                   PangoDirection direction, int x, int top, const range_t& part, const wxColour& ground,
+                   const wxColour& ink)
+    {
         text_shaper_t& shaper = font.get_shaper();
-        auto places = shaper.places_of(row, direction, from, to);
+        auto places = shaper.places_of(row, direction, part.from, part.to);
         if (places.empty())
             places.emplace_back(0, m_layout.scaled(4));
         const int whole = m_mirrored ? shaper.width_of(row, direction) : 0;
         m_dc.SetPen(*wxTRANSPARENT_PEN);
-        m_dc.SetBrush(wxBrush(m_colours.selection));
-        m_dc.SetTextForeground(m_colours.selected_ink);
+        m_dc.SetBrush(wxBrush(ground));
+        m_dc.SetTextForeground(ink);
         for (const auto& [left, right] : places) {
             const wxRect rect(x + (m_mirrored ? whole - right : left), top, right - left,
                               font.get_line_height());
@@ -93,6 +94,21 @@ private:
             const paint_dc_t::clip_t clip(m_dc, rect);
             m_dc.draw_text(shown, x, top, direction);
         }
+    }
+
+    // Where something was found in a text, for as much of it as can be seen.
+    std::vector<range_t> matches_in(const CMessageElement& element, std::size_t item, std::string_view text,
+                                    std::size_t seen_from, std::size_t seen_to)
+    {
+        std::vector<range_t> matches;
+        text_matcher_t& matcher = m_view.get_found().get_matcher();
+        if (matcher.is_empty() || !is_found(element, item))
+            return matches;
+        matcher.start(text);
+        for (text_matcher_t::match_t match{}; matcher.next(match) && match.begin < seen_to;)
+            if (match.end > seen_from)
+                matches.push_back({match.begin, match.end});
+        return matches;
     }
 
     void draw_rows(font_metrics_t& font, const CMessageElement& element, std::size_t item,
@@ -103,24 +119,54 @@ private:
         const bool selected = m_view.get_selection().get_part(element, item, text.size(), from, to);
         const int height = font.get_line_height();
         const std::size_t first = y < 0 ? static_cast<std::size_t>(-y / height) : 0;
+        const std::size_t behind = std::min<std::size_t>(
+            rows.size(), first + static_cast<std::size_t>(m_layout.get_size().y / height) + 2);
+        if (first >= behind)
+            return;
+        const std::vector<range_t> matches =
+            matches_in(element, item, text, rows[first], behind < rows.size() ? rows[behind] : text.size());
         PangoDirection direction = PANGO_DIRECTION_LTR;
-        for (std::size_t row = first; row < rows.size(); ++row) {
+        for (std::size_t row = first; row < behind; ++row) {
             const std::int64_t row_y = y + static_cast<std::int64_t>(row) * height;
             if (row_y >= m_layout.get_size().y)
                 break;
             const std::size_t begin = rows[row];
             const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
-            std::size_t row_from = 0, row_to = 0;
-            if (selected && from < end && to > begin) {
-                row_from = std::max(from, begin) - begin;
-                row_to = std::min(to, end) - begin;
-            }
             // The rows of a paragraph run alike, and looking for its beginning takes time.
             if (row == first || ends_line(text, begin))
                 direction = m_view.get_direction(text, begin);
-            draw_row(font, text.substr(begin, end - begin), direction, x, row_y, ink, row_from, row_to,
-                     selected && from <= begin && to >= end && begin == end);
+            const std::string_view shown_row = text.substr(begin, end - begin);
+            const wxString shown = to_shown(shown_row);
+            const int top = static_cast<int>(row_y);
+            m_dc.SetFont(font.get_font());
+            m_dc.SetTextForeground(ink);
+            m_dc.draw_text(shown, x, top, direction);
+            const auto draw_range = [&](const range_t& range, const wxColour& ground,
+                                        const wxColour& colour) {
+                if (range.from < end && range.to > begin)
+                    draw_part(font, shown_row, shown, direction, x, top,
+                              {std::max(range.from, begin) - begin, std::min(range.to, end) - begin}, ground,
+                              colour);
+            };
+            for (const range_t& match : matches)
+                draw_range(match, m_colours.match, m_colours.match_ink);
+            if (selected)
+                draw_range({from, to}, m_colours.selection, m_colours.selected_ink);
+            if (selected && begin == end && from <= begin && to >= end)
+                draw_part(font, shown_row, shown, direction, x, top, {0, 0}, m_colours.selection,
+                          m_colours.selected_ink);
         }
+    }
+
+    void draw_marks()
+    {
+        if (m_view.get_found().get_matcher().is_empty())
+            return;
+        const int width = m_layout.scaled(5), thickness = m_layout.scaled(2);
+        m_dc.SetPen(*wxTRANSPARENT_PEN);
+        m_dc.SetBrush(wxBrush(m_colours.mark));
+        for (const int y : m_view.get_marks())
+            m_dc.DrawRectangle(m_layout.get_size().x - width, y, width, thickness);
     }
 
     void draw_head(CMessageElement& element, int y)

@@ -116,6 +116,8 @@ std::vector<log_layout_t::item_t> log_layout_t::visible_items() const
     std::int64_t y = m_heights.top_of(index) - top;
     for (; index < elements.size() && y < m_size.y; ++index) {
         CMessageElement& element = *elements[index];
+        if (element.IsFilteredOut())
+            continue;
         if (y + element.m_head_height > 0)
             items.push_back({&element, part_t::head, 0, y, element.m_head_height});
         y += element.m_head_height;

@@ -19,6 +19,11 @@ bool operator<(const text_place_t& a, const text_place_t& b)
     return a.item != b.item ? a.item < b.item : a.byte < b.byte;
 }
 
+std::string_view text_of(const line_t& line, std::string&)
+{
+    return line.get_text();
+}
+
 std::string_view text_of(const CMessageElement& element, std::size_t item, std::string& storage)
 {
     if (item == text_item_t::header)
@@ -27,7 +32,7 @@ std::string_view text_of(const CMessageElement& element, std::size_t item, std::
         storage = element.GetBodyText();
         return storage;
     }
-    return element.GetLines().at(item - text_item_t::first_line).get_text();
+    return text_of(element.GetLines().at(item - text_item_t::first_line), storage);
 }
 
 std::size_t number_of_items(const CMessageElement& element)
@@ -102,6 +107,8 @@ std::string log_selection_t::get_text(bool html) const
     bool any = false;
     for (std::size_t index = first.element->GetIndex(); index <= last.element->GetIndex(); ++index) {
         const CMessageElement& element = *m_log.GetElements()[index];
+        if (element.IsFilteredOut())
+            continue;
         const std::size_t begin = &element == first.element ? first.item : 0;
         const std::size_t end = &element == last.element ? last.item + 1 : number_of_items(element);
         for (std::size_t item = begin; item < end; ++item) {

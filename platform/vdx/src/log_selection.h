@@ -21,6 +21,7 @@ struct text_item_t
 };
 
 /// The text of an item, as it is searched, selected and copied.
+std::string_view text_of(const line_t& line, std::string& storage);
 std::string_view text_of(const CMessageElement& element, std::size_t item, std::string& storage);
 std::size_t number_of_items(const CMessageElement& element);
 

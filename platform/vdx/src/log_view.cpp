@@ -41,7 +41,7 @@ bool is_blank(const wxImage& image)
 } // namespace
 
 log_view_t::log_view_t(CEventLog& log, wxWindow* parent)
-    : m_log(&log), m_layout(log), m_selection(log, m_layout), m_accessible(*this)
+    : m_log(&log), m_layout(log), m_selection(log, m_layout), m_found(log, m_selection), m_accessible(*this)
 {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
@@ -91,6 +91,8 @@ void log_view_t::forget_log()
     for (const auto& [model, button] : m_buttons)
         button->Destroy();
     m_buttons.clear();
+    if (m_news_button)
+        m_news_button->Hide();
     m_log = nullptr;
 }
 
@@ -107,6 +109,11 @@ void log_view_t::read_look()
     m_colours.selected_ink = system(wxSYS_COLOUR_HIGHLIGHTTEXT);
     m_colours.selection =
         wx_helpers1::readable_colour(system(wxSYS_COLOUR_HIGHLIGHT), m_colours.selected_ink);
+    const bool dark = settings && settings->is_dark();
+    m_colours.match_ink = dark ? *wxWHITE : *wxBLACK;
+    m_colours.match = wx_helpers1::readable_colour(dark ? wxColour(122, 92, 0) : wxColour(255, 224, 102),
+                                                   m_colours.match_ink);
+    m_colours.mark = wx_helpers1::readable_colour(wxColour(214, 120, 0), m_colours.background, 3);
     const wxFont usual = settings ? settings->get_font(wx_helpers1::ui_font::text)
                                   : wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
     const wxFont text = m_zoom == 100 ? usual : usual.Scaled(static_cast<float>(m_zoom) / 100);
@@ -153,6 +160,7 @@ void log_view_t::catch_up()
     m_layout.settle();
     update_scrollbar();
     place_buttons();
+    show_news();
     m_accessible.changed();
     Refresh(false);
 }
@@ -168,6 +176,12 @@ int log_view_t::turn()
         update_scrollbar(); // heights that nobody sees change the bar only
     if (std::exchange(m_more_hidden, false)) {
         const auto signal = m_log->hidden_changed();
+        signal.emit();
+    }
+    const CEventLog::counts_t& counts = m_log->GetCounts();
+    if (counts.errors != m_told_counts.errors || counts.warnings != m_told_counts.warnings) {
+        m_told_counts = counts;
+        const auto signal = m_log->counts_changed();
         signal.emit();
     }
     switch (left) {
@@ -253,7 +267,10 @@ void log_view_t::run_animation(bool needed)
 
 void log_view_t::element_added(CMessageElement& element)
 {
+    if (!m_filter.passes(element))
+        element.m_filtered_out = true;
     m_layout.element_added(element);
+    m_found.head_changed(element);
     catch_up_soon();
 }
 
@@ -262,14 +279,22 @@ void log_view_t::element_removing(CMessageElement& element)
     buttons_going(element);
     m_selection.element_removing(element);
     m_accessible.element_removing(element);
+    m_found.element_removing(element);
+    if (m_find_begin.element == &element)
+        m_find_begin = {};
     m_layout.element_removing(element);
     m_filter.begin_again();
+    if (m_filter.get_only() == &element) {
+        m_filter.show_all_entries();
+        filter_again();
+    }
     catch_up_soon();
 }
 
 void log_view_t::head_changed(CMessageElement& element)
 {
     m_layout.head_changed(element);
+    m_found.head_changed(element);
     m_selection.texts_changed(element);
     catch_up_soon();
 }
@@ -307,7 +332,10 @@ void log_view_t::adding_line(line_t& line)
 void log_view_t::line_added(CMessageElement& element)
 {
     m_layout.line_added(element);
-    m_accessible.line_added(element.m_lines.at(element.m_lines.size() - 1));
+    m_found.line_added(element);
+    const line_t& line = element.m_lines.at(element.m_lines.size() - 1);
+    m_accessible.line_added(line);
+    line_came(line, 1);
     if (!m_stale)
         catch_up_soon();
 }
@@ -315,14 +343,19 @@ void log_view_t::line_added(CMessageElement& element)
 void log_view_t::line_changed(CMessageElement& element, std::size_t line)
 {
     m_layout.line_changed(element, line);
+    if (!element.m_lines.at(line).has(line_t::status) && !m_found.get_matcher().is_empty()) {
+        m_found.begin_again();
+        count_matches();
+    }
     m_selection.texts_changed(element);
     catch_up_soon();
 }
 
-void log_view_t::line_repeated(CMessageElement& element, std::size_t line, std::uint64_t)
+void log_view_t::line_repeated(CMessageElement& element, std::size_t line, std::uint64_t count)
 {
     m_layout.line_repeated(element, line);
     m_accessible.line_added(element.m_lines.at(line));
+    line_came(element.m_lines.at(line), count);
     catch_up_soon();
 }
 
@@ -332,6 +365,8 @@ void log_view_t::lines_changed(CMessageElement& element, std::size_t seen)
     m_selection.lines_changed(element);
     m_accessible.element_removing(element); // its lines have other names
     m_filter.begin_again();
+    m_found.begin_again();
+    count_matches();
     catch_up_soon();
 }
 
@@ -386,6 +421,11 @@ GtkWidget* log_view_t::get_button_widget(const CButton& button) const
         if (model == &button)
             return made->GetHandle() ? GTK_WIDGET(made->GetHandle()) : nullptr;
     return nullptr;
+}
+
+GtkWidget* log_view_t::get_news_widget() const
+{
+    return m_news_button && m_news_button->IsShown() ? GTK_WIDGET(m_news_button->GetHandle()) : nullptr;
 }
 
 void log_view_t::on_context_menu(wxContextMenuEvent& event)

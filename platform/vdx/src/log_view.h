@@ -2,6 +2,7 @@
 
 #include "vdx/event_log.h"
 
+#include "find_results.h"
 #include "log_filter.h"
 #include "log_layout.h"
 #include "log_selection.h"
@@ -65,8 +66,21 @@ public:
     void set_zoom(int percent);
     int get_zoom() const { return m_zoom; }
 
+    CEventLog::reading_t get_reading() const;
+    void go_back(const CEventLog::reading_t& reading);
+
+    void set_find(const std::string& text, const CEventLog::find_options_t& options);
+    bool find_next(bool forward);
     bool find(const std::string& text, bool forward);
-    void set_filter(int severities, const std::string& text);
+    CEventLog::find_state_t get_find_state();
+    bool is_finding() const { return !m_found.get_matcher().is_empty(); }
+    bool is_filtering() const { return m_filtering; }
+    const CMessageElement* get_only() const { return m_filter.get_only(); }
+    find_results_t& get_found() { return m_found; }
+    /// Where matches stand beside the scroll bar, in pixels of the window.
+    const std::vector<int>& get_marks();
+    void set_filter(int severities, const std::string& text, const CEventLog::find_options_t& options,
+                    const CMessageElement* only);
 
     void select_all();
     const log_selection_t& get_selection() const { return m_selection; }
@@ -76,6 +90,8 @@ public:
     bool shows_place() const { return m_by_keyboard && HasFocus(); }
     /// Null for one that is not seen.
     GtkWidget* get_button_widget(const CButton& button) const;
+    /// The button that tells of new lines; null while it is not seen.
+    GtkWidget* get_news_widget() const;
     bool is_mirrored() const { return GetLayoutDirection() == wxLayout_RightToLeft; }
     /// The direction of the paragraph at that byte of a text.
     PangoDirection get_direction(std::string_view text, std::size_t at) const;
@@ -101,6 +117,12 @@ private:
     void on_button_key(wxKeyEvent& event);
     void on_focus(wxFocusEvent& event);
 
+    text_place_t find_from(bool forward);
+    bool show_found(const find_results_t::found_t& found);
+    void count_matches();
+    void line_came(const line_t& line, std::uint64_t count);
+    void show_news();
+    void filter_again();
     void read_look();
     void fit_times();
     void zoom_by_user(int percent);
@@ -149,7 +171,39 @@ private:
     bool m_selecting = false;  // the mouse is
     bool m_by_keyboard = true; // and not by mouse
 
+    find_results_t m_found;
+    text_place_t m_find_begin; // where the reader was when looking began
+    enum class pending_t
+    {
+        nothing,
+        next,
+        previous
+    } m_pending = pending_t::nothing; // until it is counted
+    struct marks_t
+    {
+        struct key_t
+        {
+            unsigned int version;
+            std::int64_t total;
+            int height;
+            bool operator==(const key_t& other) const
+            {
+                return version == other.version && total == other.total && height == other.height;
+            }
+        };
+        key_t key{0, 0, 0};
+        std::vector<int> places;
+    } m_marks;
+    // What came below while the reader looks elsewhere.
+    std::uint64_t m_news = 0;
+    std::uint64_t m_told_news = 0;
+    std::uint32_t m_news_severity = 0;
+    int m_news_image = -1;
+    wxButton* m_news_button = nullptr; // made when there are any
+    CEventLog::counts_t m_told_counts;
+
     log_filter_t m_filter;
+    bool m_filtering = false;
     bool m_more_hidden = false; // lines came that the filter hides
 
     std::vector<std::pair<CButton*, wxButton*>> m_buttons; // those that can be seen

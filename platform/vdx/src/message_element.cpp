@@ -65,6 +65,8 @@ CCaption CMessageElement::AddCaption(int severity, std::string_view text, int im
     if (m_log.m_view)
         m_log.m_view->adding_line(line);
     m_lines.add(line, time);
+    if (!status)
+        Count(line.severity, 1);
     if (status)
         m_status_line = m_lines.size() - 1;
     if (m_log.m_view)
@@ -86,10 +88,22 @@ void CMessageElement::CountUp(std::uint64_t count)
     if (last >= m_lines.size())
         return;
     m_lines.repeat_last(count);
+    Count(m_lines.at(last).severity, count);
     if (!m_log.GetCollapse())
         m_lines.at(last).set(line_t::expanded, true);
     if (m_log.m_view)
         m_log.m_view->line_repeated(*this, last, count);
+}
+
+void CMessageElement::Count(std::uint32_t severity, std::uint64_t times)
+{
+    if (severity & line_t::error_bits) {
+        m_counts.errors += times;
+        m_log.m_counts.errors += times;
+    } else if (severity & line_t::warning_bits) {
+        m_counts.warnings += times;
+        m_log.m_counts.warnings += times;
+    }
 }
 
 void CMessageElement::ShowRepeats(bool show)

@@ -240,24 +240,4 @@ std::size_t find_folded(std::string_view text, std::string_view needle, std::siz
     return std::string_view::npos;
 }
 
-std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end)
-{
-    if (needle.empty() || text.size() < needle.size())
-        return std::string_view::npos;
-    end = std::min(end, text.size());
-    if (is_long_search(text.substr(0, end), needle)) {
-        std::string folded = fold(text.substr(0, end)), sought(needle);
-        std::reverse(folded.begin(), folded.end());
-        std::reverse(sought.begin(), sought.end());
-        const void* found = memmem(folded.data(), folded.size(), sought.data(), sought.size());
-        return found ? folded.size() - sought.size() -
-                           static_cast<std::size_t>(static_cast<const char*>(found) - folded.data())
-                     : std::string_view::npos;
-    }
-    for (std::size_t at = end < needle.size() ? 0 : end - needle.size() + 1; at-- > 0;)
-        if (same_folded(text.data() + at, text.data() + text.size(), needle))
-            return at;
-    return std::string_view::npos;
-}
-
 } // namespace vdxcfrw7

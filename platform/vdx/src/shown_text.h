@@ -52,8 +52,6 @@ wxString to_shown(std::string_view text);
 /// the same where both take as many bytes, as in nearly all scripts that have cases. npos when there is
 /// none.
 std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0);
-/// The last place that ends at or before `end`.
-std::size_t find_last_folded(std::string_view text, std::string_view needle, std::size_t end);
 std::string fold(std::string_view text);
 
 } // namespace vdxcfrw7

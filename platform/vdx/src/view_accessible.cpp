@@ -25,9 +25,6 @@ namespace {
 constexpr std::size_t longest_name = 2000; // bytes; nobody listens to more of a line
 constexpr std::chrono::seconds between_values(5);
 
-constexpr std::uint32_t warning_bit = 2;
-constexpr std::uint32_t error_bits = 4 | 8;
-
 std::string shortened(std::string_view text)
 {
     return gen_helpers2::replace_invalid_utf8(text.substr(0, longest_name));
@@ -86,6 +83,8 @@ struct view_accessible_t::impl_t final : text_owner_t
             } else
                 add_tail(element, before);
         }
+        if (GtkWidget* news = view.get_news_widget())
+            append(gtk_widget_get_accessible(news));
         for (const auto& [part, text] : before)
             end_text_accessible(text);
     }
@@ -121,9 +120,9 @@ struct view_accessible_t::impl_t final : text_owner_t
     std::string describe(const line_t& line) const
     {
         const log_words_t& words = view.get_log()->GetWords();
-        const std::string& word = line.severity & error_bits    ? words.error
-                                  : line.severity & warning_bit ? words.warning
-                                                                : std::string();
+        const std::string& word = line.severity & line_t::error_bits     ? words.error
+                                  : line.severity & line_t::warning_bits ? words.warning
+                                                                         : std::string();
         return (word.empty() ? word : word + ": ") + shortened(line.get_text());
     }
 

@@ -28,6 +28,17 @@ struct log_words_t
     std::string warning;
     std::string name;                                   ///< of the log itself
     std::function<std::string(std::size_t)> lines_came; ///< so many of them
+    /// So many came below what is seen, the worst of them of that severity; for a button.
+    std::function<std::string(std::size_t, std::uint32_t)> news;
+    std::string go_to_end; ///< what that button does
+};
+
+/// How a text is looked for.
+struct find_options_t
+{
+    bool match_case = false;
+    bool whole_words = false;
+    bool expression = false; ///< a regular one, in ICU's notation
 };
 
 /// An event log: entries one below the other, each with its lines, and the window that shows them.
@@ -75,12 +86,32 @@ public:
     // What the reader does; all of it does nothing without a window.
     void ScrollToEnd();
     bool IsAtEnd() const;
-    /// Selects and shows the next place of a text, or the one before, starting from the selection and going
-    /// round. Letters of either case are the same. False when there is none.
+    using find_options_t = vdxcfrw7::find_options_t;
+    /// Looks for a text (empty: for nothing any more): all matches are marked, and the first from where the
+    /// reader is on is shown. Counting goes on in slices.
+    void SetFind(const std::string& text, const find_options_t& options);
+    bool IsFinding() const;
+    /// Selects and shows the next match, or the one before, starting from the selection and going round.
+    /// False when there is none.
+    bool FindNext(bool forward);
+    /// Both, for a text of which letters of either case are the same.
     bool Find(const std::string& text, bool forward);
+    struct find_state_t
+    {
+        std::uint64_t count;   ///< of matches, so far
+        std::uint64_t current; ///< which one is selected, from 1; 0: none
+        bool complete;         ///< whether all of the log has been looked at
+        bool wrong;            ///< it is no expression
+        bool given_up;         ///< the expression took too long
+    };
+    find_state_t GetFindState();
+    /// The state is another.
+    gen_helpers2::signal_t<>& find_changed() { return m_find_changed; }
+
     /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text
-    /// (empty: all).
-    void SetFilter(int severities, const std::string& text);
+    /// (empty: all), of one entry (null: all).
+    void SetFilter(int severities, const std::string& text, const find_options_t& options = {},
+                   const CMessageElement* only = nullptr);
     /// What stands before each line: nothing, the time of day when it was said, or how long after the
     /// beginning of its entry.
     enum class times_t
@@ -103,9 +134,36 @@ public:
     /// one, or are shown as often as they were said. Off at first. SetCollapse() on the GUI thread.
     void SetCollapse(bool collapse);
     bool GetCollapse() const { return m_collapse.load(std::memory_order_relaxed); }
+    /// Whether lines are still being hidden and shown.
+    bool IsFiltering() const;
+    /// The one entry that is shown; null: all are.
+    const CMessageElement* GetOnlyElement() const;
+    /// How many lines were said with a severity of errors, and how many with one of warnings alone.
+    struct counts_t
+    {
+        std::uint64_t errors = 0;
+        std::uint64_t warnings = 0;
+    };
+    const counts_t& GetCounts() const { return m_counts; }
+    /// The counts are others.
+    gen_helpers2::signal_t<>& counts_changed() { return m_counts_changed; }
+    /// Where the reader is; null before there is an entry.
+    const CMessageElement* GetCurrentElement() const;
+    /// What the reader sees, to come back to it.
+    struct reading_t
+    {
+        const CMessageElement* element = nullptr;
+        std::size_t item = 0; ///< the header, the body or a line of it
+        int y = 0;            ///< of that, in the window
+        bool at_end = true;
+    };
+    reading_t GetReading() const;
+    /// What was seen is gone when its entry is.
+    void GoBack(const reading_t& reading);
     /// How many lines the filter hides.
     std::size_t GetHiddenCount() const;
     void SelectAll();
+    bool HasSelection() const;
     std::string GetSelectedText() const;
     std::string GetSelectedHTML() const;
     /// The user wants to search: Ctrl+F, or F3 (next) and Shift+F3 (previous).
@@ -148,7 +206,10 @@ private:
     wxWeakRef<wxWindow> m_window;
     log_view_t* m_view = nullptr; // the same, while it lives
     gen_helpers2::signal_t<search_t> m_search_requested;
+    gen_helpers2::signal_t<> m_find_changed;
     gen_helpers2::signal_t<> m_hidden_changed;
+    gen_helpers2::signal_t<> m_counts_changed;
+    counts_t m_counts;
     gen_helpers2::signal_t<> m_options_changed;
 };
 

@@ -57,6 +57,9 @@ struct line_t
     std::uint8_t flags;
 
     static constexpr std::uint16_t no_width = 0xffff;
+    // Of a severity; other bits are the owner's.
+    static constexpr std::uint32_t warning_bits = 2;
+    static constexpr std::uint32_t error_bits = 4 | 8;
 
     std::string_view get_text() const { return std::string_view(text, length); }
     bool has(flag_t flag) const { return (flags & flag) != 0; }

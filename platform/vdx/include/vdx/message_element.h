@@ -67,6 +67,8 @@ public:
     };
     const head_t& GetHead() const { return m_head; }
     std::string GetBodyText() const;
+    /// Whether the filter shows other entries alone.
+    bool IsFilteredOut() const { return m_filtered_out; }
     /// When it, or its first line, came; in milliseconds since 1970.
     std::int64_t GetBeginning() const;
     std::size_t GetIndex() const { return m_index; }
@@ -85,6 +87,7 @@ private:
     void TailChanged();
     void SetLineText(std::size_t line, std::string_view text);
     void ShowRepeats(bool show);
+    void Count(std::uint32_t severity, std::uint64_t times);
 
     CEventLog& m_log;
     head_t m_head;
@@ -95,9 +98,15 @@ private:
     static constexpr std::size_t no_line = static_cast<std::size_t>(-1);
     std::size_t m_status_line = no_line;
     std::string m_status_text; // the line store points to it
-    std::int64_t m_began;      // in milliseconds since 1970
+    struct counts_t
+    {
+        std::uint64_t errors = 0;
+        std::uint64_t warnings = 0;
+    } m_counts;           // of its lines
+    std::int64_t m_began; // in milliseconds since 1970
     std::size_t m_index = 0;
     bool m_buttons_shown = true;
+    bool m_filtered_out = false;
 
     // What the view measured.
     int m_head_height = 0;

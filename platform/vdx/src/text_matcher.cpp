@@ -1,0 +1,148 @@
+#include "text_matcher.h"
+
+#include "shown_text.h"
+
+#include <glib.h>
+#include <unicode/regex.h>
+#include <unicode/utext.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace vdxcfrw7 {
+
+using steady_clock_t = std::chrono::steady_clock;
+
+struct text_matcher_t::expression_t
+{
+    ~expression_t() { utext_close(&text); }
+
+    // The library asks now and then whether it is to go on.
+    static UBool U_CALLCONV goes_on(const void* self, int32_t)
+    {
+        return steady_clock_t::now() < static_cast<const expression_t*>(self)->deadline;
+    }
+    static UBool U_CALLCONV finds_on(const void* self, int64_t) { return goes_on(self, 0); }
+
+    std::unique_ptr<icu::RegexPattern> pattern;
+    std::unique_ptr<icu::RegexMatcher> matcher;
+    UText text = UTEXT_INITIALIZER;
+    steady_clock_t::time_point deadline;
+};
+
+text_matcher_t::text_matcher_t() = default;
+text_matcher_t::~text_matcher_t() = default;
+
+bool text_matcher_t::set(const std::string& text, const CEventLog::find_options_t& options)
+{
+    m_asked = text;
+    m_options = options;
+    m_wrong = m_given_up = false;
+    m_expression.reset();
+    m_needle = options.match_case || options.expression ? text : fold(text);
+    m_text = {};
+    if (!options.expression || text.empty())
+        return true;
+    auto made = std::make_unique<expression_t>();
+    UErrorCode error = U_ZERO_ERROR;
+    const std::string whole = options.whole_words ? "\\b(?:" + text + ")\\b" : text;
+    const std::uint32_t flags =
+        UREGEX_MULTILINE | (options.match_case ? 0u : std::uint32_t{UREGEX_CASE_INSENSITIVE});
+    UParseError where;
+    made->pattern.reset(icu::RegexPattern::compile(icu::UnicodeString::fromUTF8(whole), flags, where, error));
+    if (U_SUCCESS(error))
+        made->matcher.reset(made->pattern->matcher(error));
+    if (U_SUCCESS(error)) {
+        made->matcher->setMatchCallback(expression_t::goes_on, made.get(), error);
+        made->matcher->setFindProgressCallback(expression_t::finds_on, made.get(), error);
+    }
+    m_wrong = U_FAILURE(error);
+    if (!m_wrong)
+        m_expression = std::move(made);
+    return !m_wrong;
+}
+
+void text_matcher_t::start(std::string_view text)
+{
+    m_text = text;
+    m_from = 0;
+    if (!m_expression || m_given_up)
+        return;
+    UErrorCode error = U_ZERO_ERROR;
+    utext_openUTF8(&m_expression->text, text.data(), static_cast<std::int64_t>(text.size()), &error);
+    if (U_FAILURE(error)) {
+        m_given_up = true;
+        return;
+    }
+    m_expression->matcher->reset(&m_expression->text);
+    m_expression->deadline = steady_clock_t::now() + patience;
+}
+
+bool text_matcher_t::next(match_t& match)
+{
+    if (m_needle.empty() || m_wrong || m_given_up)
+        return false;
+    if (m_options.expression)
+        return next_expression(match);
+    while (m_from <= m_text.size()) {
+        std::size_t at = std::string_view::npos;
+        if (!m_options.match_case)
+            at = find_folded(m_text, m_needle, m_from);
+        else if (const void* found =
+                     memmem(m_text.data() + m_from, m_text.size() - m_from, m_needle.data(), m_needle.size()))
+            at = static_cast<std::size_t>(static_cast<const char*>(found) - m_text.data());
+        if (at == std::string_view::npos)
+            return false;
+        m_from = at + m_needle.size();
+        if (!m_options.whole_words || is_whole_word(at, m_from)) {
+            match = {at, m_from};
+            return true;
+        }
+        m_from = at + 1;
+    }
+    return false;
+}
+
+bool text_matcher_t::next_expression(match_t& match)
+{
+    for (;;) {
+        UErrorCode error = U_ZERO_ERROR;
+        const bool found = m_expression->matcher->find(error);
+        if (U_FAILURE(error)) { // out of time, or of room for its stack
+            m_given_up = true;
+            return false;
+        }
+        if (!found)
+            return false;
+        match = {static_cast<std::size_t>(m_expression->matcher->start64(error)),
+                 static_cast<std::size_t>(m_expression->matcher->end64(error))};
+        if (match.begin < match.end)
+            return true;
+    }
+}
+
+bool text_matcher_t::is_whole_word(std::size_t begin, std::size_t end) const
+{
+    const auto is_word = [](char32_t character) {
+        return character == '_' || g_unichar_isalnum(static_cast<gunichar>(character));
+    };
+    const char* const first = m_text.data();
+    const char* const last = first + m_text.size();
+    if (begin > 0) {
+        const char* at = previous(first, first + begin);
+        if (is_word(decode(at, last)))
+            return false;
+    }
+    const char* behind = first + end;
+    return behind >= last || !is_word(decode(behind, last));
+}
+
+bool text_matcher_t::is_in(std::string_view text)
+{
+    start(text);
+    match_t match;
+    return next(match);
+}
+
+} // namespace vdxcfrw7
