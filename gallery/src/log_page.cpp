@@ -98,9 +98,11 @@ private:
         if (!entry.contains("lines") || !entry["lines"].is_array())
             return;
         msngr2::IMessenger* messenger = log.get_messenger(tag);
-        for (const auto& line : entry["lines"])
-            messenger->say(static_cast<msngr2::ESeverity>(get_int(line, "severity", 0)),
-                           get_string(line, "text", "").c_str());
+        for (const auto& line : entry["lines"]) {
+            const std::string said = get_string(line, "text", "");
+            for (int times = get_int(line, "times", 1); times > 0; --times)
+                messenger->say(static_cast<msngr2::ESeverity>(get_int(line, "severity", 0)), said.c_str());
+        }
     }
 };
 
@@ -224,6 +226,12 @@ int open_log(const nlohmann::json& data, wxWindow* parent)
 {
     const bool given = data.is_object() && data.contains("entries") && data["entries"].is_array();
     shown_log_t page(parent, given ? data["entries"] : sample_entries());
+    if (given && data.contains("view") && data["view"].is_object()) {
+        const auto& view = data["view"];
+        page.get_log().set_view(
+            {static_cast<commondlg3::inplace_ctrl_t::view_t::times_t>(get_int(view, "times", 0)),
+             get_int(view, "wrap", 1) != 0, get_int(view, "collapse", 0) != 0, get_int(view, "zoom", 100)});
+    }
     return run(page, parent);
 }
 

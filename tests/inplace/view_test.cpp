@@ -218,8 +218,9 @@ TEST(InplaceView, the_search_bar_works_by_keyboard)
         test::press(key, modifiers);
         return window.log().GetSelectedText();
     };
-    EXPECT_EQ("needle", found(WXK_RETURN, wxMOD_NONE)) << "the caption";
-    EXPECT_EQ("A needle in the body", found(WXK_F3, wxMOD_NONE)) << "a body in HTML is found whole";
+    test::settle();
+    EXPECT_EQ("needle", window.log().GetSelectedText()) << "the caption, while it is typed";
+    EXPECT_EQ("A needle in the body", found(WXK_RETURN, wxMOD_NONE)) << "a body in HTML is found whole";
     EXPECT_EQ("NEEDLE", found(WXK_F3, wxMOD_NONE));
     const int y = y_of(window, 0, 200);
     EXPECT_TRUE(y >= 0 && y < 600) << "shown: " << y;
@@ -240,9 +241,11 @@ TEST(InplaceView, the_search_bar_works_by_keyboard)
     test::settle();
     EXPECT_TRUE(says("300 lines are hidden")) << "what is hidden as it comes is told as well";
     test::press('M', wxMOD_ALT);
-    test::press(WXK_TAB); // to the severities
+    for (int stop = 0; stop < 3; ++stop) // back to the severities
+        test::press(WXK_TAB, wxMOD_SHIFT);
     test::press(WXK_DOWN);
     test::press(WXK_DOWN);
+    test::settle();
     EXPECT_TRUE(says("271 lines are hidden"));
     test::press(WXK_ESCAPE);
     EXPECT_FALSE(text->IsShownOnScreen());

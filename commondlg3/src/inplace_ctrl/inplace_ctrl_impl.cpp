@@ -36,11 +36,8 @@ error_code_t failed_condition(const char* condition)
 inplace_ctrl_impl_t::inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug)
     : m_owner(owner), m_log(std::make_unique<event_log_t>(owner, show_debug))
 {
-    m_search_bar = new search_bar_t(owner, *m_log);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(m_log->GetWindow(), 1, wxEXPAND);
-    sizer->Add(m_search_bar, 0, wxEXPAND | wxTOP, 4);
-    m_search_bar->Hide();
     owner->SetSizer(sizer);
     m_log->context_menu().connect(this, &inplace_ctrl_impl_t::on_context_menu);
     m_log->search_requested().connect(this, &inplace_ctrl_impl_t::on_search);
@@ -288,7 +285,7 @@ void inplace_ctrl_impl_t::copy()
 
 void inplace_ctrl_impl_t::popup_menu(const wxPoint& point)
 {
-    log_menu_t menu(*m_log, *m_search_bar);
+    log_menu_t menu(*m_log, [this]() -> search_bar_t& { return get_search_bar(); });
     const wxMenuItem* item =
         menu.Append(wxID_ANY, wx_helpers1::to_plain_label(translate_message("inplace_ctrl.copy")));
     menu.Bind(wxEVT_MENU, &inplace_ctrl_t::handle_copy, m_owner, item->GetId());
@@ -319,9 +316,18 @@ void inplace_ctrl_impl_t::on_context_menu(vdxcfrw7::CVisualElement*, int x, int 
         popup_menu(m_owner->ScreenToClient(window->ClientToScreen(wxPoint(x, y))));
 }
 
+search_bar_t& inplace_ctrl_impl_t::get_search_bar()
+{
+    if (!m_search_bar) {
+        m_search_bar = new search_bar_t(m_owner, *m_log);
+        m_owner->GetSizer()->Add(m_search_bar, 0, wxEXPAND | wxTOP, 4);
+    }
+    return *m_search_bar;
+}
+
 void inplace_ctrl_impl_t::on_search(vdxcfrw7::CEventLog::search_t what)
 {
-    m_search_bar->search(what);
+    get_search_bar().search(what);
 }
 
 } // namespace commondlg3

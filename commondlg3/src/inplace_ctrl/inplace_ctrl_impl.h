@@ -56,10 +56,11 @@ private:
     void on_search(vdxcfrw7::CEventLog::search_t what);
     message_entry_t::ptr_t find(tag_t tag) const;
     proxies_t& get_proxies();
+    search_bar_t& get_search_bar();
 
     inplace_ctrl_t* m_owner;
     std::unique_ptr<event_log_t> m_log;
-    search_bar_t* m_search_bar = nullptr; // a child of the owner
+    search_bar_t* m_search_bar = nullptr; // a child of the owner, made when somebody looks for something
     std::map<tag_t, gen_helpers2::intrusive_pointer_t<event_entry_t>> m_entries;
     tag_t m_next_tag = 0;
     int m_offers = 0;

@@ -17,7 +17,7 @@ using vdxcfrw7::CEventLog;
 wxMenuItem* log_menu_t::add(wxMenu& menu, const std::string& text, std::function<void()> chosen,
                             wxItemKind kind, bool checked)
 {
-    wxMenuItem* item = menu.Append(wxID_ANY, wx_helpers1::to_plain_label(text), wxString(), kind);
+    wxMenuItem* item = menu.Append(wxID_ANY, wx_helpers1::to_label(text), wxString(), kind);
     if (kind != wxITEM_NORMAL)
         item->Check(checked);
     menu.Bind(
@@ -43,7 +43,7 @@ void log_menu_t::add_times()
     add_kind(CEventLog::times_t::none, translate_message("inplace_ctrl.menu.times_none"));
     add_kind(CEventLog::times_t::clock, translate_message("inplace_ctrl.menu.times_clock"));
     add_kind(CEventLog::times_t::since_entry, translate_message("inplace_ctrl.menu.times_since"));
-    AppendSubMenu(times, wx_helpers1::to_plain_label(translate_message("inplace_ctrl.menu.times")));
+    AppendSubMenu(times, wx_helpers1::to_label(translate_message("inplace_ctrl.menu.times")));
 }
 
 void log_menu_t::add_view()
@@ -54,11 +54,11 @@ void log_menu_t::add_view()
     add(*this, translate_message("inplace_ctrl.menu.select_all") + "\tCtrl+A", [this] { m_log.SelectAll(); });
     AppendSeparator();
     add(*this, translate_message("inplace_ctrl.menu.find") + "\tCtrl+F",
-        [this] { m_search_bar.search(CEventLog::search_t::open); });
+        [this] { m_search_bar().search(CEventLog::search_t::open); });
     const bool only = m_log.GetOnlyElement() != nullptr;
     add(
         *this, translate_message("inplace_ctrl.only_entry"),
-        [this, only] { m_search_bar.show_only(only ? nullptr : m_log.GetCurrentElement()); }, wxITEM_CHECK,
+        [this, only] { m_search_bar().show_only(only ? nullptr : m_log.GetCurrentElement()); }, wxITEM_CHECK,
         only);
     AppendSeparator();
     add_times();

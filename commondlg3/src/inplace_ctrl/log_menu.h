@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 namespace vdxcfrw7 {
 class CEventLog;
@@ -17,7 +18,10 @@ class search_bar_t;
 class log_menu_t : public wxMenu
 {
 public:
-    log_menu_t(vdxcfrw7::CEventLog& log, search_bar_t& search_bar) : m_log(log), m_search_bar(search_bar) {}
+    log_menu_t(vdxcfrw7::CEventLog& log, std::function<search_bar_t&()> search_bar)
+        : m_log(log), m_search_bar(std::move(search_bar))
+    {
+    }
 
     /// Copying, finding, and how the lines are shown.
     void add_view();
@@ -31,7 +35,7 @@ private:
     void add_times();
 
     vdxcfrw7::CEventLog& m_log;
-    search_bar_t& m_search_bar;
+    std::function<search_bar_t&()> m_search_bar;
 };
 
 } // namespace commondlg3

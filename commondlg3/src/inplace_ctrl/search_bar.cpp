@@ -19,6 +19,7 @@
 #include <wx/wrapsizer.h>
 
 #include <algorithm>
+#include <cstdint>
 
 namespace commondlg3 {
 namespace {
@@ -53,9 +54,15 @@ wxButton* make_button(search_bar_t* parent, image_loader_t::image_type_t image, 
 
 } // namespace
 
-search_bar_t::search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log) : wxPanel(parent), m_log(log)
+search_bar_t::search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log)
+    : wxPanel(parent, wxID_ANY, wxPoint(), wxSize(parent->GetClientSize().x, 100)), m_log(log)
 {
     make_controls();
+    // With the size that they will have: the theme complains of buttons smaller than their frames.
+    SetSize(GetSize().x, GetBestSize().y);
+    Layout();
+    Hide();
+    Bind(wxEVT_CHAR_HOOK, &search_bar_t::on_key, this);
     m_text->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { look(); });
     m_text->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { find(true); });
     for (wxToggleButton* option : {m_match_case, m_whole_words, m_expression})
@@ -73,7 +80,6 @@ search_bar_t::search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log) : wxPanel
     m_only_entry->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
         show_only(event.IsChecked() ? m_log.GetCurrentElement() : nullptr);
     });
-    Bind(wxEVT_CHAR_HOOK, &search_bar_t::on_key, this);
     m_log.hidden_changed().connect(this, &search_bar_t::tell_hidden);
     m_log.find_changed().connect(this, &search_bar_t::tell_found);
     m_log.counts_changed().connect(this, &search_bar_t::tell_counts);
@@ -109,7 +115,9 @@ void search_bar_t::make_controls()
     wx_helpers1::set_accessible_name(m_text, hint);
     m_match_case = make_option("Aa", translate_message("inplace_ctrl.match_case"));
     m_whole_words = make_option("|ab|", translate_message("inplace_ctrl.whole_words"));
-    m_expression = make_option(".*", translate_message("inplace_ctrl.expression"));
+    m_expression =
+        make_option(wxString::FromUTF8("\u2066.*\u2069"),
+                    /* the same in both directions */ translate_message("inplace_ctrl.expression"));
     auto* previous = make_button(this, image::up, translate_message("inplace_ctrl.find_previous"));
     auto* next = make_button(this, image::down, translate_message("inplace_ctrl.find_next"));
     m_found = new wxStaticText(this, wxID_ANY, wxString());
@@ -202,6 +210,8 @@ void search_bar_t::open()
 
 void search_bar_t::close(bool go_back)
 {
+    if (!IsShown())
+        return;
     Hide();
     GetParent()->Layout();
     m_only_entry->SetValue(false);
@@ -253,7 +263,7 @@ void search_bar_t::filter(const vdxcfrw7::CMessageElement* only)
 
 void search_bar_t::show_only(const vdxcfrw7::CMessageElement* element)
 {
-    if (element && !IsShown())
+    if (!IsShown())
         open();
     filter(element);
 }

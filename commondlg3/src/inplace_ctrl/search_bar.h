@@ -15,8 +15,9 @@ class wxToggleButton;
 
 namespace commondlg3 {
 
-/// The bar below a log: finds a text, and hides the lines that do not matter now. Hidden until it is asked
-/// for. Escape leads back to where the reader was when it was opened; its close button stays.
+/// The bar below a log: finds a text, and hides the lines that do not matter now. Made, and hidden, when it
+/// is first asked for: most logs are never searched. Escape leads back to where the reader was when it was
+/// opened; its close button stays.
 class search_bar_t : public wxPanel, public gen_helpers2::subscriber_base_t
 {
 public:

@@ -82,6 +82,8 @@ line_store_t CEventLog::Remove(CMessageElement& element)
     m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(index));
     for (std::size_t i = index; i < m_elements.size(); ++i)
         m_elements[i]->m_index = i;
+    if (m_view)
+        m_view->element_removed();
     if (hidden)
         m_hidden_changed.emit();
     return std::move(going->m_lines);

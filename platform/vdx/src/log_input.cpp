@@ -334,10 +334,12 @@ void log_view_t::go_to(const text_place_t& place)
 // As in a tree, towards the text's end opens repeats; without any, lines that do not wrap scroll.
 bool log_view_t::go_sideways(const text_place_t& place, bool right)
 {
-    const line_t& line = place.element->GetLines().at(place.item - text_item_t::first_line);
     const bool forward = right != is_mirrored();
-    if (line.has(line_t::repeated) && line.has(line_t::expanded) != forward)
-        return toggle_repeats(place);
+    if (place.item >= text_item_t::first_line) {
+        const line_t& line = place.element->GetLines().at(place.item - text_item_t::first_line);
+        if (line.has(line_t::repeated) && line.has(line_t::expanded) != forward)
+            return toggle_repeats(place);
+    }
     if (m_layout.wraps())
         return false;
     const int step = m_layout.text_font().get_line_height() * 3;
@@ -389,7 +391,7 @@ bool log_view_t::go_by_key(int key)
     }
     case WXK_LEFT:
     case WXK_RIGHT:
-        return place.item >= text_item_t::first_line && go_sideways(place, key == WXK_RIGHT);
+        return go_sideways(place, key == WXK_RIGHT);
     case WXK_HOME:
     case WXK_NUMPAD_HOME: {
         const text_place_t first{m_log->GetElements().front().get(), text_item_t::header, 0};

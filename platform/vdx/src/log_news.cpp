@@ -7,7 +7,10 @@
 
 #include <wx/button.h>
 
+#include <gtk/gtk.h>
+
 #include <algorithm>
+#include <cstdint>
 
 namespace vdxcfrw7 {
 namespace {
@@ -76,6 +79,11 @@ void log_view_t::show_news()
         m_news_button->SetSize(rect);
     if (!m_news_button->IsShown())
         m_news_button->Show();
+}
+
+GtkWidget* log_view_t::get_news_widget() const
+{
+    return m_news_button && m_news_button->IsShown() ? GTK_WIDGET(m_news_button->GetHandle()) : nullptr;
 }
 
 CEventLog::reading_t log_view_t::get_reading() const

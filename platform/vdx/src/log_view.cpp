@@ -284,11 +284,16 @@ void log_view_t::element_removing(CMessageElement& element)
         m_find_begin = {};
     m_layout.element_removing(element);
     m_filter.begin_again();
-    if (m_filter.get_only() == &element) {
-        m_filter.show_all_entries();
-        filter_again();
-    }
+    m_only_gone = m_filter.get_only() == &element;
     catch_up_soon();
+}
+
+void log_view_t::element_removed()
+{
+    if (!std::exchange(m_only_gone, false))
+        return;
+    m_filter.show_all_entries();
+    filter_again();
 }
 
 void log_view_t::head_changed(CMessageElement& element)
@@ -421,11 +426,6 @@ GtkWidget* log_view_t::get_button_widget(const CButton& button) const
         if (model == &button)
             return made->GetHandle() ? GTK_WIDGET(made->GetHandle()) : nullptr;
     return nullptr;
-}
-
-GtkWidget* log_view_t::get_news_widget() const
-{
-    return m_news_button && m_news_button->IsShown() ? GTK_WIDGET(m_news_button->GetHandle()) : nullptr;
 }
 
 void log_view_t::on_context_menu(wxContextMenuEvent& event)

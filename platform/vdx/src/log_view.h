@@ -41,6 +41,7 @@ public:
     // What happened in the model. The window catches up at the end of the slice, or soon.
     void element_added(CMessageElement& element);
     void element_removing(CMessageElement& element);
+    void element_removed();
     void head_changed(CMessageElement& element);
     void tail_changed(CMessageElement& element);
     void buttons_going(CMessageElement& element);
@@ -204,6 +205,7 @@ private:
 
     log_filter_t m_filter;
     bool m_filtering = false;
+    bool m_only_gone = false;   // the one entry that was shown
     bool m_more_hidden = false; // lines came that the filter hides
 
     std::vector<std::pair<CButton*, wxButton*>> m_buttons; // those that can be seen
