@@ -12,7 +12,9 @@
 
 #include <wx/panel.h>
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace vdxcfrw7 {
@@ -39,6 +41,11 @@ class inplace_ctrl_impl_t;
 ///         progress->start("Reading", 10);
 ///         messenger->say(msngr2::sev_warning, "a.txt is empty");
 ///     });
+///
+/// Below a gauge stands how long the work is going to take, once that can be trusted, and how fast it is; that
+/// nothing was heard of its worker for some time; that it was asked to stop and has not answered yet. A total
+/// that is not above zero is one that nobody knows: the bar then shows only that something is going on. Work
+/// that was cancelled leaves its bar where it was.
 ///
 /// The view follows the end while it shows the end; otherwise what the reader sees stays where it is. Text
 /// can be selected and copied; Ctrl+F opens a bar to find and to filter.
@@ -130,6 +137,10 @@ public:
     void handle_copy(wxCommandEvent& event);
     /// Shows the context menu; the point is in pixels of this window.
     void pupup_menu(wxPoint point);
+
+    /// What the notes below the gauges are judged by instead of the system's clock, for tests; each call judges
+    /// all of them anew. Empty: the system's again.
+    void set_clock(std::function<std::chrono::steady_clock::time_point()> clock);
 
     /// The log as the framework sees it; for tests and for hosts that add to its window.
     vdxcfrw7::CEventLog& get_log();

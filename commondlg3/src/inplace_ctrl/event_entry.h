@@ -64,6 +64,11 @@ public:
     virtual std::string get_type() const = 0;
     virtual msngr2::IProgress* get_progress() = 0;
     virtual void hide_buttons() = 0;
+    /// Any thread: its worker has said something about its progress, or that it has ended.
+    virtual void note_sign() = 0;
+    virtual void note_end() = 0;
+    /// Looks what is to be told of its progress.
+    virtual void look_at_progress() = 0;
     /// Shows one line at the end of `parent`. @param status the status line's caption, made when there is
     /// none
     virtual void say_impl(vdxcfrw7::CVisualElement* parent, vdxcfrw7::CCaption** status,

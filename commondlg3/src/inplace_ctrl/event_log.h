@@ -4,6 +4,10 @@
 
 #include <vdx/event_log.h>
 
+#include <chrono>
+#include <functional>
+#include <utility>
+
 namespace commondlg3 {
 
 /// The framework's log with the pictures of lines, and whether anything in it has changed.
@@ -18,6 +22,15 @@ public:
     /// Whether the times of lines are saved with them.
     bool keeps_times() const { return m_keeps_times; }
     void keep_times(bool keep) { m_keeps_times = keep; }
+    /// What progress is judged by.
+    std::chrono::steady_clock::time_point get_time() const
+    {
+        return m_clock ? m_clock() : std::chrono::steady_clock::now();
+    }
+    void set_clock(std::function<std::chrono::steady_clock::time_point()> clock)
+    {
+        m_clock = std::move(clock);
+    }
     /// The index of the picture of a line.
     int image_of(int severity) const;
 
@@ -27,6 +40,7 @@ private:
     bool m_show_debug;
     bool m_changed = false;
     bool m_keeps_times = false;
+    std::function<std::chrono::steady_clock::time_point()> m_clock; // empty: the system's
     int m_error_image;
     int m_warning_image;
     int m_info_image;

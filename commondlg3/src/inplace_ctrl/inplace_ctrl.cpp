@@ -119,6 +119,11 @@ void inplace_ctrl_t::pupup_menu(wxPoint point)
     m_impl->popup_menu(point);
 }
 
+void inplace_ctrl_t::set_clock(std::function<std::chrono::steady_clock::time_point()> clock)
+{
+    m_impl->set_clock(std::move(clock));
+}
+
 vdxcfrw7::CEventLog& inplace_ctrl_t::get_log()
 {
     return m_impl->get_log();

@@ -14,6 +14,8 @@
 #include <wx/sizer.h>
 
 #include <algorithm>
+#include <chrono>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -308,6 +310,13 @@ inplace_ctrl_t::view_t inplace_ctrl_impl_t::get_view() const
 {
     return {static_cast<inplace_ctrl_t::view_t::times_t>(m_log->GetTimes()), m_log->GetWrap(),
             m_log->GetCollapse(), m_log->GetZoom()};
+}
+
+void inplace_ctrl_impl_t::set_clock(std::function<std::chrono::steady_clock::time_point()> clock)
+{
+    m_log->set_clock(std::move(clock));
+    for (const auto& [tag, entry] : m_entries)
+        entry->look_at_progress();
 }
 
 void inplace_ctrl_impl_t::on_context_menu(vdxcfrw7::CVisualElement*, int x, int y)

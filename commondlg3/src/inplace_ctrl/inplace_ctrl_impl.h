@@ -7,6 +7,8 @@
 #include "message_entry.h"
 #include "proxies.h"
 
+#include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -46,6 +48,7 @@ public:
     inplace_ctrl_t::view_t get_view() const;
     void copy();
     void popup_menu(const wxPoint& point);
+    void set_clock(std::function<std::chrono::steady_clock::time_point()> clock);
     event_log_t& get_log() { return *m_log; }
 
 private:

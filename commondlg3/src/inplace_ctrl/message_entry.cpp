@@ -17,7 +17,6 @@ namespace commondlg3 {
 namespace {
 
 constexpr char message_entry_unit[] = "inplace_ctrl";
-constexpr int gauge_steps = 800;
 // The text of batches from this size on is taken over, that of smaller ones copied: an arena has room to
 // spare.
 constexpr std::size_t worth_adopting = std::size_t(128) * 1024;
@@ -108,6 +107,7 @@ void message_entry_t::cancel_button_pressed(vdxcfrw7::CButton* button)
 {
     button->Enable(false);
     m_progress.cancel();
+    look_at_progress();
 }
 
 void message_entry_t::hide_buttons()
@@ -134,7 +134,10 @@ std::vector<std::unique_ptr<line_batch_t>> message_entry_t::close()
             unshown.push_back(std::move(m_pending));
     }
     // Posted emissions find nobody from here on, wherever this entry's last reference goes.
+    m_look_again.reset();
+    m_watched = false;
     m_say_signal.disconnect_all();
+    m_ended_signal.disconnect_all();
     m_progress.start_signal().disconnect_all();
     m_progress.progressed_signal().disconnect_all();
     m_progress.message_signal().disconnect_all();
@@ -182,68 +185,13 @@ gen_helpers2::error_code_t message_entry_t::update_message(const message_t::ptr_
     update_header(m_element);
     update_text();
     update_buttons();
+    m_watch.answered();
+    look_at_progress();
     // Only the newest entry offers buttons.
     m_element->ShowButtons(m_element->GetIndex() + 1 == m_log->GetElements().size());
     if (callback)
         connect(*callback);
     return {};
-}
-
-msngr2::IProgress* message_entry_t::get_progress()
-{
-    if (!m_progress_connected) {
-        m_progress_connected = true;
-        if (!m_is_progress) {
-            hide_buttons();
-            m_element->ClearButtons();
-        }
-        m_element->GetGauge().Show(true);
-        m_progress.start_signal().connect(this, &message_entry_t::start);
-        m_progress.progressed_signal().connect(this, &message_entry_t::increase);
-        m_progress.message_signal().connect(this, &message_entry_t::message);
-        m_progress.cancel_signal().connect(this, &message_entry_t::cancel);
-    }
-    return &m_progress;
-}
-
-void message_entry_t::start(const std::string& text)
-{
-    if (!m_is_progress)
-        return;
-    m_element->GetGauge().SetValue(0);
-    m_element->GetGauge().SetCaption(text);
-}
-
-void message_entry_t::increase(int steps)
-{
-    vdxcfrw7::CGauge& gauge = m_element->GetGauge();
-    gauge.SetValue(gauge.GetValue() + steps);
-}
-
-void message_entry_t::message(const std::string& text)
-{
-    if (m_is_progress)
-        say_impl(m_element, &m_status, msngr2::sev_status, text);
-}
-
-void message_entry_t::cancel()
-{
-    const ptr_t keep(this);
-    const auto signal = m_button_signal;
-    signal.emit(standard_message_t::button_cancel);
-}
-
-std::string message_entry_t::more_text() const
-{
-    std::string text;
-    for_each_line([&text](const messenger_entry_t& line) {
-        text += '\n';
-        text += line.text;
-    });
-    if (m_is_progress)
-        text += "\n" + translate_message("inplace_ctrl.progressed",
-                                         {{"cur_progress", 100 * m_progress.get_reported() / gauge_steps}});
-    return text;
 }
 
 void message_entry_t::say(msngr2::ESeverity severity, const char* text)
@@ -254,6 +202,7 @@ void message_entry_t::say(msngr2::ESeverity severity, const char* text)
 
 void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text, std::int64_t time)
 {
+    note_sign();
     boost::lock_guard<boost::mutex> lock(m_mutex);
     if (m_closed)
         return;
@@ -274,6 +223,8 @@ void message_entry_t::say_signal_handler()
     }
     if (taken)
         show_batch(std::move(taken));
+    if (m_watch.get_kind() == progress_watch_t::kind_t::silent)
+        look_at_progress();
 }
 
 void message_entry_t::show_batch(std::unique_ptr<line_batch_t> batch)

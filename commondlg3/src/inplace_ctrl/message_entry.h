@@ -1,9 +1,13 @@
 #pragma once
 
 #include "event_entry.h"
+#include "progress_watch.h"
 
 #include <wx_helpers1/tasks.h>
 
+#include <wx/timer.h>
+
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -19,6 +23,7 @@ class message_entry_t : public event_entry_t
 public:
     using ptr_t = gen_helpers2::intrusive_pointer_t<message_entry_t>;
     static constexpr char type_name[] = "message_entry_t";
+    static constexpr int gauge_steps = 800;
 
     message_entry_t(event_log_t& log, tag_t tag, const message_t::ptr_t& msg);
     message_entry_t(event_log_t& log, tag_t tag, const progress_message_t::ptr_t& msg);
@@ -39,6 +44,9 @@ public:
     std::string get_type() const override { return type_name; }
     msngr2::IProgress* get_progress() override;
     void hide_buttons() override;
+    void note_sign() override { m_signs.fetch_add(1, std::memory_order_relaxed); }
+    void note_end() override;
+    void look_at_progress() override;
 
     void connect(const callback_t& callback);
     /// The picture as it is saved comes from here, so that one that many entries share is converted once.
@@ -60,7 +68,9 @@ private:
     void say_signal_handler();
     bool show_some();
 
+    // In message_progress.cpp.
     void start(const std::string& text);
+    void ended();
     void increase(int steps);
     void message(const std::string& text);
     void cancel();
@@ -70,6 +80,11 @@ private:
     const bool m_is_progress;
     wx_helpers1::ProgressImpl m_progress;
     bool m_progress_connected = false;
+    progress_watch_t m_watch;
+    std::unique_ptr<wxTimer> m_look_again; // while work is under way
+    bool m_cancel_seen = false;
+    std::atomic<bool> m_watched{false};    // whether the end of the work is to be told
+    std::atomic<std::uint64_t> m_signs{0}; // how often the worker has said something
     bool m_loading = false;
 
     boost::mutex m_mutex; // guards the three below
@@ -78,6 +93,7 @@ private:
     bool m_closed = false;
 
     gen_helpers2::signal_t<> m_say_signal;
+    gen_helpers2::signal_t<> m_ended_signal;
     std::deque<std::unique_ptr<line_batch_t>> m_showing;
 };
 

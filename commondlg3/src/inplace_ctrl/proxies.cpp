@@ -59,36 +59,46 @@ progress_proxy_t::target_t progress_proxy_t::get_target()
 void progress_proxy_t::start(const char* text, double total)
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->start(text, total);
+        target.entry->note_sign();
+    }
 }
 
 void progress_proxy_t::progressed(int steps)
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->progressed(steps);
+        target.entry->note_sign();
+    }
 }
 
 void progress_proxy_t::internalProgressed(double amount)
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->internalProgressed(amount);
+        target.entry->note_sign();
+    }
 }
 
 void progress_proxy_t::message(const char* text)
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->message(text);
+        target.entry->note_sign();
+    }
 }
 
 void progress_proxy_t::finish()
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->finish();
+        target.entry->note_end();
+    }
 }
 
 void progress_proxy_t::cancel()

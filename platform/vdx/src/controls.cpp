@@ -55,4 +55,29 @@ void CGauge::SetCaption(const std::string& text)
     Changed();
 }
 
+void CGauge::SetNote(const std::string& text)
+{
+    if (text == m_note)
+        return;
+    m_note = text;
+    if (m_note_shown)
+        Changed();
+}
+
+void CGauge::ShowNote(bool show)
+{
+    if (show == m_note_shown)
+        return;
+    m_note_shown = show;
+    Changed();
+}
+
+void CGauge::SetBusy(bool busy)
+{
+    if (busy == m_busy)
+        return;
+    m_busy = busy;
+    Changed();
+}
+
 } // namespace vdxcfrw7

@@ -292,8 +292,10 @@ int log_layout_t::gauge_height(const CMessageElement& element) const
 {
     if (!element.GetGauge().IsShown())
         return 0;
-    const int caption = element.GetGauge().GetCaption().empty() ? 0 : m_text.get_line_height() + scaled(3);
-    return scaled(4) + caption + bar_height() + scaled(4);
+    const int row = m_text.get_line_height() + scaled(3);
+    const int rows =
+        (element.GetGauge().GetCaption().empty() ? 0 : row) + (element.GetGauge().IsNoteShown() ? row : 0);
+    return scaled(4) + rows + bar_height() + scaled(4);
 }
 
 int log_layout_t::label_width(const std::string& label)

@@ -298,24 +298,58 @@ private:
         const int x = m_layout.text_left();
         y += m_layout.scaled(4);
         if (!gauge.GetCaption().empty()) {
-            m_dc.SetFont(m_layout.text_font().get_font());
-            m_dc.SetTextForeground(m_colours.ink);
-            const wxString shown = to_shown(first_line(std::string_view(gauge.GetCaption()).substr(0, 1000)));
-            m_dc.DrawText(wxControl::Ellipsize(shown, m_dc, wxELLIPSIZE_END, m_layout.text_width(),
-                                               wxELLIPSIZE_FLAGS_NONE),
-                          x, y);
+            draw_short(gauge.GetCaption(), x, y, m_colours.ink);
             y += m_layout.text_font().get_line_height() + m_layout.scaled(3);
         }
+        if (gauge.IsNoteShown())
+            draw_short(gauge.GetNote(), x, y + m_layout.bar_height() + m_layout.scaled(3),
+                       m_colours.secondary);
         const wxRect bar(x, y, m_layout.text_width(), m_layout.bar_height());
         m_dc.SetPen(wxPen(m_colours.border));
         m_dc.SetBrush(wxBrush(m_colours.background));
         m_dc.DrawRectangle(bar);
+        const wxRect inside = wxRect(bar).Deflate(1);
+        if (gauge.IsBusy()) {
+            draw_busy(inside);
+            return;
+        }
         const int filled = static_cast<int>(static_cast<std::int64_t>(bar.width - 2) * gauge.GetValue() /
                                             std::max(1, gauge.GetRange()));
         m_dc.SetPen(*wxTRANSPARENT_PEN);
         m_dc.SetBrush(wxBrush(m_colours.selection));
         if (filled > 0)
-            m_dc.DrawRectangle(bar.x + 1, bar.y + 1, filled, bar.height - 2);
+            m_dc.DrawRectangle(inside.x, inside.y, filled, inside.height);
+    }
+
+    // A text in one row.
+    void draw_short(const std::string& text, int x, int y, const wxColour& ink)
+    {
+        m_dc.SetFont(m_layout.text_font().get_font());
+        m_dc.SetTextForeground(ink);
+        const wxString shown = to_shown(first_line(std::string_view(text).substr(0, 1000)));
+        m_dc.DrawText(
+            wxControl::Ellipsize(shown, m_dc, wxELLIPSIZE_END, m_layout.text_width(), wxELLIPSIZE_FLAGS_NONE),
+            x, y);
+    }
+
+    // A piece that goes back and forth or, where nothing may move, stripes.
+    void draw_busy(const wxRect& inside)
+    {
+        const paint_dc_t::clip_t clip(m_dc, inside);
+        if (m_view.is_animated()) {
+            constexpr int frames = 24; // from one end to the other
+            const int piece = std::max(1, inside.width / 5);
+            const int frame = static_cast<int>(m_view.get_frame() % (2 * frames));
+            const int way = (inside.width - piece) * std::min(frame, 2 * frames - frame) / frames;
+            m_dc.SetPen(*wxTRANSPARENT_PEN);
+            m_dc.SetBrush(wxBrush(m_colours.selection));
+            m_dc.DrawRectangle(inside.x + way, inside.y, piece, inside.height);
+            return;
+        }
+        const int step = m_layout.scaled(8), slant = inside.height;
+        m_dc.SetPen(wxPen(m_colours.selection, m_layout.scaled(3)));
+        for (int at = inside.x - slant; at < inside.GetRight() + step; at += step)
+            m_dc.DrawLine(at, inside.GetBottom() + 1, at + slant, inside.y - 1);
     }
 
     paint_dc_t& m_dc;
@@ -326,6 +360,14 @@ private:
 };
 
 } // namespace
+
+bool is_moving(const log_layout_t::item_t& item)
+{
+    if (item.part == log_layout_t::part_t::head)
+        return item.element->GetHead().picture.is_animation();
+    const CGauge& gauge = item.element->GetGauge();
+    return item.part == log_layout_t::part_t::tail && gauge.IsShown() && gauge.IsBusy();
+}
 
 void draw_log(paint_dc_t& dc, log_view_t& view)
 {

@@ -249,16 +249,25 @@ void log_view_t::place_buttons()
 void log_view_t::next_frame()
 {
     ++m_frame;
-    for (const auto& item : m_layout.visible_items())
-        if (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation())
-            RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y), m_layout.text_left(),
-                               m_layout.scaled(40)));
+    for (const auto& item : m_layout.visible_items()) {
+        if (!is_moving(item))
+            continue;
+        const bool is_head = item.part == log_layout_t::part_t::head;
+        RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y),
+                           is_head ? m_layout.text_left() : m_layout.get_size().x,
+                           is_head ? m_layout.scaled(40) : m_layout.gauge_height(*item.element)));
+    }
+}
+
+bool log_view_t::is_animated() const
+{
+    const ui_settings_t* settings = ui_settings_t::get();
+    return !settings || settings->animations_enabled();
 }
 
 void log_view_t::run_animation(bool needed)
 {
-    const ui_settings_t* settings = ui_settings_t::get();
-    needed = needed && (!settings || settings->animations_enabled());
+    needed = needed && is_animated();
     if (needed && !m_animation.IsRunning())
         m_animation.Start(80);
     else if (!needed && m_animation.IsRunning())
@@ -396,8 +405,7 @@ void log_view_t::on_paint(wxPaintEvent&)
     m_accessible.painted();
     bool moving = false;
     for (const auto& item : m_layout.visible_items())
-        moving = moving ||
-                 (item.part == log_layout_t::part_t::head && item.element->GetHead().picture.is_animation());
+        moving = moving || is_moving(item);
     run_animation(moving);
 }
 

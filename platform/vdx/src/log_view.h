@@ -99,6 +99,8 @@ public:
     wxBitmap get_image(int index);
     /// The frame that an entry's animation shows now.
     std::size_t get_frame() const { return m_frame; }
+    /// Whether anything moves by itself.
+    bool is_animated() const;
 
     bool AcceptsFocus() const override { return true; }
 
@@ -224,5 +226,7 @@ text_extent_t extent_of(log_layout_t& layout, const text_place_t& place);
 
 /// Draws what can be seen; the layout must have settled.
 void draw_log(paint_dc_t& dc, log_view_t& view);
+/// Whether there is something in it that moves by itself.
+bool is_moving(const log_layout_t::item_t& item);
 
 } // namespace vdxcfrw7

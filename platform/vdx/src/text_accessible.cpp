@@ -13,6 +13,7 @@ struct data_t
     text_owner_t* owner;
     accessible_part_t part;
     std::string text;
+    bool busy = false; // as was told
 };
 
 struct object_t
@@ -41,6 +42,9 @@ AtkStateSet* get_states(AtkObject* object)
         atk_state_set_add_state(states, state);
     if (data.owner->is_current(data.part))
         atk_state_set_add_state(states, ATK_STATE_FOCUSED);
+    if (data.part.item == accessible_part_t::gauge && data.owner->is_busy(data.part))
+        for (AtkStateType state : {ATK_STATE_BUSY, ATK_STATE_INDETERMINATE})
+            atk_state_set_add_state(states, state);
     return states;
 }
 
@@ -235,6 +239,19 @@ void set_accessible_text(AtkObject* object, AtkRole role, const std::string& tex
         return;
     data.text = text;
     atk_object_set_name(object, text.c_str());
+}
+
+void set_accessible_note(AtkObject* gauge, const std::string& note, bool busy)
+{
+    const char* before = atk_object_get_description(gauge);
+    if (note != (before ? before : ""))
+        atk_object_set_description(gauge, note.c_str());
+    data_t& data = data_of(gauge);
+    if (data.busy == busy)
+        return;
+    data.busy = busy;
+    for (AtkStateType state : {ATK_STATE_BUSY, ATK_STATE_INDETERMINATE})
+        atk_object_notify_state_change(gauge, state, busy);
 }
 
 void notify_accessible_value(AtkObject* object)

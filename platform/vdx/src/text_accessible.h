@@ -34,6 +34,7 @@ public:
     virtual bool is_current(const accessible_part_t& part) const = 0; ///< whether the reader is there
     virtual int get_index(AtkObject* text) = 0;                       ///< among the log's children
     virtual double get_value(const accessible_part_t& gauge) const = 0;
+    virtual bool is_busy(const accessible_part_t& gauge) const = 0; ///< nobody knows how long
 
 protected:
     ~text_owner_t() = default;
@@ -43,6 +44,8 @@ protected:
 /// calls end_text_accessible() before its own end.
 AtkObject* make_text_accessible(text_owner_t& owner, const accessible_part_t& part, AtkObject* log);
 void set_accessible_text(AtkObject* object, AtkRole role, const std::string& text);
+/// What is known beside a gauge's value.
+void set_accessible_note(AtkObject* gauge, const std::string& note, bool busy);
 /// Says that the gauge's value is another.
 void notify_accessible_value(AtkObject* object);
 void end_text_accessible(AtkObject* object);

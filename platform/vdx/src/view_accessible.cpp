@@ -107,11 +107,15 @@ struct view_accessible_t::impl_t final : text_owner_t
     void add_tail(const CMessageElement& element, std::map<accessible_part_t, AtkObject*>& before)
     {
         const CGauge& gauge = element.GetGauge();
-        if (gauge.IsShown())
-            add({&element, accessible_part_t::gauge}, ATK_ROLE_PROGRESS_BAR,
+        if (gauge.IsShown()) {
+            const accessible_part_t part{&element, accessible_part_t::gauge};
+            add(part, ATK_ROLE_PROGRESS_BAR,
                 gauge.GetCaption().empty() ? shortened(element.GetHead().header)
                                            : shortened(gauge.GetCaption()),
                 before);
+            if (const auto made_one = texts.find(part); made_one != texts.end())
+                tell_note(part, made_one->second);
+        }
         for (const auto& button : element.GetButtons())
             if (GtkWidget* widget = view.get_button_widget(*button))
                 append(gtk_widget_get_accessible(widget));
@@ -164,6 +168,8 @@ struct view_accessible_t::impl_t final : text_owner_t
         return 100.0 * gauge.GetValue() / std::max(1, gauge.GetRange());
     }
 
+    bool is_busy(const accessible_part_t& part) const override { return part.element->GetGauge().IsBusy(); }
+
     void place_changed()
     {
         const text_place_t place = log && view.get_log() ? view.get_place() : text_place_t();
@@ -192,6 +198,21 @@ struct view_accessible_t::impl_t final : text_owner_t
             }
         }
         return {};
+    }
+
+    static void tell_note(const accessible_part_t& part, AtkObject* object)
+    {
+        const CGauge& gauge = part.element->GetGauge();
+        set_accessible_note(object, shortened(gauge.IsNoteShown() ? gauge.GetNote() : std::string()),
+                            gauge.IsBusy());
+    }
+
+    // Also to readers that do not ask again.
+    void tell_notes()
+    {
+        for (const auto& [part, text] : texts)
+            if (part.item == accessible_part_t::gauge)
+                tell_note(part, text);
     }
 
     void tell_values()
@@ -273,6 +294,7 @@ void view_accessible_t::attach()
 
 void view_accessible_t::changed()
 {
+    m_impl->tell_notes();
     m_impl->tell_values(); // of what was asked for once; readers need not ask again
     if (!m_impl->made)
         return;

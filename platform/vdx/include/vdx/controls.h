@@ -52,6 +52,15 @@ public:
     /// Stands above the bar.
     void SetCaption(const std::string& text);
     const std::string& GetCaption() const { return m_caption; }
+    /// Stands below the bar in a row of its own, which is there while it is shown, also for an empty text:
+    /// what changes now and then moves nothing.
+    void SetNote(const std::string& text);
+    const std::string& GetNote() const { return m_note; }
+    void ShowNote(bool show);
+    bool IsNoteShown() const { return m_note_shown; }
+    /// How much there is to do is not known: the bar only shows that something is going on.
+    void SetBusy(bool busy);
+    bool IsBusy() const { return m_busy; }
 
     std::string GetText() const override { return m_caption; }
 
@@ -62,6 +71,9 @@ private:
     int m_range = 100;
     int m_value = 0;
     std::string m_caption;
+    std::string m_note;
+    bool m_note_shown = false;
+    bool m_busy = false;
     std::function<void()> m_changed;
 };
 
