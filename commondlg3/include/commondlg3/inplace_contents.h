@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commondlg3/export.h"
+#include "commondlg3/inplace_text.h"
 
 #include <gen_helpers2/error_code.h>
 #include <gen_helpers2/path.h>
@@ -37,6 +38,12 @@ public:
     /// @param done called on the worker's thread when it is over; may be empty
     void save_later(const gen_helpers2::path_t& file,
                     std::function<void(const gen_helpers2::error_code_t&)> done = {});
+
+    /// Writes them as a text. Either all of it is in the file then, or the file is as it was: also when
+    /// `options.goes_on` gave it up, which is an error with the identifier "gh2::error::Canceled". Files that were
+    /// still being read are not among it.
+    [[nodiscard]] gen_helpers2::error_code_t save_as(const gen_helpers2::path_t& file, text_format_t format,
+                                                     const text_options_t& options = {}) const;
 
     /// Waits until all that was given to save_later() is written. The process does so at its end.
     static void wait_until_saved();

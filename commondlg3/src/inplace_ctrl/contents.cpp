@@ -2,6 +2,7 @@
 
 #include "background.h"
 #include "saved_keys.h"
+#include "text_writer.h"
 
 #include <gen_helpers2/bag_stream.h>
 #include <gen_helpers2/log.h>
@@ -180,6 +181,13 @@ error_code_t inplace_contents_t::save(const gen_helpers2::path_t& file) const
         }
     }
     return out.commit();
+}
+
+error_code_t inplace_contents_t::save_as(const gen_helpers2::path_t& file, text_format_t format,
+                                         const text_options_t& options) const
+{
+    static const std::vector<entry_contents_t> none;
+    return write_text(m_data ? m_data->entries : none, m_data && m_data->show_debug, file, format, options);
 }
 
 void inplace_contents_t::save_later(const gen_helpers2::path_t& file,

@@ -4,6 +4,7 @@
 
 #include "line_batch.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,7 @@ namespace commondlg3 {
 /// The contents of one entry.
 struct entry_contents_t
 {
+    std::uint32_t tag = 0;
     std::string message;
     std::string caption;
     std::shared_ptr<const std::string> image; ///< as it is saved; null: none

@@ -110,13 +110,13 @@ protected:
     // Of the line that is being shown, beside what was said.
     std::int64_t m_time = vdxcfrw7::line_store_t::no_time;
     std::uint32_t m_said = 1; // so often in a row
+    const tag_t m_tag;
     bool m_copy_texts = true; // false while the arena that a line's text lives in is to be the element's
 
     gen_helpers2::signal_t<int> m_button_signal;
 
 private:
     std::unique_ptr<vdxcfrw7::CCaption> m_status_caption;
-    [[maybe_unused]] tag_t m_tag; // to see in a debugger whose lines these are
     bool m_show_debug;
     int m_severities = 0;
     mutable std::atomic<long> m_count{0};

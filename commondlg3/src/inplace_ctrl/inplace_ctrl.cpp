@@ -2,6 +2,8 @@
 
 #include "inplace_ctrl_impl.h"
 
+#include <utility>
+
 // What a host sees; what it does is in inplace_ctrl_impl.cpp.
 namespace commondlg3 {
 
@@ -107,6 +109,18 @@ gen_helpers2::signal_t<>& inplace_ctrl_t::view_changed()
 void inplace_ctrl_t::keep_times(bool keep)
 {
     m_impl->get_log().keep_times(keep);
+}
+
+void inplace_ctrl_t::save_as(const gen_helpers2::path_t& file, text_format_t format,
+                             const text_options_t& options,
+                             std::function<void(const gen_helpers2::error_code_t&)> done)
+{
+    m_impl->save_as(file, format, options, std::move(done));
+}
+
+void inplace_ctrl_t::ask_save_as()
+{
+    m_impl->ask_save_as();
 }
 
 void inplace_ctrl_t::handle_copy(wxCommandEvent&)

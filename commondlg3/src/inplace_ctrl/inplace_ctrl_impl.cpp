@@ -48,6 +48,9 @@ inplace_ctrl_impl_t::inplace_ctrl_impl_t(inplace_ctrl_t* owner, bool show_debug)
 inplace_ctrl_impl_t::~inplace_ctrl_impl_t()
 {
     disconnect_all();
+    m_alive.reset();
+    for (const auto& copier : m_copiers)
+        copier->finish();
     m_loaders.clear();
     drop_targets();
     if (m_proxies)
@@ -126,6 +129,7 @@ error_code_t inplace_ctrl_impl_t::erase(tag_t tag)
     if (found == m_entries.end())
         return failed_condition("m_entries.find(tag) != m_entries.end()");
     const auto entry = found->second;
+    entry_going(*entry);
     m_entries.erase(found);
     if (m_proxies) {
         m_proxies->messenger.drop(entry.get());
@@ -162,6 +166,7 @@ inplace_contents_t inplace_ctrl_impl_t::take_contents()
     m_entries.clear();
     for (const auto& [tag, kept] : entries) {
         auto& entry = static_cast<message_entry_t&>(*kept);
+        entry_going(entry);
         const wx_helpers1::picture_t picture = entry.get_picture();
         const bool in_file = entry.is_loading();
         entry_contents_t taken = entry.take();
@@ -225,8 +230,10 @@ error_code_t inplace_ctrl_impl_t::clear()
     const auto entries = std::move(m_entries);
     m_entries.clear();
     // From the end: removing one moves those after it.
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+        entry_going(*entry->second);
         entry->second->hide();
+    }
     m_log->set_changed(true);
     return {};
 }

@@ -4,6 +4,7 @@
 
 #include "event_log.h"
 #include "file_loader.h"
+#include "log_copier.h"
 #include "message_entry.h"
 #include "proxies.h"
 
@@ -12,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace commondlg3 {
@@ -46,6 +48,9 @@ public:
     void offer(int offers) { m_offers = offers; }
     void set_view(const inplace_ctrl_t::view_t& view);
     inplace_ctrl_t::view_t get_view() const;
+    void save_as(const gen_helpers2::path_t& file, text_format_t format, const text_options_t& options,
+                 std::function<void(const gen_helpers2::error_code_t&)> done);
+    void ask_save_as();
     void copy();
     void popup_menu(const wxPoint& point);
     void set_clock(std::function<std::chrono::steady_clock::time_point()> clock);
@@ -55,6 +60,7 @@ private:
     void hide_buttons();
     void take_piece(loaded_piece_t piece);
     void drop_targets();
+    void entry_going(const event_entry_t& entry);
     void on_context_menu(vdxcfrw7::CVisualElement* element, int x, int y);
     void on_search(vdxcfrw7::CEventLog::search_t what);
     message_entry_t::ptr_t find(tag_t tag) const;
@@ -71,7 +77,10 @@ private:
     std::unique_ptr<proxies_t> m_proxies;                  // made when first asked for
     std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work
     std::vector<gen_helpers2::path_t> m_not_kept;          // files that broke off and could not be kept aside
-    message_entry_t::ptr_t m_loaded;                       // the entry whose lines it reads
+    std::vector<std::shared_ptr<log_copier_t>> m_copiers;  // at work
+    std::string m_saved_as;                                // by the user last
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    message_entry_t::ptr_t m_loaded; // the entry whose lines it reads
 };
 
 } // namespace commondlg3

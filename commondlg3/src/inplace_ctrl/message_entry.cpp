@@ -157,11 +157,23 @@ void message_entry_t::hide()
     event_entry_t::hide();
 }
 
+void message_entry_t::copy_head(entry_contents_t& copy) const
+{
+    copy.tag = m_tag;
+    copy.message = m_msg->message;
+    copy.caption = m_msg->caption;
+}
+
+const vdxcfrw7::line_store_t& message_entry_t::get_lines() const
+{
+    static const vdxcfrw7::line_store_t none;
+    return m_element ? m_element->GetLines() : none;
+}
+
 entry_contents_t message_entry_t::take()
 {
     entry_contents_t contents;
-    contents.message = m_msg->message;
-    contents.caption = m_msg->caption;
+    copy_head(contents);
     contents.unshown = close();
     if (m_element)
         m_element->ClearButtons();

@@ -51,6 +51,9 @@ public:
     void connect(const callback_t& callback);
     /// The picture as it is saved comes from here, so that one that many entries share is converted once.
     const wx_helpers1::picture_t& get_picture() const { return m_msg->picture; }
+    /// Without lines and picture.
+    void copy_head(entry_contents_t& copy) const;
+    const vdxcfrw7::line_store_t& get_lines() const;
     /// Whether this entry came from a file that is still read.
     void set_loading(bool loading) { m_loading = loading; }
     bool is_loading() const { return m_loading; }

@@ -4,6 +4,8 @@
 
 #include <sys/stat.h>
 
+#include <memory>
+
 namespace gen_helpers2 {
 
 error_code_t write_whole_file(const path_t& path, std::string_view bytes)
@@ -11,6 +13,31 @@ error_code_t write_whole_file(const path_t& path, std::string_view bytes)
     _internal::atomic_file_t file(path);
     file.append(bytes);
     return file.commit();
+}
+
+struct whole_file_writer_t::impl_t
+{
+    explicit impl_t(const path_t& path) : file(path) {}
+    _internal::atomic_file_t file;
+};
+
+whole_file_writer_t::whole_file_writer_t(const path_t& path) : m_impl(std::make_unique<impl_t>(path)) {}
+
+whole_file_writer_t::~whole_file_writer_t() = default;
+
+void whole_file_writer_t::append(std::string_view bytes)
+{
+    m_impl->file.append(bytes);
+}
+
+const error_code_t& whole_file_writer_t::error() const noexcept
+{
+    return m_impl->file.error();
+}
+
+error_code_t whole_file_writer_t::commit()
+{
+    return m_impl->file.commit();
 }
 
 error_code_t read_whole_file(const path_t& path, std::string& out, std::size_t max_bytes)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace vdxcfrw7 {
 namespace {
@@ -21,7 +22,7 @@ const char* text_arena_t::add(std::string_view text)
     if (needed > m_left) {
         // Small entries stay small; a long log gets few, large pieces.
         const std::size_t size = std::max(needed, std::clamp(m_size, smallest_chunk, largest_chunk));
-        m_chunks.push_back({std::unique_ptr<char[]>(new char[size]), size});
+        m_chunks.push_back({std::shared_ptr<char[]>(new char[size]), size});
         m_size += size;
         if (needed == size && size > largest_chunk) {
             // A giant of its own: what was left before it is still free.
@@ -52,6 +53,12 @@ void text_arena_t::adopt(text_arena_t&& other)
         m_left = other.m_left;
     }
     other = text_arena_t();
+}
+
+void text_arena_t::share(const text_arena_t& other)
+{
+    m_chunks.insert(m_chunks.end(), other.m_chunks.begin(), other.m_chunks.end());
+    m_size += other.m_size;
 }
 
 line_t& line_store_t::add(const line_t& line, std::int64_t time)
@@ -152,8 +159,33 @@ bool line_store_t::collapse(std::size_t& line)
     if (collapsed.m_size == m_size)
         return false;
     collapsed.m_arena = std::move(m_arena);
+    collapsed.m_numbering = m_numbering + 1;
     *this = std::move(collapsed);
     return true;
+}
+
+bool line_store_t::copy_some(const line_store_t& from, std::size_t end)
+{
+    if (m_numbering != from.m_numbering) {
+        *this = line_store_t();
+        m_numbering = from.m_numbering;
+    }
+    end = std::min(end, from.size());
+    if (m_size < end) {
+        block_t block = from.m_blocks[m_size / block_size];
+        const std::size_t count = std::min(block.lines.size(), end - m_size);
+        block.lines.resize(count);
+        block.times.resize(count);
+        m_blocks.push_back(std::move(block));
+        m_size += count;
+    }
+    if (m_size < end)
+        return true;
+    for (const repeat_t& repeat : from.m_repeats)
+        if (repeat.line < end)
+            m_repeats.push_back(repeat);
+    m_arena.share(from.m_arena);
+    return false;
 }
 
 void line_store_t::set_height(std::size_t index, std::uint32_t height)

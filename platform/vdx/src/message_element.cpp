@@ -12,6 +12,11 @@
 
 namespace vdxcfrw7 {
 
+std::string BodyToText(const std::string& html)
+{
+    return is_light_markup(html) ? markup_to_text(html) : html;
+}
+
 CMessageElement::CMessageElement(CEventLog& log)
     : m_log(log), m_gauge(std::make_unique<CGauge>([this] { TailChanged(); })), m_began(time_now())
 {

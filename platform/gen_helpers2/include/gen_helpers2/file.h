@@ -5,6 +5,7 @@
 #include "gen_helpers2/path.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,27 @@ namespace gen_helpers2 {
 /// file without write permission is an error, as it would be when written in place. On an error the old file
 /// is as it was and the temporary one is gone.
 [[nodiscard]] GEN_HELPERS2_EXPORT error_code_t write_whole_file(const path_t& path, std::string_view bytes);
+
+/// The same for what is too much to be held in memory: what is appended becomes the file when commit() succeeds,
+/// and nothing of it remains otherwise. Thread: like a standard container.
+class GEN_HELPERS2_EXPORT whole_file_writer_t
+{
+public:
+    explicit whole_file_writer_t(const path_t& path);
+    ~whole_file_writer_t();
+    whole_file_writer_t(const whole_file_writer_t&) = delete;
+    whole_file_writer_t& operator=(const whole_file_writer_t&) = delete;
+
+    /// Each call is one of the system's: append large pieces.
+    void append(std::string_view bytes);
+    /// The first error, which stays; appending after it does nothing.
+    const error_code_t& error() const noexcept;
+    [[nodiscard]] error_code_t commit();
+
+private:
+    struct impl_t;
+    std::unique_ptr<impl_t> m_impl;
+};
 
 /// Makes a folder for its owner alone, and those on the way to it that are missing. What is there already
 /// stays as it is: whether there is such a folder now, writing into it tells.

@@ -15,16 +15,23 @@ namespace vdxcfrw7 {
 class VDX_EXPORT text_arena_t
 {
 public:
+    text_arena_t() = default;
+    text_arena_t(text_arena_t&&) = default;
+    text_arena_t& operator=(text_arena_t&&) = default;
+
     const char* add(std::string_view text);
     /// Takes over all texts of another arena, which is empty afterwards.
     void adopt(text_arena_t&& other);
+    /// Has the texts of another arena stay also when that one goes. What it gets later is not among them.
+    /// They may be read in another thread while texts are added there.
+    void share(const text_arena_t& other);
     /// In bytes, with what is not used yet.
     std::size_t get_size() const { return m_size; }
 
 private:
     struct chunk_t
     {
-        std::unique_ptr<char[]> bytes;
+        std::shared_ptr<char[]> bytes;
         std::size_t size;
     };
     std::vector<chunk_t> m_chunks;
@@ -131,6 +138,13 @@ public:
             fn(line, repeated ? (repeat++)->count : std::uint64_t(1), get_time(index));
         }
     }
+    /// Copies the next block of lines of another store, up to its line `end`, so that a copy of many can be
+    /// made in pieces; texts are not copied, and stay as long as one of the stores does. Begins again when
+    /// the lines there have got other indexes meanwhile. Status lines have no text in the copy that could be
+    /// read.
+    /// @return whether there is more to copy
+    bool copy_some(const line_store_t& from, std::size_t end);
+
     const char* keep(std::string_view text) { return m_arena.add(text); }
     void adopt(text_arena_t&& arena) { m_arena.adopt(std::move(arena)); }
 
@@ -160,6 +174,7 @@ private:
     std::size_t m_size = 0;
     std::size_t m_hidden = 0;
     std::int64_t m_height = 0;
+    unsigned int m_numbering = 0; // another one when lines have got other indexes
 };
 
 } // namespace vdxcfrw7
