@@ -1,94 +1,42 @@
 // How fast the in-place message control is, beside the toolkit's virtual list, which neither wraps nor draws
 // icons.
 //
-// usage: log_bench [[close] LINES]; with "close" only how the window is closed
+// usage: log_bench [[close|text] LINES]; with "close" only how the window is closed, with "text" only how it
+// is saved as a text
 //
 // Lines of 80 characters come from one worker, every fifth has 300; then 200 scrolls with a painted frame
 // each; then a resize by 100 pixels. The window is 800 by 600. Times are those inside the event loop's
 // dispatches where they are frames, and wall time otherwise; "late" is how much a timer of 5 ms came late
 // meanwhile.
-#include <commondlg3/inplace_ctrl.h>
+#include "log_stage.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
+#include <gen_helpers2/file.h>
 #include <gen_helpers2/variant_bag_file.h>
-#include <vdx/event_log.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
-#include <wx/frame.h>
 #include <wx/listctrl.h>
-#include <wx/sizer.h>
 #include <wx/timer.h>
-
-#include <gtk/gtk.h>
 
 #include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <malloc.h>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
-
-using commondlg3::inplace_ctrl_t;
-
-double now()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-double resident_bytes()
-{
-    long total = 0, resident = 0;
-    if (FILE* file = std::fopen("/proc/self/statm", "r")) {
-        if (std::fscanf(file, "%ld %ld", &total, &resident) != 2)
-            resident = 0;
-        std::fclose(file);
-    }
-    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE));
-}
-
-double quantile(std::vector<double> values, double q)
-{
-    if (values.empty())
-        return 0;
-    std::sort(values.begin(), values.end());
-    return values[std::min(values.size() - 1,
-                           static_cast<std::size_t>(q * static_cast<double>(values.size())))];
-}
-
-std::string make_line(int i)
-{
-    static const char* const words[] = {"reading", "block",   "of",    "sample",
-                                        "device",  "channel", "value", "limits"};
-    char head[64];
-    std::snprintf(head, sizeof head, "%09d 12:34:56.%03d ", i, i % 1000);
-    std::string line = head;
-    const std::size_t length = i % 5 == 4 ? 300 : 80;
-    for (int word = i * 7; line.size() < length; ++word) {
-        line += words[word % 8];
-        line += ' ';
-    }
-    line.resize(length);
-    return line;
-}
-
-msngr2::ESeverity severity_of(int i)
-{
-    return i % 97 == 0 ? msngr2::sev_error : i % 13 == 0 ? msngr2::sev_warning : msngr2::sev_none;
-}
 
 // The toolkit's list of the same lines, as its users build one: they are drawn from where they are kept.
 class list_t : public wxListCtrl
@@ -110,104 +58,6 @@ private:
         return wxString::FromUTF8(line.data(), line.size());
     }
 };
-
-// One window with one widget in it, and the event loop.
-class stage_t
-{
-public:
-    stage_t() : m_frame(new wxFrame(nullptr, wxID_ANY, "log", wxPoint(20, 20)))
-    {
-        g_signal_connect_after(m_frame->GetHandle(), "draw", G_CALLBACK(on_draw), this);
-    }
-    ~stage_t() { delete m_frame; }
-
-    wxFrame* frame() { return m_frame; }
-    void show(wxWindow* widget)
-    {
-        auto* sizer = new wxBoxSizer(wxVERTICAL);
-        sizer->Add(widget, 1, wxEXPAND);
-        m_frame->SetSizer(sizer);
-        m_frame->SetClientSize(800, 600);
-        m_frame->Show();
-        settle(0.2);
-    }
-
-    // Turns the loop until the condition holds; keeps the longest dispatch.
-    void run_until(const std::function<bool()>& condition)
-    {
-        while (!condition())
-            iterate();
-    }
-    void settle(double quiet)
-    {
-        for (double last = now(); now() - last < quiet;)
-            if (iterate() > 2e-4)
-                last = now();
-    }
-    double iterate()
-    {
-        const double begin = now();
-        if (!g_main_context_iteration(nullptr, FALSE)) {
-            usleep(100);
-            return 0;
-        }
-        const double took = now() - begin;
-        longest = std::max(longest, took);
-        return took;
-    }
-    // The time inside the loop until everything that `act` leads to is painted.
-    double frame_of(const std::function<void()>& act)
-    {
-        const long before = frames;
-        double begin = now();
-        act();
-        double busy = now() - begin;
-        const double give_up = now() + 0.5;
-        while (frames == before && now() < give_up)
-            busy += iterate();
-        for (double last = now(); now() - last < 0.02;) {
-            const double took = iterate();
-            busy += took;
-            if (took > 2e-4)
-                last = now();
-        }
-        gdk_display_sync(gdk_display_get_default());
-        return busy;
-    }
-
-    long frames = 0;
-    double longest = 0;
-
-private:
-    static gboolean on_draw(GtkWidget*, cairo_t*, stage_t* self)
-    {
-        ++self->frames;
-        return FALSE;
-    }
-
-    wxFrame* m_frame;
-};
-
-commondlg3::message_t::ptr_t make_message(const std::string& caption)
-{
-    commondlg3::message_t::ptr_t message(new commondlg3::message_t);
-    message->caption = caption;
-    return message;
-}
-
-std::size_t log_size(inplace_ctrl_t& control)
-{
-    std::size_t size = 0;
-    for (const auto& element : control.get_log().GetElements())
-        size += element->GetLines().size();
-    return size;
-}
-
-void print(const char* name, double value, const char* unit)
-{
-    std::printf("%-44s %10.3f %s\n", name, value, unit);
-    std::fflush(stdout);
-}
 
 double run_list(int count)
 {
@@ -427,6 +277,48 @@ void run_file(int count)
     unlink(file.as_string().c_str());
 }
 
+// A log is saved as a text while its window lives, beside a plain write of the same bytes.
+void run_text(int count)
+{
+    stage_t stage;
+    auto* control = new inplace_ctrl_t(stage.frame(), false);
+    stage.show(control);
+    msngr2::IMessenger* messenger = control->get_messenger(control->add_message(make_message("Reading"), {}));
+    for (int i = 0; i < count; ++i)
+        messenger->say(severity_of(i), make_line(i).c_str());
+    stage.run_until([&] { return log_size(*control) == static_cast<std::size_t>(count); });
+    stage.settle(0.2);
+    std::printf("-- saving %d lines as a text\n", count);
+    const gen_helpers2::path_t file("/tmp/log_bench_" + std::to_string(getpid()) + ".txt");
+    using commondlg3::text_format_t;
+    for (const auto& [name, format] :
+         {std::pair("plain", text_format_t::plain), std::pair("page", text_format_t::html),
+          std::pair("JSON lines", text_format_t::json_lines)}) {
+        stage.longest = 0;
+        bool saved = false;
+        double begin = now();
+        control->save_as(file, format, {}, [&](const gen_helpers2::error_code_t& result) {
+            if (result.failed())
+                std::printf("NOT SAVED: %s\n", result.as_string().c_str());
+            saved = true;
+        });
+        print("begun", (now() - begin) * 1e3, "ms");
+        stage.run_until([&] { return saved; });
+        const double took = now() - begin;
+        std::string bytes;
+        if (gen_helpers2::read_whole_file(file, bytes, std::size_t(8) << 30).failed())
+            std::printf("NOT READ\n");
+        unlink(file.as_string().c_str());
+        begin = now();
+        if (gen_helpers2::write_whole_file(file, bytes).failed())
+            std::printf("NOT WRITTEN\n");
+        std::printf("%s: %.0f MB/s\n", name, static_cast<double>(bytes.size()) / took / 1e6);
+        print("  times a plain write of the same bytes", took / (now() - begin), "");
+        print("  longest dispatch", stage.longest * 1e3, "ms");
+        unlink(file.as_string().c_str());
+    }
+}
+
 // A window with very many lines is closed, and what it held is kept.
 void run_close(int count)
 {
@@ -478,6 +370,7 @@ void run_all(int count)
     run_log(count, list);
     run_entries(10000);
     run_file(100000);
+    run_text(count);
 }
 
 class app_t : public wxApp
@@ -500,9 +393,13 @@ public:
         wx_helpers1::ui_settings_t::initialize();
         const bool only_close = argc > 2 && wxString(argv[1]) == "close";
         const int count = argc > 1 ? std::atoi(wxString(argv[argc - 1]).utf8_str()) : 100000;
-        if (!only_close)
+        const bool only_text = argc > 2 && wxString(argv[1]) == "text";
+        if (only_text)
+            run_text(count);
+        else if (!only_close)
             run_all(count);
-        run_close(count);
+        if (!only_text)
+            run_close(count);
         wx_helpers1::tasks::Scheduler::Shutdown();
         wx_helpers1::ui_settings_t::shutdown();
         return 0;

@@ -96,8 +96,9 @@ public:
 
     /// Writes what the log shows now into a file, as a text: a worker does, while the log goes on. See
     /// text_format_t. Nobody waits for it, however much it is, and entries may go meanwhile.
-    /// @param done called on the GUI thread when it is over, with "gh2::error::Canceled" when `options.goes_on` gave
-    /// it up; not once the control has gone, though the file is written all the same. May be empty
+    /// @param done called on the GUI thread when it is over, with "gh2::error::Canceled" when
+    /// `options.goes_on` gave it up; not once the control has gone, though the file is written all the same.
+    /// May be empty
     void save_as(const gen_helpers2::path_t& file, text_format_t format, const text_options_t& options = {},
                  std::function<void(const gen_helpers2::error_code_t&)> done = {});
     /// Asks the user where, writes it there in the format that the name ends with, and shows a message when that

@@ -18,7 +18,7 @@ enum class text_format_t
     ///
     /// and then for each of its lines
     ///
-    ///     {"entry":0,"caption":"Reading","severity":"error","time":"2026-03-01T09:05:07.250+01:00","text":"a.txt"}
+    ///     {"entry":0,"caption":"Reading","severity":"error","time":"2026-03-01T09:05:07.250+01:00","text":"a"}
     ///
     /// with "critical", "error", "warning", "debug" or "information", and "count" when it was said several times
     /// in a row. "time" is there where it is asked for and known. Nothing is lost: where a text holds bytes that
@@ -29,7 +29,7 @@ enum class text_format_t
 
 struct text_options_t
 {
-    /// Before each line when it was said: the local time of day with its offset, as in ISO 8601, to the millisecond.
+    /// Before each line when it was said: the local time with its offset as in ISO 8601, to the millisecond.
     bool times = false;
     /// Leaves out the lines that the log's filter hides.
     bool only_shown = false;

@@ -10,8 +10,8 @@
 
 namespace commondlg3 {
 
-/// Copies what entries hold while they go on, in pieces, and without their texts: those stay where they are, as
-/// long as the copy does. Lines that come later are not among it. GUI thread.
+/// Copies what entries hold while they go on, in pieces, and without their texts: those stay where they are,
+/// as long as the copy does. Lines that come later are not among it. GUI thread.
 class log_copier_t
 {
 public:

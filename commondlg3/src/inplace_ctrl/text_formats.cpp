@@ -8,6 +8,10 @@
 #include <msngr2/messenger.h>
 
 #include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
 
 namespace commondlg3 {
 namespace {

@@ -43,8 +43,8 @@ public:
     static std::unique_ptr<log_format_t> make(text_format_t format);
 };
 
-/// The local time with its offset in ISO 8601, to the millisecond. Remembers the second of the last one, as most
-/// are close to the one before.
+/// The local time with its offset in ISO 8601, to the millisecond. Remembers the second of the last one, as
+/// most are close to the one before.
 class iso_time_t
 {
 public:

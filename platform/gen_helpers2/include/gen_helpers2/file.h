@@ -20,8 +20,8 @@ namespace gen_helpers2 {
 /// is as it was and the temporary one is gone.
 [[nodiscard]] GEN_HELPERS2_EXPORT error_code_t write_whole_file(const path_t& path, std::string_view bytes);
 
-/// The same for what is too much to be held in memory: what is appended becomes the file when commit() succeeds,
-/// and nothing of it remains otherwise. Thread: like a standard container.
+/// The same for what is too much to be held in memory: what is appended becomes the file when commit()
+/// succeeds, and nothing of it remains otherwise. Thread: like a standard container.
 class GEN_HELPERS2_EXPORT whole_file_writer_t
 {
 public:
