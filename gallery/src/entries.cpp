@@ -73,6 +73,7 @@ std::vector<entry_t> make_entries()
         dialog("dialog_example", example_dialog_t::object_name, open_example_dialog),
         page("page_example", example_page_t::object_name, open_example_page),
         page("log", log_object, open_log),
+        page("log_progress", log_object, open_progress_page),
         page("log_walk", log_object, open_walk_page),
         page("log_flood", log_object, open_flood_page),
         page("caption", caption_page_t::object_name, open_caption_page),

@@ -156,10 +156,13 @@ log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std
     m_log = new commondlg3::inplace_ctrl_t(this, true);
     m_log->offer(commondlg3::inplace_ctrl_t::offer_view | commondlg3::inplace_ctrl_t::offer_clear);
     auto* clear = new wxButton(this, wxID_ANY, to_label(text("log.clear")));
+    auto* save = new wxButton(this, wxID_ANY, to_label(text("log.save")));
     auto* close = new wxButton(this, wxID_CANCEL, to_label(text("log.close")));
+    save->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_log->ask_save_as(); });
     clear->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { m_log->clear(); });
     auto* below = new wxBoxSizer(wxHORIZONTAL);
     below->Add(clear);
+    below->Add(save, 0, wxLEFT, 8);
     below->AddStretchSpacer();
     below->Add(close);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
@@ -232,6 +235,12 @@ int open_log(const nlohmann::json& data, wxWindow* parent)
             {static_cast<commondlg3::inplace_ctrl_t::view_t::times_t>(get_int(view, "times", 0)),
              get_int(view, "wrap", 1) != 0, get_int(view, "collapse", 0) != 0, get_int(view, "zoom", 100)});
     }
+    return run(page, parent);
+}
+
+int open_progress_page(const nlohmann::json&, wxWindow* parent)
+{
+    progress_page_t page(parent);
     return run(page, parent);
 }
 

@@ -8,6 +8,7 @@
 #include <wx/dialog.h>
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <thread>
@@ -49,6 +50,22 @@ private:
     std::string m_file; // empty: nothing is kept
     wxSizer* m_controls;
     commondlg3::inplace_ctrl_t* m_log;
+};
+
+/// Work in every state that a gauge can tell of, by a clock of its own.
+class progress_page_t : public log_page_t
+{
+public:
+    explicit progress_page_t(wxWindow* parent);
+
+private:
+    commondlg3::inplace_ctrl_t::tag_t add(const std::string& caption, double total);
+    void pass(int seconds);
+    void step(int second);
+
+    std::chrono::steady_clock::time_point m_now{};
+    std::vector<commondlg3::inplace_ctrl_t::tag_t> m_work;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };
 
 /// Walks a directory tree on a worker thread and reports into the log what it finds.
@@ -93,6 +110,7 @@ private:
 
 /// Opens the control with the entries of the data (null: a sample) and reports by JSON lines.
 int open_log(const nlohmann::json& data, wxWindow* parent);
+int open_progress_page(const nlohmann::json& data, wxWindow* parent);
 int open_walk_page(const nlohmann::json& data, wxWindow* parent);
 int open_flood_page(const nlohmann::json& data, wxWindow* parent);
 

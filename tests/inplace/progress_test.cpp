@@ -157,6 +157,7 @@ TEST(InplaceProgress, cancelled_work_stops_where_it_was)
     work_t other(0);
     other.progress->cancel(); // by the host
     EXPECT_EQ(other.after(1), "Stopping…");
+    EXPECT_FALSE(test::offered_button(other.window.control(), 0, 5)->IsEnabled());
     EXPECT_TRUE(other.window->update_message(other.tag, test::make_message("stopped"), {}).succeeded());
     EXPECT_EQ(other.note(), "");
 }

@@ -92,6 +92,7 @@ void message_entry_t::add_cancel_button(bool enabled)
     vdxcfrw7::CButton& button =
         m_element->AddButton(standard_message_t::button_cancel, translate_message("btn.cancel"), false);
     button.Enable(enabled);
+    m_cancel_button = &button;
     button.pressed().connect(this, [this](vdxcfrw7::CButton* pressed) { cancel_button_pressed(pressed); });
 }
 

@@ -86,8 +86,9 @@ private:
     progress_watch_t m_watch;
     std::unique_ptr<wxTimer> m_look_again; // while work is under way
     bool m_cancel_seen = false;
-    std::atomic<bool> m_watched{false};    // whether the end of the work is to be told
-    std::atomic<std::uint64_t> m_signs{0}; // how often the worker has said something
+    const vdxcfrw7::CButton* m_cancel_button = nullptr; // to be told from others only
+    std::atomic<bool> m_watched{false};                 // whether the end of the work is to be told
+    std::atomic<std::uint64_t> m_signs{0};              // how often the worker has said something
     bool m_loading = false;
 
     boost::mutex m_mutex; // guards the three below

@@ -96,6 +96,9 @@ void message_entry_t::look_at_progress()
         m_cancel_seen = true;
         if (!m_progress.is_finished())
             m_watch.canceled();
+        for (const auto& button : m_element->GetButtons())
+            if (button.get() == m_cancel_button)
+                button->Enable(false);
     }
     vdxcfrw7::CGauge& gauge = m_element->GetGauge();
     m_watch.look(static_cast<double>(gauge.GetValue()) / gauge_steps, m_signs, m_log->get_time());
