@@ -154,7 +154,8 @@ log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std
     Create(parent, wxID_ANY, wx_helpers1::to_wx_locale(text(title_key)), wxDefaultPosition, wxDefaultSize,
            wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
     m_log = new commondlg3::inplace_ctrl_t(this, true);
-    m_log->offer(commondlg3::inplace_ctrl_t::offer_view | commondlg3::inplace_ctrl_t::offer_clear);
+    using commondlg3::inplace_ctrl_t;
+    m_log->offer(inplace_ctrl_t::offer_view | inplace_ctrl_t::offer_save | inplace_ctrl_t::offer_clear);
     auto* clear = new wxButton(this, wxID_ANY, to_label(text("log.clear")));
     auto* save = new wxButton(this, wxID_ANY, to_label(text("log.save")));
     auto* close = new wxButton(this, wxID_CANCEL, to_label(text("log.close")));

@@ -6,6 +6,7 @@
 #include <vdx/event_log.h>
 #include <wx_helpers1/tasks.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 

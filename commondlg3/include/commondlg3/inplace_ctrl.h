@@ -119,7 +119,8 @@ public:
     enum offer_t
     {
         offer_view = 1, ///< copying, finding, and how the lines are shown
-        offer_clear = 2
+        offer_clear = 2,
+        offer_save = 4 ///< what ask_save_as() does
     };
     /// @param offers of offer_t, added up
     void offer(int offers);

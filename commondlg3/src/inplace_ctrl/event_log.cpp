@@ -30,6 +30,9 @@ event_log_t::event_log_t(wxWindow* parent, bool show_debug)
                                                                 : "inplace_ctrl.news",
                                  {{"count", count}});
     };
+    words.said_times = [](std::uint64_t count) {
+        return translate_message("inplace_ctrl.said_times", {{"count", count}});
+    };
     words.go_to_end = translate_message("inplace_ctrl.go_to_end");
     SetWords(words);
 }

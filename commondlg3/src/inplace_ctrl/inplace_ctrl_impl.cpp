@@ -300,6 +300,8 @@ void inplace_ctrl_impl_t::popup_menu(const wxPoint& point)
     menu.Bind(wxEVT_MENU, &inplace_ctrl_t::handle_copy, m_owner, item->GetId());
     if (m_offers & inplace_ctrl_t::offer_view)
         menu.add_view();
+    if (m_offers & inplace_ctrl_t::offer_save)
+        menu.add_save([this] { m_owner->ask_save_as(); }, !m_entries.empty());
     if (m_offers & inplace_ctrl_t::offer_clear)
         menu.add_clear([this] { clear(); }, !m_entries.empty());
     m_owner->PopupMenu(&menu, point);

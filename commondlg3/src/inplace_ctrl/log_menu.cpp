@@ -80,6 +80,12 @@ void log_menu_t::add_view()
     })->Enable(m_log.GetZoom() != 100);
 }
 
+void log_menu_t::add_save(std::function<void()> save, bool enabled)
+{
+    AppendSeparator();
+    add(*this, translate_message("inplace_ctrl.menu.save_as"), std::move(save))->Enable(enabled);
+}
+
 void log_menu_t::add_clear(std::function<void()> clear, bool enabled)
 {
     AppendSeparator();

@@ -25,6 +25,7 @@ public:
 
     /// Copying, finding, and how the lines are shown.
     void add_view();
+    void add_save(std::function<void()> save, bool enabled);
     void add_clear(std::function<void()> clear, bool enabled);
 
 private:

@@ -79,7 +79,7 @@ struct view_accessible_t::impl_t final : text_owner_t
                     before);
             } else if (item.part == log_layout_t::part_t::line) {
                 add({&element, text_item_t::first_line + item.line}, ATK_ROLE_LIST_ITEM,
-                    describe(element.GetLines().at(item.line)), before);
+                    describe(element, item.line), before);
             } else
                 add_tail(element, before);
         }
@@ -121,13 +121,16 @@ struct view_accessible_t::impl_t final : text_owner_t
                 append(gtk_widget_get_accessible(widget));
     }
 
-    std::string describe(const line_t& line) const
+    std::string describe(const CMessageElement& element, std::size_t index) const
     {
+        const line_t& line = element.GetLines().at(index);
         const log_words_t& words = view.get_log()->GetWords();
         const std::string& word = line.severity & line_t::error_bits     ? words.error
                                   : line.severity & line_t::warning_bits ? words.warning
                                                                          : std::string();
-        return (word.empty() ? word : word + ": ") + shortened(line.get_text());
+        const bool repeated = line.has(line_t::repeated) && words.said_times;
+        return (word.empty() ? word : word + ": ") + shortened(line.get_text()) +
+               (repeated ? ", " + words.said_times(element.GetLines().get_count(index)) : std::string());
     }
 
     // Of text_owner_t.
@@ -194,7 +197,8 @@ struct view_accessible_t::impl_t final : text_owner_t
                 if (line.has(line_t::hidden) || line.has(line_t::status))
                     continue;
                 const auto& how_many = view.get_log()->GetWords().lines_came;
-                return (count > 1 && how_many ? how_many(count) + " " : std::string()) + describe(line);
+                return (count > 1 && how_many ? how_many(count) + " " : std::string()) +
+                       describe(**element, i);
             }
         }
         return {};
@@ -316,9 +320,8 @@ void view_accessible_t::found(const text_place_t& place)
 {
     std::string storage;
     const bool is_line = place.item >= text_item_t::first_line;
-    m_impl->announcer.say(
-        is_line ? m_impl->describe(place.element->GetLines().at(place.item - text_item_t::first_line))
-                : shortened(text_of(*place.element, place.item, storage)));
+    m_impl->announcer.say(is_line ? m_impl->describe(*place.element, place.item - text_item_t::first_line)
+                                  : shortened(text_of(*place.element, place.item, storage)));
 }
 
 void view_accessible_t::line_added(const line_t& line)
