@@ -363,6 +363,99 @@ void run_close(int count)
     unlink(file.as_string().c_str());
 }
 
+void find_in(stage_t& stage, vdxcfrw7::CEventLog& log, const char* text, bool expression)
+{
+    std::printf("-- finding \"%s\"%s\n", text, expression ? ", an expression" : "");
+    stage.settle(0.1);
+    const long before = stage.frames;
+    stage.longest = 0;
+    const double begin = now();
+    log.SetFind(text, {false, false, expression});
+    stage.run_until([&] { return stage.frames != before; });
+    print("first highlight", (now() - begin) * 1e3, "ms");
+    stage.run_until([&] { return log.GetFindState().complete; });
+    print("all counted", now() - begin, "s");
+    print("  of them", static_cast<double>(log.GetFindState().count), "");
+    print("longest dispatch", stage.longest * 1e3, "ms");
+    log.SetFind("", {});
+}
+
+void run_find(int count)
+{
+    stage_t stage;
+    auto* control = new inplace_ctrl_t(stage.frame(), false);
+    stage.show(control);
+    const auto tag = control->add_message(make_message("Reading"), {});
+    for (int i = 0; i < count; ++i)
+        control->get_messenger(tag)->say(severity_of(i), make_line(i).c_str());
+    stage.settle(0.3);
+    find_in(stage, control->get_log(), "channel", false);
+    find_in(stage, control->get_log(), "e", false);
+    find_in(stage, control->get_log(), "no such text", false);
+    find_in(stage, control->get_log(), "chan+el val", true);
+}
+
+// A storm of one line, and one that is collapsed afterwards.
+void run_repeats(int count)
+{
+    for (const bool at_once : {true, false}) {
+        stage_t stage;
+        auto* control = new inplace_ctrl_t(stage.frame(), false);
+        stage.show(control);
+        auto& log = control->get_log();
+        log.SetCollapse(at_once);
+        const auto tag = control->add_message(make_message("Reading"), {});
+        const std::string line = make_line(1);
+        malloc_trim(0);
+        const double resident = resident_bytes();
+        double begin = now();
+        for (int i = 0; i < count; ++i)
+            control->get_messenger(tag)->say(msngr2::sev_none, line.c_str());
+        if (!at_once) {
+            stage.settle(0.3);
+            begin = now();
+            log.SetCollapse(true);
+        }
+        stage.run_until([&] {
+            return log_size(*control) == 1 &&
+                   log.GetElements()[0]->GetLines().get_count(0) == static_cast<std::uint64_t>(count);
+        });
+        std::printf("-- %d equal lines, %s\n", count,
+                    at_once ? "collapsed as they come" : "collapsed afterwards");
+        print("one line", now() - begin, "s");
+        if (at_once)
+            print("memory", (resident_bytes() - resident) / 1e6, "MB");
+    }
+}
+
+// Very many logs in one process.
+void run_many(int count)
+{
+    constexpr int logs = 50;
+    stage_t stage;
+    std::vector<inplace_ctrl_t*> controls;
+    for (int i = 0; i < logs; ++i)
+        controls.push_back(new inplace_ctrl_t(stage.frame(), false));
+    stage.show(controls[0]);
+    malloc_trim(0);
+    const double resident = resident_bytes();
+    double text_bytes = 0;
+    for (inplace_ctrl_t* control : controls) {
+        const auto tag = control->add_message(make_message("Reading"), {});
+        for (int i = 0; i < count; ++i) {
+            const std::string line = make_line(i);
+            text_bytes += static_cast<double>(line.size());
+            control->get_messenger(tag)->say(severity_of(i), line.c_str());
+        }
+        stage.run_until([&] { return log_size(*control) == static_cast<std::size_t>(count); });
+    }
+    stage.settle(0.3);
+    malloc_trim(0);
+    std::printf("-- %d logs of %d lines\n", logs, count);
+    print("resident bytes a line beyond its text", (resident_bytes() - resident - text_bytes) / logs / count,
+          "bytes");
+}
+
 void run_all(int count)
 {
     const double list = run_list(count);
@@ -371,6 +464,9 @@ void run_all(int count)
     run_entries(10000);
     run_file(100000);
     run_text(count);
+    run_find(count);
+    run_repeats(count);
+    run_many(count / 10);
 }
 
 class app_t : public wxApp

@@ -197,7 +197,8 @@ std::string fold(std::string_view text)
     return folded;
 }
 
-std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from)
+std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from,
+                        first_letters_t* known)
 {
     if (needle.empty() || text.size() < needle.size())
         return std::string_view::npos;
@@ -223,14 +224,19 @@ std::size_t find_folded(std::string_view text, std::string_view needle, std::siz
     if (from > text.size())
         return std::string_view::npos;
     const char* at = begin + from;
-    const char* as_small = next(at, small);
-    const char* as_large = large == small ? last + 1 : next(at, large);
+    const char* as_small = known && known->small >= at ? known->small : next(at, small);
+    const char* as_large = large == small                ? last + 1
+                           : known && known->large >= at ? known->large
+                                                         : next(at, large);
     while (at <= last) {
         at = std::min(as_small, as_large);
         if (at > last)
             break;
-        if (same_folded(at, end, needle))
+        if (same_folded(at, end, needle)) {
+            if (known)
+                *known = {as_small, as_large};
             return static_cast<std::size_t>(at - begin);
+        }
         if (at == as_small)
             as_small = next(at + 1, small);
         else

@@ -51,7 +51,15 @@ wxString to_shown(std::string_view text);
 /// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are
 /// the same where both take as many bytes, as in nearly all scripts that have cases. npos when there is
 /// none.
-std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0);
+/// @param known where the needle's first letter is next; kept from one match of a text to the next, as looking
+/// for a rare form of it takes all of the text
+struct first_letters_t
+{
+    const char* small = nullptr;
+    const char* large = nullptr;
+};
+std::size_t find_folded(std::string_view text, std::string_view needle, std::size_t from = 0,
+                        first_letters_t* known = nullptr);
 std::string fold(std::string_view text);
 
 } // namespace vdxcfrw7

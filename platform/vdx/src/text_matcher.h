@@ -2,6 +2,8 @@
 
 #include "vdx/event_log.h"
 
+#include "shown_text.h"
+
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -61,6 +63,7 @@ private:
     bool m_given_up = false;
     std::string_view m_text;
     std::size_t m_from = 0;
+    first_letters_t m_letters;
     std::unique_ptr<expression_t> m_expression;
 };
 

@@ -30,7 +30,7 @@ struct log_words_t
     std::function<std::string(std::size_t)> lines_came; ///< so many of them
     /// So many came below what is seen, the worst of them of that severity; for a button.
     std::function<std::string(std::size_t, std::uint32_t)> news;
-    std::string go_to_end; ///< what that button does
+    std::string go_to_end;                                ///< what that button does
     std::function<std::string(std::uint64_t)> said_times; ///< behind a line: how often it was said in a row
 };
 
