@@ -120,11 +120,12 @@ bool is_anywhere(const std::string& needle)
 std::size_t count_hidden(std::uint32_t severities, const std::string& filter)
 {
     std::size_t count = 0;
+    std::string storage;
     for (const auto& element : control->get_log().GetElements())
         for (std::size_t i = 0; i < element->GetLines().size(); ++i) {
             const line_t& line = element->GetLines().at(i);
             const bool passes = (severities == 0 || (line.severity & severities) != 0) &&
-                                fold(line.get_text()).find(filter) != std::string::npos;
+                                fold(get_shown_text(line, storage)).find(filter) != std::string::npos;
             count += line.has(line_t::status) || passes ? 0 : 1;
         }
     return count;
@@ -275,6 +276,14 @@ void try_texts(const std::string& text, int width)
         check(text.empty() || rows.back() < text.size());
     }
     text_shaper_t& shaper = layout.text_font().get_shaper();
+    styled_text_t styled;
+    read_styled_text(text, styled);
+    check(styled.text.size() <= text.size() && (has_sequences(text) || styled.text == text));
+    for (std::size_t i = 0; i < styled.runs.size(); ++i)
+        check(styled.runs[i].begin < styled.text.size() &&
+              (i == 0 || styled.runs[i - 1].begin < styled.runs[i].begin));
+    check(styled.text.empty() ||
+          shaper.break_rows(styled.text, width, &styled.runs).back() < styled.text.size());
     rows = shaper.break_rows(text, width);
     std::size_t paragraph = 0; // each is broken as it is by itself
     for (std::size_t i = 0; i < rows.size(); ++i) {

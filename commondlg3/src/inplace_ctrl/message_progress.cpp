@@ -121,11 +121,14 @@ void message_entry_t::look_at_progress()
 
 std::string message_entry_t::more_text() const
 {
-    std::string text;
-    for_each_line([&text](const messenger_entry_t& line) {
+    std::string text, storage;
+    for (std::size_t i = 0; m_element && i < m_element->GetLines().size(); ++i) {
+        const vdxcfrw7::line_t& line = m_element->GetLines().at(i);
+        if (line.has(vdxcfrw7::line_t::status))
+            continue;
         text += '\n';
-        text += line.text;
-    });
+        text += vdxcfrw7::get_shown_text(line, storage);
+    }
     if (m_is_progress)
         text += "\n" + translate_message("inplace_ctrl.progressed",
                                          {{"cur_progress", 100 * m_progress.get_reported() / gauge_steps}});

@@ -11,8 +11,6 @@
 namespace vdxcfrw7 {
 namespace {
 
-constexpr int repeats = 8;
-
 // Whether it belongs to the character before it.
 bool joins(char32_t character)
 {
@@ -26,29 +24,32 @@ void font_metrics_t::set(wxWindow& window, const wxFont& font, wxDC& dc)
 {
     m_font = font;
     m_shaper.set(window, font);
-    m_dc = &dc;
     dc.SetFont(font);
     m_line_height = std::max(1, dc.GetCharHeight());
     for (auto& page : m_pages)
         page.reset();
     for (unsigned int c = 0; c < m_bytes.size(); ++c)
         m_bytes[c] = special;
-    const std::uint32_t control = measured(replacement_character);
-    for (unsigned int c = 0; c < 0x80; ++c)
-        m_bytes[c] = c < 0x20 || c == 0x7f ? control : measured(c);
+    for (unsigned int c = ' '; c < 0x7f; ++c)
+        m_bytes[c] = measured(c);
     m_bytes[' '] |= breakable;
-    m_bytes['\t'] = ((m_bytes[' '] & width_mask) * 4) | breakable;
-    m_bytes['\n'] = m_bytes['\r'] = special;
+    m_tab = static_cast<std::uint32_t>(m_shaper.get_tab_width()) * unit;
 }
 
 std::uint32_t font_metrics_t::measured(char32_t character)
 {
-    // Widths may be fractions of a pixel: several in a row tell them.
-    m_dc->SetFont(m_font);
-    const wxString text(static_cast<wchar_t>(character), repeats);
-    const int width = m_dc->GetTextExtent(text).x;
-    return std::min<std::uint32_t>(width_mask,
-                                   static_cast<std::uint32_t>((width * unit + repeats - 1) / repeats));
+    const auto width = static_cast<std::uint64_t>(m_shaper.advance_of(character));
+    return static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(width_mask, (width * unit + PANGO_SCALE - 1) / PANGO_SCALE));
+}
+
+bool font_metrics_t::is_near_tab(std::uint32_t x, std::size_t letters) const
+{
+    if (letters == 0)
+        return false;
+    x += m_bytes[' '] & width_mask;
+    const auto doubt = static_cast<std::uint32_t>(unit + letters * unit / 6);
+    return x % m_tab < doubt || m_tab - x % m_tab < doubt;
 }
 
 std::uint32_t font_metrics_t::advance(char32_t character)
@@ -82,11 +83,25 @@ font_metrics_t::extent_t font_metrics_t::measure(std::string_view text)
         width += add & width_mask;
     }
     bool complex = false;
-    for (; at < end;) {
+    const char* behind_tab = text.data();
+    while (at < end) {
+        const char* const begin = at;
+        const std::uint32_t add = m_bytes[static_cast<unsigned char>(*at)];
+        if (!wide && !(add & special)) {
+            width += add & width_mask;
+            ++at;
+            continue;
+        }
         const char32_t character = decode(at, end);
         if (character == '\n')
             wide = true;
-        else if (needs_shaping(character)) {
+        else if (character == '\t') {
+            complex = is_near_tab(width, static_cast<std::size_t>(begin - behind_tab));
+            if (complex)
+                break;
+            width = next_tab(width);
+            behind_tab = at;
+        } else if (needs_shaping(character)) {
             complex = true;
             break;
         } else if (!wide) {
@@ -121,7 +136,7 @@ std::uint32_t font_metrics_t::break_with(std::string_view text, std::uint32_t wi
     };
     for (const char* at = begin; at < end;) {
         const char* const character = at;
-        const std::uint32_t add = next(at, end);
+        const std::uint32_t add = next(at, end, x);
         if (add & special) { // a line feed
             if (at < end) {
                 begin_row(at);
@@ -167,13 +182,15 @@ std::uint32_t font_metrics_t::break_rows(std::string_view text, int width, std::
             starts->assign(1, 0);
         return 1;
     }
-    return break_with(text, limit, starts, [this](const char*& at, const char* end) {
+    return break_with(text, limit, starts, [this](const char*& at, const char* end, std::uint32_t x) {
         const std::uint32_t add = m_bytes[static_cast<unsigned char>(*at)];
         if (!(add & special)) {
             ++at;
             return add;
         }
         const char32_t character = decode(at, end);
+        if (character == '\t') // rather too far: a row that ends early is read, one that is cut is not
+            return (next_tab(x + unit) - x) | breakable;
         return character == '\n' ? special : advance(character);
     });
 }

@@ -21,7 +21,7 @@ class font_metrics_t
 public:
     static constexpr std::size_t longest_shaped = 32 * 1024;
 
-    /// The device context must live as long as it is measured with.
+    /// The device context measures the height of a row.
     void set(wxWindow& window, const wxFont& font, wxDC& dc);
 
     const wxFont& get_font() const { return m_font; }
@@ -52,15 +52,21 @@ private:
 
     std::uint32_t advance(char32_t character);
     std::uint32_t measured(char32_t character);
+    std::uint32_t next_tab(std::uint32_t x) const
+    {
+        return ((x + (m_bytes[' '] & width_mask)) / m_tab + 1) * m_tab;
+    }
+    /// Whether letters that stand closer together than the table says might end before another place of a tab.
+    bool is_near_tab(std::uint32_t x, std::size_t letters) const;
     template <class Next>
     std::uint32_t break_with(std::string_view text, std::uint32_t width, std::vector<std::uint32_t>* starts,
                              Next next);
 
     wxFont m_font;
-    wxDC* m_dc = nullptr;
     text_shaper_t m_shaper;
     int m_line_height = 1;
-    std::array<std::uint32_t, 256> m_bytes{}; // of ASCII; the others, and line feeds, are special
+    std::uint32_t m_tab = unit;               // the distance of their places
+    std::array<std::uint32_t, 256> m_bytes{}; // of ASCII; the others, tabs and controls are special
     using page_t = std::array<std::uint32_t, 256>;
     std::array<std::unique_ptr<page_t>, 256> m_pages;
 };

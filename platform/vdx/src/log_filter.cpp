@@ -6,6 +6,7 @@
 #include "log_selection.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 

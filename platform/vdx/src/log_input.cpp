@@ -29,7 +29,8 @@ PangoDirection log_view_t::get_direction(std::string_view text, std::size_t at) 
 }
 
 std::size_t log_view_t::byte_at(font_metrics_t& font, std::string_view text,
-                                const std::vector<std::uint32_t>& rows, int x, int y)
+                                const std::vector<std::uint32_t>& rows, int x, int y,
+                                const style_runs_t* runs)
 {
     const int last = static_cast<int>(rows.size()) - 1;
     const auto row = static_cast<std::size_t>(std::clamp(y / font.get_line_height(), 0, std::max(0, last)));
@@ -39,8 +40,8 @@ std::size_t log_view_t::byte_at(font_metrics_t& font, std::string_view text,
     const PangoDirection direction = get_direction(text, begin);
     // In a window from right to left places count from the right, in a row's text always from the left.
     if (is_mirrored())
-        x = font.get_shaper().width_of(shown, direction) - x;
-    return begin + font.get_shaper().byte_at(shown, direction, x);
+        x = font.get_shaper().width_of(shown, direction, {runs, begin}) - x;
+    return begin + font.get_shaper().byte_at(shown, direction, x, {runs, begin});
 }
 
 text_place_t log_view_t::place_at(const wxPoint& point)
@@ -61,9 +62,12 @@ text_place_t log_view_t::place_at(const wxPoint& point)
     case log_layout_t::part_t::line: {
         const line_t& line = element.GetLines().at(item->line);
         const int copy = static_cast<int>(m_layout.get_copy_height(element.GetLines(), item->line));
+        const auto& rows = m_layout.rows_of(line);
+        const log_layout_t::shown_line_t shown = m_layout.shown_line(line);
         return {&element, text_item_t::first_line + item->line,
-                byte_at(m_layout.text_font(), line.get_text(), m_layout.rows_of(line),
-                        point.x - m_layout.line_left() + m_layout.left(), copy > 0 ? y % copy : y)};
+                byte_at(m_layout.text_font(), shown.text, rows,
+                        point.x - m_layout.line_left() + m_layout.left(), copy > 0 ? y % copy : y,
+                        shown.get_runs())};
     }
     case log_layout_t::part_t::head:
         break;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vdxcfrw7 {
@@ -113,7 +114,7 @@ void log_layout_t::element_removing(CMessageElement& element)
         m_bodies.erase(found->second);
         m_body_of.erase(found);
     }
-    m_rows.clear();
+    forget_rows();
     if (m_refining > element.m_index)
         --m_refining;
     if (m_refining_head > element.m_index)
@@ -161,9 +162,15 @@ std::uint32_t log_layout_t::height_of_copy(line_t& line, bool shape)
     const int width = break_width(line);
     bool complex = false;
     if (line.width == line_t::no_width) {
-        const font_metrics_t::extent_t extent = m_text.measure(line.get_text());
+        // Faces are taken to be as wide as they can be: most lines have room for that.
+        const shown_line_t shown = read_line(line);
+        const bool faces = shown.styled && shown.styled->has_faces;
+        const font_metrics_t::extent_t extent = (faces ? m_bold : m_text).measure(shown.text);
         line.width = extent.width;
-        complex = extent.complex && line.length <= font_metrics_t::longest_shaped;
+        complex = (extent.complex || (faces && extent.width > width)) &&
+                  shown.text.size() <= font_metrics_t::longest_shaped;
+        if (complex)
+            line.width = line_t::no_width;
     }
     if (line.width != line_t::no_width && line.width <= width) {
         line.set(line_t::inexact, false);
@@ -171,7 +178,7 @@ std::uint32_t log_layout_t::height_of_copy(line_t& line, bool shape)
         return height_of_rows(1);
     }
     line.set(line_t::inexact, complex && !shape);
-    return height_of_rows(m_text.break_rows(line.get_text(), width, nullptr, shape));
+    return height_of_rows(break_line(line, read_line(line), nullptr, shape));
 }
 
 std::uint32_t log_layout_t::get_copies(const line_store_t& lines, std::size_t index)
@@ -222,6 +229,7 @@ void log_layout_t::line_changed(CMessageElement& element, std::size_t index)
     line_t& line = element.m_lines.at(index);
     line.width = line_t::no_width;
     m_rows.erase(line.text);
+    m_styled.erase(line.text);
     element.m_lines.set_height(index, height_of_line(element.m_lines, index, true));
     update_height(element);
 }
@@ -240,7 +248,7 @@ void log_layout_t::lines_changed(CMessageElement& element, std::size_t seen)
         m_anchor.line = seen;
     for (auto& block : element.m_lines.get_blocks())
         block.layout = 0;
-    m_rows.clear();
+    forget_rows();
     m_refining = std::min(m_refining, element.m_index);
     update_height(element);
 }
@@ -386,7 +394,7 @@ const std::vector<std::uint32_t>& log_layout_t::rows_of(const line_t& line)
     if (m_rows.size() >= kept_rows)
         m_rows.clear();
     auto& rows = m_rows[line.text];
-    m_text.break_rows(line.get_text(), break_width(line), &rows);
+    break_line(line, shown_line(line), &rows, true);
     return rows;
 }
 
@@ -442,12 +450,14 @@ void log_layout_t::see_width(const line_t& line)
     if (m_wrap || line.width != line_t::no_width || !line.has(line_t::adjusted))
         return;
     const std::vector<std::uint32_t> rows = rows_of(line);
-    const std::string_view text = line.get_text();
+    const shown_line_t shown_line = this->shown_line(line);
+    const std::string_view text = shown_line.text;
     for (std::size_t row = 0; row < rows.size() && row < most_rows_seen; ++row) {
         const std::size_t end = row + 1 < rows.size() ? rows[row + 1] : text.size();
         const std::string_view shown = text.substr(rows[row], end - rows[row]);
         const std::string_view part = shown.substr(0, font_metrics_t::longest_shaped);
-        const double width = m_text.get_shaper().width_of(part, direction_of(part, 0, PANGO_DIRECTION_LTR));
+        const double width = m_text.get_shaper().width_of(part, direction_of(part, 0, PANGO_DIRECTION_LTR),
+                                                          {shown_line.get_runs(), rows[row]});
         const double whole = part.empty() ? 0 : width * shown.size() / part.size();
         m_widest = std::max(m_widest, static_cast<int>(std::min<double>(whole, unlimited_width)));
     }

@@ -13,6 +13,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -133,6 +134,15 @@ public:
     std::int64_t top_of_line(const CMessageElement& element, std::size_t line) const;
     std::int64_t top_of_tail(const CMessageElement& element) const;
 
+    /// The text of a line as it is read, and how it looks; null: as all others. Valid until the next call.
+    struct shown_line_t
+    {
+        std::string_view text;
+        const styled_text_t* styled;
+
+        const style_runs_t* get_runs() const { return styled ? &styled->runs : nullptr; }
+    };
+    shown_line_t shown_line(const line_t& line);
     /// Where the rows of a line begin, in bytes. Valid until the next call.
     const std::vector<std::uint32_t>& rows_of(const line_t& line);
     /// How often a line is shown, one below the other, and the height of each.
@@ -203,6 +213,10 @@ private:
     std::uint32_t height_of_copy(line_t& line, bool shape);
     std::uint32_t height_of_line(line_store_t& lines, std::size_t index, bool shape);
     void see_width(const line_t& line);
+    shown_line_t read_line(const line_t& line);
+    std::uint32_t break_line(const line_t& line, const shown_line_t& shown,
+                             std::vector<std::uint32_t>* starts, bool shape);
+    void forget_rows();
     void estimate_head(CMessageElement& element);
     bool measure_head(CMessageElement& element);
     void measure_tail(CMessageElement& element);
@@ -241,6 +255,8 @@ private:
     std::list<body_t> m_bodies;
     std::unordered_map<const CMessageElement*, std::list<body_t>::iterator> m_body_of;
     std::unordered_map<const char*, std::vector<std::uint32_t>> m_rows;
+    std::unordered_map<const char*, styled_text_t> m_styled;
+    styled_text_t m_read; // of a line that is only measured
 };
 
 } // namespace vdxcfrw7

@@ -75,24 +75,24 @@ private:
     };
 
     // Part of a row on a ground of its own.
-    void draw_part(font_metrics_t& font, std::string_view row, const wxString& shown,
-                   PangoDirection direction, int x, int top, const range_t& part, const wxColour& ground,
-                   const wxColour& ink)
+    void draw_part(font_metrics_t& font, std::string_view row, PangoDirection direction, row_style_t style,
+                   int x, int top, const range_t& part, const wxColour& ground, const wxColour& ink)
     {
         text_shaper_t& shaper = font.get_shaper();
-        auto places = shaper.places_of(row, direction, part.from, part.to);
+        style.colours = nullptr; // its own would not be readable on that ground
+        auto places = shaper.places_of(row, direction, part.from, part.to, style);
         if (places.empty())
             places.emplace_back(0, m_layout.scaled(4));
-        const int whole = m_mirrored ? shaper.width_of(row, direction) : 0;
+        const int whole = m_mirrored ? shaper.width_of(row, direction, style) : 0;
         m_dc.SetPen(*wxTRANSPARENT_PEN);
         m_dc.SetBrush(wxBrush(ground));
-        m_dc.SetTextForeground(ink);
+        PangoLayout* const layout = shaper.layout_of(row, direction, style);
         for (const auto& [left, right] : places) {
             const wxRect rect(x + (m_mirrored ? whole - right : left), top, right - left,
                               font.get_line_height());
             m_dc.DrawRectangle(rect);
             const paint_dc_t::clip_t clip(m_dc, rect);
-            m_dc.draw_text(shown, x, top, direction);
+            m_dc.draw_layout(layout, x, top, ink);
         }
     }
 
@@ -113,7 +113,7 @@ private:
 
     void draw_rows(font_metrics_t& font, const CMessageElement& element, std::size_t item,
                    std::string_view text, const std::vector<std::uint32_t>& rows, int x, std::int64_t y,
-                   const wxColour& ink)
+                   const wxColour& ink, const style_runs_t* runs = nullptr)
     {
         std::size_t from = 0, to = 0;
         const bool selected = m_view.get_selection().get_part(element, item, text.size(), from, to);
@@ -136,15 +136,13 @@ private:
             if (row == first || ends_line(text, begin))
                 direction = m_view.get_direction(text, begin);
             const std::string_view shown_row = text.substr(begin, end - begin);
-            const wxString shown = to_shown(shown_row);
+            const row_style_t style{runs, begin, &m_view.get_style_colours()};
             const int top = static_cast<int>(row_y);
-            m_dc.SetFont(font.get_font());
-            m_dc.SetTextForeground(ink);
-            m_dc.draw_text(shown, x, top, direction);
+            m_dc.draw_layout(font.get_shaper().layout_of(shown_row, direction, style), x, top, ink);
             const auto draw_range = [&](const range_t& range, const wxColour& ground,
                                         const wxColour& colour) {
                 if (range.from < end && range.to > begin)
-                    draw_part(font, shown_row, shown, direction, x, top,
+                    draw_part(font, shown_row, direction, style, x, top,
                               {std::max(range.from, begin) - begin, std::min(range.to, end) - begin}, ground,
                               colour);
             };
@@ -153,7 +151,7 @@ private:
             if (selected)
                 draw_range({from, to}, m_colours.selection, m_colours.selected_ink);
             if (selected && begin == end && from <= begin && to >= end)
-                draw_part(font, shown_row, shown, direction, x, top, {0, 0}, m_colours.selection,
+                draw_part(font, shown_row, direction, style, x, top, {0, 0}, m_colours.selection,
                           m_colours.selected_ink);
         }
     }
@@ -239,8 +237,10 @@ private:
                            static_cast<int>(y));
         }
         const auto draw_text = [&] {
-            draw_rows(m_layout.text_font(), element, text_item_t::first_line + index, line.get_text(),
-                      m_layout.rows_of(line), m_layout.line_left() - m_layout.left(), y, m_colours.ink);
+            const auto& rows = m_layout.rows_of(line);
+            const log_layout_t::shown_line_t shown = m_layout.shown_line(line);
+            draw_rows(m_layout.text_font(), element, text_item_t::first_line + index, shown.text, rows,
+                      m_layout.line_left() - m_layout.left(), y, m_colours.ink, shown.get_runs());
         };
         if (m_layout.wraps()) {
             draw_text();
@@ -254,7 +254,7 @@ private:
     // What is being done now, in one row.
     void draw_status(const line_t& line, int y)
     {
-        const std::string_view first = first_line(line.get_text().substr(0, 1000));
+        const std::string_view first = first_line(m_layout.shown_line(line).text.substr(0, 1000));
         wxString shown = to_shown(first);
         m_dc.SetFont(m_layout.text_font().get_font());
         m_dc.SetTextForeground(m_colours.secondary);

@@ -19,9 +19,9 @@ bool operator<(const text_place_t& a, const text_place_t& b)
     return a.item != b.item ? a.item < b.item : a.byte < b.byte;
 }
 
-std::string_view text_of(const line_t& line, std::string&)
+std::string_view text_of(const line_t& line, std::string& storage)
 {
-    return line.get_text();
+    return get_shown_text(line, storage);
 }
 
 std::string_view text_of(const CMessageElement& element, std::size_t item, std::string& storage)

@@ -129,6 +129,7 @@ void log_view_t::read_look()
     m_layout.set_button_height(std::max(probe->GetBestSize().y, 24));
     delete probe;
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
+    m_style_colours.set(m_colours.ink, m_colours.background, m_colours.link);
     m_layout.set_look(*this, text, text.Bold(), m_colours,
                       (settings ? settings->get_text_scale() : 1) * m_zoom / 100);
     fit_times();

@@ -36,6 +36,7 @@ public:
     log_layout_t& get_layout() { return m_layout; }
     CEventLog* get_log() const { return m_log; }
     const log_colours_t& get_colours() const { return m_colours; }
+    style_colours_t& get_style_colours() { return m_style_colours; }
     void forget_log();
 
     // What happened in the model. The window catches up at the end of the slice, or soon.
@@ -145,7 +146,7 @@ private:
 
     text_place_t place_at(const wxPoint& point);
     std::size_t byte_at(font_metrics_t& font, std::string_view text, const std::vector<std::uint32_t>& rows,
-                        int x, int y);
+                        int x, int y, const style_runs_t* runs = nullptr);
     void move_caret(const text_place_t& place, bool extend);
     bool select_by_key(int key, bool control);
     bool go_by_key(int key);
@@ -161,6 +162,7 @@ private:
     CEventLog* m_log;
     log_layout_t m_layout;
     log_colours_t m_colours;
+    style_colours_t m_style_colours;
     std::map<int, wxBitmap> m_images;
     bool m_stale = false; // something changed since the window caught up
     std::int64_t m_scroll_unit = 1;

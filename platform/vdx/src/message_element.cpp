@@ -6,6 +6,7 @@
 #include "log_layout.h"
 #include "log_times.h"
 #include "log_view.h"
+#include "styled_text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -67,6 +68,7 @@ CCaption CMessageElement::AddCaption(int severity, std::string_view text, int im
     }
     line.text = text.data();
     line.length = static_cast<std::uint32_t>(text.size());
+    line.set(line_t::styled, has_sequences(text));
     if (m_log.m_view)
         m_log.m_view->adding_line(line);
     m_lines.add(line, time);
@@ -134,6 +136,7 @@ void CMessageElement::SetLineText(std::size_t index, std::string_view text)
     } else
         line.text = m_lines.keep(text);
     line.length = static_cast<std::uint32_t>(text.size());
+    line.set(line_t::styled, has_sequences(text));
     if (m_log.m_view)
         m_log.m_view->line_changed(*this, index);
 }
@@ -183,8 +186,11 @@ std::string CMessageElement::GetText() const
     const std::string body = GetBodyText();
     if (!body.empty())
         text += (text.empty() ? "" : "\n") + body;
-    if (m_status_line != no_line && !m_status_text.empty())
-        text += (text.empty() ? "" : "\n") + m_status_text;
+    if (m_status_line != no_line && !m_status_text.empty()) {
+        std::string storage;
+        text += text.empty() ? "" : "\n";
+        text += get_shown_text(m_lines.at(m_status_line), storage);
+    }
     return text;
 }
 

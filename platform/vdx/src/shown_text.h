@@ -13,9 +13,15 @@ constexpr char32_t replacement_character = 0xfffd;
 
 char32_t decode_beyond_ascii(const char*& at, const char* end);
 
-/// The character at `at`, which is moved behind it. A byte that is no UTF-8, a control character other than
-/// tab, and one that turns the order of the rest around by force, is U+FFFD; whatever ends a line (CR, LF,
-/// both, and Unicode's own three) is a line feed.
+/// What stands for a control character of ASCII.
+constexpr char32_t control_picture(unsigned char control)
+{
+    return control == 0x7f ? 0x2421 : 0x2400 + control;
+}
+
+/// The character at `at`, which is moved behind it. A byte that is no UTF-8, a control character beyond ASCII,
+/// and one that turns the order of the rest around by force, is U+FFFD; one of ASCII other than tab is its
+/// picture; whatever ends a line (CR, LF, both, and Unicode's own three) is a line feed.
 inline char32_t decode(const char*& at, const char* end)
 {
     const auto byte = static_cast<unsigned char>(*at);
@@ -23,13 +29,13 @@ inline char32_t decode(const char*& at, const char* end)
         return decode_beyond_ascii(at, end);
     ++at;
     if (byte >= 0x20)
-        return byte == 0x7f ? replacement_character : byte;
+        return byte == 0x7f ? control_picture(byte) : byte;
     if (byte == '\r') {
         if (at < end && *at == '\n')
             ++at;
         return '\n';
     }
-    return byte == '\n' || byte == '\t' ? byte : replacement_character;
+    return byte == '\n' || byte == '\t' ? byte : control_picture(byte);
 }
 
 /// Whether what stands before the byte at `at` ends a line.
@@ -45,7 +51,7 @@ bool needs_shaping(char32_t character);
 /// Whether a line may end behind it without a space.
 bool breaks_after(char32_t character);
 
-/// For drawing; ends of lines are left out, a tab is four spaces.
+/// For drawing in one piece: ends of lines are left out, a tab is four spaces.
 wxString to_shown(std::string_view text);
 
 /// The first place of `needle`, which fold() must have made, at or after `from`; upper and lower case are

@@ -129,7 +129,8 @@ struct view_accessible_t::impl_t final : text_owner_t
                                   : line.severity & line_t::warning_bits ? words.warning
                                                                          : std::string();
         const bool repeated = line.has(line_t::repeated) && words.said_times;
-        return (word.empty() ? word : word + ": ") + shortened(line.get_text()) +
+        std::string storage;
+        return (word.empty() ? word : word + ": ") + shortened(get_shown_text(line, storage)) +
                (repeated ? ", " + words.said_times(element.GetLines().get_count(index)) : std::string());
     }
 

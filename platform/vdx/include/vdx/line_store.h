@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -50,7 +51,7 @@ struct line_t
         inexact = 4, ///< its height is an estimate
         auto_size = 8,
         adjusted = 16, ///< its height follows its text
-        styled = 32,   ///< its text holds sequences that are not shown
+        styled = 32,   ///< its text holds sequences for a terminal, which are not shown
         repeated = 64, ///< it was said several times in a row
         expanded = 128 ///< and is shown as often
     };
@@ -72,6 +73,10 @@ struct line_t
     bool has(flag_t flag) const { return (flags & flag) != 0; }
     void set(flag_t flag, bool on) { flags = static_cast<std::uint8_t>(on ? flags | flag : flags & ~flag); }
 };
+
+/// The text of a line as it is read, searched and copied: without sequences for a terminal. `storage` is used
+/// for those that hold some.
+VDX_EXPORT std::string_view get_shown_text(const line_t& line, std::string& storage);
 
 /// The lines of one entry, in blocks, so that adding one never moves the others and sums of heights are at
 /// hand.
