@@ -2,6 +2,7 @@
 
 #include "advanced_panel_page.h"
 #include "caption_page.h"
+#include "command_page.h"
 #include "consent_page.h"
 #include "editor_page.h"
 #include "example_dialog.h"
@@ -75,6 +76,7 @@ std::vector<entry_t> make_entries()
         page("log", log_object, open_log),
         page("log_progress", log_object, open_progress_page),
         page("log_walk", log_object, open_walk_page),
+        page("log_command", log_object, open_command_page),
         page("log_flood", log_object, open_flood_page),
         page("caption", caption_page_t::object_name, open_caption_page),
         page("simple_message", simple_message_page_t::object_name, open_simple_message_page),

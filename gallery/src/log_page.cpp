@@ -135,7 +135,9 @@ nlohmann::json state_of(log_page_t& page)
     return {{"entries", entries}, {"has_changes", changed}};
 }
 
-int run(log_page_t& page, wxWindow* parent)
+} // namespace
+
+int run_log_page(log_page_t& page, wxWindow* parent)
 {
     return window_run_t::run(log_object, parent, {}, [&page](window_run_t& run) {
         run.show([&page] { return page.ShowModal(); });
@@ -145,8 +147,6 @@ int run(log_page_t& page, wxWindow* parent)
             page.keep();
     });
 }
-
-} // namespace
 
 log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std::string& file)
     : m_file(file.empty() ? file : file_in_config(file)), m_controls(new wxBoxSizer(wxHORIZONTAL))
@@ -236,25 +236,25 @@ int open_log(const nlohmann::json& data, wxWindow* parent)
             {static_cast<commondlg3::inplace_ctrl_t::view_t::times_t>(get_int(view, "times", 0)),
              get_int(view, "wrap", 1) != 0, get_int(view, "collapse", 0) != 0, get_int(view, "zoom", 100)});
     }
-    return run(page, parent);
+    return run_log_page(page, parent);
 }
 
 int open_progress_page(const nlohmann::json&, wxWindow* parent)
 {
     progress_page_t page(parent);
-    return run(page, parent);
+    return run_log_page(page, parent);
 }
 
 int open_walk_page(const nlohmann::json&, wxWindow* parent)
 {
     walk_page_t page(parent);
-    return run(page, parent);
+    return run_log_page(page, parent);
 }
 
 int open_flood_page(const nlohmann::json&, wxWindow* parent)
 {
     flood_page_t page(parent);
-    return run(page, parent);
+    return run_log_page(page, parent);
 }
 
 } // namespace gallery

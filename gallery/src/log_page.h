@@ -108,6 +108,9 @@ private:
     std::vector<std::thread> m_workers;
 };
 
+/// Shows the page until it is closed, reports what it held by JSON lines, and has it kept.
+int run_log_page(log_page_t& page, wxWindow* parent);
+
 /// Opens the control with the entries of the data (null: a sample) and reports by JSON lines.
 int open_log(const nlohmann::json& data, wxWindow* parent);
 int open_progress_page(const nlohmann::json& data, wxWindow* parent);

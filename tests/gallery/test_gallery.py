@@ -91,6 +91,66 @@ class Windows(unittest.TestCase):
                 self.assertEqual((code, result), (last["result"], {key: last["data"][key] for key in result}))
 
 
+class Commands(unittest.TestCase):
+    def run_command(self, command, keys=(), until=None, folder="/"):
+        """What the page tells of a command; `keys` are pressed once the processes `until` says run."""
+        gallery = Gallery("--show", "log_command", "--language", "en", "--data",
+                          json.dumps({"command": command, "folder": folder}))
+        gallery.expect("opened")
+        gallery.wait_until_at_rest()
+        gallery.press("Return")
+        ended = None
+        if until:
+            self.wait_for(lambda: self.count(until[0]) == until[1])
+            gallery.press(*keys)
+        if "Escape" not in keys:
+            while (told := gallery.expect("signal"))["name"] != "command_finished":
+                pass
+            ended = told["value"]
+            gallery.wait_until_at_rest()
+            gallery.press("Escape")
+        last = gallery.read("result")
+        while last["event"] != "result":
+            last = gallery.read("result")
+        self.assertEqual(0, gallery.end())
+        return ended, [(line["severity"], line["text"]) for line in last["data"]["entries"][-2 if ended else -1]["lines"]]
+
+    @staticmethod
+    def count(name):
+        return len(subprocess.run(["pgrep", "-f", name], capture_output=True, text=True).stdout.split())
+
+    def wait_for(self, condition):
+        for _ in range(500):
+            if condition():
+                return
+            time.sleep(0.02)
+        self.fail("it did not happen")
+
+    def test_whatever_is_printed_is_there(self):
+        with tempfile.TemporaryDirectory() as folder:
+            pathlib.Path(folder, "broken.cpp").write_text("int main()\n{\n\treturn one;\n}\n", encoding="utf-8")
+            command = "g++ -fdiagnostics-color=always -c broken.cpp || (cat; ls /proc/self/fd | wc -l; " \
+                      "seq 9000; head -c 300000 /dev/zero | tr '\\0' x; printf '\\na\\0b\\r\\n\\n1%%\\r2%%\\rend'; exit 7)"
+            ended, lines = self.run_command(command, folder=folder)
+        self.assertEqual({"exit_code": 7, "signal": 0, "canceled": False, "started": True}, ended)
+        errors = [text for severity, text in lines if severity]
+        self.assertRegex(errors[1], "broken.cpp:3:16:.*error")
+        self.assertIn((4, errors[1]), lines)
+        said = [text for severity, text in lines if not severity]
+        # Three of its own, and that of the folder which it lists.
+        self.assertEqual(["4"] + [str(i) for i in range(1, 9001)] +
+                         ["x" * 300000, "a\u2400b", "", "1%", "2%", "end"], said)
+
+    def test_stopping_one_stops_all_that_it_started(self):
+        name = f"sleep 98{os.getpid()}"
+        command = f"{name} & (trap '' TERM; {name}; {name}) & wait"
+        ended, _ = self.run_command(command, ["Tab", "Tab", "Tab", "Tab", "Return"], ("^" + name, 2))
+        self.assertTrue(ended["canceled"])
+        self.assertEqual(0, self.count("^" + name))
+        self.run_command(command, ["Escape"], ("^" + name, 2))
+        self.wait_for(lambda: self.count("^" + name) == 0)
+
+
 class Editors(unittest.TestCase):
     """The registered editor is a real one, of the package geany; a program of its name, first in PATH, records."""
     EDITOR = "geany.desktop"

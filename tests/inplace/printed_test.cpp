@@ -8,6 +8,7 @@
 
 #include <wx/dcclient.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <random>

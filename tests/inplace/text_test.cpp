@@ -3,6 +3,7 @@
 #include "tools.h"
 
 #include <commondlg3/inplace_contents.h>
+#include <gen_helpers2/file.h>
 #include <gen_helpers2/strings.h>
 #include <nlohmann/json.hpp>
 #include <wx_helpers1/ui_settings.h>

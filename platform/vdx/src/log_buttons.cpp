@@ -54,6 +54,8 @@ void log_view_t::place_buttons()
             }
             if (button->GetRect() != rect)
                 button->SetSize(rect);
+            if (!place.button->IsEnabled() && button->HasFocus())
+                SetFocus(); // a window of which nothing has the focus hears no keys
             if (button->IsEnabled() != place.button->IsEnabled())
                 button->Enable(place.button->IsEnabled());
             m_buttons.emplace_back(place.button, button);

@@ -17,8 +17,8 @@ struct range_t
     char32_t last;
 };
 
-// Marks that join the letter before them, scripts whose letters join, characters that nobody sees, and pictures
-// of control characters, for which there may be others.
+// Marks that join the letter before them, scripts whose letters join, characters that nobody sees, and
+// pictures of control characters, for which there may be others.
 constexpr range_t shaped[] = {
     {0x0300, 0x036f}, {0x0483, 0x0489}, {0x0590, 0x109f}, {0x1100, 0x11ff}, {0x1700, 0x18af},
     {0x1900, 0x1cff}, {0x1dc0, 0x1dff}, {0x200b, 0x200f}, {0x2028, 0x202e}, {0x2060, 0x206f},

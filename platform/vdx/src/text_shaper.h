@@ -80,7 +80,7 @@ private:
     void set_row(std::string_view row, PangoDirection direction, const row_style_t& style);
 
     pango_layout_t m_layout;
-    bool m_is_plain = false; // it has no attributes of a row
+    bool m_is_plain = false;    // it has no attributes of a row
     bool m_has_pictures = true; // the font has them, of control characters
     int m_tab_width = 1;
     shown_bytes_t m_shown; // what the layout holds

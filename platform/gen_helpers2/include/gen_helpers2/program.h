@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace gen_helpers2 {
@@ -45,6 +46,41 @@ struct program_end_t
 /// @return why it could not be started
 GEN_HELPERS2_EXPORT error_code_t start_program(const std::vector<std::string>& words,
                                                std::function<void(const program_end_t&)> ended);
+
+/// Where a program says something.
+enum class program_output_t
+{
+    standard,
+    error
+};
+
+/// Whether a program is to be stopped.
+enum class stop_t
+{
+    no,
+    ask,
+    force
+};
+
+/// Runs a program and gives what it says to the caller, until it has ended and nobody it started says
+/// anything any more. Blocks: for workers.
+///
+///     result = watch_program({"/bin/sh", "-c", "make"}, folder,
+///                            [](program_output_t from, std::string_view bytes) { ... },
+///                            [&] { return canceled.load() ? stop_t::ask : stop_t::no; }, end);
+///
+/// It gets no input, no file that is open here, and a session of its own: to stop it is to stop all that it
+/// has started, as far as that did not leave the session.
+///
+/// @param folder where it runs; empty: where we do
+/// @param read called with some bytes as they come, which end anywhere
+/// @param stop asked ten times a second and more. `ask` lets it end by itself within two seconds, `force`
+/// within a fraction of one; then it is killed
+/// @return why it could not be started
+GEN_HELPERS2_EXPORT error_code_t
+watch_program(const std::vector<std::string>& words, const std::string& folder,
+              const std::function<void(program_output_t, std::string_view)>& read,
+              const std::function<stop_t()>& stop, program_end_t& end);
 
 } // namespace gen_helpers2
 
