@@ -63,6 +63,9 @@ search_bar_t::search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log)
     Layout();
     Hide();
     Bind(wxEVT_CHAR_HOOK, &search_bar_t::on_key, this);
+    parent->Bind(wxEVT_SIZE, &search_bar_t::on_parent_size, this);
+    if (auto* settings = wx_helpers1::ui_settings_t::get())
+        settings->settled().connect(static_cast<gen_helpers2::subscriber_base_t*>(this), [this] { fit(); });
     m_text->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { look(); });
     m_text->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { find(true); });
     for (wxToggleButton* option : {m_match_case, m_whole_words, m_expression})
@@ -167,6 +170,30 @@ void search_bar_t::make_sizers(wxWindow* previous, wxWindow* next, wxWindow* clo
     SetSizer(sizer);
 }
 
+search_bar_t::~search_bar_t()
+{
+    GetParent()->Unbind(wxEVT_SIZE, &search_bar_t::on_parent_size, this);
+}
+
+void search_bar_t::on_parent_size(wxSizeEvent& event)
+{
+    event.Skip();
+    fit();
+}
+
+// As high as its rows, of which there are more in a narrow window.
+void search_bar_t::fit()
+{
+    if (!IsShown() || !GetSizer())
+        return;
+    wx_helpers1::apply_native_height(m_text);
+    GetSizer()->InformFirstDirection(wxHORIZONTAL, GetParent()->GetClientSize().x, -1);
+    const wxSize needed(-1, GetSizer()->CalcMin().y);
+    if (needed != GetMinSize())
+        SetMinSize(needed);
+    GetParent()->Layout();
+}
+
 std::string search_bar_t::get_text() const
 {
     return wx_helpers1::from_wx(m_text->GetValue());
@@ -201,7 +228,7 @@ void search_bar_t::open()
     if (!IsShown()) {
         m_before = m_log.GetReading();
         Show();
-        GetParent()->Layout();
+        fit();
         look();
     }
     m_text->SetFocus();
@@ -274,7 +301,7 @@ void search_bar_t::tell(wxStaticText* where, const std::string& text)
     if (shown == where->GetLabelText())
         return;
     where->SetLabelText(shown);
-    GetParent()->Layout(); // it may take another row
+    fit(); // it may take another row
 }
 
 void search_bar_t::tell_found()
@@ -318,8 +345,7 @@ void search_bar_t::tell_counts()
              translate_message("inplace_ctrl.show_errors", {{"count", counts.errors}}));
     tell_one(m_warnings, counts.warnings,
              translate_message("inplace_ctrl.show_warnings", {{"count", counts.warnings}}));
-    if (IsShown())
-        GetParent()->Layout();
+    fit();
 }
 
 void search_bar_t::on_key(wxKeyEvent& event)

@@ -22,6 +22,7 @@ class search_bar_t : public wxPanel, public gen_helpers2::subscriber_base_t
 {
 public:
     search_bar_t(wxWindow* parent, vdxcfrw7::CEventLog& log);
+    ~search_bar_t() override;
 
     void search(vdxcfrw7::CEventLog::search_t what);
     /// Null: all entries.
@@ -41,6 +42,8 @@ private:
     void tell_found();
     void tell_hidden();
     void tell_counts();
+    void fit();
+    void on_parent_size(wxSizeEvent& event);
     void tell(wxStaticText* where, const std::string& text);
     void on_key(wxKeyEvent& event);
     std::string get_text() const;
