@@ -172,6 +172,7 @@ void command_page_t::start()
     run->messenger = get_log().get_messenger(run->tag);
     run->progress = get_log().get_progress(run->tag);
     m_run = run;
+    m_run_folder = run->folder;
     wx_helpers1::set_enabled(m_start, false);
     m_finished = gen_helpers2::signal_t<>();
     m_finished.connect(&m_receiver, [this, run] { finished(run); });

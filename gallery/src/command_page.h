@@ -19,6 +19,8 @@ public:
     void set_command(const std::string& command, const std::string& folder);
 
 private:
+    std::string get_folder() const override { return m_run_folder; }
+
     struct run_t;
 
     void start();
@@ -26,6 +28,7 @@ private:
 
     wxTextCtrl* m_command;
     wxTextCtrl* m_folder;
+    std::string m_run_folder = "/"; // of the last command
     wxButton* m_start;
     std::shared_ptr<run_t> m_run; // shared with the worker
     std::thread m_worker;

@@ -2,17 +2,20 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "open_source_dialog.h"
 #include "window_run.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
 #include <gen_helpers2/file.h>
+#include <gen_helpers2/strings.h>
 #include <vdx/event_log.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
 #include <wx/sizer.h>
+#include <wx/utils.h>
 
 #include <filesystem>
 
@@ -156,6 +159,7 @@ log_page_t::log_page_t(wxWindow* parent, const std::string& title_key, const std
     m_log = new commondlg3::inplace_ctrl_t(this, true);
     using commondlg3::inplace_ctrl_t;
     m_log->offer(inplace_ctrl_t::offer_view | inplace_ctrl_t::offer_save | inplace_ctrl_t::offer_clear);
+    m_log->link_activated().connect(this, [this](const vdxcfrw7::log_link_t& link) { open_link(link); });
     auto* clear = new wxButton(this, wxID_ANY, to_label(text("log.clear")));
     auto* save = new wxButton(this, wxID_ANY, to_label(text("log.save")));
     auto* close = new wxButton(this, wxID_CANCEL, to_label(text("log.close")));
@@ -209,6 +213,16 @@ commondlg3::inplace_ctrl_t::callback_t log_page_t::make_callback()
     commondlg3::inplace_ctrl_t::callback_t callback;
     callback.connect([object = std::string(log_object)](int id) { report_signal(object, "button", id); });
     return callback;
+}
+
+void log_page_t::open_link(const vdxcfrw7::log_link_t& link)
+{
+    report_signal(log_object, "link", gen_helpers2::replace_invalid_utf8(link.target));
+    if (link.kind == vdxcfrw7::log_link_t::kind_t::file)
+        open_in_users_editor(log_object, (std::filesystem::path(get_folder()) / link.path).string(),
+                             link.line, this);
+    else if (link.target.compare(0, 4, "http") == 0)
+        wxLaunchDefaultBrowser(wx_helpers1::to_wx(link.target));
 }
 
 void log_page_t::load()

@@ -44,8 +44,12 @@ protected:
     void finish_layout();
     void fit();
 
+    /// Where the paths in its lines begin.
+    virtual std::string get_folder() const { return "/"; }
+
 private:
     void load();
+    void open_link(const vdxcfrw7::log_link_t& link);
 
     std::string m_file; // empty: nothing is kept
     wxSizer* m_controls;

@@ -41,6 +41,36 @@ language_info::language_t language_of(const std::string& file)
     return editor_data_t::is_supported_language(language) ? language : language_info::other;
 }
 
+// What the user chose; or else the default, what the desktop would take, or the first.
+editor_data_t::system_editor_t editor_for(const editor_data_t& editors, const std::string& file)
+{
+    const auto language = language_of(file);
+    for (const std::string& name :
+         {editors.get_selected_editor_name(language), editors.get_default_editor_name(language),
+          editors.get_system_default_editor_name(language)})
+        if (editors.get_editor_type(language, name) != editor_data_t::editor_type_none)
+            return editors.get_editor(language, name);
+    const auto all = editors.get_editors(language);
+    return all.is_valid() ? *all : editor_data_t::system_editor_t();
+}
+
+void open_in(const editor_data_t::system_editor_t& editor, const std::string& object, const std::string& file,
+             int line, wxWindow* parent)
+{
+    const wxWeakRef<wxWindow> alive(parent);
+    const auto tell = [alive, object](const editor_failure_t& failure) {
+        report_signal(object, "failed",
+                      {{"command", text_for_json(failure.command)},
+                       {"exit_code", failure.exit_code},
+                       {"signal", failure.signal},
+                       {"text", text_for_json(failure.get_text())}});
+        if (alive)
+            commondlg3::show_editor_failure(failure, alive.get());
+    };
+    if (commondlg3::open_in_editor(editor, file, line, tell))
+        report_signal(object, "started", text_for_json(editor.name));
+}
+
 } // namespace
 
 open_source_dialog_t::open_source_dialog_t(const editor_data_t& editors, const std::string& file, int line)
@@ -96,17 +126,9 @@ std::string open_source_dialog_t::get_file() const
     return from_wx(m_file->GetValue());
 }
 
-// What the user chose; or else the default, what the desktop would take, or the first.
 editor_data_t::system_editor_t open_source_dialog_t::get_editor() const
 {
-    const auto language = language_of(get_file());
-    for (const std::string& name :
-         {m_editors.get_selected_editor_name(language), m_editors.get_default_editor_name(language),
-          m_editors.get_system_default_editor_name(language)})
-        if (m_editors.get_editor_type(language, name) != editor_data_t::editor_type_none)
-            return m_editors.get_editor(language, name);
-    const auto all = m_editors.get_editors(language);
-    return all.is_valid() ? *all : editor_data_t::system_editor_t();
+    return editor_for(m_editors, get_file());
 }
 
 void open_source_dialog_t::show_editor()
@@ -128,19 +150,13 @@ void open_source_dialog_t::browse()
 
 void open_source_dialog_t::open()
 {
-    const wxWeakRef<wxWindow> alive(this);
-    const auto tell = [alive](const editor_failure_t& failure) {
-        report_signal(object_name, "failed",
-                      {{"command", text_for_json(failure.command)},
-                       {"exit_code", failure.exit_code},
-                       {"signal", failure.signal},
-                       {"text", text_for_json(failure.get_text())}});
-        if (alive)
-            commondlg3::show_editor_failure(failure, alive.get());
-    };
-    const auto editor = get_editor();
-    if (commondlg3::open_in_editor(editor, get_file(), m_line->GetValue(), tell))
-        report_signal(object_name, "started", text_for_json(editor.name));
+    open_in(get_editor(), object_name, get_file(), m_line->GetValue(), this);
+}
+
+void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent)
+{
+    gen_helpers2::error_code_t ignored; // the preferences dialog tells it
+    open_in(editor_for(load_editors(ignored), file), object, file, line, parent);
 }
 
 int open_open_source_dialog(const json& data, wxWindow* parent)

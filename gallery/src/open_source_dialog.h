@@ -42,6 +42,10 @@ private:
     wxStaticText* m_editor = nullptr;
 };
 
+/// Opens a file at a line in the editor that the preferences name, and tells the user over `parent` when that
+/// failed; JSON lines tell it of `object`.
+void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent);
+
 /// Opens it, with the editors of the preferences, and reports by JSON lines.
 int open_open_source_dialog(const nlohmann::json& data, wxWindow* parent);
 

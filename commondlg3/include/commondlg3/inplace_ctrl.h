@@ -19,6 +19,7 @@
 
 namespace vdxcfrw7 {
 class CEventLog;
+struct log_link_t;
 }
 
 namespace commondlg3 {
@@ -142,6 +143,13 @@ public:
     view_t get_view() const;
     /// The user changed how it is shown.
     gen_helpers2::signal_t<>& view_changed();
+
+    /// The user clicked a link, or pressed Enter on one: an address of the web, or a path with a line, in
+    /// any text, or a link of a message. The log opens nothing itself; what a relative path belongs to, the
+    /// host knows.
+    ///
+    ///     log->link_activated().connect(this, [](const vdxcfrw7::log_link_t& link) { ... });
+    gen_helpers2::signal_t<vdxcfrw7::log_link_t>& link_activated();
     /// Whether save() keeps the times of lines, too; not at first. They are read back either way.
     void keep_times(bool keep);
 

@@ -34,6 +34,12 @@ event_log_t::event_log_t(wxWindow* parent, bool show_debug)
         return translate_message("inplace_ctrl.said_times", {{"count", count}});
     };
     words.go_to_end = translate_message("inplace_ctrl.go_to_end");
+    words.link = [](const std::string& link) {
+        return translate_message("inplace_ctrl.link", {{"link", link}});
+    };
+    words.links = [](std::size_t count) {
+        return translate_message("inplace_ctrl.links", {{"count", count}});
+    };
     SetWords(words);
 }
 

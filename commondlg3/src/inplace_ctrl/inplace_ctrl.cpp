@@ -138,6 +138,11 @@ void inplace_ctrl_t::set_clock(std::function<std::chrono::steady_clock::time_poi
     m_impl->set_clock(std::move(clock));
 }
 
+gen_helpers2::signal_t<vdxcfrw7::log_link_t>& inplace_ctrl_t::link_activated()
+{
+    return m_impl->get_log().link_activated();
+}
+
 vdxcfrw7::CEventLog& inplace_ctrl_t::get_log()
 {
     return m_impl->get_log();

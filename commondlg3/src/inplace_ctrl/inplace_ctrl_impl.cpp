@@ -298,6 +298,8 @@ void inplace_ctrl_impl_t::popup_menu(const wxPoint& point)
     const wxMenuItem* item =
         menu.Append(wxID_ANY, wx_helpers1::to_plain_label(translate_message("inplace_ctrl.copy")));
     menu.Bind(wxEVT_MENU, &inplace_ctrl_t::handle_copy, m_owner, item->GetId());
+    if (const wxWindow* window = m_log->GetWindow())
+        menu.add_link(window->ScreenToClient(m_owner->ClientToScreen(point)));
     if (m_offers & inplace_ctrl_t::offer_view)
         menu.add_view();
     if (m_offers & inplace_ctrl_t::offer_save)

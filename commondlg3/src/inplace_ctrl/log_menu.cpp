@@ -5,6 +5,7 @@
 #include "search_bar.h"
 
 #include <vdx/event_log.h>
+#include <wx_helpers1/clipboard.h>
 #include <wx_helpers1/text.h>
 
 #include <memory>
@@ -84,6 +85,14 @@ void log_menu_t::add_save(std::function<void()> save, bool enabled)
 {
     AppendSeparator();
     add(*this, translate_message("inplace_ctrl.menu.save_as"), std::move(save))->Enable(enabled);
+}
+
+void log_menu_t::add_link(const wxPoint& point)
+{
+    vdxcfrw7::log_link_t link;
+    if (m_log.GetLinkAt(point, link))
+        add(*this, translate_message("inplace_ctrl.menu.copy_link"),
+            [target = link.target] { wx_helpers1::copy_to_clipboard(target); });
 }
 
 void log_menu_t::add_clear(std::function<void()> clear, bool enabled)

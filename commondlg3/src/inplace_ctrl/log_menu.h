@@ -26,6 +26,8 @@ public:
     /// Copying, finding, and how the lines are shown.
     void add_view();
     void add_save(std::function<void()> save, bool enabled);
+    /// Where there is a link at that point of the log's window.
+    void add_link(const wxPoint& point);
     void add_clear(std::function<void()> clear, bool enabled);
 
 private:

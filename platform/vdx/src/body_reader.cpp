@@ -14,6 +14,21 @@ namespace {
 
 constexpr int largest_step = 4;
 
+// An address is written with entities.
+std::string to_target(std::string_view value)
+{
+    std::string target;
+    while (!value.empty()) {
+        const entity_t entity = value[0] == '&' ? entity_at(value) : entity_t();
+        if (entity.length)
+            target += entity.text;
+        else
+            target += value[0];
+        value.remove_prefix(entity.length ? entity.length : 1);
+    }
+    return target;
+}
+
 class reader_t
 {
 public:
@@ -278,9 +293,13 @@ private:
             m_style.struck = true;
         else if (name == "tt" || name == "code" || name == "kbd" || name == "samp" || name == "pre")
             m_style.fixed = true;
-        else if (name == "a")
+        else if (name == "a") {
             m_style.link = true;
-        else if (name == "sub" || name == "sup")
+            for_each_attribute(raw, [this](const attribute_t& attribute) {
+                if (attribute.name == "href")
+                    m_style.target = to_target(attribute.value);
+            });
+        } else if (name == "sub" || name == "sup")
             m_style.raised = name == "sup" ? 1 : -1;
         else if (name == "big" || name == "small")
             m_style.size += name == "big" ? 1 : -1;
@@ -325,7 +344,7 @@ bool body_style_t::operator==(const body_style_t& other) const
 {
     return bold == other.bold && italic == other.italic && underlined == other.underlined &&
            struck == other.struck && fixed == other.fixed && link == other.link && size == other.size &&
-           raised == other.raised && colour == other.colour;
+           raised == other.raised && target == other.target && colour == other.colour;
 }
 
 body_flow_t read_body(std::string_view html)

@@ -18,6 +18,7 @@ struct body_style_t
     bool link = false;
     int size = 0;       ///< in steps above the ordinary
     int raised = 0;     ///< 1 above the line, -1 below
+    std::string target; ///< of a link
     std::string colour; ///< a name or #rrggbb; empty: the ordinary
 
     bool operator==(const body_style_t& other) const;

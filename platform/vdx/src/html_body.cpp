@@ -139,11 +139,11 @@ std::vector<int> html_body_t::natural_columns(const body_table_t& table) const
     return columns;
 }
 
-int html_body_t::add_text(pango_layout_t layout, int x, int y)
+int html_body_t::add_text(pango_layout_t layout, int x, int y, const body_paragraph_t* paragraph)
 {
     int height = 0;
     pango_layout_get_pixel_size(layout.get(), nullptr, &height);
-    m_placed.push_back({std::move(layout), wxPoint(x, y), height});
+    m_placed.push_back({std::move(layout), wxPoint(x, y), height, paragraph});
     return height;
 }
 
@@ -214,7 +214,7 @@ int html_body_t::place(const body_flow_t& flow, int x, int y, int width)
                 pango_layout_get_pixel_size(layout.get(), &bullet_width, nullptr);
                 add_text(std::move(layout), left - bullet_width - m_look.line_height / 3, y);
             }
-            y += add_text(make_layout(paragraph, room), left, y);
+            y += add_text(make_layout(paragraph, room), left, y, &paragraph);
         }
     }
     return y;
@@ -229,6 +229,50 @@ int html_body_t::set_width(int width)
     m_frames.clear();
     m_height = place(m_flow, 0, 0, std::max(1, width));
     return m_height;
+}
+
+std::vector<html_body_t::link_t> html_body_t::get_links() const
+{
+    std::vector<link_t> links;
+    const bool mirrored = pango_context_get_base_dir(m_look.context.get()) == PANGO_DIRECTION_RTL;
+    for (const placed_t& placed : m_placed) {
+        if (!placed.paragraph)
+            continue;
+        int whole = pango_layout_get_width(placed.layout.get()) / PANGO_SCALE;
+        if (whole <= 0)
+            pango_layout_get_pixel_size(placed.layout.get(), &whole, nullptr);
+        const std::string* before = nullptr; // the target of the span before
+        for (const body_span_t& span : placed.paragraph->spans) {
+            const std::string* target = span.style.target.empty() ? nullptr : &span.style.target;
+            if (target && !(before && *before == *target))
+                links.push_back({*target, {}});
+            before = target;
+            if (!target)
+                continue;
+            PangoLayoutIter* at = pango_layout_get_iter(placed.layout.get());
+            do {
+                int top = 0, bottom = 0, count = 0;
+                int* ranges = nullptr;
+                pango_layout_iter_get_line_yrange(at, &top, &bottom);
+                PangoLayoutLine* line = pango_layout_iter_get_line_readonly(at);
+                const int from = std::max(static_cast<int>(span.begin), line->start_index);
+                const int to = std::min(static_cast<int>(span.end), line->start_index + line->length);
+                if (from >= to)
+                    continue;
+                pango_layout_line_get_x_ranges(line, from, to, &ranges, &count);
+                for (int i = 0; i < count; ++i) {
+                    const int left = PANGO_PIXELS_FLOOR(ranges[2 * i]);
+                    const int right = PANGO_PIXELS_CEIL(ranges[2 * i + 1]);
+                    links.back().rects.emplace_back(placed.at.x + (mirrored ? whole - right : left),
+                                                    placed.at.y + PANGO_PIXELS(top), right - left,
+                                                    PANGO_PIXELS(bottom - top));
+                }
+                g_free(ranges);
+            } while (pango_layout_iter_next_line(at));
+            pango_layout_iter_free(at);
+        }
+    }
+    return links;
 }
 
 void html_body_t::draw(paint_dc_t& dc, int x, int y, int bottom, const wxColour& selected) const

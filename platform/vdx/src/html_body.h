@@ -37,6 +37,12 @@ public:
     /// Lays it out for a width and returns its height, both in pixels.
     int set_width(int width);
     int get_height() const { return m_height; }
+    struct link_t
+    {
+        std::string target;
+        std::vector<wxRect> rects; ///< from the body's top and leading edge
+    };
+    std::vector<link_t> get_links() const;
     /// Draws what of it is seen: between 0 and `bottom`. All in one colour when `selected` is valid.
     void draw(paint_dc_t& dc, int x, int y, int bottom, const wxColour& selected) const;
 
@@ -46,6 +52,7 @@ private:
         pango_layout_t layout;
         wxPoint at;
         int height;
+        const body_paragraph_t* paragraph;
     };
 
     pango_layout_t make_layout(const body_paragraph_t& paragraph, int width) const;
@@ -54,7 +61,7 @@ private:
     int place(const body_flow_t& flow, int x, int y, int width);
     int place_table(const body_table_t& table, int x, int y, int width);
     /// Returns its height.
-    int add_text(pango_layout_t layout, int x, int y);
+    int add_text(pango_layout_t layout, int x, int y, const body_paragraph_t* paragraph = nullptr);
 
     const body_look_t& m_look;
     body_flow_t m_flow;

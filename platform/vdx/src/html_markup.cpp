@@ -1,6 +1,7 @@
 #include "html_markup.h"
 
 #include "html_tokens.h"
+#include "text_links.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -65,11 +66,24 @@ std::string safe_attribute(const attribute_t& attribute)
            (share ? "%\"" : "\"");
 }
 
+// An address of the web, or a path with a line: what a log tells its owner of. Nothing else is a target.
+std::string safe_target(const attribute_t& attribute)
+{
+    if (in_lower_case(attribute.name) != "href" ||
+        attribute.value.find_first_of("<>\"'") != std::string_view::npos)
+        return {};
+    const auto links = find_links(attribute.value);
+    const bool whole = links.size() == 1 && links[0].begin == 0 && links[0].end == attribute.value.size();
+    return whole ? " href=\"" + std::string(attribute.value) + "\"" : std::string();
+}
+
 std::string safe_tag(const tag_t& tag, std::string_view raw)
 {
     std::string safe = (tag.closing ? "</" : "<") + tag.name;
     if (!tag.closing)
-        for_each_attribute(raw, [&](const attribute_t& attribute) { safe += safe_attribute(attribute); });
+        for_each_attribute(raw, [&](const attribute_t& attribute) {
+            safe += tag.name == "a" ? safe_target(attribute) : safe_attribute(attribute);
+        });
     return safe + ">";
 }
 

@@ -159,6 +159,7 @@ void log_view_t::on_left_down(wxMouseEvent& event)
         toggle_repeats(counted);
         return;
     }
+    m_pressed = link_at(event.GetPosition());
     move_caret(place_at(event.GetPosition()), event.ShiftDown());
     m_selecting = true;
     if (!HasCapture())
@@ -182,19 +183,30 @@ void log_view_t::on_double_click(wxMouseEvent& event)
 
 void log_view_t::on_motion(wxMouseEvent& event)
 {
-    if (!m_log || !m_selecting || !event.LeftIsDown())
+    if (!m_log)
         return;
+    if (!m_selecting || !event.LeftIsDown()) {
+        const bool over_link = link_at(event.GetPosition()).is_set();
+        if (over_link != GetCursor().IsOk())
+            SetCursor(over_link ? wxCursor(wxCURSOR_HAND) : wxNullCursor);
+        return;
+    }
     const wxPoint at = event.GetPosition();
     if (at.y < 0 || at.y > m_layout.get_size().y)
         scroll_to(m_layout.top() + (at.y < 0 ? at.y : at.y - m_layout.get_size().y));
     move_caret(place_at(at), true);
 }
 
-void log_view_t::on_left_up(wxMouseEvent&)
+void log_view_t::on_left_up(wxMouseEvent& event)
 {
     m_selecting = false;
     if (HasCapture())
         ReleaseMouse();
+    if (!m_log || !m_pressed.is_set() || !m_selection.is_empty())
+        return;
+    const view_link_t link = link_at(event.GetPosition());
+    if (link.place == m_pressed.place && link.link.target == m_pressed.link.target)
+        activate(link);
 }
 
 // Extends the selection; false for a key that does not.
@@ -446,7 +458,10 @@ void log_view_t::on_key(wxKeyEvent& event)
         search(shift ? CEventLog::search_t::previous : CEventLog::search_t::next);
     else if (key == WXK_TAB && !control)
         tab(!shift);
-    else if (shift && select_by_key(key, control)) {
+    else if (control && !shift && (key == WXK_LEFT || key == WXK_RIGHT) &&
+             move_to_link((key == WXK_RIGHT) != is_mirrored())) {
+    } else if (!control && !shift && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER) && activate_link()) {
+    } else if (shift && select_by_key(key, control)) {
     } else if (!control && !shift && go_by_key(key)) {
     } else if (control && (key == WXK_HOME || key == WXK_END) && go_by_key(key)) {
     } else if (key == WXK_ESCAPE && !m_selection.is_empty())

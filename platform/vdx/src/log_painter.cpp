@@ -47,6 +47,7 @@ public:
         }
         draw_marks();
         draw_place();
+        draw_link();
     }
 
 private:
@@ -66,6 +67,18 @@ private:
         m_dc.DrawRoundedRectangle(
             m_layout.text_left() - m_layout.scaled(5), static_cast<int>(extent.top - m_layout.top()),
             m_layout.text_width() + m_layout.scaled(10), extent.height, m_layout.scaled(3));
+    }
+
+    // Where the keyboard is among the links of a text.
+    void draw_link()
+    {
+        const view_link_t link = m_view.shows_place() ? m_view.get_link() : view_link_t();
+        if (!link.is_set())
+            return;
+        m_dc.SetPen(wxPen(m_colours.link, m_layout.scaled(2)));
+        m_dc.SetBrush(*wxTRANSPARENT_BRUSH);
+        for (const wxRect& rect : m_view.rects_of(link))
+            m_dc.DrawRectangle(wxRect(rect).Inflate(m_layout.scaled(2), 0));
     }
 
     struct range_t
@@ -125,6 +138,14 @@ private:
             return;
         const std::vector<range_t> matches =
             matches_in(element, item, text, rows[first], behind < rows.size() ? rows[behind] : text.size());
+        style_runs_t with_links;
+        if (const auto links = find_links(text); !links.empty()) {
+            if (runs)
+                with_links = *runs;
+            for (const text_link_t& link : links)
+                mark_link(with_links, link.begin, link.end);
+            runs = &with_links;
+        }
         PangoDirection direction = PANGO_DIRECTION_LTR;
         for (std::size_t row = first; row < behind; ++row) {
             const std::int64_t row_y = y + static_cast<std::int64_t>(row) * height;

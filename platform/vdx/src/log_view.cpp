@@ -237,6 +237,7 @@ void log_view_t::element_removing(CMessageElement& element)
 {
     buttons_going(element);
     m_selection.element_removing(element);
+    forget_links(element);
     m_accessible.element_removing(element);
     m_found.element_removing(element);
     if (m_find_begin.element == &element)
@@ -311,6 +312,7 @@ void log_view_t::lines_changed(CMessageElement& element, std::size_t seen)
 {
     m_layout.lines_changed(element, seen);
     m_selection.lines_changed(element);
+    forget_links(element);
     m_accessible.element_removing(element); // its lines have other names
     m_filter.begin_again();
     m_found.begin_again();

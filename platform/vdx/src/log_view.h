@@ -6,6 +6,7 @@
 #include "log_filter.h"
 #include "log_layout.h"
 #include "log_selection.h"
+#include "text_links.h"
 #include "view_accessible.h"
 
 #include <wx/timer.h>
@@ -25,6 +26,16 @@ class wxButton;
 namespace vdxcfrw7 {
 
 class paint_dc_t;
+
+/// A link in a text; its place is the link's begin, in a body in HTML how many are before it.
+struct view_link_t
+{
+    text_place_t place;
+    std::size_t end = 0;
+    log_link_t link;
+
+    bool is_set() const { return place.is_set(); }
+};
 
 /// The window of an event log: draws it, scrolls it, takes keyboard and mouse.
 class log_view_t : public wxWindow, public gen_helpers2::subscriber_base_t
@@ -97,6 +108,14 @@ public:
     bool is_mirrored() const { return GetLayoutDirection() == wxLayout_RightToLeft; }
     /// The direction of the paragraph at that byte of a text.
     PangoDirection get_direction(std::string_view text, std::size_t at) const;
+    /// What is marked as a link in a text, but a body in HTML.
+    std::vector<text_link_t> text_links(const text_place_t& item);
+    std::size_t count_links(const text_place_t& item) { return links_of(item).size(); }
+    view_link_t link_at(const wxPoint& point);
+    /// Where a link stands in the window, row by row.
+    std::vector<wxRect> rects_of(const view_link_t& link);
+    /// The link that the keyboard is at.
+    view_link_t get_link();
     wxBitmap get_image(int index);
     /// The frame that an entry's animation shows now.
     std::size_t get_frame() const { return m_frame; }
@@ -158,6 +177,17 @@ private:
     void select(const text_place_t& from, const text_place_t& to);
     void show_place(const text_place_t& place);
     void copy();
+    std::vector<view_link_t> links_of(const text_place_t& item);
+    std::vector<wxRect> rects_in_rows(const view_link_t& link, int x, int y);
+    bool move_to_link(bool forward);
+    bool activate_link();
+    void forget_links(const CMessageElement& element)
+    {
+        for (text_place_t* place : {&m_link, &m_pressed.place})
+            if (place->element == &element)
+                *place = {};
+    }
+    void activate(const view_link_t& link);
 
     CEventLog* m_log;
     log_layout_t m_layout;
@@ -173,6 +203,8 @@ private:
     std::chrono::steady_clock::time_point m_scrolled{}; // when the reader did last
 
     log_selection_t m_selection;
+    text_place_t m_link;       // where the keyboard is among the links of a text
+    view_link_t m_pressed;     // the link that the mouse went down on
     bool m_selecting = false;  // the mouse is
     bool m_by_keyboard = true; // and not by mouse
 

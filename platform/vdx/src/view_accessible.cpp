@@ -100,6 +100,14 @@ struct view_accessible_t::impl_t final : text_owner_t
             before.erase(kept);
         AtkObject* object = made_before ? made_before : make_text_accessible(*this, part, log.get());
         set_accessible_text(object, role, text);
+        const auto& words = view.get_log()->GetWords().links;
+        if (part.item != accessible_part_t::gauge && words) {
+            const std::size_t links = view.count_links({part.element, part.item, 0});
+            const std::string note = links ? words(links) : std::string();
+            const char* told = atk_object_get_description(object);
+            if (note != (told ? told : ""))
+                atk_object_set_description(object, note.c_str());
+        }
         texts[part] = object;
         append(object);
     }
@@ -323,6 +331,11 @@ void view_accessible_t::found(const text_place_t& place)
     const bool is_line = place.item >= text_item_t::first_line;
     m_impl->announcer.say(is_line ? m_impl->describe(*place.element, place.item - text_item_t::first_line)
                                   : shortened(text_of(*place.element, place.item, storage)));
+}
+
+void view_accessible_t::say(const std::string& text)
+{
+    m_impl->announcer.say(text);
 }
 
 void view_accessible_t::line_added(const line_t& line)

@@ -32,6 +32,7 @@ public:
     void place_changed();
     /// What was searched for is there, while the keyboard is in the bar that searches.
     void found(const text_place_t& place);
+    void say(const std::string& text);
     void line_added(const line_t& line);
     void element_removing(const CMessageElement& element);
     void set_name(const std::string& name);

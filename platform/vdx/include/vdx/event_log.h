@@ -1,6 +1,7 @@
 #pragma once
 
 #include "vdx/image_list.h"
+#include "vdx/log_link.h"
 #include "vdx/message_element.h"
 
 #include <wx/gdicmn.h>
@@ -32,6 +33,8 @@ struct log_words_t
     std::function<std::string(std::size_t, std::uint32_t)> news;
     std::string go_to_end;                                ///< what that button does
     std::function<std::string(std::uint64_t)> said_times; ///< behind a line: how often it was said in a row
+    std::function<std::string(const std::string&)> link;  ///< the reader came to that one
+    std::function<std::string(std::size_t)> links;        ///< a line has so many of them
 };
 
 /// How a text is looked for.
@@ -131,6 +134,11 @@ public:
     int GetZoom() const;
     /// By keyboard or mouse, the user changed one of these.
     gen_helpers2::signal_t<>& options_changed() { return m_options_changed; }
+    /// The user clicked a link, or pressed Enter on one: an address of the web or a path with a line in a
+    /// text, or a link of an entry's body. Nothing else happens then.
+    gen_helpers2::signal_t<log_link_t>& link_activated() { return m_link_activated; }
+    /// The link at a point of the window; false when there is none.
+    bool GetLinkAt(const wxPoint& point, log_link_t& link);
     /// Whether a line that is said again and again is one line, with a count. Lines that are there become
     /// one, or are shown as often as they were said. Off at first. SetCollapse() on the GUI thread.
     void SetCollapse(bool collapse);
@@ -212,6 +220,7 @@ private:
     gen_helpers2::signal_t<> m_counts_changed;
     counts_t m_counts;
     gen_helpers2::signal_t<> m_options_changed;
+    gen_helpers2::signal_t<log_link_t> m_link_activated;
 };
 
 } // namespace vdxcfrw7
