@@ -20,7 +20,7 @@
 namespace vdxcfrw7 {
 class CEventLog;
 struct log_link_t;
-}
+} // namespace vdxcfrw7
 
 namespace commondlg3 {
 

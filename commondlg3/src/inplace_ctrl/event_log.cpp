@@ -4,6 +4,8 @@
 
 #include <msngr2/messenger.h>
 
+#include <string>
+
 #include <cstdint>
 
 namespace commondlg3 {

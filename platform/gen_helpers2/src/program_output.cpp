@@ -19,6 +19,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace gen_helpers2 {

@@ -6,6 +6,8 @@
 #include <wx_helpers1/guarded.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
