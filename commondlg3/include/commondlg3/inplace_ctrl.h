@@ -80,6 +80,35 @@ public:
     gen_helpers2::error_code_t erase(tag_t tag);
     gen_helpers2::error_code_t clear();
 
+    /// How much the log keeps; 0: as much as comes.
+    struct limits_t
+    {
+        std::size_t lines = 0; ///< entries count as one more each
+        std::size_t bytes = 0; ///< of memory
+    };
+    /// Has the oldest lines go when there are more: entries as a whole, or of one that is too long for that 1024
+    /// lines and more at a time, with a line in their place that says how many. A sixteenth more than needed goes,
+    /// so that this is not done for each line. The newest entry, work that has not ended, and the entry that
+    /// get_messenger() was asked for last stay, with about their last 1024 lines. What the reader sees stays where
+    /// it is. Lines that went are not saved, nor counted.
+    void set_limits(const limits_t& limits);
+
+    enum class when_full_t
+    {
+        grow, ///< they wait in memory
+        wait, ///< the worker waits
+        drop  ///< they are lost, and a line says how many
+    };
+    struct queue_limit_t
+    {
+        std::size_t bytes = std::size_t(64) << 20;
+        when_full_t when_full = when_full_t::grow;
+    };
+    /// What becomes of lines that are said faster than they can be shown, once so many bytes of an entry's wait
+    /// to be. The GUI thread never waits, and no worker waits for ever: not once its work was cancelled or its
+    /// entry has gone, nor when the GUI thread shows nothing for two seconds, as it may be waiting for the worker.
+    void set_queue_limit(const queue_limit_t& limit);
+
     msngr2::IMessenger* get_messenger(tag_t tag);
     /// Shows the entry's gauge and takes its buttons away.
     msngr2::IProgress* get_progress(tag_t tag);

@@ -67,6 +67,8 @@ public:
     /// Any thread: its worker has said something about its progress, or that it has ended.
     virtual void note_sign() = 0;
     virtual void note_end() = 0;
+    /// Any thread: has a worker that waits look again whether it must.
+    virtual void wake() = 0;
     /// Looks what is to be told of its progress.
     virtual void look_at_progress() = 0;
     /// Shows one line at the end of `parent`. @param status the status line's caption, made when there is

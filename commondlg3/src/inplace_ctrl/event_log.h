@@ -1,10 +1,13 @@
 #pragma once
 
 #include "commondlg3/image_loader.h"
+#include "commondlg3/inplace_ctrl.h"
 
 #include <vdx/event_log.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <utility>
 
@@ -31,6 +34,21 @@ public:
     {
         m_clock = std::move(clock);
     }
+    /// How many bytes of lines that are not shown yet a worker may have said, and what becomes of more. Any
+    /// thread.
+    inplace_ctrl_t::queue_limit_t get_queue_limit() const { return {m_queue_bytes, m_when_full}; }
+    void set_queue_limit(const inplace_ctrl_t::queue_limit_t& limit)
+    {
+        m_queue_bytes = limit.bytes;
+        m_when_full = limit.when_full;
+    }
+    /// Called when lines came.
+    void set_grown(std::function<void()> grown) { m_grown = std::move(grown); }
+    void grown() const
+    {
+        if (m_grown)
+            m_grown();
+    }
     /// The index of the picture of a line.
     int image_of(int severity) const;
 
@@ -39,6 +57,9 @@ private:
 
     bool m_show_debug;
     bool m_changed = false;
+    std::atomic<std::size_t> m_queue_bytes{inplace_ctrl_t::queue_limit_t().bytes};
+    std::atomic<inplace_ctrl_t::when_full_t> m_when_full{inplace_ctrl_t::when_full_t::grow};
+    std::function<void()> m_grown;
     bool m_keeps_times = false;
     std::function<std::chrono::steady_clock::time_point()> m_clock; // empty: the system's
     int m_error_image;

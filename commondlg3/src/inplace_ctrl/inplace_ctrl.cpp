@@ -46,6 +46,16 @@ gen_helpers2::error_code_t inplace_ctrl_t::clear()
     return m_impl->clear();
 }
 
+void inplace_ctrl_t::set_limits(const limits_t& limits)
+{
+    m_impl->set_limits(limits);
+}
+
+void inplace_ctrl_t::set_queue_limit(const queue_limit_t& limit)
+{
+    m_impl->set_queue_limit(limit);
+}
+
 msngr2::IMessenger* inplace_ctrl_t::get_messenger(tag_t tag)
 {
     return m_impl->get_messenger(tag);

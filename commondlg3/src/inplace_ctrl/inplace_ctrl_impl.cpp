@@ -99,6 +99,7 @@ inplace_ctrl_t::tag_t inplace_ctrl_impl_t::add(const gen_helpers2::intrusive_poi
     m_entries[tag] = entry;
     m_offering.insert(tag);
     entry->connect(callback);
+    m_log->grown();
     return tag;
 }
 

@@ -48,6 +48,8 @@ public:
     void offer(int offers) { m_offers = offers; }
     void set_view(const inplace_ctrl_t::view_t& view);
     inplace_ctrl_t::view_t get_view() const;
+    void set_limits(const inplace_ctrl_t::limits_t& limits);
+    void set_queue_limit(const inplace_ctrl_t::queue_limit_t& limit);
     void save_as(const gen_helpers2::path_t& file, text_format_t format, const text_options_t& options,
                  std::function<void(const gen_helpers2::error_code_t&)> done);
     void ask_save_as();
@@ -60,6 +62,7 @@ private:
     void hide_buttons();
     void take_piece(loaded_piece_t piece);
     void drop_targets();
+    void keep_limits();
     void entry_going(const event_entry_t& entry);
     void on_context_menu(vdxcfrw7::CVisualElement* element, int x, int y);
     void on_search(vdxcfrw7::CEventLog::search_t what);
@@ -78,7 +81,8 @@ private:
     std::vector<std::unique_ptr<file_loader_t>> m_loaders; // the first one is at work
     std::vector<gen_helpers2::path_t> m_not_kept;          // files that broke off and could not be kept aside
     std::vector<std::shared_ptr<log_copier_t>> m_copiers;  // at work
-    std::string m_saved_as;                                // by the user last
+    inplace_ctrl_t::limits_t m_limits;
+    std::string m_saved_as; // by the user last
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
     message_entry_t::ptr_t m_loaded; // the entry whose lines it reads
 };

@@ -17,17 +17,6 @@ namespace commondlg3 {
 namespace {
 
 constexpr char message_entry_unit[] = "inplace_ctrl";
-// The text of batches from this size on is taken over, that of smaller ones copied: an arena has room to
-// spare.
-constexpr std::size_t worth_adopting = std::size_t(128) * 1024;
-constexpr std::size_t lines_between_looks_at_the_clock = 32;
-
-std::int64_t milliseconds_now()
-{
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
-}
-
 } // namespace
 
 message_entry_t::message_entry_t(event_log_t& log, tag_t tag, const message_t::ptr_t& msg)
@@ -108,6 +97,7 @@ void message_entry_t::cancel_button_pressed(vdxcfrw7::CButton* button)
 {
     button->Enable(false);
     m_progress.cancel();
+    wake();
     look_at_progress();
 }
 
@@ -134,6 +124,7 @@ std::vector<std::unique_ptr<line_batch_t>> message_entry_t::close()
         if (m_pending)
             unshown.push_back(std::move(m_pending));
     }
+    wake();
     // Posted emissions find nobody from here on, wherever this entry's last reference goes.
     m_look_again.reset();
     m_watched = false;
@@ -205,74 +196,6 @@ gen_helpers2::error_code_t message_entry_t::update_message(const message_t::ptr_
     if (callback)
         connect(*callback);
     return {};
-}
-
-void message_entry_t::say(msngr2::ESeverity severity, const char* text)
-{
-    if (text)
-        say_text(severity, text, milliseconds_now());
-}
-
-void message_entry_t::say_text(msngr2::ESeverity severity, std::string_view text, std::int64_t time)
-{
-    note_sign();
-    boost::lock_guard<boost::mutex> lock(m_mutex);
-    if (m_closed)
-        return;
-    if (!m_pending)
-        m_pending = std::make_unique<line_batch_t>();
-    m_pending->add(severity, text, time, m_log->GetCollapse());
-    if (m_task.must_be_posted())
-        wx_helpers1::tasks::PostSignal(m_say_signal);
-}
-
-void message_entry_t::say_signal_handler()
-{
-    std::unique_ptr<line_batch_t> taken;
-    {
-        boost::lock_guard<boost::mutex> lock(m_mutex);
-        taken = std::move(m_pending);
-        m_task.begins();
-    }
-    if (taken)
-        show_batch(std::move(taken));
-    if (m_watch.get_kind() == progress_watch_t::kind_t::silent)
-        look_at_progress();
-}
-
-void message_entry_t::show_batch(std::unique_ptr<line_batch_t> batch)
-{
-    if (!m_element)
-        return;
-    m_showing.push_back(std::move(batch));
-    m_log->AddWork(this, [this] { return show_some(); });
-}
-
-bool message_entry_t::show_some()
-{
-    while (!m_showing.empty()) {
-        line_batch_t& batch = *m_showing.front();
-        const bool adopt = batch.bytes >= worth_adopting && batch.passing_bytes * 4 < batch.bytes;
-        if (adopt && batch.shown == 0)
-            m_element->Adopt(std::move(batch.texts));
-        m_copy_texts = !adopt;
-        while (batch.shown < batch.lines.size()) {
-            const line_batch_t::line_t& line = batch.lines[batch.shown++];
-            m_time = batch.time_of(line);
-            m_said = line.count;
-            say_impl(m_element, &m_status, line.severity, line.text());
-            if (batch.shown % lines_between_looks_at_the_clock == 0 && m_log->enough())
-                break;
-        }
-        m_copy_texts = true;
-        m_said = 1;
-        if (batch.shown < batch.lines.size())
-            return true;
-        m_showing.pop_front();
-        if (m_log->enough())
-            return !m_showing.empty();
-    }
-    return false;
 }
 
 } // namespace commondlg3

@@ -8,6 +8,7 @@
 #include <wx/timer.h>
 
 #include <atomic>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -46,6 +47,7 @@ public:
     void hide_buttons() override;
     void note_sign() override { m_signs.fetch_add(1, std::memory_order_relaxed); }
     void note_end() override;
+    void wake() override { m_room.notify_all(); }
     void look_at_progress() override;
 
     void connect(const callback_t& callback);
@@ -54,6 +56,11 @@ public:
     /// Without lines and picture.
     void copy_head(entry_contents_t& copy) const;
     const vdxcfrw7::line_store_t& get_lines() const;
+    /// Whether a worker may still report to it.
+    bool is_at_work() const { return m_is_progress && !m_progress.is_finished(); }
+    bool has_old_lines() const { return m_element && m_element->GetOldBlocks() > 0; }
+    /// About so many; whether any were there.
+    bool drop_old_lines(std::size_t count);
     /// Whether this entry came from a file that is still read.
     void set_loading(bool loading) { m_loading = loading; }
     bool is_loading() const { return m_loading; }
@@ -68,8 +75,14 @@ private:
     void on_button_pressed(int id);
     void cancel_button_pressed(vdxcfrw7::CButton* button);
 
+    // In message_lines.cpp.
     void say_signal_handler();
     bool show_some();
+    void show(std::unique_ptr<line_batch_t> batch);
+    bool is_full() const;
+    bool make_room(boost::unique_lock<boost::mutex>& lock, msngr2::ESeverity severity);
+    void tell_lost();
+    void shown(std::size_t bytes);
 
     // In message_progress.cpp.
     void start(const std::string& text);
@@ -91,7 +104,12 @@ private:
     std::atomic<std::uint64_t> m_signs{0};              // how often the worker has said something
     bool m_loading = false;
 
-    boost::mutex m_mutex; // guards the three below
+    mutable boost::mutex m_mutex;       // guards those below, up to m_closed
+    std::condition_variable_any m_room; // lines were shown, or nobody needs to wait any more
+    std::size_t m_unshown = 0;          // bytes of lines that were taken to be shown
+    std::uint64_t m_shown_pieces = 0;
+    std::uint64_t m_lost = 0;  // lines that there was no room for, and nobody was told
+    bool m_no_waiting = false; // the GUI thread does nothing
     std::unique_ptr<line_batch_t> m_pending;
     wx_helpers1::tasks::posted_task_t m_task;
     bool m_closed = false;

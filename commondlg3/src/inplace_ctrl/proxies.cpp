@@ -21,6 +21,12 @@ void messenger_proxy_t::drop(const event_entry_t* target)
         m_target.swap(before);
 }
 
+bool messenger_proxy_t::points_at(const event_entry_t* target)
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    return m_target.get() == target;
+}
+
 void messenger_proxy_t::say(msngr2::ESeverity severity, const char* text)
 {
     event_entry_t::ptr_t target;
@@ -104,8 +110,10 @@ void progress_proxy_t::finish()
 void progress_proxy_t::cancel()
 {
     const target_t target = get_target();
-    if (target.progress)
+    if (target.progress) {
         target.progress->cancel();
+        target.entry->wake();
+    }
 }
 
 double progress_proxy_t::getTotalSteps()

@@ -16,6 +16,7 @@ public:
 
     void set_target(const event_entry_t::ptr_t& target);
     void drop(const event_entry_t* target);
+    bool points_at(const event_entry_t* target);
 
     void say(msngr2::ESeverity severity, const char* text) override;
 

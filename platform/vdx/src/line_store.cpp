@@ -16,13 +16,13 @@ constexpr std::uint32_t unknown = 0xffffffff;
 
 } // namespace
 
-const char* text_arena_t::add(std::string_view text)
+const char* text_arena_t::add(std::string_view text, user_t user)
 {
     const std::size_t needed = text.size() + 1;
     if (needed > m_left) {
         // Small entries stay small; a long log gets few, large pieces.
         const std::size_t size = std::max(needed, std::clamp(m_size, smallest_chunk, largest_chunk));
-        m_chunks.push_back({std::shared_ptr<char[]>(new char[size]), size});
+        m_chunks.push_back({std::shared_ptr<char[]>(new char[size]), size, user, false});
         m_size += size;
         if (needed == size && size > largest_chunk) {
             // A giant of its own: what was left before it is still free.
@@ -33,7 +33,9 @@ const char* text_arena_t::add(std::string_view text)
         }
         m_free = m_chunks.back().bytes.get();
         m_left = size;
+        m_current = m_chunks.size() - 1;
     }
+    m_chunks[m_current].user = std::max(m_chunks[m_current].user, user);
     char* kept = m_free;
     if (!text.empty())
         std::memcpy(kept, text.data(), text.size());
@@ -45,14 +47,67 @@ const char* text_arena_t::add(std::string_view text)
 
 void text_arena_t::adopt(text_arena_t&& other)
 {
-    m_chunks.insert(m_chunks.end(), std::make_move_iterator(other.m_chunks.begin()),
-                    std::make_move_iterator(other.m_chunks.end()));
-    m_size += other.m_size;
+    for (chunk_t& chunk : other.m_chunks)
+        chunk.open = true;
     if (other.m_left > m_left) {
         m_free = other.m_free;
         m_left = other.m_left;
+        m_current = m_chunks.size() + other.m_current;
     }
+    m_chunks.insert(m_chunks.end(), std::make_move_iterator(other.m_chunks.begin()),
+                    std::make_move_iterator(other.m_chunks.end()));
+    m_size += other.m_size;
     other = text_arena_t();
+}
+
+void text_arena_t::use(const char* text, user_t user)
+{
+    if (m_used >= m_chunks.size() || !m_chunks[m_used].has(text)) {
+        const auto found = std::find_if(m_chunks.begin(), m_chunks.end(),
+                                        [text](const chunk_t& chunk) { return chunk.has(text); });
+        if (found == m_chunks.end())
+            return;
+        m_used = static_cast<std::size_t>(found - m_chunks.begin());
+        // Those before it are full, as it was begun. A giant is one of its own, whatever room was left.
+        if (found->size <= largest_chunk)
+            for (auto chunk = m_chunks.begin(); chunk != found; ++chunk)
+                chunk->open = false;
+    }
+    m_chunks[m_used].user = std::max(m_chunks[m_used].user, user);
+}
+
+void text_arena_t::close()
+{
+    for (chunk_t& chunk : m_chunks)
+        chunk.open = false;
+}
+
+void text_arena_t::renumber(user_t end)
+{
+    for (chunk_t& chunk : m_chunks)
+        chunk.user = std::min(chunk.user, end);
+}
+
+void text_arena_t::release_before(user_t user)
+{
+    const char* const current = m_left ? m_chunks[m_current].bytes.get() : nullptr;
+    bool current_goes = false;
+    const auto goes = [&](const chunk_t& chunk) {
+        if (chunk.open || chunk.user >= user)
+            return false;
+        m_size -= chunk.size;
+        current_goes = current_goes || chunk.bytes.get() == current;
+        return true;
+    };
+    m_chunks.erase(std::remove_if(m_chunks.begin(), m_chunks.end(), goes), m_chunks.end());
+    if (!current || current_goes) {
+        m_free = nullptr;
+        m_left = 0;
+        return;
+    }
+    m_current = 0;
+    while (m_chunks[m_current].bytes.get() != current)
+        ++m_current;
 }
 
 void text_arena_t::share(const text_arena_t& other)
@@ -160,6 +215,8 @@ bool line_store_t::collapse(std::size_t& line)
         return false;
     collapsed.m_arena = std::move(m_arena);
     collapsed.m_numbering = m_numbering + 1;
+    collapsed.m_dropped = m_dropped;
+    collapsed.m_arena.renumber(m_dropped + collapsed.m_size); // each has moved to the front, if at all
     *this = std::move(collapsed);
     return true;
 }
@@ -186,6 +243,40 @@ bool line_store_t::copy_some(const line_store_t& from, std::size_t end)
             m_repeats.push_back(repeat);
     m_arena.share(from.m_arena);
     return false;
+}
+
+void line_store_t::drop_blocks(std::size_t count)
+{
+    count = m_blocks.empty() ? 0 : std::min(count, m_blocks.size() - 1);
+    const std::size_t lines = count * block_size;
+    for (std::size_t block = 0; block < count; ++block) {
+        m_height -= m_blocks[block].height;
+        for (const line_t& line : m_blocks[block].lines)
+            m_hidden -= line.has(line_t::hidden) ? 1 : 0;
+    }
+    m_blocks.erase(m_blocks.begin(), m_blocks.begin() + static_cast<std::ptrdiff_t>(count));
+    m_size -= lines;
+    m_dropped += lines;
+    ++m_numbering;
+    m_repeats.erase(std::remove_if(m_repeats.begin(), m_repeats.end(),
+                                   [lines](const repeat_t& repeat) { return repeat.line < lines; }),
+                    m_repeats.end());
+    for (repeat_t& repeat : m_repeats)
+        repeat.line -= lines;
+    m_arena.release_before(m_dropped);
+}
+
+void line_store_t::replace(std::size_t index, const line_t& line)
+{
+    if (at(index).has(line_t::hidden))
+        set_hidden(index, false);
+    m_repeats.erase(std::remove_if(m_repeats.begin(), m_repeats.end(),
+                                   [index](const repeat_t& repeat) { return repeat.line == index; }),
+                    m_repeats.end());
+    const std::uint32_t height = at(index).height;
+    at(index) = line;
+    at(index).height = height; // until it is measured
+    block_of(index).times[index % block_size] = unknown;
 }
 
 void line_store_t::set_height(std::size_t index, std::uint32_t height)

@@ -26,6 +26,7 @@ public:
     /// Hides and shows the lines of the log until its slice is over; whether more are left.
     bool apply_some(CEventLog& log, log_layout_t& layout);
     void begin_again();
+    void lines_dropped(const CMessageElement& element, std::size_t lines);
 
 private:
     int m_severities = 0;

@@ -72,6 +72,8 @@ public:
     {
         return m_anchor.element == &element ? m_anchor.line : 0;
     }
+    /// So many lines have gone from its front.
+    void lines_dropped(CMessageElement& element, std::size_t lines);
     /// Lines were hidden or shown.
     void lines_filtered(CMessageElement& element) { update_height(element); }
 

@@ -382,14 +382,6 @@ private:
 
 } // namespace
 
-bool is_moving(const log_layout_t::item_t& item)
-{
-    if (item.part == log_layout_t::part_t::head)
-        return item.element->GetHead().picture.is_animation();
-    const CGauge& gauge = item.element->GetGauge();
-    return item.part == log_layout_t::part_t::tail && gauge.IsShown() && gauge.IsBusy();
-}
-
 void draw_log(paint_dc_t& dc, log_view_t& view)
 {
     painter_t(dc, view).draw();

@@ -169,6 +169,17 @@ void log_selection_t::texts_changed(const CMessageElement& element)
         }
 }
 
+void log_selection_t::lines_dropped(const CMessageElement& element, std::size_t lines)
+{
+    for (text_place_t* place : {&m_begin, &m_caret}) {
+        if (place->element != &element || place->item < text_item_t::first_line)
+            continue;
+        const bool gone = place->item < text_item_t::first_line + lines;
+        place->item = gone ? text_item_t::first_line : place->item - lines;
+        place->byte = gone ? 0 : place->byte;
+    }
+}
+
 void log_selection_t::element_removing(const CMessageElement& element)
 {
     if (m_begin.element == &element || m_caret.element == &element)

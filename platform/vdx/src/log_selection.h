@@ -72,6 +72,7 @@ public:
     void element_removing(const CMessageElement& element);
     /// Lines have other indexes.
     void lines_changed(const CMessageElement& element) { element_removing(element); }
+    void lines_dropped(const CMessageElement& element, std::size_t lines);
 
     /// A body in HTML, which has no places within.
     bool is_whole(const CMessageElement& element, std::size_t item) const;

@@ -196,34 +196,6 @@ int log_view_t::turn()
     return 0;
 }
 
-void log_view_t::next_frame()
-{
-    ++m_frame;
-    for (const auto& item : m_layout.visible_items()) {
-        if (!is_moving(item))
-            continue;
-        const bool is_head = item.part == log_layout_t::part_t::head;
-        RefreshRect(wxRect(m_layout.margin(), static_cast<int>(item.y),
-                           is_head ? m_layout.text_left() : m_layout.get_size().x,
-                           is_head ? m_layout.scaled(40) : m_layout.gauge_height(*item.element)));
-    }
-}
-
-bool log_view_t::is_animated() const
-{
-    const ui_settings_t* settings = ui_settings_t::get();
-    return !settings || settings->animations_enabled();
-}
-
-void log_view_t::run_animation(bool needed)
-{
-    needed = needed && is_animated();
-    if (needed && !m_animation.IsRunning())
-        m_animation.Start(80);
-    else if (!needed && m_animation.IsRunning())
-        m_animation.Stop();
-}
-
 void log_view_t::element_added(CMessageElement& element)
 {
     if (!m_filter.passes(element))

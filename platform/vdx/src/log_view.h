@@ -62,6 +62,8 @@ public:
     void line_changed(CMessageElement& element, std::size_t line);
     void line_repeated(CMessageElement& element, std::size_t line, std::uint64_t count);
     void lines_changed(CMessageElement& element, std::size_t seen);
+    /// So many lines have gone from its front, and so many of those that are there now are others.
+    void lines_dropped(CMessageElement& element, std::size_t lines, std::size_t others);
     void look_changed();
     void words_changed();
 

@@ -65,6 +65,8 @@ CCaption CMessageElement::AddCaption(int severity, std::string_view text, int im
         line.flags |= line_t::adjusted;
         if (copy)
             text = std::string_view(m_lines.keep(text), text.size());
+        else
+            m_lines.use_adopted(text.data());
     }
     line.text = text.data();
     line.length = static_cast<std::uint32_t>(text.size());
@@ -120,11 +122,49 @@ void CMessageElement::ShowRepeats(bool show)
     if (!show && m_lines.collapse(seen)) {
         changed = true;
         if (m_status_line != no_line)
-            for (m_status_line = 0; !m_lines.at(m_status_line).has(line_t::status);)
+            for (m_status_line = 0; m_lines.at(m_status_line).text != m_status_text.data();)
                 ++m_status_line;
     }
     if (changed && m_log.m_view)
         m_log.m_view->lines_changed(*this, seen);
+}
+
+void CMessageElement::DropBlocks(std::size_t count, int image)
+{
+    count = std::min(count, GetOldBlocks());
+    if (count == 0)
+        return;
+    const std::size_t lines = count * line_store_t::block_size;
+    const bool with_status = m_status_line != no_line;
+    const bool status_goes = with_status && m_status_line <= lines; // or is where the mark will be
+    const std::size_t others = status_goes ? 2 : 1; // lines whose places the mark and the status line take
+    for (std::size_t index = 0; index < lines + others; ++index)
+        if (!m_lines.at(index).has(line_t::status)) {
+            const std::uint64_t said = m_lines.get_count(index);
+            Count(m_lines.at(index).severity, 0 - said);
+            m_dropped += said;
+        }
+    m_lines.drop_blocks(count);
+    if (with_status)
+        m_status_line = status_goes ? 1 : m_status_line - lines;
+    line_t mark{};
+    mark.severity = 1;
+    mark.image = static_cast<std::uint8_t>(std::clamp(image, 0, 255));
+    mark.width = line_t::no_width;
+    mark.flags = line_t::auto_size | line_t::status;
+    if (status_goes) {
+        line_t status = mark;
+        status.text = m_status_text.data();
+        status.length = static_cast<std::uint32_t>(m_status_text.size());
+        m_lines.replace(1, status);
+    }
+    const auto& words = m_log.GetWords().dropped;
+    m_dropped_text = words ? words(m_dropped) : std::string();
+    mark.text = m_dropped_text.data();
+    mark.length = static_cast<std::uint32_t>(m_dropped_text.size());
+    m_lines.replace(0, mark);
+    if (log_view_t* view = m_log.m_view)
+        view->lines_dropped(*this, lines, others);
 }
 
 void CMessageElement::SetLineText(std::size_t index, std::string_view text)

@@ -20,12 +20,25 @@ public:
     text_arena_t(text_arena_t&&) = default;
     text_arena_t& operator=(text_arena_t&&) = default;
 
-    const char* add(std::string_view text);
+    /// A number that users of the texts count by, one for each line: release_before() goes by it.
+    using user_t = std::uint64_t;
+
+    /// @param user the last one who needs the text
+    const char* add(std::string_view text, user_t user = 0);
     /// Takes over all texts of another arena, which is empty afterwards.
     void adopt(text_arena_t&& other);
     /// Has the texts of another arena stay also when that one goes. What it gets later is not among them.
     /// They may be read in another thread while texts are added there.
     void share(const text_arena_t& other);
+    /// A text of what was taken over has this user. To be called in the order in which the texts were added there;
+    /// a piece that may get more stays until close().
+    void use(const char* text, user_t user);
+    /// All texts of what was taken over have got their users.
+    void close();
+    /// All users have got lower numbers, below `end`.
+    void renumber(user_t end);
+    /// Frees the pieces whose last user stands before this one.
+    void release_before(user_t user);
     /// In bytes, with what is not used yet.
     std::size_t get_size() const { return m_size; }
 
@@ -34,8 +47,14 @@ private:
     {
         std::shared_ptr<char[]> bytes;
         std::size_t size;
+        user_t user; ///< the last one
+        bool open;   ///< its texts are still to get users
+        bool has(const char* text) const { return text >= bytes.get() && text < bytes.get() + size; }
     };
+
     std::vector<chunk_t> m_chunks;
+    std::size_t m_current = 0; // the one in which room is left
+    std::size_t m_used = 0;    // and the one that use() has found last
     char* m_free = nullptr;
     std::size_t m_left = 0;
     std::size_t m_size = 0;
@@ -150,8 +169,23 @@ public:
     /// @return whether there is more to copy
     bool copy_some(const line_store_t& from, std::size_t end);
 
-    const char* keep(std::string_view text) { return m_arena.add(text); }
+    /// Takes the first blocks away, and the texts that only they had; the others get lower indexes. The last
+    /// block stays.
+    void drop_blocks(std::size_t count);
+    /// Puts another line in the place of one.
+    void replace(std::size_t index, const line_t& line);
+    /// What it takes, in bytes.
+    std::size_t get_bytes() const
+    {
+        return m_arena.get_size() + m_size * (sizeof(line_t) + sizeof(std::uint32_t));
+    }
+
+    const char* keep(std::string_view text) { return m_arena.add(text, m_dropped + m_size); }
     void adopt(text_arena_t&& arena) { m_arena.adopt(std::move(arena)); }
+    /// The text of the next line was adopted.
+    void use_adopted(const char* text) { m_arena.use(text, m_dropped + m_size); }
+    /// All lines whose texts were adopted have been added.
+    void adopted_all() { m_arena.close(); }
 
     /// Of all lines that are not hidden.
     std::int64_t get_height() const { return m_height; }
@@ -179,6 +213,7 @@ private:
     std::size_t m_size = 0;
     std::size_t m_hidden = 0;
     std::int64_t m_height = 0;
+    std::uint64_t m_dropped = 0;  // how many lines were before the first
     unsigned int m_numbering = 0; // another one when lines have got other indexes
 };
 

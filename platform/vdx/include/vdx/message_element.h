@@ -40,7 +40,18 @@ public:
     /// The last line was said so many times more.
     void CountUp(std::uint64_t count);
     void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
+    /// All lines whose texts were adopted have been added.
+    void AdoptedAll() { m_lines.adopted_all(); }
     const line_store_t& GetLines() const { return m_lines; }
+    /// How many blocks of lines could be dropped.
+    std::size_t GetOldBlocks() const
+    {
+        return m_lines.size() / line_store_t::block_size -
+               (m_lines.size() < line_store_t::block_size ? 0 : 1);
+    }
+    /// Drops so many blocks of its oldest lines. A line in their place says how many have gone in all; what the
+    /// reader sees stays where it is.
+    void DropBlocks(std::size_t count, int image);
 
     CGauge& GetGauge() { return *m_gauge; }
     const CGauge& GetGauge() const { return *m_gauge; }
@@ -100,7 +111,9 @@ private:
     std::function<std::string()> m_more_text;
     static constexpr std::size_t no_line = static_cast<std::size_t>(-1);
     std::size_t m_status_line = no_line;
-    std::string m_status_text; // the line store points to it
+    std::string m_status_text;   // the line store points to it
+    std::string m_dropped_text;  // and to this
+    std::uint64_t m_dropped = 0; // lines that have gone
     struct counts_t
     {
         std::uint64_t errors = 0;
