@@ -13,6 +13,7 @@
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/dirdlg.h>
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
@@ -21,6 +22,7 @@
 #include <wx/wrapsizer.h>
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -216,6 +218,12 @@ flood_page_t::flood_page_t(wxWindow* parent)
     m_lines = add(text("log.flood.lines"), 1000, 1000000);
     auto* start_button = new wxButton(this, wxID_ANY, to_label(text("log.walk.start")));
     row->Add(start_button, 0, wxALIGN_CENTRE_VERTICAL | wxBOTTOM, 8);
+    auto* keep = new wxCheckBox(this, wxID_ANY, to_label(text("log.flood.keep")));
+    row->Add(keep, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT | wxBOTTOM, 8);
+    keep->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+        constexpr std::size_t few = 10000;
+        get_log().set_limits({event.IsChecked() ? few : 0, 0});
+    });
     start_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { start(); });
     finish_layout();
 }
