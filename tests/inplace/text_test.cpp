@@ -116,11 +116,12 @@ TEST(InplaceText, the_page_is_safe_and_readable)
 {
     test::log_window_t window;
     fill(window);
-    window->get_messenger(1)->say(sev_none, "</p><script>alert(1)</script>");
+    window->get_messenger(1)->say(sev_none, "</p><script>alert(1)</script>\x1b[31mred");
     test::settle();
     const std::string page = save(window, text_format_t::html).text;
     EXPECT_TRUE(gen_helpers2::is_valid_utf8(page));
     EXPECT_EQ(page.find("<script"), std::string::npos);
+    EXPECT_NE(page.find("&lt;/script&gt;red</p>"), std::string::npos);
     EXPECT_EQ(page.find('\x01'), std::string::npos);
     for (const char* part :
          {"<p class=\"message\">bold &amp; 1 &lt; 2</p>", "<p>plain</p>",

@@ -10,7 +10,7 @@ enum class text_format_t
     /// For each entry its caption and message, and its lines as they were said; an empty line between entries.
     plain,
     /// A page for browsers that needs nothing else, light or dark as its reader has it. Bytes that are no UTF-8
-    /// show as U+FFFD.
+    /// show as U+FFFD, and what is for terminals is left out.
     html,
     /// One JSON object a line. First of each entry
     ///

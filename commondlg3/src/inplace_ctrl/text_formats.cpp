@@ -6,6 +6,7 @@
 #include <cfgmgr2/message_catalog.h>
 #include <gen_helpers2/strings.h>
 #include <msngr2/messenger.h>
+#include <vdx/message_element.h>
 
 #include <array>
 #include <cstdint>
@@ -182,7 +183,10 @@ public:
                 append(out, rank == rank_t::warning ? m_warning : m_error);
                 out += ":</b> ";
             }
-            append(out, line.text);
+            if (line.text.find('\x1b') == std::string_view::npos)
+                append(out, line.text);
+            else
+                append(out, vdxcfrw7::LineToText(line.text));
             out += "</p>\n";
         }
     }

@@ -63,7 +63,7 @@ void log_layout_t::lines_dropped(CMessageElement& element, std::size_t lines)
             m_anchor.byte = 0;
         m_anchor.line -= std::min(m_anchor.line, lines);
     }
-    m_rows.clear(); // another text may come to lie where one of those lay
+    forget_rows(); // another text may come to lie where one of those lay
     update_height(element);
 }
 

@@ -18,6 +18,15 @@ std::string BodyToText(const std::string& html)
     return is_light_markup(html) ? markup_to_text(html) : html;
 }
 
+std::string LineToText(std::string_view said)
+{
+    if (!has_sequences(said))
+        return std::string(said);
+    styled_text_t shown;
+    read_styled_text(said, shown);
+    return shown.text;
+}
+
 CMessageElement::CMessageElement(CEventLog& log)
     : m_log(log), m_gauge(std::make_unique<CGauge>([this] { TailChanged(); })), m_began(time_now())
 {

@@ -19,6 +19,9 @@ class CEventLog;
 /// What a reader sees of a body in HTML. Any thread.
 VDX_EXPORT std::string BodyToText(const std::string& html);
 
+/// What a reader sees of a line: without the sequences that are for terminals. Any thread.
+VDX_EXPORT std::string LineToText(std::string_view said);
+
 /// One entry of an event log in its message-box flavour: a header with a picture, a body, lines, a gauge and
 /// a row of buttons, from top to bottom. Made by CEventLog::AddElement(). GUI thread.
 class VDX_EXPORT CMessageElement : public CVisualElement
