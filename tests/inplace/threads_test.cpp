@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <random>
@@ -202,7 +203,7 @@ TEST(InplaceThreads, workers_and_hands_at_random)
         return static_cast<int>(random() % static_cast<unsigned>(count));
     };
     const test::temp_dir_t folder;
-    const gen_helpers2::path_t file(folder.path() + "/log.xml");
+    const gen_helpers2::path_t file(folder.path() + "/log.xml"), path_of_text(folder.path() + "/log.txt");
     auto window = std::make_unique<test::log_window_t>(true);
     // As a host does: asked for once, and then used for whatever entry they point at.
     std::atomic<IMessenger*> messenger{
@@ -246,6 +247,15 @@ TEST(InplaceThreads, workers_and_hands_at_random)
             [&] { window->log().SelectAll(); },
             [&] { log.take_contents().save_later(file); },
             [&] { log.load_file(file); },
+            [&] { log.save_as(path_of_text, static_cast<text_format_t>(any(3))); },
+            [&] {
+                log.set_limits(
+                    {static_cast<std::size_t>(any(3)) * 3000, static_cast<std::size_t>(any(2)) * 2000000});
+            },
+            [&] {
+                log.set_queue_limit({20000, static_cast<inplace_ctrl_t::when_full_t>(any(3))});
+            },
+            [&] { window->log().SetCollapse(any(2) != 0); },
             [&] { any(2) ? progress.load()->cancel() : (void)log.clear(); },
             [&] {
                 if (any(3) == 0)
@@ -253,7 +263,7 @@ TEST(InplaceThreads, workers_and_hands_at_random)
                 messenger = (*window)->get_messenger((*window)->add_message(test::make_message("next"), {}));
             },
         };
-        acts[any(14)]();
+        acts[static_cast<std::size_t>(any(static_cast<int>(std::size(acts))))]();
         const int before = said;
         EXPECT_TRUE(test::wait_for([&] { return said > before + 20; }, 60000))
             << "workers are not kept waiting";
