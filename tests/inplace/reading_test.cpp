@@ -298,3 +298,26 @@ TEST_F(InplaceReading, lines_need_not_wrap_and_zoom_with_the_wheel)
     test::settle();
     EXPECT_EQ(wrapped, log().GetLineRect(m_window.element(0), 0).height);
 }
+
+// What nobody reads is not laid out, and still there.
+TEST_F(InplaceReading, a_very_long_line_shows_its_first_part_until_all_is_wanted)
+{
+    std::string text;
+    while (text.size() <= vdxcfrw7::line_t::longest_shown)
+        text += "\xd0\x96\xe2\x82\xac words "; // the first part ends within a character
+    text += "needle";
+    say(text);
+    say("short needle");
+    test::settle();
+    EXPECT_EQ(1u, look_for("needle").count);
+    const auto height = [this] { return log().GetLineRect(m_window.element(0), 0).height; };
+    const int first = height();
+    log().ScrollTo(0);
+    test::settle();
+    const wxRect rect = log().GetLineRect(m_window.element(0), 0);
+    click_at(log().GetWindow()->ClientToScreen(wxPoint(rect.GetRight() - 12, rect.y + 8)));
+    EXPECT_GT(height(), 10 * first);
+    test::settle();
+    EXPECT_EQ(2u, log().GetFindState().count);
+    EXPECT_EQ(text, test::lines_of(m_window.control(), 0).at(0));
+}

@@ -38,6 +38,9 @@ event_log_t::event_log_t(wxWindow* parent, bool show_debug)
     words.dropped = [](std::uint64_t count) {
         return translate_message("inplace_ctrl.dropped_lines", {{"count", count}});
     };
+    words.first_part = [](std::uint64_t bytes) {
+        return translate_message("inplace_ctrl.first_part", {{"bytes", bytes}});
+    };
     words.go_to_end = translate_message("inplace_ctrl.go_to_end");
     words.link = [](const std::string& link) {
         return translate_message("inplace_ctrl.link", {{"link", link}});

@@ -95,7 +95,7 @@ text_place_t log_view_t::count_at(const wxPoint& point)
         return {};
     const std::size_t index = place.item - text_item_t::first_line;
     const std::int64_t y = point.y + m_layout.top() - m_layout.top_of_line(*place.element, index);
-    const bool on_count = place.element->GetLines().at(index).has(line_t::repeated) && y >= 0 &&
+    const bool on_count = place.element->GetLines().at(index).can_expand() && y >= 0 &&
                           y < m_layout.text_font().get_line_height();
     return on_count ? place : text_place_t();
 }
@@ -353,7 +353,7 @@ bool log_view_t::go_sideways(const text_place_t& place, bool right)
     const bool forward = right != is_mirrored();
     if (place.item >= text_item_t::first_line) {
         const line_t& line = place.element->GetLines().at(place.item - text_item_t::first_line);
-        if (line.has(line_t::repeated) && line.has(line_t::expanded) != forward)
+        if (line.can_expand() && line.has(line_t::expanded) != forward)
             return toggle_repeats(place);
     }
     if (m_layout.wraps())

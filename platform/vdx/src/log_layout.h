@@ -184,7 +184,7 @@ public:
     int count_width() const { return m_count_width; }
     int line_width(const line_t& line) const
     {
-        return std::max(1, line_width() - (line.has(line_t::repeated) ? count_width() + scaled(6) : 0));
+        return std::max(1, line_width() - (line.can_expand() ? count_width() + scaled(6) : 0));
     }
     int header_top() const { return scaled(9); }
     /// From the head's top to the body's.

@@ -69,11 +69,16 @@ bool log_view_t::toggle_repeats(const text_place_t& place)
     const std::size_t index = place.item - text_item_t::first_line;
     auto& element = const_cast<CMessageElement&>(*place.element);
     line_t& line = element.m_lines.at(index);
-    if (!line.has(line_t::repeated))
+    if (!line.can_expand())
         return false;
     m_layout.stay();
     line.set(line_t::expanded, !line.has(line_t::expanded));
-    m_layout.line_repeated(element, index);
+    m_layout.line_changed(element, index);
+    if (line.is_long()) { // its text is another
+        m_selection.texts_changed(element);
+        m_found.begin_again();
+        count_matches();
+    }
     catch_up();
     m_accessible.place_changed();
     return true;

@@ -253,9 +253,10 @@ private:
         }
         if (first && y > -row) {
             draw_time(element, index, static_cast<int>(y));
-            if (line.has(line_t::repeated))
-                draw_count(element.GetLines().get_count(index), line.has(line_t::expanded),
-                           static_cast<int>(y));
+            if (line.can_expand())
+                draw_badge(line.has(line_t::repeated) ? shown_count(element.GetLines().get_count(index))
+                                                      : shown_length(line.length),
+                           line.has(line_t::expanded), static_cast<int>(y));
         }
         const auto draw_text = [&] {
             const auto& rows = m_layout.rows_of(line);
@@ -297,9 +298,8 @@ private:
     }
 
     // At the end of the line's first row, as a button that it is.
-    void draw_count(std::uint64_t count, bool expanded, int y)
+    void draw_badge(const std::string& text, bool expanded, int y)
     {
-        const std::string text = shown_count(count);
         const int height = m_layout.text_font().get_line_height();
         const int width = m_layout.label_width(text) + m_layout.scaled(12);
         const wxRect rect(m_layout.line_left() + m_layout.line_width() - width, y, width, height);

@@ -15,21 +15,21 @@ constexpr std::size_t kept_styled = 128;
 log_layout_t::shown_line_t log_layout_t::read_line(const line_t& line)
 {
     if (!line.has(line_t::styled))
-        return {line.get_text(), nullptr};
-    read_styled_text(line.get_text(), m_read);
+        return {line.get_seen(), nullptr};
+    read_styled_text(line.get_seen(), m_read);
     return {m_read.text, &m_read};
 }
 
 log_layout_t::shown_line_t log_layout_t::shown_line(const line_t& line)
 {
     if (!line.has(line_t::styled))
-        return {line.get_text(), nullptr};
+        return {line.get_seen(), nullptr};
     auto found = m_styled.find(line.text);
     if (found == m_styled.end()) {
         if (m_styled.size() >= kept_styled)
             m_styled.clear();
         found = m_styled.emplace(line.text, styled_text_t()).first;
-        read_styled_text(line.get_text(), found->second);
+        read_styled_text(line.get_seen(), found->second);
     }
     return {found->second.text, &found->second};
 }

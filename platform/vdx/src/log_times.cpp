@@ -54,6 +54,11 @@ std::string widest_time(CEventLog::times_t kind)
                                                : "+000:00:00.000";
 }
 
+std::string shown_length(std::uint64_t bytes)
+{
+    return format("\u2026 %.1f MB", static_cast<double>(bytes) / 1e6);
+}
+
 std::string shown_count(std::uint64_t count)
 {
     if (count >= 1000000000)

@@ -16,6 +16,8 @@ std::string shown_time(std::int64_t time, CEventLog::times_t kind, std::int64_t 
 /// As wide as any of that kind.
 std::string widest_time(CEventLog::times_t kind);
 
+/// For a line that shows its first part: how long it is; "\u2026 104.9 MB".
+std::string shown_length(std::uint64_t bytes);
 /// "\u00d7 4,096", short for a million and more.
 std::string shown_count(std::uint64_t count);
 

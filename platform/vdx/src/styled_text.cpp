@@ -211,10 +211,10 @@ void read_styled_text(std::string_view said, styled_text_t& shown)
 std::string_view get_shown_text(const line_t& line, std::string& storage)
 {
     if (!line.has(line_t::styled))
-        return line.get_text();
+        return line.get_seen();
     styled_text_t shown;
     shown.text.swap(storage);
-    read_styled_text(line.get_text(), shown);
+    read_styled_text(line.get_seen(), shown);
     storage.swap(shown.text);
     return storage;
 }

@@ -139,6 +139,9 @@ struct view_accessible_t::impl_t final : text_owner_t
         const bool repeated = line.has(line_t::repeated) && words.said_times;
         std::string storage;
         return (word.empty() ? word : word + ": ") + shortened(get_shown_text(line, storage)) +
+               (line.is_long() && !line.has(line_t::expanded) && words.first_part
+                    ? ", " + words.first_part(line.length)
+                    : std::string()) +
                (repeated ? ", " + words.said_times(element.GetLines().get_count(index)) : std::string());
     }
 

@@ -33,6 +33,7 @@ struct log_words_t
     std::function<std::string(std::size_t, std::uint32_t)> news;
     std::string go_to_end;                                ///< what that button does
     std::function<std::string(std::uint64_t)> said_times; ///< behind a line: how often it was said in a row
+    std::function<std::string(std::uint64_t)> first_part; ///< behind a line of so many bytes that shows less
     std::function<std::string(const std::string&)> link;  ///< the reader came to that one
     std::function<std::string(std::size_t)> links;        ///< a line has so many of them
     std::function<std::string(std::uint64_t)> dropped;    ///< so many lines have gone

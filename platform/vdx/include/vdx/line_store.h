@@ -88,7 +88,22 @@ struct line_t
     static constexpr std::uint32_t warning_bits = 2;
     static constexpr std::uint32_t error_bits = 4 | 8;
 
+    // A line that is longer shows its first part until somebody wants to see all of it.
+    static constexpr std::uint32_t longest_shown = std::uint32_t(1) << 20; // bytes
+    static constexpr std::uint32_t first_part = std::uint32_t(64) << 10;
+
     std::string_view get_text() const { return std::string_view(text, length); }
+    bool is_long() const { return length > longest_shown; }
+    /// As much of the text as is shown.
+    std::string_view get_seen() const
+    {
+        std::uint32_t seen = is_long() && !has(expanded) ? first_part : length;
+        while (seen < length && seen > 0 && (static_cast<unsigned char>(text[seen]) & 0xc0) == 0x80)
+            --seen; // not within a character
+        return std::string_view(text, seen);
+    }
+    /// Whether there is more of it than is shown at first: its repeats, or the rest of a long text.
+    bool can_expand() const { return has(repeated) || is_long(); }
     bool has(flag_t flag) const { return (flags & flag) != 0; }
     void set(flag_t flag, bool on) { flags = static_cast<std::uint8_t>(on ? flags | flag : flags & ~flag); }
 };
