@@ -248,7 +248,8 @@ int open_log(const nlohmann::json& data, wxWindow* parent)
         const auto& view = data["view"];
         page.get_log().set_view(
             {static_cast<commondlg3::inplace_ctrl_t::view_t::times_t>(get_int(view, "times", 0)),
-             get_int(view, "wrap", 1) != 0, get_int(view, "collapse", 0) != 0, get_int(view, "zoom", 100)});
+             get_int(view, "wrap", 1) != 0, get_int(view, "collapse", 0) != 0, get_int(view, "zoom", 100),
+             get_int(view, "copy_times", 0) != 0});
     }
     return run_log_page(page, parent);
 }

@@ -9,6 +9,7 @@
 #include <wx/time.h>
 
 #include <cstdint>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -210,7 +211,7 @@ TEST_F(InplaceReading, repeats_are_one_line_and_saved_as_said)
     say("tick", 3);
     test::settle();
     EXPECT_EQ(3u, m_window.element(0).GetLines().size()) << "not before it is wanted";
-    m_window->set_view({commondlg3::inplace_ctrl_t::view_t::no_times, true, true, 100});
+    m_window->set_view({commondlg3::inplace_ctrl_t::view_t::no_times, true, true, 100, false});
     EXPECT_EQ(1u, m_window.element(0).GetLines().size()) << "what is there is collapsed";
     say("tick", 4093);
     say("reading", 1, sev_status);
@@ -266,6 +267,12 @@ TEST_F(InplaceReading, times_are_kept_with_the_lines_where_the_host_wants_it)
     test::settle();
     EXPECT_EQ(said, m_window.element(0).GetLines().get_time(0));
     EXPECT_LE(m_window.element(0).GetBeginning(), said);
+    log().SetCopyTimes(true);
+    log().SelectAll();
+    const std::string copied = log().GetSelectedText();
+    EXPECT_TRUE(std::regex_match(
+        copied, std::regex("first entry\\n\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} early")))
+        << copied;
 }
 
 TEST_F(InplaceReading, lines_need_not_wrap_and_zoom_with_the_wheel)
@@ -277,7 +284,7 @@ TEST_F(InplaceReading, lines_need_not_wrap_and_zoom_with_the_wheel)
     log().ScrollTo(0);
     const int wrapped = log().GetLineRect(m_window.element(0), 0).height;
     auto* window = log().GetWindow();
-    m_window->set_view({commondlg3::inplace_ctrl_t::view_t::clock_times, false, false, 100});
+    m_window->set_view({commondlg3::inplace_ctrl_t::view_t::clock_times, false, false, 100, false});
     test::settle();
     const int single = log().GetLineRect(m_window.element(0), 0).height;
     EXPECT_LT(single * 2, wrapped);

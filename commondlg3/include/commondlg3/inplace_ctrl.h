@@ -167,6 +167,7 @@ public:
         bool wrap = true;         ///< otherwise lines scroll to the side
         bool collapse = false;    ///< a line that is said again and again shows once, with a count
         int zoom = 100;           ///< in percent, from 50 to 300
+        bool copy_times = false;  ///< before each line that is selected and copied, with the date
     };
     void set_view(const view_t& view);
     view_t get_view() const;

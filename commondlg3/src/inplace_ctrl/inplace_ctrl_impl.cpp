@@ -316,12 +316,13 @@ void inplace_ctrl_impl_t::set_view(const inplace_ctrl_t::view_t& view)
     m_log->SetWrap(view.wrap);
     m_log->SetCollapse(view.collapse);
     m_log->SetZoom(view.zoom);
+    m_log->SetCopyTimes(view.copy_times);
 }
 
 inplace_ctrl_t::view_t inplace_ctrl_impl_t::get_view() const
 {
     return {static_cast<inplace_ctrl_t::view_t::times_t>(m_log->GetTimes()), m_log->GetWrap(),
-            m_log->GetCollapse(), m_log->GetZoom()};
+            m_log->GetCollapse(), m_log->GetZoom(), m_log->GetCopyTimes()};
 }
 
 void inplace_ctrl_impl_t::set_clock(std::function<std::chrono::steady_clock::time_point()> clock)

@@ -44,6 +44,11 @@ void log_menu_t::add_times()
     add_kind(CEventLog::times_t::none, translate_message("inplace_ctrl.menu.times_none"));
     add_kind(CEventLog::times_t::clock, translate_message("inplace_ctrl.menu.times_clock"));
     add_kind(CEventLog::times_t::since_entry, translate_message("inplace_ctrl.menu.times_since"));
+    times->AppendSeparator();
+    add(
+        *times, translate_message("inplace_ctrl.menu.copy_times"),
+        [this] { change([this] { m_log.SetCopyTimes(!m_log.GetCopyTimes()); }); }, wxITEM_CHECK,
+        m_log.GetCopyTimes());
     AppendSubMenu(times, wx_helpers1::to_label(translate_message("inplace_ctrl.menu.times")));
 }
 

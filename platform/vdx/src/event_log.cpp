@@ -210,6 +210,17 @@ CEventLog::times_t CEventLog::GetTimes() const
     return m_view ? m_view->get_times() : times_t::none;
 }
 
+void CEventLog::SetCopyTimes(bool copy)
+{
+    if (m_view)
+        m_view->get_selection().copy_times(copy);
+}
+
+bool CEventLog::GetCopyTimes() const
+{
+    return m_view && m_view->get_selection().copies_times();
+}
+
 void CEventLog::SetWrap(bool wrap)
 {
     if (m_view)

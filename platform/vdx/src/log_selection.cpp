@@ -4,6 +4,7 @@
 
 #include "html_markup.h"
 #include "log_layout.h"
+#include "log_times.h"
 
 #include <gen_helpers2/strings.h>
 
@@ -123,6 +124,11 @@ std::string log_selection_t::get_text(bool html) const
                 continue;
             if (!whole)
                 text = text.substr(from, to - from);
+            std::string timed;
+            if (m_copy_times && item >= text_item_t::first_line && from == 0) {
+                timed = copied_time(element.GetLines().get_time(item - text_item_t::first_line));
+                text = timed.empty() ? text : timed.append(text);
+            }
             if (!html) {
                 result += any ? "\n" : "";
                 result += text;

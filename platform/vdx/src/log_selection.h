@@ -59,7 +59,10 @@ public:
     /// The selected bytes of a text of that length; false when nothing of it is selected.
     bool get_part(const CMessageElement& element, std::size_t item, std::size_t length, std::size_t& from,
                   std::size_t& to) const;
+    /// Of lines that are selected from their beginning the time stands before them where copy_times() is on.
     std::string get_text(bool html) const;
+    void copy_times(bool copy) { m_copy_times = copy; }
+    bool copies_times() const { return m_copy_times; }
 
     void select(const text_place_t& from, const text_place_t& to);
     void select_all();
@@ -87,6 +90,7 @@ private:
     const log_layout_t& m_layout;
     text_place_t m_begin; // where it was begun, which may be behind its end
     text_place_t m_caret;
+    bool m_copy_times = false;
 };
 
 } // namespace vdxcfrw7

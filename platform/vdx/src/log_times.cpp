@@ -47,6 +47,16 @@ std::string shown_time(std::int64_t time, CEventLog::times_t kind, std::int64_t 
                   static_cast<int>(passed % second));
 }
 
+std::string copied_time(std::int64_t time)
+{
+    const std::time_t seconds = static_cast<std::time_t>(time / second);
+    std::tm parts{};
+    if (time == line_store_t::no_time || !localtime_r(&seconds, &parts))
+        return {};
+    return format("%04d-%02d-%02d %02d:%02d:%02d.%03d ", parts.tm_year + 1900, parts.tm_mon + 1,
+                  parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec, static_cast<int>(time % second));
+}
+
 std::string widest_time(CEventLog::times_t kind)
 {
     return kind == CEventLog::times_t::none    ? ""

@@ -13,6 +13,8 @@ std::int64_t time_now();
 /// What stands before a line: "09:05:07.250" or "+1:05:07.250"; empty for a time that nobody knows.
 /// @param began when the line's entry did
 std::string shown_time(std::int64_t time, CEventLog::times_t kind, std::int64_t began);
+/// With its date and a blank behind, to be copied: "2026-03-01 09:05:07.250 "; empty where nobody knows it.
+std::string copied_time(std::int64_t time);
 /// As wide as any of that kind.
 std::string widest_time(CEventLog::times_t kind);
 

@@ -99,6 +99,7 @@ public:
 
     void select_all();
     const log_selection_t& get_selection() const { return m_selection; }
+    log_selection_t& get_selection() { return m_selection; }
     /// Where the reader is: the caret, or what is seen first or, at the end, last.
     text_place_t get_place() const;
     /// Whether the reader moves by keyboard, and sees where that is.

@@ -128,6 +128,9 @@ public:
     };
     void SetTimes(times_t times);
     times_t GetTimes() const;
+    /// Whether lines that are selected are copied with their times, date and all.
+    void SetCopyTimes(bool copy);
+    bool GetCopyTimes() const;
     /// Whether lines are broken at the window's width, as at first; otherwise they scroll to the side.
     void SetWrap(bool wrap);
     bool GetWrap() const;
