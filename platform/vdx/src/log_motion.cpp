@@ -49,6 +49,8 @@ void log_view_t::lines_dropped(CMessageElement& element, std::size_t lines, std:
     for (std::size_t line = 0; line < others; ++line)
         m_layout.line_changed(element, line);
     m_selection.lines_dropped(element, lines);
+    for (text_place_t* place : {&m_link, &m_pressed.place})
+        place->lines_dropped(element, lines);
     m_accessible.element_removing(element); // its lines have other names
     m_filter.lines_dropped(element, lines);
     m_found.begin_again();

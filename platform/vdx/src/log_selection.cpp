@@ -175,15 +175,19 @@ void log_selection_t::texts_changed(const CMessageElement& element)
         }
 }
 
+void text_place_t::lines_dropped(const CMessageElement& from, std::size_t lines)
+{
+    if (element != &from || item < text_item_t::first_line)
+        return;
+    const bool gone = item < text_item_t::first_line + lines;
+    item = gone ? text_item_t::first_line : item - lines;
+    byte = gone ? 0 : byte;
+}
+
 void log_selection_t::lines_dropped(const CMessageElement& element, std::size_t lines)
 {
-    for (text_place_t* place : {&m_begin, &m_caret}) {
-        if (place->element != &element || place->item < text_item_t::first_line)
-            continue;
-        const bool gone = place->item < text_item_t::first_line + lines;
-        place->item = gone ? text_item_t::first_line : place->item - lines;
-        place->byte = gone ? 0 : place->byte;
-    }
+    for (text_place_t* place : {&m_begin, &m_caret})
+        place->lines_dropped(element, lines);
 }
 
 void log_selection_t::element_removing(const CMessageElement& element)

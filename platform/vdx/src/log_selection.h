@@ -33,6 +33,8 @@ struct text_place_t
     std::size_t byte = 0;
 
     bool is_set() const { return element != nullptr; }
+    /// So many lines have gone from the front of an entry: it stays with its own, or is at the first left.
+    void lines_dropped(const CMessageElement& from, std::size_t lines);
 };
 
 bool operator<(const text_place_t& a, const text_place_t& b);
