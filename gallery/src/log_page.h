@@ -15,6 +15,7 @@
 #include <vector>
 
 class wxButton;
+class wxCheckBox;
 class wxSpinCtrl;
 class wxTextCtrl;
 
@@ -86,6 +87,7 @@ private:
     void finished(const std::shared_ptr<walk_t>& walk);
 
     wxTextCtrl* m_folder;
+    wxCheckBox* m_list_files;
     wxButton* m_start;
     std::shared_ptr<walk_t> m_walk; // shared with the worker
     std::thread m_worker;

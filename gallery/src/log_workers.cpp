@@ -54,6 +54,7 @@ struct walk_page_t::walk_t
     // Read by the page once the worker has finished.
     long files = 0;
     long errors = 0;
+    bool lists_files = false;
     bool canceled = false;
     bool folder_failed = false;
 
@@ -89,6 +90,8 @@ struct walk_page_t::walk_t
             const auto status = fs::symlink_status(at, error);
             if (!error && !fs::is_directory(status)) {
                 ++files;
+                if (lists_files)
+                    messenger->say(msngr2::sev_none, at.c_str());
                 continue;
             }
             messenger->say(msngr2::sev_status, at.string().c_str());
@@ -108,7 +111,10 @@ struct walk_page_t::walk_t
 walk_page_t::walk_page_t(wxWindow* parent)
     : log_page_t(parent, CPIL_2_18::i18n::catalog_key("log.walk.title"), "walk_log.xml")
 {
-    wxSizer* row = get_controls();
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    auto* below = new wxBoxSizer(wxVERTICAL);
+    below->Add(row, 0, wxEXPAND);
+    get_controls()->Add(below, 1);
     m_folder = new wxTextCtrl(this, wxID_ANY, wx_helpers1::to_wx(fs::path("/etc").string()));
     auto* browse = new wxButton(this, wxID_ANY, to_label(text("log.walk.browse")));
     m_start = new wxButton(this, wxID_ANY, to_label(text("log.walk.start")));
@@ -118,6 +124,8 @@ walk_page_t::walk_page_t(wxWindow* parent)
     row->Add(m_folder, 1, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     row->Add(browse, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     row->Add(m_start, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
+    m_list_files = new wxCheckBox(this, wxID_ANY, to_label(text("log.walk.list_files")));
+    below->Add(m_list_files, 0, wxTOP, 4);
     browse->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
         wxDirDialog chooser(this, wxString(), m_folder->GetValue());
         if (wx_helpers1::show_modal_chooser(chooser) == wxID_OK)
@@ -141,6 +149,7 @@ void walk_page_t::start()
         return;
     auto walk = std::make_shared<walk_t>();
     walk->folder = wx_helpers1::from_wx(m_folder->GetValue());
+    walk->lists_files = m_list_files->GetValue();
     commondlg3::progress_message_t::ptr_t record(new commondlg3::progress_message_t);
     record->caption = text_with("log.walk.caption", {{"folder", walk->folder}});
     record->picture = standard_message_t::get_icon_by_type(standard_message_t::icon_types_t::progress);

@@ -112,3 +112,24 @@ TEST(InplaceLinks, are_activated_by_mouse_and_keyboard)
     test::press(WXK_RETURN); // no link there
     EXPECT_EQ(activated, (std::vector<std::string>{all[0], all[1], all[3], all[2]}));
 }
+
+// A program may say where its words lead; what would be no link by itself does not lead anywhere.
+TEST(InplaceLinks, are_where_a_program_marks_them)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    window->get_messenger(tag)->say(
+        msngr2::sev_none, "\x1b]8;;https://a.example/x\x1b\\here, a.cpp:1\x1b]8;;\x1b\\ or "
+                          "\x1b]8;id=1;file:///tmp/a b\athere\x1b]8;;\a, \x1b]8;;javascript:1\anot");
+    test::settle();
+    const auto rect = window.log().GetLineRect(window.element(0), 0);
+    std::vector<std::string> targets;
+    log_link_t link;
+    for (int x = rect.x; x < rect.GetRight(); x += 2)
+        if (window.log().GetLinkAt(wxPoint(x, rect.y + 6), link) &&
+            (targets.empty() || targets.back() != link.target))
+            targets.push_back(link.target);
+    EXPECT_EQ((std::vector<std::string>{"https://a.example/x", "file:///tmp/a b"}), targets);
+    window.log().SelectAll();
+    EXPECT_EQ("entry\nhere, a.cpp:1 or there, not", window.log().GetSelectedText());
+}

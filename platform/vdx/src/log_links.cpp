@@ -27,15 +27,42 @@ log_link_t to_link(const std::string& target)
     return link;
 }
 
+// What the text's maker made a link comes before what only looks like one. Such a link may lead where its text
+// does not say: nothing but what would be a link by itself, and files, are places to go.
+std::vector<text_link_t> styled_links(const styled_text_t& shown)
+{
+    std::vector<text_link_t> links = find_links(shown.text);
+    for (const marked_link_t& marked : shown.links) {
+        const auto found = find_links(marked.target);
+        const bool is_whole =
+            found.size() == 1 && found[0].begin == 0 && found[0].end == marked.target.size();
+        if (!is_whole && marked.target.compare(0, 7, "file://") != 0)
+            continue;
+        links.erase(std::remove_if(links.begin(), links.end(),
+                                   [&marked](const text_link_t& link) {
+                                       return link.begin < marked.end && link.end > marked.begin;
+                                   }),
+                    links.end());
+        links.push_back({marked.begin, marked.end, to_link(marked.target)});
+    }
+    std::sort(links.begin(), links.end(),
+              [](const text_link_t& a, const text_link_t& b) { return a.begin < b.begin; });
+    return links;
+}
+
 } // namespace
 
 std::vector<text_link_t> log_view_t::text_links(const text_place_t& item)
 {
     if (!item.is_set() || m_selection.is_whole(*item.element, item.item))
         return {};
-    if (item.item >= text_item_t::first_line &&
-        item.element->GetLines().at(item.item - text_item_t::first_line).has(line_t::status))
-        return {};
+    if (item.item >= text_item_t::first_line) {
+        const line_t& line = item.element->GetLines().at(item.item - text_item_t::first_line);
+        if (line.has(line_t::status))
+            return {};
+        if (line.has(line_t::styled))
+            return styled_links(*m_layout.shown_line(line).styled);
+    }
     std::string storage;
     return find_links(text_of(*item.element, item.item, storage));
 }

@@ -139,7 +139,7 @@ private:
         const std::vector<range_t> matches =
             matches_in(element, item, text, rows[first], behind < rows.size() ? rows[behind] : text.size());
         style_runs_t with_links;
-        if (const auto links = find_links(text); !links.empty()) {
+        if (const auto links = m_view.text_links({&element, item, 0}); !links.empty()) {
             if (runs)
                 with_links = *runs;
             for (const text_link_t& link : links)

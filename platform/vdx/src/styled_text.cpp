@@ -166,6 +166,18 @@ std::size_t end_of_sequence(std::string_view text, std::size_t at)
     return last < size && is_between(text[last], '\x30', '\x7e') ? last + 1 : at;
 }
 
+// Of a sequence that begins a link; one that ends it has none.
+std::string_view target_of(std::string_view sequence)
+{
+    const std::size_t parameters = sequence.find(';', sequence.find(';') + 1);
+    std::string_view target =
+        parameters == std::string_view::npos ? std::string_view() : sequence.substr(parameters + 1);
+    for (const std::string_view end : {std::string_view("\a"), std::string_view("\x1b\\")})
+        if (target.size() >= end.size() && target.substr(target.size() - end.size()) == end)
+            target.remove_suffix(end.size());
+    return target;
+}
+
 wxColour from_rgb(std::uint32_t rgb)
 {
     return wxColour(static_cast<unsigned char>(rgb >> 16), static_cast<unsigned char>(rgb >> 8),
@@ -184,8 +196,16 @@ void read_styled_text(std::string_view said, styled_text_t& shown)
 {
     shown.text.clear();
     shown.runs.clear();
+    shown.links.clear();
     shown.has_faces = false;
     text_style_t style;
+    std::string_view target; // of the link that is open
+    std::size_t link_begin = 0;
+    const auto end_link = [&] {
+        if (!target.empty() && link_begin < shown.text.size())
+            shown.links.push_back({link_begin, shown.text.size(), std::string(target)});
+        target = {};
+    };
     const auto append = [&](std::size_t from, std::size_t to) {
         if (from >= to)
             return;
@@ -204,8 +224,15 @@ void read_styled_text(std::string_view said, styled_text_t& shown)
             append(found, found + 1);
         else if (said[found + 1] == '[' && said[end - 1] == 'm')
             apply(said.substr(found + 2, end - found - 3), style);
+        else if (const std::string_view whole = said.substr(found, end - found);
+                 whole.substr(1, 3) == "]8;") {
+            end_link();
+            target = target_of(whole);
+            link_begin = shown.text.size();
+        }
         at = std::max(end, found + 1);
     }
+    end_link();
 }
 
 std::string_view get_shown_text(const line_t& line, std::string& storage)

@@ -47,10 +47,19 @@ struct style_run_t
 };
 using style_runs_t = std::vector<style_run_t>;
 
+/// A piece of a text that its maker made a link, as programs do for a terminal that can follow them.
+struct marked_link_t
+{
+    std::size_t begin; ///< in bytes of the text
+    std::size_t end;
+    std::string target;
+};
+
 struct styled_text_t
 {
     std::string text; ///< without sequences
     style_runs_t runs;
+    std::vector<marked_link_t> links;
     bool has_faces = false; ///< some of it is bold or italic, and wider
 };
 
@@ -59,7 +68,7 @@ inline bool has_sequences(std::string_view text)
     return text.find('\x1b') != std::string_view::npos;
 }
 
-/// Takes the sequences out of a text. Those that set colours and faces are obeyed, all others have no effect;
+/// Takes the sequences out of a text. Those that set colours and faces, or make links, are obeyed, all others have no effect;
 /// what only looks like the beginning of one stays.
 void read_styled_text(std::string_view said, styled_text_t& shown);
 
