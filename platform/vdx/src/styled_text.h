@@ -68,8 +68,8 @@ inline bool has_sequences(std::string_view text)
     return text.find('\x1b') != std::string_view::npos;
 }
 
-/// Takes the sequences out of a text. Those that set colours and faces, or make links, are obeyed, all others have no effect;
-/// what only looks like the beginning of one stays.
+/// Takes the sequences out of a text. Those that set colours and faces, or make links, are obeyed, all others
+/// have no effect; what only looks like the beginning of one stays.
 void read_styled_text(std::string_view said, styled_text_t& shown);
 
 /// Gives the piece from `begin` to `end` another colour, underlined, whatever it had.
