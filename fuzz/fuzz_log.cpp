@@ -2,7 +2,6 @@
 // that are broken into rows. The first byte says which. Needs a display.
 #include "check.h"
 #include "html_body.h"
-#include "log_search.h"
 #include "log_view.h"
 #include "shown_text.h"
 #include "xpm.h"
@@ -108,9 +107,8 @@ bool is_anywhere(const std::string& needle)
     std::string storage;
     for (const auto& element : control->get_log().GetElements())
         for (std::size_t item = 0; item < number_of_items(*element); ++item) {
-            const bool hidden = item >= text_item_t::first_line &&
-                                element->GetLines().at(item - text_item_t::first_line).has(line_t::hidden);
-            if (!hidden && fold(text_of(*element, item, storage)).find(needle) != std::string::npos)
+            if (is_found(*element, item) &&
+                fold(text_of(*element, item, storage)).find(needle) != std::string::npos)
                 return true;
         }
     return false;

@@ -97,6 +97,11 @@ TEST_F(InplaceReading, a_button_tells_of_what_came_below_and_leads_there)
     m_window.focus();
     test::press(WXK_END, wxMOD_CONTROL);
     EXPECT_FALSE(shown_child<wxButton>());
+    log().ScrollTo(0);
+    say("plain");
+    test::settle();
+    ASSERT_TRUE(shown_child<wxButton>());
+    EXPECT_FALSE(shown_child<wxButton>()->GetBitmap().IsOk()) << "the picture of what came before has gone";
 }
 
 TEST_F(InplaceReading, counts_and_numbers_what_it_finds)

@@ -5,6 +5,7 @@
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/tooltip.h>
 
+#include <wx/app.h>
 #include <wx/button.h>
 
 #include <gtk/gtk.h>
@@ -34,6 +35,24 @@ void log_view_t::line_came(const line_t& line, std::uint64_t count)
     }
 }
 
+void log_view_t::make_news_button()
+{
+    m_news_button = new wxButton;
+    m_news_button->Hide();
+    m_news_button->Create(this, wxID_ANY, wxString());
+    // Ctrl+End does the same: on the way through the controls it would be one stop more.
+    m_news_button->SetCanFocus(false);
+    wx_helpers1::SetTooltip(m_news_button, m_log->GetWords().go_to_end);
+    m_news_button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
+    m_news_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+        if (!m_log)
+            return;
+        m_selection.clear();
+        scroll_to_end();
+        SetFocus();
+    });
+}
+
 void log_view_t::show_news()
 {
     if (m_layout.follows_end()) {
@@ -48,28 +67,22 @@ void log_view_t::show_news()
             m_news_button->Hide();
         return;
     }
-    if (!m_news_button) {
-        m_news_button = new wxButton;
+    const wxBitmap image = get_image(m_news_image);
+    // The toolkit cannot take a picture away from a button again.
+    if (m_news_button && m_news_button->GetBitmap().IsOk() && !image.IsOk()) {
         m_news_button->Hide();
-        m_news_button->Create(this, wxID_ANY, wxString());
-        // Ctrl+End does the same: on the way through the controls it would be one stop more.
-        m_news_button->SetCanFocus(false);
-        wx_helpers1::SetTooltip(m_news_button, words.go_to_end);
-        m_news_button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
-        m_news_button->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-            if (!m_log)
-                return;
-            m_selection.clear();
-            scroll_to_end();
-            SetFocus();
-        });
+        wxTheApp->ScheduleForDestruction(m_news_button);
+        m_news_button = nullptr;
+        m_told_news = 0;
     }
+    if (!m_news_button)
+        make_news_button();
     if (m_told_news != m_news) {
         m_told_news = m_news;
         m_news_button->SetLabel(
             wx_helpers1::to_label(words.news(static_cast<std::size_t>(m_news), m_news_severity)));
-        const wxBitmap image = get_image(m_news_image);
-        m_news_button->SetBitmap(image.IsOk() ? wxBitmapBundle(image) : wxBitmapBundle());
+        if (image.IsOk())
+            m_news_button->SetBitmap(image);
     }
     const wxSize best = m_news_button->GetBestSize(), window = m_layout.get_size();
     const wxSize size(std::min(best.x, std::max(1, window.x - 2 * m_layout.margin())), best.y);

@@ -148,6 +148,7 @@ private:
     void count_matches();
     void line_came(const line_t& line, std::uint64_t count);
     void show_news();
+    void make_news_button();
     void filter_again();
     void read_look();
     void fit_times();
