@@ -322,6 +322,9 @@ TEST_F(InplaceReading, a_very_long_line_shows_its_first_part_until_all_is_wanted
     say("short needle");
     test::settle();
     EXPECT_EQ(1u, look_for("needle").count);
+    log().SelectAll();
+    EXPECT_EQ("first entry\n" + text + "\nshort needle", log().GetSelectedText())
+        << "to its end is all of it";
     const auto height = [this] { return log().GetLineRect(m_window.element(0), 0).height; };
     const int first = height();
     log().ScrollTo(0);

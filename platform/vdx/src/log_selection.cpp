@@ -99,6 +99,20 @@ bool log_selection_t::get_part(const CMessageElement& element, std::size_t item,
     return from < to || (length == 0 && first < begin && end < last);
 }
 
+namespace {
+
+// Who selects a line to its end means all of it, also where only its first part is shown.
+std::string_view with_rest(const line_t& line, std::size_t from, std::string_view shown, std::string& storage)
+{
+    if (!line.is_long() || line.has(line_t::expanded))
+        return shown;
+    line_t all = line;
+    all.set(line_t::expanded, true);
+    return get_shown_text(all, storage).substr(from);
+}
+
+} // namespace
+
 std::string log_selection_t::get_text(bool html) const
 {
     std::string result, storage;
@@ -122,8 +136,11 @@ std::string log_selection_t::get_text(bool html) const
             if (!get_part(element, item, whole ? 1 : text.size(), from, to) ||
                 (item < text_item_t::first_line && text.empty()))
                 continue;
+            const bool to_the_end = to == text.size();
             if (!whole)
                 text = text.substr(from, to - from);
+            if (item >= text_item_t::first_line && to_the_end)
+                text = with_rest(element.GetLines().at(item - text_item_t::first_line), from, text, storage);
             std::string timed;
             if (m_copy_times && item >= text_item_t::first_line && from == 0) {
                 timed = copied_time(element.GetLines().get_time(item - text_item_t::first_line));
