@@ -55,6 +55,7 @@ struct walk_page_t::walk_t
     long files = 0;
     long errors = 0;
     bool lists_files = false;
+    std::atomic<bool> is_left{false}; // by the page
     bool canceled = false;
     bool folder_failed = false;
 
@@ -137,10 +138,12 @@ walk_page_t::walk_page_t(wxWindow* parent)
 
 walk_page_t::~walk_page_t()
 {
-    if (m_walk)
-        m_walk->progress->cancel();
-    if (m_worker.joinable())
-        m_worker.join();
+    if (!m_walk)
+        return;
+    // A folder may hang for good, and its worker with it: nobody waits for that.
+    m_walk->progress->cancel();
+    m_walk->is_left = true;
+    m_worker.detach();
 }
 
 void walk_page_t::start()
@@ -165,7 +168,8 @@ void walk_page_t::start()
     try {
         m_worker = std::thread([walk, signal = m_finished] {
             walk->run();
-            wx_helpers1::tasks::PostSignal(signal);
+            if (!walk->is_left)
+                wx_helpers1::tasks::PostSignal(signal);
         });
     } catch (const std::system_error& error) {
         walk->folder_failed = true;

@@ -43,7 +43,7 @@ class Machines(unittest.TestCase):
                 ("pref.result_saving", results), ("pref.result_saving", None, "Tab", "ctrl+a", "=/hanging/a", "Tab", "=b"),
                 ("panel.search_dir", {"directories": ["/hanging/a", "/hanging/b"]}), ("pref.editor", None, "Down", "Up"),
                 ("dlg.open_source", None, "=/hanging/a.cpp", "Return"), ("dlg.preferences", None, "Down", "Down"),
-                ("log_walk", None, "ctrl+a", "=/hanging", "Tab", "Tab", "Return")):
+                ("log_walk", None, *["shift+Tab"] * 4, "ctrl+a", "=/hanging", "alt+s")):
             with self.subTest(window, keys=keys):
                 self.open_and_close(window, *keys, data=data, environment=hanging)
 
