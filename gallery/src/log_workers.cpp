@@ -165,6 +165,7 @@ void walk_page_t::start()
     wx_helpers1::set_enabled(m_start, false);
     m_finished = gen_helpers2::signal_t<>();
     m_finished.connect(&m_receiver, [this, walk] { finished(walk); });
+    report_signal(log_object, "walk_started", walk->folder);
     try {
         m_worker = std::thread([walk, signal = m_finished] {
             walk->run();

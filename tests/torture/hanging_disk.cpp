@@ -42,6 +42,16 @@ int open(const char* path, int flags, ...)
     va_end(arguments);
     return ask<int>("open", path, flags, mode);
 }
+int openat(int folder, const char* path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    hang_below(path);
+    return reinterpret_cast<int (*)(int, const char*, int, mode_t)>(::dlsym(RTLD_NEXT, "openat"))(
+        folder, path, flags, mode);
+}
 int stat(const char* path, struct stat* status) noexcept
 {
     return ask<int>("stat", path, status);
@@ -68,6 +78,7 @@ ssize_t readlink(const char* path, char* target, size_t size) noexcept
 }
 
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
 int stat64(const char* path, struct stat64* status) noexcept __attribute__((alias("stat")));
 int lstat64(const char* path, struct stat64* status) noexcept __attribute__((alias("lstat")));
 

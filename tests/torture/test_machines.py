@@ -27,7 +27,11 @@ class Machines(unittest.TestCase):
             if before else Gallery(*arguments, environment=environment, seconds=30)
         gallery.expect("opened")
         for key in keys:
-            gallery.type(key[1:]) if key.startswith("=") else gallery.press(key)
+            if key.startswith("!"):
+                while gallery.read("signal").get("name") != key[1:]:
+                    pass
+            else:
+                gallery.type(key[1:]) if key.startswith("=") else gallery.press(key)
         gallery.press("Escape")
         while gallery.read("result")["event"] != "result":
             pass
@@ -43,7 +47,7 @@ class Machines(unittest.TestCase):
                 ("pref.result_saving", results), ("pref.result_saving", None, "Tab", "ctrl+a", "=/hanging/a", "Tab", "=b"),
                 ("panel.search_dir", {"directories": ["/hanging/a", "/hanging/b"]}), ("pref.editor", None, "Down", "Up"),
                 ("dlg.open_source", None, "=/hanging/a.cpp", "Return"), ("dlg.preferences", None, "Down", "Down"),
-                ("log_walk", None, *["shift+Tab"] * 4, "ctrl+a", "=/hanging", "alt+s")):
+                ("log_walk", None, *["shift+Tab"] * 4, "ctrl+a", "=/hanging", "alt+s", "!walk_started")):
             with self.subTest(window, keys=keys):
                 self.open_and_close(window, *keys, data=data, environment=hanging)
 
