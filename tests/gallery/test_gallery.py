@@ -126,6 +126,13 @@ class Commands(unittest.TestCase):
             time.sleep(0.02)
         self.fail("it did not happen")
 
+    def test_the_product_is_built(self):
+        build = pathlib.Path(Gallery.BINARY).resolve().parents[1]
+        ended, lines = self.run_command(f"ninja -C {build} gen_helpers2 && ninja -C {build} -t commands gen_helpers2")
+        self.assertEqual(0, ended["exit_code"])
+        expected = subprocess.run(["ninja", "-C", str(build), "-t", "commands", "gen_helpers2"], capture_output=True, text=True)
+        self.assertEqual(expected.stdout.splitlines(), [text for _, text in lines][-len(expected.stdout.splitlines()):])
+
     def test_whatever_is_printed_is_there(self):
         with tempfile.TemporaryDirectory() as folder:
             pathlib.Path(folder, "broken.cpp").write_text("int main()\n{\n\treturn one;\n}\n", encoding="utf-8")

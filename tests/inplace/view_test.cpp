@@ -285,6 +285,8 @@ TEST(InplaceView, the_menu_copies_everything_by_keyboard)
     test::settle();
     EXPECT_EQ(test::clipboard_text(),
               "Caption\nSome bold text, 1 < 2\nworking\nfirst\nsecond\nProgress\nDone: 33%");
+    EXPECT_NE(std::string::npos,
+              window.log().GetHTML().find("<b>Caption</b><br>\nSome bold text, 1 &lt; 2<br>"));
 }
 
 TEST(InplaceView, selecting_and_copying)

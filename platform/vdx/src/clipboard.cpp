@@ -12,7 +12,9 @@ namespace vdxcfrw7 {
 
 bool CopyToClipboard(const CVisualElement& element)
 {
-    return wx_helpers1::copy_to_clipboard(element.GetText());
+    const std::string html = element.GetHTML();
+    return html.empty() ? wx_helpers1::copy_to_clipboard(element.GetText())
+                        : CopyToClipboard(element.GetText(), html);
 }
 
 bool CopyToClipboard(const std::string& text, const std::string& html)

@@ -5,6 +5,10 @@
 #include "log_view.h"
 #include "work_slices.h"
 
+#include <gen_helpers2/strings.h>
+
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace vdxcfrw7 {
@@ -100,6 +104,23 @@ std::string CEventLog::GetText() const
             text += element->m_more_text();
     }
     return text;
+}
+
+std::string CEventLog::GetHTML() const
+{
+    constexpr std::size_t longest_html = std::size_t(8) << 20;
+    std::string html;
+    for (const auto& element : m_elements) {
+        std::string text = element->GetText();
+        if (element->m_more_text)
+            text += element->m_more_text();
+        const std::string& header = element->GetHead().header;
+        html += "<p><b>" + text_to_markup(header) + "</b>" +
+                text_to_markup(std::string_view(text).substr(header.size())) + "</p>\n";
+        if (html.size() > longest_html)
+            return {};
+    }
+    return gen_helpers2::replace_invalid_utf8(html);
 }
 
 void CEventLog::SetWords(const log_words_t& words)

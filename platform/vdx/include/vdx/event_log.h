@@ -77,6 +77,8 @@ public:
 
     /// All texts, entry by entry.
     std::string GetText() const override;
+    /// Empty for more than a few megabytes, which no program takes as HTML.
+    std::string GetHTML() const override;
     void SetWords(const log_words_t& words);
     const log_words_t& GetWords() const { return m_words; }
 

@@ -22,6 +22,8 @@ public:
     virtual std::string GetText() const = 0;
 
     bool IsShown() const { return m_shown; }
+    /// The same as HTML; empty where it has no such form.
+    virtual std::string GetHTML() const { return {}; }
     void Show(bool show);
 
     /// Asked for by mouse or keyboard: which element, and where in the log's window, in pixels.
