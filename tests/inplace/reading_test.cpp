@@ -129,7 +129,12 @@ TEST_F(InplaceReading, counts_and_numbers_what_it_finds)
         EXPECT_TRUE(log().FindNext(false));
         EXPECT_EQ(expected, log().GetFindState().current);
     }
+    std::uint64_t told = 0;
+    const gen_helpers2::connection connection =
+        log().find_changed().connect([&] { told = log().GetFindState().count; });
     say("one needle more");
+    test::settle();
+    EXPECT_EQ(91u, told) << "and told";
     const auto second = m_window->add_message(test::make_message("second entry, needle"), {});
     test::settle();
     EXPECT_EQ(92u, log().GetFindState().count) << "what comes is counted as it comes";

@@ -228,6 +228,7 @@ void search_bar_t::open()
     if (!IsShown()) {
         m_before = m_log.GetReading();
         Show();
+        tell_counts();
         fit();
         look();
     }
@@ -334,6 +335,8 @@ void search_bar_t::tell_hidden()
 
 void search_bar_t::tell_counts()
 {
+    if (!IsShown())
+        return;
     const auto& counts = m_log.GetCounts();
     const auto tell_one = [](wxToggleButton* badge, std::uint64_t count, const std::string& name) {
         const std::string number = translate_message("inplace_ctrl.count", {{"count", count}});

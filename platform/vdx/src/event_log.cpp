@@ -109,6 +109,11 @@ std::string CEventLog::GetText() const
 std::string CEventLog::GetHTML() const
 {
     constexpr std::size_t longest_html = std::size_t(8) << 20;
+    std::size_t bytes = 0; // before any of it is made
+    for (const auto& element : m_elements)
+        bytes += element->m_lines.get_bytes();
+    if (bytes > longest_html)
+        return {};
     std::string html;
     for (const auto& element : m_elements) {
         std::string text = element->GetText();

@@ -179,6 +179,10 @@ int log_view_t::turn()
         const auto signal = m_log->hidden_changed();
         signal.emit();
     }
+    if (is_finding() && std::exchange(m_told_found, m_found.get_version()) != m_found.get_version()) {
+        const auto signal = m_log->find_changed();
+        signal.emit();
+    }
     const CEventLog::counts_t& counts = m_log->GetCounts();
     if (counts.errors != m_told_counts.errors || counts.warnings != m_told_counts.warnings) {
         m_told_counts = counts;

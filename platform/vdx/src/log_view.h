@@ -242,6 +242,7 @@ private:
     int m_news_image = -1;
     wxButton* m_news_button = nullptr; // made when there are any
     CEventLog::counts_t m_told_counts;
+    unsigned int m_told_found = 0; // which version of what was found
 
     log_filter_t m_filter;
     bool m_filtering = false;
