@@ -4,6 +4,7 @@
 #include <cfgmgr2/property_storage.h>
 #include <ff/search_directories.h>
 #include <gen_helpers2/file.h>
+#include <gen_helpers2/file_transaction.h>
 
 #include <gtest/gtest.h>
 
@@ -35,6 +36,7 @@ struct journey_t
     /// Puts something old into the folder; what is made then saves something new there, as often as it is
     /// called.
     std::function<std::function<error_code_t()>(const temp_dir_t&)> begin;
+    const char* together_with = nullptr; ///< another file: both are old or both are new
 };
 
 std::function<error_code_t()> save_storage(const temp_dir_t& folder, const char* file)
@@ -85,16 +87,38 @@ const std::vector<journey_t> journeys = {
              list->add("/usr/src/" + std::to_string(i), i % 2 == 0);
          return [dirs] { return dirs->save(); };
      }},
+    {"several files together", "preferences.xml",
+     [](const temp_dir_t& folder) {
+         test_tools::write_text(folder / "preferences.xml", "<bag version=\"1\"/>");
+         test_tools::write_text(folder / "other.xml", "damaged");
+         const auto first = save_storage(folder, "preferences.xml");
+         const auto second = save_storage(folder, "other.xml");
+         const auto path = folder.path();
+         return [first, second, path] {
+             gen_helpers2::file_transaction_t transaction(path);
+             error_code_t result = first();
+             if (result.succeeded())
+                 result = second();
+             return result.failed() ? result : transaction.commit();
+         };
+     },
+     "other.xml"},
 };
 
 /// Tells one text from another, and is short.
-std::string contents(const temp_dir_t& folder, const char* file)
+std::string contents_of(const temp_dir_t& folder, const char* file)
 {
     if (::access((folder / file).as_string().c_str(), F_OK) != 0)
         return "no file";
     const std::string text = test_tools::read_text(folder / file);
     return std::to_string(text.size()) + " bytes, " + std::to_string(std::hash<std::string>()(text)) + ": " +
            text.substr(0, 100);
+}
+
+std::string contents(const temp_dir_t& folder, const journey_t& journey)
+{
+    const std::string text = contents_of(folder, journey.file);
+    return journey.together_with ? text + contents_of(folder, journey.together_with) : text;
 }
 
 error_code_t save_or_tell(const std::function<error_code_t()>& save)
@@ -114,7 +138,7 @@ struct outcome_t
 
 outcome_t look(const temp_dir_t& folder, const journey_t& journey)
 {
-    return {contents(folder, journey.file), folder.names()};
+    return {contents(folder, journey), folder.names()};
 }
 
 outcome_t outcome_without_fault(const journey_t& journey)
@@ -187,7 +211,7 @@ TEST(Faults, AProgramMayBeKilledAtEveryCallOfASave)
                              std::to_string(n));
                 const temp_dir_t folder;
                 const auto save = journey.begin(folder);
-                const std::string before = contents(folder, journey.file);
+                const std::string before = contents(folder, journey);
                 const pid_t child = ::fork();
                 if (child == 0) {
                     faults::arm(call, n, fault_t::killed);
@@ -196,10 +220,11 @@ TEST(Faults, AProgramMayBeKilledAtEveryCallOfASave)
                 int status = 0;
                 ASSERT_EQ(::waitpid(child, &status, 0), child);
                 struck = WIFSIGNALED(status);
-                const std::string after = contents(folder, journey.file);
+                gen_helpers2::finish_transaction(folder.path());
+                const std::string after = contents(folder, journey);
                 EXPECT_TRUE(after == before || after == all_well.text) << after;
                 EXPECT_TRUE(save().succeeded());
-                EXPECT_EQ(contents(folder, journey.file), all_well.text);
+                EXPECT_EQ(contents(folder, journey), all_well.text);
                 EXPECT_EQ(look(folder, journey).names, all_well.names) << "what was killed left something";
             }
         }

@@ -3,6 +3,7 @@
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
 #include <gen_helpers2/file.h>
+#include <gen_helpers2/file_transaction.h>
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/variant_bag_file.h>
 
@@ -20,6 +21,7 @@ constexpr std::size_t max_file_bytes = std::size_t(16) * 1024 * 1024;
 
 gen_helpers2::error_code_t read(const gen_helpers2::path_t& file, gen_helpers2::variant_bag_t& bag)
 {
+    gen_helpers2::finish_transaction(file.parent());
     if (file.is_missing())
         return {}; // the usual case: nothing to tell
     const auto result = gen_helpers2::load_variant_bag(file, bag, max_file_bytes);

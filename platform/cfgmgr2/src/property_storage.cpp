@@ -1,19 +1,15 @@
 #include "cfgmgr2/property_storage.h"
 #include "gen_helpers2/assertion.h"
 #include "gen_helpers2/file.h"
+#include "gen_helpers2/file_transaction.h"
 #include "gen_helpers2/variant_bag_file.h"
 #include "property_node.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 namespace cfgmgr2 {
 
@@ -56,39 +52,14 @@ struct stamp_t
     long nanoseconds = 0;
 };
 
-/// Keeps other processes of ours from writing into the folder between our reading and our writing. It is a
-/// courtesy: if the lock cannot be had, saving goes on without it rather than keeping a user waiting.
-class folder_lock_t
-{
-public:
-    explicit folder_lock_t(const path_t& folder)
-        : m_folder(::open(folder.as_string().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    {
-        for (int attempt = 0; m_folder >= 0 && attempt < 50; ++attempt) {
-            if (::flock(m_folder, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
-                return;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-    }
-    ~folder_lock_t()
-    {
-        if (m_folder >= 0)
-            ::close(m_folder);
-    }
-    folder_lock_t(const folder_lock_t&) = delete;
-    folder_lock_t& operator=(const folder_lock_t&) = delete;
-
-private:
-    int m_folder;
-};
-
 /// The file behind all nodes of one storage.
-struct document_t
+struct document_t : std::enable_shared_from_this<document_t>
 {
     error_code_t open();
     error_code_t save();
     error_code_t take_over_changes();
     error_code_t write();
+    void settle();
 
     std::mutex mutex;
     path_t file;
@@ -96,12 +67,15 @@ struct document_t
     stamp_t stamp;
     /// What is on the disk could not be understood.
     bool is_damaged = false;
+    /// By the last save(), though a transaction may hold it back.
+    bool is_written = false;
 };
 
 error_code_t document_t::open()
 {
     if (file.is_empty())
         return error_code_t::invalid_parameter("no file name");
+    gen_helpers2::finish_transaction(file.parent());
     stamp = stamp_t(file);
     if (!stamp.exists)
         return error_code_t();
@@ -146,19 +120,33 @@ error_code_t document_t::save()
         return error_code_t();
     const path_t folder = file.parent();
     gen_helpers2::make_private_folder(folder);
-    const folder_lock_t lock(folder.is_empty() ? path_t(".") : folder);
+    const gen_helpers2::folder_lock_t lock(folder);
     error_code_t result = take_over_changes();
     if (result.failed())
         return result;
     if (stamp.exists && stamp == stamp_t(file) && !is_damaged && !root->is_changed())
         return result;
+    is_written = false;
+    // Asked first: once the file is there nothing may fail any more.
+    const bool is_later =
+        gen_helpers2::file_transaction_t::when_ended([self = shared_from_this()](bool done) {
+            const std::lock_guard<std::mutex> guard(self->mutex);
+            if (done && self->is_written)
+                self->settle();
+        });
     result = write();
-    if (result.succeeded()) {
-        stamp = stamp_t(file);
-        is_damaged = false;
-        root->set_unchanged();
-    }
+    is_written = result.succeeded();
+    if (is_written && !is_later)
+        settle();
     return result;
+}
+
+// What is here stands on the disk.
+void document_t::settle()
+{
+    stamp = stamp_t(file);
+    is_damaged = false;
+    root->set_unchanged();
 }
 
 class property_storage_t : public gen_helpers2::ref_counted_of_t<IPropertyStorage>

@@ -1,5 +1,6 @@
 #include "atomic_file.h"
 #include "gen_helpers2/strings.h"
+#include "staged_files.h"
 #include "temporary_names.h"
 
 #include <fcntl.h>
@@ -11,6 +12,7 @@
 #include <csignal>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace gen_helpers2 {
 namespace _internal {
@@ -197,19 +199,18 @@ error_code_t atomic_file_t::commit()
             fail("cannot write", errno);
         m_file = -1;
     }
+    if (auto* staged = staged_files_t::current(); staged && m_error.succeeded()) {
+        staged->make_room();
+        staged->add({std::move(m_temporary), std::move(m_target), std::exchange(m_lock, -1)});
+        m_temporary.clear();
+        return m_error;
+    }
     if (m_error.succeeded() && ::rename(m_temporary.c_str(), m_target.c_str()) != 0)
         fail("cannot replace", errno);
     if (m_error.failed())
         return m_error;
     m_temporary.clear();
-    // Without this the rename itself may be lost with the power. The file is in place by now, so a file
-    // system that cannot synchronise folders is no error.
-    const int folder = ::open(folder_name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        if (::fsync(folder) != 0)
-            errno = 0;
-        ::close(folder);
-    }
+    synchronise_folder(folder_name); // without this the rename itself may be lost with the power
     return m_error;
 }
 

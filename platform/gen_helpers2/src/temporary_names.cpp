@@ -1,5 +1,7 @@
 #include "temporary_names.h"
 
+#include "gen_helpers2/file_transaction.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -67,6 +69,7 @@ void remove_stale_names(const std::string& folder)
 {
     if (!is_first_time(folder))
         return;
+    finish_transaction(path_t(folder)); // what its note names has no better name yet
     // Not the standard library's iterator, which ends a program that is out of memory.
     const std::unique_ptr<DIR, int (*)(DIR*)> names(::opendir(folder.c_str()), ::closedir);
     while (const dirent* entry = names ? ::readdir(names.get()) : nullptr) {

@@ -2,6 +2,7 @@
 #include "atomic_file.h"
 #include "bag_reader.h"
 #include "bag_writer.h"
+#include "gen_helpers2/file_transaction.h"
 #include "input_file.h"
 
 #include <algorithm>
@@ -46,6 +47,40 @@ error_code_t write_bag(const variant_bag_t& bag, Sink&& sink)
     return error_code_t();
 }
 
+/// A file's second name, `<file>.damaged`, so that it stays when another takes its place. Where files have one
+/// name only it is renamed.
+class kept_aside_t
+{
+public:
+    explicit kept_aside_t(std::filesystem::path file) : m_file(std::move(file)), m_aside(m_file)
+    {
+        m_aside += ".damaged";
+        std::error_code error;
+        std::filesystem::remove(m_aside, error);
+        std::filesystem::create_hard_link(m_file, m_aside, error);
+        m_is_linked = !error;
+        if (error)
+            std::filesystem::rename(m_file, m_aside, error);
+        if (error)
+            m_error = error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
+    }
+    const error_code_t& error() const { return m_error; }
+    void undo() const
+    {
+        std::error_code stays_aside;
+        if (m_is_linked)
+            std::filesystem::remove(m_aside, stays_aside);
+        else if (!std::filesystem::exists(m_file, stays_aside))
+            std::filesystem::rename(m_aside, m_file, stays_aside);
+    }
+
+private:
+    std::filesystem::path m_file;
+    std::filesystem::path m_aside;
+    bool m_is_linked;
+    error_code_t m_error;
+};
+
 } // namespace
 
 error_code_t save_variant_bag(const variant_bag_t& bag, const path_t& file, std::size_t max_bytes)
@@ -71,16 +106,21 @@ error_code_t save_over_damaged_file(const variant_bag_t& bag, const path_t& file
 {
     std::error_code error;
     const std::filesystem::path target = std::filesystem::canonical(file.as_filesystem_path(), error);
-    if (error || !std::filesystem::is_regular_file(target, error))
-        return save_variant_bag(bag, file);
-    std::filesystem::path aside = target;
-    aside += ".damaged";
-    std::filesystem::rename(target, aside, error);
-    if (error)
+    const bool is_there = !error && std::filesystem::is_regular_file(target, error);
+    if (error && error != std::errc::no_such_file_or_directory)
         return error_code_t::io_error("cannot keep the damaged file aside: " + error.message());
+    if (!is_there)
+        return save_variant_bag(bag, file);
+    const kept_aside_t aside(target);
+    if (aside.error().failed())
+        return aside.error();
+    const bool is_later = file_transaction_t::when_ended([aside](bool committed) {
+        if (!committed)
+            aside.undo();
+    });
     const error_code_t result = save_variant_bag(bag, file);
-    if (result.failed())
-        std::filesystem::rename(aside, target, error);
+    if (result.failed() && !is_later)
+        aside.undo();
     return result;
 }
 
