@@ -1,13 +1,11 @@
 #include "cfgmgr2/property_storage.h"
 #include "gen_helpers2/assertion.h"
 #include "gen_helpers2/file.h"
+#include "gen_helpers2/file_stamp.h"
 #include "gen_helpers2/file_transaction.h"
 #include "gen_helpers2/variant_bag_file.h"
 #include "property_node.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <memory>
 #include <mutex>
 
@@ -16,41 +14,10 @@ namespace cfgmgr2 {
 namespace {
 
 using gen_helpers2::error_code_t;
+using gen_helpers2::file_stamp_t;
 using gen_helpers2::path_t;
 using gen_helpers2::variant_bag_t;
 using gen_helpers2::variant_t;
-
-/// Tells one state of a file from another. A file written by renaming has another inode each time.
-struct stamp_t
-{
-    explicit stamp_t(const path_t& file = path_t())
-    {
-        struct stat status;
-        const bool is_known = !file.is_empty() && ::stat(file.as_string().c_str(), &status) == 0;
-        // One that cannot be looked at may be there: it has to be read before it is written over.
-        exists = is_known || (!file.is_empty() && errno != ENOENT && errno != ENOTDIR);
-        if (is_known) {
-            device = status.st_dev;
-            inode = status.st_ino;
-            size = status.st_size;
-            seconds = status.st_mtim.tv_sec;
-            nanoseconds = status.st_mtim.tv_nsec;
-        }
-    }
-
-    bool operator==(const stamp_t& other) const
-    {
-        return exists == other.exists && device == other.device && inode == other.inode &&
-               size == other.size && seconds == other.seconds && nanoseconds == other.nanoseconds;
-    }
-
-    bool exists = false;
-    dev_t device = 0;
-    ino_t inode = 0;
-    off_t size = 0;
-    time_t seconds = 0;
-    long nanoseconds = 0;
-};
 
 /// The file behind all nodes of one storage.
 struct document_t : std::enable_shared_from_this<document_t>
@@ -64,7 +31,7 @@ struct document_t : std::enable_shared_from_this<document_t>
     std::mutex mutex;
     path_t file;
     std::shared_ptr<property_node_t> root = std::make_shared<property_node_t>();
-    stamp_t stamp;
+    file_stamp_t stamp;
     /// What is on the disk could not be understood.
     bool is_damaged = false;
     /// By the last save(), though a transaction may hold it back.
@@ -76,8 +43,8 @@ error_code_t document_t::open()
     if (file.is_empty())
         return error_code_t::invalid_parameter("no file name");
     gen_helpers2::finish_transaction(file.parent());
-    stamp = stamp_t(file);
-    if (!stamp.exists)
+    stamp = file_stamp_t(file);
+    if (!stamp.exists())
         return error_code_t();
     variant_bag_t bag;
     error_code_t result = gen_helpers2::load_variant_bag(file, bag);
@@ -85,14 +52,14 @@ error_code_t document_t::open()
     if (result.succeeded())
         root->assign(bag, 0);
     else if (!is_damaged)
-        stamp = stamp_t(); // saving will try to read it again
+        stamp = file_stamp_t(); // saving will try to read it again
     return result;
 }
 
 error_code_t document_t::take_over_changes()
 {
-    const stamp_t now(file);
-    if (!now.exists || now == stamp)
+    const file_stamp_t now(file);
+    if (!now.exists() || now == stamp)
         return error_code_t();
     variant_bag_t theirs;
     error_code_t result = gen_helpers2::load_variant_bag(file, theirs);
@@ -124,7 +91,7 @@ error_code_t document_t::save()
     error_code_t result = take_over_changes();
     if (result.failed())
         return result;
-    if (stamp.exists && stamp == stamp_t(file) && !is_damaged && !root->is_changed())
+    if (stamp.exists() && stamp == file_stamp_t(file) && !is_damaged && !root->is_changed())
         return result;
     is_written = false;
     // Asked first: once the file is there nothing may fail any more.
@@ -144,7 +111,7 @@ error_code_t document_t::save()
 // What is here stands on the disk.
 void document_t::settle()
 {
-    stamp = stamp_t(file);
+    stamp = file_stamp_t(file);
     is_damaged = false;
     root->set_unchanged();
 }
