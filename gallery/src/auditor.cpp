@@ -3,7 +3,8 @@
 #include "entries.h"
 #include "json_report.h"
 #include "missing_resource.h"
-#include "preferences_dialog.h"
+#include "preferences_entry.h"
+#include "preferences_page.h"
 #include "window_walk.h"
 
 #include <cfgmgr2/message_catalog.h>
@@ -35,7 +36,7 @@ std::vector<walk_step_t> all_steps()
 {
     std::vector<walk_step_t> steps = walk_of_entries();
     for (const auto& page : make_preferences_pages()) {
-        const std::string object = page->get_object();
+        const std::string object = page->get_name();
         steps.push_back({"preferences: " + object, [object] {
                              return open_preferences({{"page", object}}, wxTheApp->GetTopWindow());
                          }});

@@ -3,7 +3,8 @@
 #include "auditor.h"
 #include "entries.h"
 #include "json_report.h"
-#include "preferences_dialog.h"
+#include "preferences_entry.h"
+#include "preferences_page.h"
 
 #include <wx/app.h>
 #include <wx/dirdlg.h>
@@ -50,7 +51,7 @@ nlohmann::json list_windows()
     for (const entry_t& entry : entries())
         windows.push_back({entry.id, nullptr});
     for (const auto& page : make_preferences_pages())
-        windows.push_back({"preferences", {{"page", page->get_object()}}});
+        windows.push_back({"preferences", {{"page", page->get_name()}}});
     return windows;
 }
 

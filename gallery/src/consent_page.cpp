@@ -6,7 +6,7 @@
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/opt_in_dlg.h>
-#include <cpil/catalog.h>
+#include <commondlg3/text_utils.h>
 
 #include <string>
 
@@ -55,20 +55,58 @@ commondlg3::pref_base_t* consent_page_t::create(wxWindow* parent)
     return m_page.get();
 }
 
+void consent_page_t::show_kept()
+{
+    m_stored = get_consent(*m_store->get());
+    m_page->start_again(m_stored);
+}
+
 bool consent_page_t::is_changed() const
 {
     return m_page && (m_page->is_changed() || m_page->get_consent() != m_stored);
 }
 
-gen_helpers2::error_code_t consent_page_t::apply()
+void consent_page_t::store()
 {
-    if (!m_page)
-        return {};
     m_page->save_settings();
-    const auto result = save_consent(*m_store->get(), m_page->get_consent());
-    if (result.succeeded())
-        m_stored = m_page->get_consent();
-    return result;
+    set_consent(*m_store->get(), m_page->get_consent());
+}
+
+gen_helpers2::error_code_t consent_page_t::save()
+{
+    return m_store->save();
+}
+
+void consent_page_t::stored()
+{
+    m_stored = m_page->get_consent();
+    if (m_stored != user_consent_t::given)
+        remove_usage_record();
+}
+
+std::vector<gen_helpers2::path_t> consent_page_t::get_files() const
+{
+    return {m_store->get_path()};
+}
+
+gen_helpers2::variant_bag_t consent_page_t::get_settings() const
+{
+    gen_helpers2::variant_bag_t settings;
+    settings.put("consent", static_cast<int>(m_page ? m_page->get_selected() : m_stored));
+    return settings;
+}
+
+void consent_page_t::set_settings(const gen_helpers2::variant_bag_t& settings)
+{
+    const auto& value = settings.get<gen_helpers2::variant_t>("consent");
+    if (value.can_get<int>() && value.get<int>() != 0)
+        m_page->set_conset(value.get<int>() == static_cast<int>(user_consent_t::given));
+}
+
+// Nobody is led to an answer.
+gen_helpers2::variant_bag_t consent_page_t::get_defaults() const
+{
+    return {};
 }
 
 json consent_page_t::get_data() const
@@ -113,9 +151,9 @@ void ask_for_consent_once(wxWindow* parent)
         const auto result = save_consent(agreed ? user_consent_t::given : user_consent_t::refused);
         if (result.succeeded())
             return;
-        auto window = commondlg3::message_window_t::simple_error_wnd(
-            "gallery", CPIL_2_18::i18n::catalog_key("preferences.not_written"),
-            CPIL_2_18::i18n::catalog_key("consent.not_written_details"), {}, {});
+        commondlg3::message_window_t window;
+        window.main_message = commondlg3::translate_message("preferences.not_written");
+        window.supplemental_message = text("consent.not_written_details");
         window.details_message = result.message();
         commondlg3::show_modal(window, &dialog);
     });

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "preferences_page.h"
-#include "settings_store.h"
 #include "usage_record.h"
+
+#include <commondlg3/settings_file.h>
 
 #include <wx/weakref.h>
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace gallery {
 
@@ -17,19 +19,27 @@ class consent_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "pref.optin";
 
-    explicit consent_page_t(settings_store_ptr_t store) : m_store(std::move(store)) {}
+    explicit consent_page_t(commondlg3::settings_file_ptr_t store) : m_store(std::move(store)) {}
 
-    std::string get_object() const override { return object_name; }
+    std::string get_name() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
     gen_helpers2::error_code_t load() override;
     commondlg3::pref_base_t* create(wxWindow* parent) override;
+    void show_kept() override;
     bool is_changed() const override;
-    gen_helpers2::error_code_t apply() override;
+    void store() override;
+    gen_helpers2::error_code_t save() override;
+    std::vector<gen_helpers2::path_t> get_files() const override;
+    gen_helpers2::variant_bag_t get_settings() const override;
+    void set_settings(const gen_helpers2::variant_bag_t& settings) override;
+    gen_helpers2::variant_bag_t get_defaults() const override;
+    bool is_exported() const override { return false; }
+    void stored() override;
     nlohmann::json get_data() const override;
 
 private:
-    settings_store_ptr_t m_store;
+    commondlg3::settings_file_ptr_t m_store;
     opt_in_pp_t::user_consent_t m_stored = opt_in_pp_t::user_consent_t::not_decided;
     wxWeakRef<opt_in_pp_t> m_page;
 };

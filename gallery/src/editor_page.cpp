@@ -19,6 +19,11 @@ using nlohmann::json;
 constexpr unsigned all_flags =
     editor_pp_t::choose_language | editor_pp_t::show_default | editor_pp_t::show_info;
 
+const char* name_of(language_info::language_t language)
+{
+    return language == language_info::cpp ? "cpp" : language == language_info::fortran ? "fortran" : "other";
+}
+
 editor_data_t editors_in(const gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage>& storage)
 {
     editor_data_t data;
@@ -82,7 +87,7 @@ editor_data_t data_from(const json& record)
 
 editor_data_t load_editors(gen_helpers2::error_code_t& result)
 {
-    settings_store_t store(preferences_file);
+    commondlg3::settings_file_t store(preferences_file);
     result = store.load();
     return editors_in(store.get());
 }
@@ -104,21 +109,105 @@ commondlg3::pref_base_t* editor_page_t::create(wxWindow* parent)
     return m_page.get();
 }
 
-bool editor_page_t::is_changed() const
+void editor_page_t::show_kept()
 {
-    return m_unwritten || (m_page && m_page->is_changed());
+    m_page->set_data(editors_in(m_store->get()));
+    m_page->set_unchanged();
 }
 
-gen_helpers2::error_code_t editor_page_t::apply()
+bool editor_page_t::is_changed() const
 {
-    if (!m_page)
-        return {};
+    return m_page && m_page->is_changed();
+}
+
+void editor_page_t::store()
+{
     m_page->on_ok();
     m_page->get_data().save_storage_info(m_store->get());
     m_page->set_unchanged();
-    const auto result = m_store->get()->save();
-    m_unwritten = result.failed();
-    return result;
+}
+
+gen_helpers2::error_code_t editor_page_t::save()
+{
+    return m_store->save();
+}
+
+std::vector<gen_helpers2::path_t> editor_page_t::get_files() const
+{
+    return {m_store->get_path()};
+}
+
+// A language's editors are one setting: the user's own ones, and which are chosen. What the desktop knows is
+// of this machine.
+gen_helpers2::variant_bag_t editor_page_t::get_settings() const
+{
+    const editor_data_t data = m_page ? m_page->get_data() : editors_in(m_store->get());
+    variant_bag_t settings;
+    for (const auto language : data.get_languages()) {
+        variant_bag_t& kept = settings.add_child(name_of(language));
+        for (const auto& editor : data.get_editors(language)) {
+            if (data.get_editor_type(language, editor.name) != editor_data_t::editor_type_custom)
+                continue;
+            variant_bag_t& own = kept.add_child("editor");
+            own.put("name", editor.name);
+            own.put("display_name", editor.display_name);
+            own.put("executable", editor.executable);
+            own.put("command_line", editor.command_line);
+        }
+        kept.put("selected", data.get_selected_editor_name(language));
+        kept.put("default", data.get_default_editor_name(language));
+    }
+    return settings;
+}
+
+void editor_page_t::set_settings(const variant_bag_t& settings)
+{
+    editor_data_t data = m_page->get_data();
+    for (const auto language : data.get_languages()) {
+        const variant_bag_t* given = settings.find_child(name_of(language));
+        if (!given)
+            continue;
+        std::vector<std::string> own;
+        for (const auto& editor : data.get_editors(language))
+            if (data.get_editor_type(language, editor.name) == editor_data_t::editor_type_custom)
+                own.push_back(editor.name);
+        for (const std::string& name : own)
+            data.remove_editor(language, name);
+        given->for_each_child("editor", [&](const variant_bag_t& each) {
+            const auto given_text = [&](const char* name) { return each.find_text(name).value_or(""); };
+            if (!given_text("name").empty() &&
+                data.get_editor_type(language, given_text("name")) == editor_data_t::editor_type_none)
+                data.add_editor(language, {given_text("name"), given_text("display_name"),
+                                           given_text("executable"), given_text("command_line")});
+        });
+        const auto is_there = [&](const std::string& name) {
+            return name.empty() || data.get_editor_type(language, name) != editor_data_t::editor_type_none;
+        };
+        if (const std::string name = given->find_text("selected").value_or(""); is_there(name))
+            data.set_selected_editor_name(language, name);
+        if (const std::string name = given->find_text("default").value_or(""); is_there(name))
+            data.set_default_editor_name(language, name);
+    }
+    m_page->set_data(data);
+}
+
+variant_bag_t editor_page_t::get_defaults() const
+{
+    variant_bag_t usual;
+    for (const auto language : editor_data_t().get_languages()) {
+        variant_bag_t& none = usual.add_child(name_of(language));
+        none.put("selected", "");
+        none.put("default", "");
+    }
+    return usual;
+}
+
+std::vector<editor_page_t::setting_t> editor_page_t::get_setting_controls() const
+{
+    std::vector<setting_t> settings;
+    for (const auto language : editor_data_t().get_languages())
+        settings.push_back({name_of(language), nullptr, language_info::get_localized_name(language)});
+    return settings;
 }
 
 json editor_page_t::get_data() const

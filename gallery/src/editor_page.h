@@ -1,14 +1,15 @@
 #pragma once
 
 #include "preferences_page.h"
-#include "settings_store.h"
 
 #include <commondlg3/editor_pp.h>
+#include <commondlg3/settings_file.h>
 
 #include <wx/weakref.h>
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace gallery {
 
@@ -18,21 +19,27 @@ class editor_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "pref.editor";
 
-    explicit editor_page_t(settings_store_ptr_t store) : m_store(std::move(store)) {}
+    explicit editor_page_t(commondlg3::settings_file_ptr_t store) : m_store(std::move(store)) {}
 
-    std::string get_object() const override { return object_name; }
+    std::string get_name() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
     gen_helpers2::error_code_t load() override { return m_store->load(); }
     commondlg3::pref_base_t* create(wxWindow* parent) override;
+    void show_kept() override;
     bool is_changed() const override;
-    gen_helpers2::error_code_t apply() override;
+    void store() override;
+    gen_helpers2::error_code_t save() override;
+    std::vector<gen_helpers2::path_t> get_files() const override;
+    gen_helpers2::variant_bag_t get_settings() const override;
+    void set_settings(const gen_helpers2::variant_bag_t& settings) override;
+    gen_helpers2::variant_bag_t get_defaults() const override;
+    std::vector<setting_t> get_setting_controls() const override;
     nlohmann::json get_data() const override;
 
 private:
-    settings_store_ptr_t m_store;
+    commondlg3::settings_file_ptr_t m_store;
     wxWeakRef<commondlg3::editor_pp_t> m_page;
-    bool m_unwritten = false;
 };
 
 /// What the desktop knows, then what was kept; on an error the former alone.

@@ -11,7 +11,7 @@
 #include "log_page.h"
 #include "message_entries.h"
 #include "open_source_dialog.h"
-#include "preferences_dialog.h"
+#include "preferences_entry.h"
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
 #include "simple_message_page.h"
@@ -81,7 +81,7 @@ std::vector<entry_t> make_entries()
         page("caption", caption_page_t::object_name, open_caption_page),
         page("simple_message", simple_message_page_t::object_name, open_simple_message_page),
         page("advanced_panel", advanced_panel_page_t::object_name, open_advanced_panel_page),
-        dialog("preferences", preferences_dialog_t::object_name, open_preferences),
+        dialog("preferences", preferences_object, open_preferences),
         page("page_result_saving", result_saving_page_t::object_name, open_result_saving_page),
         page("page_editor", editor_page_t::object_name, open_editor_page),
         dialog("open_source", open_source_dialog_t::object_name, open_open_source_dialog),

@@ -88,19 +88,72 @@ commondlg3::pref_base_t* experimental_page_t::create(wxWindow* parent)
     return m_page.get();
 }
 
+void experimental_page_t::show_kept()
+{
+    m_page->load_settings();
+}
+
 bool experimental_page_t::is_changed() const
 {
     return m_page && m_page->is_changed();
 }
 
-gen_helpers2::error_code_t experimental_page_t::apply()
+void experimental_page_t::store()
 {
-    if (!m_page)
+    m_page->take_choice();
+}
+
+gen_helpers2::error_code_t experimental_page_t::save()
+{
+    if (m_active->save())
         return {};
-    if (!m_page->save_settings())
-        return gen_helpers2::error_code_t::io_error(m_active->get_config_filename());
+    return gen_helpers2::error_code_t::io_error(m_active->get_config_filename());
+}
+
+void experimental_page_t::stored()
+{
+    m_page->set_unchanged();
     m_restart_due = m_restart_due || m_page->is_restart_requested();
-    return {};
+}
+
+std::vector<gen_helpers2::path_t> experimental_page_t::get_files() const
+{
+    const commondlg3::active_features_config_impl_t kept{gen_helpers2::path_t()};
+    return {gen_helpers2::path_t(kept.get_config_filename())};
+}
+
+gen_helpers2::variant_bag_t experimental_page_t::get_settings() const
+{
+    gen_helpers2::variant_bag_t settings;
+    for (int i = 0; !m_page && i < m_list->get_count(); ++i)
+        settings.put(m_list->get_feature(i).env_variable, m_active->is_turned_on(m_list->get_feature(i)));
+    if (m_page)
+        for (const auto& feature : m_page->get_features())
+            settings.put(feature.env_variable, feature.enabled);
+    return settings;
+}
+
+void experimental_page_t::set_settings(const gen_helpers2::variant_bag_t& settings)
+{
+    for (const auto& item : settings)
+        if (item.value().can_get<bool>())
+            m_page->set_enabled(std::string(item.name()), item.value().get<bool>());
+}
+
+gen_helpers2::variant_bag_t experimental_page_t::get_defaults() const
+{
+    gen_helpers2::variant_bag_t off;
+    for (int i = 0; i < m_list->get_count(); ++i)
+        off.put(m_list->get_feature(i).env_variable, false);
+    return off;
+}
+
+std::vector<experimental_page_t::setting_t> experimental_page_t::get_setting_controls() const
+{
+    std::vector<setting_t> settings;
+    for (int i = 0; i < m_list->get_count(); ++i)
+        settings.push_back({m_list->get_feature(i).env_variable, nullptr, m_list->get_feature(i).name});
+    return settings;
 }
 
 bool experimental_page_t::prompt_restart()

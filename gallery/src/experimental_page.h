@@ -7,6 +7,7 @@
 #include <wx/weakref.h>
 
 #include <string>
+#include <vector>
 
 namespace gallery {
 
@@ -16,13 +17,21 @@ class experimental_page_t : public preferences_page_t
 public:
     static constexpr char object_name[] = "panel.experimental";
 
-    std::string get_object() const override { return object_name; }
+    std::string get_name() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
     gen_helpers2::error_code_t load() override;
     commondlg3::pref_base_t* create(wxWindow* parent) override;
+    void show_kept() override;
     bool is_changed() const override;
-    gen_helpers2::error_code_t apply() override;
+    void store() override;
+    gen_helpers2::error_code_t save() override;
+    std::vector<gen_helpers2::path_t> get_files() const override;
+    gen_helpers2::variant_bag_t get_settings() const override;
+    void set_settings(const gen_helpers2::variant_bag_t& settings) override;
+    gen_helpers2::variant_bag_t get_defaults() const override;
+    void stored() override;
+    std::vector<setting_t> get_setting_controls() const override;
     bool prompt_restart() override;
     nlohmann::json get_data() const override;
 

@@ -3,7 +3,7 @@
 #include "experimental_features.h"
 #include "missing_resource.h"
 #include "open_source_dialog.h"
-#include "preferences_dialog.h"
+#include "preferences_entry.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>

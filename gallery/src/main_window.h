@@ -1,7 +1,7 @@
 #pragma once
 
 #include "entries.h"
-#include "window_size.h"
+#include <wx_helpers1/window_size.h>
 
 #include <commondlg3/pref_base.h>
 
@@ -53,7 +53,7 @@ private:
     void fill();
 
     main_panel_t* m_panel = nullptr;
-    window_size_t m_size;
+    wx_helpers1::window_size_t m_size;
 };
 
 } // namespace gallery

@@ -5,8 +5,13 @@
 #include "window_run.h"
 
 #include <cctrl2/collection_controller.h>
+#include <commondlg3/resources.h>
 #include <gen_helpers2/log.h>
 #include <gen_helpers2/stdpaths.h>
+
+#include <wx/checkbox.h>
+#include <wx/radiobut.h>
+#include <wx/textctrl.h>
 
 #include <filesystem>
 #include <memory>
@@ -19,6 +24,7 @@ namespace {
 
 using commondlg3::result_saving_data_t;
 using commondlg3::result_saving_pp_t;
+using gen_helpers2::variant_bag_t;
 using nlohmann::json;
 
 constexpr unsigned all_flags = result_saving_pp_t::show_project | result_saving_pp_t::check_folder |
@@ -67,9 +73,19 @@ result_saving_data_t data_from(const json& data, result_saving_data_t record)
     return record;
 }
 
+variant_bag_t bag_of(const result_saving_data_t& data)
+{
+    variant_bag_t bag;
+    bag.put("name_template", data.get_name_template());
+    bag.put("folder", data.get_folder());
+    bag.put("to_project", static_cast<int>(data.get_proj_storing()) == 1);
+    bag.put("accessibility", data.get_vs_accessibility());
+    return bag;
+}
+
 } // namespace
 
-result_saving_page_t::result_saving_page_t(settings_store_ptr_t store)
+result_saving_page_t::result_saving_page_t(commondlg3::settings_file_ptr_t store)
     : m_store(std::move(store)), m_data(initial_data())
 {
 }
@@ -115,15 +131,18 @@ commondlg3::pref_base_t* result_saving_page_t::create(wxWindow* parent)
     return m_page.get();
 }
 
-bool result_saving_page_t::is_changed() const
+void result_saving_page_t::show_kept()
 {
-    return m_unwritten || (m_page && m_page->is_changed());
+    m_page->set_data(m_data);
 }
 
-gen_helpers2::error_code_t result_saving_page_t::apply()
+bool result_saving_page_t::is_changed() const
 {
-    if (!m_page)
-        return {};
+    return m_page && m_page->is_changed();
+}
+
+void result_saving_page_t::store()
+{
     m_page->on_ok();
     m_data = m_page->get_data();
     m_page->load_settings(); // what was replaced by a safe value is shown as such
@@ -133,9 +152,48 @@ gen_helpers2::error_code_t result_saving_page_t::apply()
     stored->set_value("vs_accessibility", m_data.get_vs_accessibility());
     stored->set_value("name_template", m_data.get_name_template());
     stored->set_value("folder", m_data.get_folder());
-    const auto result = m_store->get()->save();
-    m_unwritten = result.failed();
-    return result;
+}
+
+gen_helpers2::error_code_t result_saving_page_t::save()
+{
+    return m_store->save();
+}
+
+std::vector<gen_helpers2::path_t> result_saving_page_t::get_files() const
+{
+    return {m_store->get_path()};
+}
+
+variant_bag_t result_saving_page_t::get_settings() const
+{
+    return bag_of(m_page ? m_page->get_entered() : m_data);
+}
+
+void result_saving_page_t::set_settings(const variant_bag_t& settings)
+{
+    result_saving_data_t data = m_page->get_entered();
+    if (const auto* to_project = settings.find_value("to_project"); to_project && to_project->can_get<bool>())
+        data.set_proj_storing(
+            static_cast<result_saving_data_t::project_storing_t>(to_project->get<bool>() ? 1 : 0));
+    if (const auto* access = settings.find_value("accessibility"); access && access->can_get<bool>())
+        data.set_vs_accessibility(access->get<bool>());
+    data.set_name_template(settings.find_text("name_template").value_or(data.get_name_template()));
+    data.set_folder(settings.find_text("folder").value_or(data.get_folder()));
+    m_page->set_entered(data);
+}
+
+variant_bag_t result_saving_page_t::get_defaults() const
+{
+    return bag_of(initial_data());
+}
+
+std::vector<result_saving_page_t::setting_t> result_saving_page_t::get_setting_controls() const
+{
+    using commondlg3::from_xrc;
+    return {{"name_template", from_xrc<wxTextCtrl>(m_page, "m_textCtrl14"), {}},
+            {"folder", from_xrc<wxTextCtrl>(m_page, "m_textCtrl16"), {}},
+            {"to_project", from_xrc<wxRadioButton>(m_page, "m_radioBtn14"), {}},
+            {"accessibility", from_xrc<wxCheckBox>(m_page, "m_checkBox7"), {}}};
 }
 
 json result_saving_page_t::get_data() const
@@ -148,7 +206,7 @@ int open_result_saving_page(const json& data, wxWindow* parent)
     constexpr auto object = result_saving_page_t::object_name;
     return window_run_t::run(
         object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
-            result_saving_page_t stored(std::make_shared<settings_store_t>(preferences_file));
+            result_saving_page_t stored(std::make_shared<commondlg3::settings_file_t>(preferences_file));
             if (const auto read = stored.load(); read.failed())
                 gen_helpers2::log_warning("gallery", read.as_string());
             const auto record = data_from(stored.get_data(), initial_data());

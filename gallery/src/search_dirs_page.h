@@ -1,9 +1,9 @@
 #pragma once
 
 #include "preferences_page.h"
-#include "settings_store.h"
 
 #include <commondlg3/search_dirs_tab.h>
+#include <commondlg3/settings_file.h>
 #include <ff/search_directories.h>
 
 #include <wx/weakref.h>
@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace gallery {
 
@@ -18,13 +19,14 @@ namespace gallery {
 class search_dirs_store_t
 {
 public:
-    /// Reads the file at the first call; others answer what that one did.
+    /// Reads the file at the first call, and again when another program has written it.
     gen_helpers2::error_code_t load();
     /// Null before load().
     const FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>& get() const { return m_container; }
+    const gen_helpers2::path_t& get_path() const { return m_file.get_path(); }
 
 private:
-    settings_store_t m_file{"search_directories.xml"};
+    commondlg3::settings_file_t m_file{"search_directories.xml"};
     FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer> m_container;
 };
 
@@ -38,13 +40,21 @@ public:
     search_dirs_page_t(std::shared_ptr<search_dirs_store_t> store, FF_2_13::search_category_t category,
                        std::string name);
 
-    std::string get_object() const override { return std::string(object_name) + "." + m_name; }
+    std::string get_name() const override { return std::string(object_name) + "." + m_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
     gen_helpers2::error_code_t load() override { return m_store->load(); }
     commondlg3::pref_base_t* create(wxWindow* parent) override;
+    void show_kept() override;
     bool is_changed() const override;
-    gen_helpers2::error_code_t apply() override;
+    void store() override;
+    gen_helpers2::error_code_t save() override;
+    std::vector<gen_helpers2::path_t> get_files() const override;
+    gen_helpers2::variant_bag_t get_settings() const override;
+    void set_settings(const gen_helpers2::variant_bag_t& settings) override;
+    gen_helpers2::variant_bag_t get_defaults() const override;
+    std::vector<setting_t> get_setting_controls() const override;
+    std::string get_group() const override;
     nlohmann::json get_data() const override;
 
 private:
@@ -52,7 +62,6 @@ private:
     FF_2_13::search_category_t m_category;
     std::string m_name;
     wxWeakRef<commondlg3::search_dirs_tab_t> m_tab;
-    bool m_unwritten = false;
 };
 
 /// The category of a page by its object's name; without a category's name in it, that of sources. Nothing

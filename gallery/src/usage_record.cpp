@@ -1,9 +1,10 @@
 #include "usage_record.h"
 
-#include "settings_store.h"
+#include "preferences_page.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
+#include <commondlg3/settings_file.h>
 #include <gen_helpers2/file.h>
 #include <gen_helpers2/log.h>
 
@@ -32,12 +33,6 @@ std::map<std::string, int>& opened()
 gen_helpers2::path_t record_file()
 {
     return cfgmgr2::IProductLocations::get()->get_config_directory() / "usage_data.json";
-}
-
-void remove_record()
-{
-    std::error_code missing_is_right;
-    std::filesystem::remove(record_file().as_filesystem_path(), missing_is_right);
 }
 
 } // namespace
@@ -70,28 +65,34 @@ user_consent_t get_consent(cfgmgr2::IPropertyStorage& preferences)
     return number == 1 || number == 2 ? static_cast<user_consent_t>(number) : user_consent_t::not_decided;
 }
 
-gen_helpers2::error_code_t save_consent(cfgmgr2::IPropertyStorage& preferences, user_consent_t consent)
+void set_consent(cfgmgr2::IPropertyStorage& preferences, user_consent_t consent)
 {
     preferences.get_child(child_name)->set_value(value_name, static_cast<int>(consent));
-    const auto result = preferences.save();
-    if (result.succeeded() && consent != user_consent_t::given)
-        remove_record();
-    return result;
+}
+
+void remove_usage_record()
+{
+    std::error_code missing_is_right;
+    std::filesystem::remove(record_file().as_filesystem_path(), missing_is_right);
 }
 
 user_consent_t load_consent(gen_helpers2::error_code_t& result)
 {
-    settings_store_t store(preferences_file);
+    commondlg3::settings_file_t store(preferences_file);
     result = store.load();
     return get_consent(*store.get());
 }
 
 gen_helpers2::error_code_t save_consent(user_consent_t consent)
 {
-    settings_store_t store(preferences_file);
+    commondlg3::settings_file_t store(preferences_file);
     if (const auto read = store.load(); read.failed()) // the file is kept aside by saving
         gen_helpers2::log_warning("gallery", read.as_string());
-    return save_consent(*store.get(), consent);
+    set_consent(*store.get(), consent);
+    const auto result = store.save();
+    if (result.succeeded() && consent != user_consent_t::given)
+        remove_usage_record();
+    return result;
 }
 
 void report_usage()
@@ -102,7 +103,7 @@ void report_usage()
         if (result.failed())
             gen_helpers2::log_warning("gallery", "the usage record was not kept: " + result.as_string());
     } else if (result.succeeded()) {
-        remove_record();
+        remove_usage_record();
     }
 }
 

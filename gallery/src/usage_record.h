@@ -23,8 +23,9 @@ opt_in_pp_t::user_consent_t load_consent(gen_helpers2::error_code_t& result);
 
 /// The same in preferences that are open.
 opt_in_pp_t::user_consent_t get_consent(cfgmgr2::IPropertyStorage& preferences);
-[[nodiscard]] gen_helpers2::error_code_t save_consent(cfgmgr2::IPropertyStorage& preferences,
-                                                      opt_in_pp_t::user_consent_t consent);
+/// Puts it there, for whoever saves them; then the record of whoever does not agree must be taken away.
+void set_consent(cfgmgr2::IPropertyStorage& preferences, opt_in_pp_t::user_consent_t consent);
+void remove_usage_record();
 
 /// At the product's end: reports the record if the user agreed. The gallery reports to nobody: it leaves the
 /// record in a file of the configuration directory, which is taken away when the user does not agree.

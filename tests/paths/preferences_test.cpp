@@ -1,7 +1,8 @@
 #include "tools.h"
 
+#include <commondlg3/preferences_frame.h>
 #include <commondlg3/resources.h>
-#include <preferences_dialog.h>
+#include <preferences_entry.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
@@ -12,7 +13,6 @@
 
 namespace {
 
-using gallery::preferences_dialog_t;
 using wx_helpers1::to_wx;
 
 class Preferences : public testing::Test
@@ -20,8 +20,7 @@ class Preferences : public testing::Test
 protected:
     static int run(const std::function<void(wxTopLevelWindow*)>& act)
     {
-        preferences_dialog_t dialog;
-        return test::run(dialog, act);
+        return test::run(*gallery::make_preferences(), act);
     }
     static wxTextCtrl* name_in(wxWindow* dialog)
     {
@@ -30,6 +29,16 @@ protected:
     static wxButton* button(wxWindow* dialog, const char* name)
     {
         return commondlg3::from_xrc<wxButton>(dialog, name);
+    }
+    /// Cancels, and answers the question of what is to become of the changes.
+    static void leave(wxWindow* dialog, const char* answer)
+    {
+        test::run_modal(
+            [dialog] {
+                test::click(dialog, "m_btn_cancel");
+                return 0;
+            },
+            [answer](wxTopLevelWindow* question) { test::click(question, answer); });
     }
     std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
 
@@ -57,7 +66,9 @@ TEST_F(Preferences, OkAndApplyKeepWhatCancelLeavesAlone)
                   EXPECT_EQ("second_@", name_in(dialog)->GetValue());
                   name_in(dialog)->SetValue("third_@");
                   dialog->SetSize(800, 600);
-                  test::press(WXK_ESCAPE);
+                  leave(dialog, "m_btn_cancel");
+                  EXPECT_TRUE(dialog->IsShown());
+                  leave(dialog, "m_btn_discard");
               }));
     EXPECT_EQ(before, stored() + test::read_file(m_dir.path() + "/config/windows.xml"));
 }

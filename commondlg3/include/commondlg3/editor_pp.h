@@ -59,6 +59,8 @@ public:
 
     /// What was given, with the changes that were made on the page so far.
     const editor_data_t& get_data() const { return m_data; }
+    /// Shows these editors instead, as if the user had made them of the others.
+    void set_data(const editor_data_t& data);
     /// Whether the user changed or chose anything; that the page selected an editor where none was is no
     /// change.
     [[nodiscard]] bool is_changed() const { return m_chosen || m_data != m_unchanged; }

@@ -58,7 +58,13 @@ public:
     /// Writes the choice; whether that succeeded. Without a place to write to: whether anything was changed.
     /// What could not be written stays changed. A page that never got its features writes nothing.
     bool save_settings() override;
+    /// The two halves of it, for a host that writes the choice itself: puts the states into the choice, and
+    /// takes them for the stored ones.
+    void take_choice();
+    void set_unchanged();
 
+    /// Sets a feature's box as if the user had; whether there is such a feature.
+    bool set_enabled(const std::string& env_variable, bool enabled);
     /// Whether some feature is in another state than the one that was loaded or last saved.
     [[nodiscard]] bool is_changed() const;
     bool is_experimental_on() const;

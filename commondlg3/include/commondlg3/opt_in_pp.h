@@ -36,6 +36,8 @@ public:
     /// What was given, or what the last save_settings() took from the choices: for hosts to read.
     user_consent_t consent;
     user_consent_t get_consent() const { return consent; }
+    /// What the choices say now.
+    user_consent_t get_selected() const;
     /// Whether the choices say anything else than get_consent().
     [[nodiscard]] bool is_changed() const;
 
@@ -53,7 +55,6 @@ public:
 
 private:
     bool has_controls() const;
-    user_consent_t get_selected() const;
     void rewrap();
     void on_size(wxSizeEvent& event);
 

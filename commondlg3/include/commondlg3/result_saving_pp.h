@@ -45,6 +45,12 @@ public:
 
     /// What was given, or what the last save_settings() took from the controls.
     const result_saving_data_t& get_data() const { return m_data; }
+    /// Another record in place of the one that was given, shown as it is.
+    void set_data(const result_saving_data_t& data);
+    /// What the controls hold now, whether or not it can be used.
+    result_saving_data_t get_entered() const;
+    /// Puts these values into the controls, as if the user had.
+    void set_entered(const result_saving_data_t& data);
     /// Whether the controls hold anything else than when they were filled, or last saved. That the page was
     /// opened is no change, whatever the record holds.
     [[nodiscard]] bool is_changed() const;

@@ -68,6 +68,15 @@ public:
     /// Another container or category, whose list is shown.
     void set_data(container_t container, FF_2_13::search_category_t category);
 
+    struct shown_dir_t
+    {
+        std::string path;
+        bool recursive;
+    };
+    /// What the list shows now; what is being typed is no part of it yet.
+    std::vector<shown_dir_t> get_shown_dirs() const;
+    /// Another list in its place, as if the user had made it; it can be undone.
+    void set_shown_dirs(const std::vector<shown_dir_t>& dirs);
     /// Whether saving would write another list than the one that was loaded or saved last. What is being
     /// typed counts.
     [[nodiscard]] bool is_changed() const;

@@ -162,19 +162,46 @@ void experimental_options_panel_t::on_checkbox(wxCommandEvent& event)
 
 bool experimental_options_panel_t::save_settings()
 {
-    m_restart_requested = is_changed();
+    take_choice();
     if (!m_active)
         return m_restart_requested;
     if (!m_loaded_features)
-        return true; // nothing was shown, so nothing was chosen: an empty list would be nobody's choice
+        return true;
+    const bool saved = m_active->save();
+    if (saved)
+        set_unchanged();
+    return saved;
+}
+
+void experimental_options_panel_t::take_choice()
+{
+    m_restart_requested = is_changed();
+    if (!m_active || !m_loaded_features)
+        return; // nothing was shown, so nothing was chosen: an empty list would be nobody's choice
     m_active->clear();
     for (const feature_info_t& feature : m_features)
         if (feature.enabled)
             m_active->turn_on({feature.name, feature.description, feature.env_variable});
-    const bool saved = m_active->save();
-    for (std::size_t i = 0; saved && i < m_rows.size(); ++i)
+}
+
+void experimental_options_panel_t::set_unchanged()
+{
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
         m_rows[i].stored = m_features[i].enabled;
-    return saved;
+}
+
+bool experimental_options_panel_t::set_enabled(const std::string& env_variable, bool enabled)
+{
+    for (std::size_t i = 0; i < m_features.size(); ++i) {
+        if (m_features[i].env_variable != env_variable)
+            continue;
+        m_features[i].enabled = enabled;
+        if (i < m_rows.size())
+            m_rows[i].box->SetValue(enabled);
+        show_state();
+        return true;
+    }
+    return false;
 }
 
 bool experimental_options_panel_t::is_changed() const

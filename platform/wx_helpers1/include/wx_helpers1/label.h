@@ -8,6 +8,7 @@
 
 #include <string>
 
+class wxColour;
 class wxStaticText;
 class wxWindow;
 
@@ -45,5 +46,9 @@ WX_HELPERS1_EXPORT wxSize natural_size(wxStaticText* label);
 
 /// The height that the label needs when it is `width` pixels wide, in pixels.
 WX_HELPERS1_EXPORT int height_for_width(wxStaticText* label, int width);
+
+/// Marks the text of a label, a check box, a radio button or a button with a colour behind it, and nothing
+/// else of it: a check box keeps its box. An invalid colour takes the mark away.
+WX_HELPERS1_EXPORT void set_label_background(wxWindow* control, const wxColour& colour);
 
 } // namespace wx_helpers1

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "wx_helpers1/export.h"
+
 #include <wx/gdicmn.h>
+#include <wx/geometry.h>
 #include <wx/toplevel.h>
 
-namespace gallery {
+namespace wx_helpers1 {
 
 /// The inner size of a window that shows as much at every font, as far as its screen goes. Of the outer one
 /// some desktops let the window have less: there the frame is part of it, and the shadow around it.
@@ -13,7 +16,7 @@ namespace gallery {
 ///     ...                                              // when the look has changed:
 ///     size.take_over();
 ///     size.give();
-class window_size_t
+class WX_HELPERS1_EXPORT window_size_t
 {
 public:
     window_size_t(wxTopLevelWindow& window, const wxSize& usual, const wxSize& least);
@@ -35,4 +38,4 @@ private:
     wxSize m_character; ///< at that time
 };
 
-} // namespace gallery
+} // namespace wx_helpers1

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace gallery {
+namespace commondlg3 {
 
 /// What the user looks for: all words, in any order and any case.
 class search_words_t
@@ -17,14 +17,18 @@ public:
     explicit search_words_t(const std::string& typed);
     bool empty() const { return m_words.empty(); }
     bool are_in(const std::string& text) const;
+    /// The same for a text from to_searched().
+    bool are_in_searched(const std::string& text) const;
 
 private:
     std::vector<std::string> m_words;
 };
 
+/// A text as it is searched, without regard to case.
+std::string to_searched(const std::string& text);
 /// All texts that a page shows, a line each.
 std::string get_page_texts(const wxWindow& page);
-/// The labels, boxes and buttons of a page that bear all the words.
+/// The labels, boxes, buttons and lists of a page that bear all the words.
 std::vector<wxWindow*> find_settings(wxWindow& page, const search_words_t& words);
 /// Puts the keyboard's focus on the setting that a label stands for.
 void focus_setting(wxWindow& label);
@@ -40,4 +44,4 @@ private:
     std::vector<wxWeakRef<wxWindow>> m_marked;
 };
 
-} // namespace gallery
+} // namespace commondlg3

@@ -1,9 +1,9 @@
-#include "window_size.h"
+#include "wx_helpers1/window_size.h"
 
 #include <wx/display.h>
 #include <wx/math.h>
 
-namespace gallery {
+namespace wx_helpers1 {
 
 window_size_t::window_size_t(wxTopLevelWindow& window, const wxSize& usual, const wxSize& least)
     : m_window(window), m_wanted(usual.x, usual.y), m_least(least)
@@ -43,4 +43,4 @@ void window_size_t::give(const wxSize& needed)
     keep();
 }
 
-} // namespace gallery
+} // namespace wx_helpers1
