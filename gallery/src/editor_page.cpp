@@ -141,7 +141,8 @@ std::vector<gen_helpers2::path_t> editor_page_t::get_files() const
 // of this machine.
 gen_helpers2::variant_bag_t editor_page_t::get_settings() const
 {
-    const editor_data_t data = m_page ? m_page->get_data() : editors_in(m_store->get());
+    // A page that is not changed has an editor selected where the settings have none.
+    const editor_data_t data = is_changed() ? m_page->get_data() : editors_in(m_store->get());
     variant_bag_t settings;
     for (const auto language : data.get_languages()) {
         variant_bag_t& kept = settings.add_child(name_of(language));

@@ -162,8 +162,9 @@ void preferences_frame_t::impl_t::make_room()
     wxScrolledWindow* const area = stack.get_area();
     const int missing = area->GetSizer()->CalcMin().x - area->GetClientSize().x;
     if (missing > 0) {
-        const int widest = std::max(m_frame.GetSize().x, wxGetClientDisplayRect().width);
-        m_frame.SetSize(std::min(m_frame.GetSize().x + missing, widest), m_frame.GetSize().y);
+        const wxSize now = m_frame.GetClientSize();
+        const int widest = std::max(now.x, wxGetClientDisplayRect().width - m_frame.GetCharWidth());
+        m_frame.SetClientSize(std::min(now.x + missing, widest), now.y);
         m_frame.Layout();
     }
     m_size.keep();

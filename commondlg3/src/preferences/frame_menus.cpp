@@ -132,7 +132,7 @@ void preferences_frame_t::impl_t::export_settings()
 {
     std::string path = translate_message("preferences.export_name");
     if (!file_dlg(&m_frame, false, path, "xml", translate_message("preferences.exchange_filter"),
-                  std::string(), std::string()))
+                  translate_message("preferences.export_title"), std::string()))
         return;
     const auto bag = std::make_shared<variant_bag_t>();
     bag->put(format_name, format_value);
@@ -155,7 +155,7 @@ void preferences_frame_t::impl_t::import_settings()
 {
     std::string path;
     if (!file_dlg(&m_frame, true, path, "xml", translate_message("preferences.exchange_filter"),
-                  std::string(), std::string()))
+                  translate_message("import.title"), std::string()))
         return;
     struct read_t
     {

@@ -21,6 +21,7 @@ constexpr std::size_t most_actions = 2;
 void frame_notice_t::make()
 {
     auto* sizer = new wxBoxSizer(wxVERTICAL);
+    m_place->SetSize(m_place->GetParent()->GetClientSize()); // by it the message learns what is beside its text
     m_message = new simple_message_panel_t(m_place);
     sizer->Add(m_message, 0, wxEXPAND);
     auto* buttons = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
@@ -59,11 +60,19 @@ void frame_notice_t::hide()
     if (!is_shown())
         return;
     // A window of which nothing has the focus would hear no keys.
-    const wxWindow* focus = wxWindow::FindFocus();
+    wxWindow* const focus = wxWindow::FindFocus();
+    if (focus && m_place->IsDescendant(focus))
+        (m_before && m_before->IsEnabled() ? m_before.get() : m_place->GetParent())->SetFocus();
     m_place->Hide();
     m_place->GetParent()->Layout();
-    if (focus && m_place->IsDescendant(const_cast<wxWindow*>(focus)))
-        m_place->GetParent()->SetFocus();
+}
+
+void frame_notice_t::set_focus()
+{
+    if (!is_shown() || m_actions.empty())
+        return;
+    m_before = wxWindow::FindFocus();
+    m_buttons.front()->SetFocus();
 }
 
 bool frame_notice_t::is_shown() const

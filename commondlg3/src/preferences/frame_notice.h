@@ -1,5 +1,8 @@
 #pragma once
 
+#include <wx/weakref.h>
+#include <wx/window.h>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,11 +31,14 @@ public:
     void show(const std::string& text, const std::vector<action_t>& actions);
     void hide();
     bool is_shown() const;
+    /// To its first button.
+    void set_focus();
 
 private:
     void make();
 
     wxPanel* m_place;
+    wxWeakRef<wxWindow> m_before; ///< that had the focus
     simple_message_panel_t* m_message = nullptr;
     std::vector<wxButton*> m_buttons;
     std::vector<action_t> m_actions;

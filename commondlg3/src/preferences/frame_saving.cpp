@@ -5,6 +5,7 @@
 #include "frame_notice.h"
 #include "leave_dlg.h"
 #include "paths/disk_question.h"
+#include "settings_diff.h"
 
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
@@ -178,6 +179,7 @@ void preferences_frame_t::impl_t::finish_writing()
     if (m_work->is_theirs) {
         update();
         on_theirs();
+        m_notice->set_focus();
         return;
     }
     const bool written = m_work->result.succeeded();
@@ -236,10 +238,9 @@ void preferences_frame_t::impl_t::look_for_theirs()
 void preferences_frame_t::impl_t::read_again()
 {
     m_notice->hide();
-    const auto changed = stack.get_changed();
     const auto work = m_work;
     m_busy = busy_t::reading;
-    const auto done = [this, changed, alive = std::weak_ptr<char>(m_alive)] {
+    const auto done = [this, alive = std::weak_ptr<char>(m_alive)] {
         if (!alive.lock())
             return;
         set_busy(busy_t::none);
@@ -247,12 +248,10 @@ void preferences_frame_t::impl_t::read_again()
             auto& each = stack.at(i);
             if (!each.window)
                 continue;
-            const bool is_changed = std::find(changed.begin(), changed.end(), i) != changed.end();
-            const auto entered = each.page->get_settings();
+            const auto entered = pick_changed(each.kept, each.page->get_settings());
             each.page->show_kept();
             each.kept = each.page->get_settings();
-            if (is_changed)
-                each.page->set_settings(entered);
+            each.page->set_settings(entered);
         }
         update();
         if (!m_work->unread.empty())

@@ -12,6 +12,9 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace commondlg3 {
 namespace {
@@ -79,6 +82,18 @@ std::string label_of(const wxWindow& control)
     return {};
 }
 
+std::vector<std::string> names_of_changed(const variant_bag_t& before, const variant_bag_t& after)
+{
+    std::vector<std::string> names;
+    std::set<std::string> seen;
+    for (const auto& item : after) {
+        const std::string name(item.name());
+        if (seen.insert(name).second && pick_settings(before, {name}) != pick_settings(after, {name}))
+            names.push_back(name);
+    }
+    return names;
+}
+
 } // namespace
 
 variant_bag_t pick_settings(const variant_bag_t& from, const std::vector<std::string>& names)
@@ -109,20 +124,17 @@ std::string get_setting_title(const preferences_page_t& page, const std::string&
     return name;
 }
 
+variant_bag_t pick_changed(const variant_bag_t& before, const variant_bag_t& after)
+{
+    return pick_settings(after, names_of_changed(before, after));
+}
+
 std::vector<setting_change_t> find_changes(const preferences_page_t& page, const variant_bag_t& before,
                                            const variant_bag_t& after)
 {
     std::vector<setting_change_t> changes;
-    std::vector<std::string> seen;
-    for (const auto& item : after) {
-        const std::string name(item.name());
-        if (std::find(seen.begin(), seen.end(), name) != seen.end())
-            continue;
-        seen.push_back(name);
-        if (pick_settings(before, {name}) != pick_settings(after, {name}))
-            changes.push_back(
-                {name, get_setting_title(page, name), text_of(before, name), text_of(after, name)});
-    }
+    for (const std::string& name : names_of_changed(before, after))
+        changes.push_back({name, get_setting_title(page, name), text_of(before, name), text_of(after, name)});
     return changes;
 }
 

@@ -24,6 +24,10 @@ std::vector<setting_change_t> find_changes(const preferences_page_t& page,
                                            const gen_helpers2::variant_bag_t& before,
                                            const gen_helpers2::variant_bag_t& after);
 
+/// Those settings of `after` that are not as in `before`.
+gen_helpers2::variant_bag_t pick_changed(const gen_helpers2::variant_bag_t& before,
+                                         const gen_helpers2::variant_bag_t& after);
+
 /// All that `from` has of these names.
 gen_helpers2::variant_bag_t pick_settings(const gen_helpers2::variant_bag_t& from,
                                           const std::vector<std::string>& names);
