@@ -21,7 +21,8 @@ constexpr std::size_t most_actions = 2;
 void frame_notice_t::make()
 {
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    m_place->SetSize(m_place->GetParent()->GetClientSize()); // by it the message learns what is beside its text
+    m_place->SetSize(
+        m_place->GetParent()->GetClientSize()); // by it the message learns what is beside its text
     m_message = new simple_message_panel_t(m_place);
     sizer->Add(m_message, 0, wxEXPAND);
     auto* buttons = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
