@@ -65,6 +65,9 @@ BENCHMARK_CAPTURE(open_window, consent, kind_t::consent)->Name("open/dlg.optin")
 BENCHMARK_CAPTURE(open_window, result_saving, kind_t::result_saving)
     ->Name("open/dlg.page_frame/pref.result_saving")
     ->Apply(forty_by_turns);
+BENCHMARK_CAPTURE(open_window, preferences, kind_t::preferences)
+    ->Name("open/dlg.preferences_frame")
+    ->Apply(forty_by_turns);
 BENCHMARK_CAPTURE(open_window, page_result_saving, kind_t::page_result_saving)
     ->Name("open/pref.result_saving")
     ->Apply(forty_by_turns);

@@ -4,9 +4,11 @@
 #include <commondlg3/clipboard_dlg.h>
 #include <commondlg3/message_window.h>
 #include <commondlg3/opt_in_dlg.h>
+#include <commondlg3/preferences_frame.h>
 #include <commondlg3/result_saving_pp.h>
 #include <example_dialog.h>
 #include <page_frame.h>
+#include <preferences_entry.h>
 
 #include <wx/dialog.h>
 #include <wx/msgdlg.h>
@@ -202,6 +204,7 @@ std::optional<kind_t> kind_of(const std::string& name)
                                                         {"result_saving", kind_t::result_saving},
                                                         {"page_result_saving", kind_t::page_result_saving},
                                                         {"page_consent", kind_t::page_consent},
+                                                        {"preferences", kind_t::preferences},
                                                         {"ask", kind_t::ask},
                                                         {"clipboard", kind_t::clipboard},
                                                         {"consent", kind_t::consent},
@@ -235,6 +238,9 @@ opening_t open(kind_t kind, wxWindow* parent)
         frame.show_modal(parent);
         break;
     }
+    case kind_t::preferences:
+        gallery::make_preferences("pref.sampling")->show_modal(parent);
+        break;
     case kind_t::ask:
         commondlg3::ask_dlg_t().show_modal(parent);
         break;

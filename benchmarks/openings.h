@@ -18,6 +18,7 @@ enum class kind_t
     result_saving,      ///< the page about saving results in a dialog of the gallery
     page_result_saving, ///< that page inside a window that is open already: choosing it in the preferences
     page_consent,       ///< the same with the page that asks for consent
+    preferences,        ///< the gallery's preferences, with the page about sampling
     ask,                ///< the library's dialogs that ask for a file,
     clipboard,          ///< show a text,
     consent,            ///< and ask for consent

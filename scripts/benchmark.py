@@ -165,7 +165,7 @@ def log(table, program, peers, closed_lines):
 
 
 def many_times(table, what, program):
-    """The medians that caption_bench and search_dirs_bench print."""
+    """The medians that caption_bench, preferences_bench and search_dirs_bench print."""
     for line in run(program).splitlines():
         match = re.fullmatch(r"(.+?) +(\d+) times +median +([\d.]+) +p99 +([\d.]+) +longest +([\d.]+) ms", line)
         if match:
@@ -243,6 +243,7 @@ def main():
     long_text(table, f"{folder}/open_bench")
     memory(table, f"{folder}/open_bench")
     log(table, f"{folder}/log_bench", options.peers, options.lines)
+    many_times(table, "preferences of 50 pages", f"{folder}/preferences_bench")
     many_times(table, "heading of 10,000 messages", f"{folder}/caption_bench")
     many_times(table, "10,000 search directories", f"{folder}/search_dirs_bench")
     return 1 if table.missed else 0
