@@ -238,9 +238,12 @@ opening_t open(kind_t kind, wxWindow* parent)
         frame.show_modal(parent);
         break;
     }
-    case kind_t::preferences:
-        gallery::make_preferences("pref.sampling")->show_modal(parent);
+    case kind_t::preferences: {
+        static commondlg3::preferences_frame_t* const kept =
+            gallery::make_preferences("pref.sampling").release();
+        kept->show_modal(parent);
         break;
+    }
     case kind_t::ask:
         commondlg3::ask_dlg_t().show_modal(parent);
         break;

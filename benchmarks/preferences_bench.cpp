@@ -2,8 +2,8 @@
 //
 // usage: preferences_bench [PAGES]
 //
-// Each page holds 20 labels of five words and 20 fields. Each line gives the median, the 99th of a hundred, and
-// the longest of the operations, in milliseconds: of a key up to the last of its painting.
+// Each page holds 20 labels of five words and 20 fields. Each line gives the median, the 99th of a hundred,
+// and the longest of the operations, in milliseconds: of a key up to the last of its painting.
 #include "app.h"
 #include "measured.h"
 

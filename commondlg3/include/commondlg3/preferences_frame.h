@@ -34,6 +34,9 @@ namespace commondlg3 {
 /// settings into one file, and imports what the user chooses of one. When another program has written the
 /// settings meanwhile, a line above the page says so and offers them.
 ///
+/// A host may keep the frame and show it again, which is faster than making another: it then reads the
+/// settings anew, and begins as a new one would.
+///
 /// It is not for settings that must be asked for before the product goes on: use a dialog of your own.
 /// Ownership: the pages are shared. GUI thread.
 class COMMONDLG3_EXPORT preferences_frame_t : public dialog_base_t
@@ -64,6 +67,7 @@ public:
     /// Something was written, or could not be.
     gen_helpers2::signal_t<bool>& get_applied_signal();
 
+    bool Show(bool show = true) override;
     void on_init_dialog() override;
     void handle_ok(wxCommandEvent& event) override;
     void on_help() override;

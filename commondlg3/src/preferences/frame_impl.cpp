@@ -86,11 +86,34 @@ void preferences_frame_t::impl_t::on_init_dialog()
     m_list->set_focus();
 }
 
+void preferences_frame_t::impl_t::begin_again()
+{
+    if (!m_list)
+        return;
+    m_search->ChangeValue(wxString());
+    m_marks.show({});
+    fill_list();
+    m_notice->hide();
+    m_reported = page_stack_t::none;
+    wants_restart = false;
+    begin_reading();
+    if (m_busy == busy_t::none) {
+        show_read();
+        begin_with_page();
+    }
+    m_list->set_focus();
+}
+
 void preferences_frame_t::impl_t::connect()
 {
     m_frame.Bind(wxEVT_IDLE, &impl_t::on_idle, this);
     m_frame.Bind(wxEVT_CHAR_HOOK, &impl_t::on_search_key, this);
     m_frame.Bind(wxEVT_CONTEXT_MENU, &impl_t::on_context_menu, this);
+    m_frame.Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
+        event.Skip();
+        if (event.IsShown() && m_tell)
+            std::exchange(m_tell, nullptr)();
+    });
     m_frame.Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
         event.Skip();
         if (event.GetActive())
@@ -121,16 +144,17 @@ void preferences_frame_t::impl_t::connect()
 // What was read says how large the dialog was, and which page was seen.
 void preferences_frame_t::impl_t::begin_with_page()
 {
+    std::string wanted = first_page;
     if (memory) {
         const auto stored = memory->get()->get_child("preferences");
         const auto remembered = stored->get_value("page");
-        if (first_page.empty() && remembered.can_get<std::string>())
-            first_page = remembered.get<std::string>();
+        if (wanted.empty() && remembered.can_get<std::string>())
+            wanted = remembered.get<std::string>();
         m_size.want(wxSize(stored_number(*stored, "width", usual_columns * m_frame.GetCharWidth()),
                            stored_number(*stored, "height", usual_lines * m_frame.GetCharHeight())));
         fit();
     }
-    const int page = stack.find(first_page);
+    const int page = stack.find(wanted);
     if (stack.size() > 0)
         select(page == page_stack_t::none ? 0 : page);
     make_room();

@@ -32,6 +32,8 @@ public:
 
     // Pages.
     void on_init_dialog();
+    /// It has been shown before.
+    void begin_again();
     void fit_again();
     void select(int page);
     std::string get_help_topic() const;
@@ -79,6 +81,7 @@ private:
     // Reading and writing.
     void set_busy(busy_t busy);
     void finish_reading();
+    void show_read();
     bool has_problem(const std::vector<int>& pages);
     void begin_writing(const std::vector<int>& pages);
     void finish_writing();
@@ -111,8 +114,8 @@ private:
     wxButton* m_apply = nullptr;
     wxButton* m_more = nullptr;
     int m_reported = page_stack_t::none;
-    bool m_told = false;
-    bool m_searching = false; ///< pages are made to be searched
+    std::function<void()> m_tell; ///< what is to be told once it is shown
+    bool m_searching = false;     ///< pages are made to be searched
 
     busy_t m_busy = busy_t::none;
     settings_work_ptr_t m_work;

@@ -64,13 +64,11 @@ void preferences_frame_t::impl_t::set_busy(busy_t busy)
 
 void preferences_frame_t::impl_t::begin_reading()
 {
-    if (!m_work) {
-        m_work = std::make_shared<settings_work_t>();
-        m_work->pages = m_frame.get_pages();
-        m_work->memory = memory;
-        m_work->folder =
-            folder.is_empty() ? cfgmgr2::IProductLocations::get()->get_config_directory() : folder;
-    }
+    // Another one each time: the thread of the last one may hang on.
+    m_work = std::make_shared<settings_work_t>();
+    m_work->pages = m_frame.get_pages();
+    m_work->memory = memory;
+    m_work->folder = folder.is_empty() ? cfgmgr2::IProductLocations::get()->get_config_directory() : folder;
     m_busy = busy_t::reading;
     const auto work = m_work;
     const bool done = ask_disk([work] { work->read(); }, patience_before_showing,
@@ -86,9 +84,21 @@ void preferences_frame_t::impl_t::begin_reading()
         tell_unread(m_work->unread);
 }
 
+// On the pages that are there already.
+void preferences_frame_t::impl_t::show_read()
+{
+    for (int i = 0; i < stack.size(); ++i)
+        if (auto& each = stack.at(i); each.window) {
+            each.page->show_kept();
+            each.kept = each.page->get_settings();
+            each.unwritten = false;
+        }
+}
+
 void preferences_frame_t::impl_t::finish_reading()
 {
     set_busy(busy_t::none);
+    show_read();
     begin_with_page();
     m_list->set_focus();
     if (!m_work->unread.empty())
@@ -107,11 +117,7 @@ void preferences_frame_t::impl_t::tell_unread(const std::string& reasons)
         tell_it();
         return;
     }
-    m_frame.Bind(wxEVT_SHOW, [this, tell_it](wxShowEvent& event) {
-        event.Skip();
-        if (event.IsShown() && !std::exchange(m_told, true))
-            tell_it();
-    });
+    m_tell = tell_it;
 }
 
 bool preferences_frame_t::impl_t::has_problem(const std::vector<int>& pages)

@@ -106,14 +106,21 @@ void focus_setting(wxWindow& label)
 
 void found_marks_t::show(const std::vector<wxWindow*>& found)
 {
-    for (const wxWeakRef<wxWindow>& window : m_marked)
-        if (window && std::find(found.begin(), found.end(), window.get()) == found.end())
+    std::vector<wxWindow*> marked;
+    for (const wxWeakRef<wxWindow>& window : m_marked) {
+        if (!window)
+            continue;
+        if (std::find(found.begin(), found.end(), window.get()) == found.end())
             wx_helpers1::set_label_background(window.get(), wxColour());
+        else
+            marked.push_back(window.get());
+    }
     m_marked.clear();
     const auto* settings = wx_helpers1::ui_settings_t::get();
     for (wxWindow* window : found) {
         m_marked.emplace_back(window);
-        if (settings)
+        // Giving a label the mark that it has would measure it anew, at every key of a search.
+        if (settings && std::find(marked.begin(), marked.end(), window) == marked.end())
             wx_helpers1::set_label_background(
                 window, settings->get_colour(wx_helpers1::ui_colour::notice_background));
     }

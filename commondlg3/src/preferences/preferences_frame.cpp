@@ -61,6 +61,13 @@ gen_helpers2::signal_t<bool>& preferences_frame_t::get_applied_signal()
     return m_impl->applied_signal;
 }
 
+bool preferences_frame_t::Show(bool show)
+{
+    if (show && is_initialized() && !IsShown())
+        m_impl->begin_again();
+    return dialog_base_t::Show(show);
+}
+
 void preferences_frame_t::on_init_dialog()
 {
     m_impl->on_init_dialog();
