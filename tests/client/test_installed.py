@@ -29,6 +29,12 @@ def run(*command, **variables):
     return done.stdout
 
 
+def page_of_documents():
+    """The page that the documents show, as a source file."""
+    with open(os.path.join(PROJECT, "..", "..", "..", "docs", "preferences.md"), encoding="utf-8") as file:
+        return re.search(r"```cpp page\n(.*?)```", file.read(), re.DOTALL)[1]
+
+
 class InstalledTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -48,7 +54,10 @@ class InstalledTest(unittest.TestCase):
 
     def test_cmake_package(self):
         build = os.path.join(self.folder, "cmake-client")
-        run(CMAKE, "-G", "Ninja", "-S", PROJECT, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
+        page = os.path.join(self.folder, "page.cpp")
+        with open(page, "w", encoding="utf-8") as file:
+            self.assertLess(file.write(page_of_documents()), 40 * 110)
+        run(CMAKE, "-G", "Ninja", "-S", PROJECT, "-B", build, f"-DPAGE={page}", f"-DCMAKE_PREFIX_PATH={self.prefix}",
             f"-DCMAKE_CXX_COMPILER={COMPILER}")
         run(CMAKE, "--build", build)
         self.check_output(run(os.path.join(build, "client"), LANGUAGE="en"),

@@ -279,6 +279,47 @@ class FreshProduct(unittest.TestCase):
             for path in ("/opt/bin", "/opt/lib", "/opt/src", "/opt/other"):
                 self.assertIn(path.encode(), kept["search_directories.xml"])
 
+    def test_what_is_exported_is_imported_elsewhere(self):
+        with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as other:
+            file = folder + "/all.xml"
+            gallery = self.run_once(
+                folder, (["alt+t", "ctrl+a"], "run_@@"),
+                (["pref.editor", "panel.search_dir_tab.binaries", "panel.search_dir_tab.sources", "Tab"], "/opt/src"),
+                (["Return", "panel.search_dir_tab.others", "panel.experimental", "pref.optin", "pref.sampling", "alt+n"],
+                 "moved"))
+            self.choose_in_menu(gallery, "e", file)
+            while not os.path.exists(file):
+                time.sleep(0.02)
+            gallery.press("alt+o")
+            self.assertIs(True, gallery.expect("signal")["value"], "saved")
+            exported = gallery.expect("result")["data"]
+            self.assertEqual(0, gallery.end())
+
+            gallery = self.run_once(other)
+            self.choose_in_menu(gallery, "i", file, opens=True)
+            gallery.wait_until_at_rest()
+            gallery.press_to_open("alt+i")
+            gallery.wait_until_at_rest()
+            self.assertFalse(os.path.exists(other + "/preferences.xml"), "nothing is written before OK")
+            gallery.press("alt+o")
+            self.assertIs(True, gallery.expect("signal")["value"], "saved")
+            self.assertEqual(exported, gallery.expect("result")["data"])
+            self.assertEqual(0, gallery.end())
+            for name in ("preferences.xml", "search_directories.xml"):
+                for text in ("run_@@", "moved", "/opt/src"):
+                    self.assertEqual(text.encode() in self.contents(folder)[name], text.encode() in self.contents(other)[name])
+
+    def choose_in_menu(self, gallery, letter, file, opens=False):
+        gallery.wait_until_at_rest()
+        gallery.press("alt+m")
+        gallery.wait_until_at_rest()
+        gallery.press_to_open(letter)
+        gallery.press("ctrl+a")
+        gallery.type(file)
+        gallery.press_to_open("Return")
+        if opens:  # another window comes when this one has gone
+            wait_for_window("^Import settings$")
+
     def test_what_earlier_versions_kept_is_there(self):
         for version in (pathlib.Path(__file__).parent.parent / "old_versions").glob("*/"):
             with self.subTest(version.name), tempfile.TemporaryDirectory() as folder:

@@ -1,5 +1,6 @@
 #include "tools.h"
 
+#include <commondlg3/audit.h>
 #include <commondlg3/preferences_frame.h>
 #include <commondlg3/resources.h>
 #include <preferences_entry.h>
@@ -38,7 +39,10 @@ protected:
                 test::click(dialog, "m_btn_cancel");
                 return 0;
             },
-            [answer](wxTopLevelWindow* question) { test::click(question, answer); });
+            [answer](wxTopLevelWindow* question) {
+                EXPECT_TRUE(commondlg3::audit_window(question).empty());
+                test::click(question, answer);
+            });
     }
     std::string stored() const { return test::read_file(m_dir.path() + "/config/preferences.xml"); }
 
