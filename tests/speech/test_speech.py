@@ -112,11 +112,11 @@ class Reader:
 
 def opening(reader):
     """What is said from the window's title on. Whether a field is heard to be filled before its window is active
-    depends on how early the reader found the program."""
+    depends on how early the reader found the program, as does whether it ends the title like a sentence."""
     said = reader.wait_until_said()
     title = subprocess.run(["xdotool", "getactivewindow", "getwindowname"], capture_output=True, text=True).stdout
     at = next((i for i, text in enumerate(said) if title.strip() in text), 0)
-    return said[at:]
+    return [text if i or text.endswith(".") else text + "." for i, text in enumerate(said[at:])]
 
 
 def take(step, reader, gallery):
