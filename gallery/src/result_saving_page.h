@@ -1,5 +1,6 @@
 #pragma once
 
+#include "page_icons.h"
 #include "preferences_page.h"
 
 #include <commondlg3/result_saving_pp.h>
@@ -23,6 +24,7 @@ public:
     std::string get_name() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
+    wx_helpers1::wxStaticPicture get_icon() const override { return get_page_icon(page_icon_t::results); }
     gen_helpers2::error_code_t load() override;
     commondlg3::pref_base_t* create(wxWindow* parent) override;
     void show_kept() override;

@@ -1,5 +1,7 @@
 #include "sampling_page.h"
 
+#include "page_icons.h"
+
 #include <commondlg3/form_page.h>
 
 #include <memory>
@@ -23,6 +25,7 @@ public:
     }
     std::string get_title() const override { return text("preferences.page.sampling"); }
     std::string get_search_words() const override { return text("preferences.page.sampling.words"); }
+    wx_helpers1::wxStaticPicture get_icon() const override { return get_page_icon(page_icon_t::sampling); }
     std::string get_help_topic() const override { return "sampling"; }
 };
 

@@ -174,6 +174,7 @@ void preferences_frame_t::impl_t::fit_again()
     if (!m_list)
         return;
     m_size.take_over();
+    m_list->refresh_icons();
     fit();
     stack.fit();
     make_room();

@@ -49,20 +49,25 @@ void page_list_t::show(const std::vector<row_t>& rows)
                           : m_control->AppendContainer(wxDataViewItem(), wx_helpers1::to_label(group));
         }
         m_headings.push_back(heading.GetID());
-        const wxBitmapBundle icon = row.icon.is_empty() ? wxBitmapBundle() : row.icon.get_bundle();
         // The toolkit puts what can have something below it before what cannot, whatever the order.
         const wxString title = text_of_row(row, false);
         const auto item = heading.IsOk() ? m_control->AppendItem(heading, title)
                                          : m_control->AppendContainer(wxDataViewItem(), title);
         m_items.push_back(item.GetID());
-        if (icon.IsOk())
-            m_control->SetItemIcon(wxDataViewItem(m_items.back()), icon);
     }
+    refresh_icons();
     for (void* each : m_headings)
         if (each)
             m_control->Expand(wxDataViewItem(each));
     m_selected = none;
     select(before);
+}
+
+void page_list_t::refresh_icons()
+{
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        if (!m_rows[i].icon.is_empty())
+            m_control->SetItemIcon(wxDataViewItem(m_items[i]), m_rows[i].icon.get_bundle());
 }
 
 void page_list_t::mark_changed(int page, bool changed)

@@ -38,6 +38,8 @@ public:
     /// The first page in it; none when it is empty.
     int get_first() const { return m_rows.empty() ? none : m_rows.front().page; }
     void set_focus();
+    /// Draws the pictures anew, in the theme's ink.
+    void refresh_icons();
     /// Wide enough for all that is shown.
     void fit_width();
     wxDataViewTreeCtrl* get_control() const { return m_control; }
