@@ -79,9 +79,10 @@ void preferences_frame_t::impl_t::on_init_dialog()
     connect();
     fill_list();
     begin_reading();
-    fit();
     if (m_busy == busy_t::none)
-        begin_with_page();
+        begin_with_size();
+    else
+        fit();
     m_frame.centre_on_parent();
     m_list->set_focus();
 }
@@ -141,22 +142,29 @@ void preferences_frame_t::impl_t::connect()
     });
 }
 
-// What was read says how large the dialog was, and which page was seen.
+// What was read says which page was seen.
 void preferences_frame_t::impl_t::begin_with_page()
 {
     std::string wanted = first_page;
-    if (memory) {
-        const auto stored = memory->get()->get_child("preferences");
-        const auto remembered = stored->get_value("page");
-        if (wanted.empty() && remembered.can_get<std::string>())
-            wanted = remembered.get<std::string>();
-        m_size.want(wxSize(stored_number(*stored, "width", usual_columns * m_frame.GetCharWidth()),
-                           stored_number(*stored, "height", usual_lines * m_frame.GetCharHeight())));
-        fit();
-    }
+    const auto remembered =
+        memory ? memory->get()->get_child("preferences")->get_value("page") : gen_helpers2::variant_t();
+    if (wanted.empty() && remembered.can_get<std::string>())
+        wanted = remembered.get<std::string>();
     const int page = stack.find(wanted);
     if (stack.size() > 0)
         select(page == page_stack_t::none ? 0 : page);
+}
+
+// And how large the dialog was.
+void preferences_frame_t::impl_t::begin_with_size()
+{
+    if (memory) {
+        const auto stored = memory->get()->get_child("preferences");
+        m_size.want(wxSize(stored_number(*stored, "width", usual_columns * m_frame.GetCharWidth()),
+                           stored_number(*stored, "height", usual_lines * m_frame.GetCharHeight())));
+    }
+    fit();
+    begin_with_page();
     make_room();
 }
 

@@ -69,6 +69,7 @@ private:
     bool find_controls();
     void connect();
     void begin_with_page();
+    void begin_with_size();
     void fit();
     void make_room();
     void fill_list();

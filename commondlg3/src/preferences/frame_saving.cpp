@@ -99,7 +99,7 @@ void preferences_frame_t::impl_t::finish_reading()
 {
     set_busy(busy_t::none);
     show_read();
-    begin_with_page();
+    begin_with_size();
     m_list->set_focus();
     if (!m_work->unread.empty())
         tell_unread(m_work->unread);
