@@ -5,10 +5,7 @@
 #include "restart.h"
 #include "window_run.h"
 
-#include <cfgmgr2/message_catalog.h>
 #include <commondlg3/preferences_frame.h>
-
-#include <wx/weakref.h>
 
 #include <memory>
 #include <string>
@@ -23,29 +20,6 @@ nlohmann::json data_of(const commondlg3::preferences_frame_t& frame)
         if (const auto* ours = dynamic_cast<const preferences_page_t*>(page.get()))
             data[page->get_name()] = ours->get_data();
     return data;
-}
-
-// The one of this parent is kept: shown again it is there at once.
-commondlg3::preferences_frame_t* get_preferences(wxWindow* parent)
-{
-    static wxWeakRef<commondlg3::preferences_frame_t> kept;
-    static std::string language;
-    const bool serves = kept && !kept->IsBeingDeleted() && kept->GetParent() == parent && !kept->IsShown() &&
-                        language == cfgmgr2::get_language();
-    if (serves)
-        return kept;
-    if (kept && !kept->IsShown())
-        kept->Destroy();
-    auto frame = make_preferences();
-    frame->get_page_signal().connect(
-        frame.get(), [](const std::string& page) { report_signal(preferences_object, "page", page); });
-    frame->get_applied_signal().connect(
-        frame.get(), [](bool written) { report_signal(preferences_object, "apply", written); });
-    frame->get_help_signal().connect(
-        frame.get(), [](const std::string& topic) { report_signal(preferences_object, "help", topic); });
-    kept = frame.get();
-    language = cfgmgr2::get_language();
-    return frame.release(); // the parent destroys it
 }
 
 } // namespace
@@ -64,16 +38,20 @@ int open_preferences(const nlohmann::json& data, wxWindow* parent)
 {
     const auto layout = library_layout("dlg.preferences_frame");
     return window_run_t::run(preferences_object, parent, {layout}, [&](window_run_t& run) {
-        commondlg3::preferences_frame_t& frame = *get_preferences(parent);
-        frame.set_first_page(get_string(data, "page", ""));
+        const auto preferences = make_preferences(get_string(data, "page", ""));
+        commondlg3::preferences_frame_t& frame = *preferences;
+        frame.get_page_signal().connect(
+            &frame, [](const std::string& page) { report_signal(preferences_object, "page", page); });
+        frame.get_applied_signal().connect(
+            &frame, [](bool written) { report_signal(preferences_object, "apply", written); });
+        frame.get_help_signal().connect(
+            &frame, [](const std::string& topic) { report_signal(preferences_object, "help", topic); });
         run.show(frame);
         run.set_data(data_of(frame));
         if (frame.wants_restart()) {
             report_signal(preferences_object, "restart", true);
             request_restart();
         }
-        if (!parent)
-            frame.Destroy(); // nobody else would
     });
 }
 
