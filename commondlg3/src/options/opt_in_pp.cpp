@@ -48,6 +48,8 @@ void opt_in_pp_t::on_init_dialog()
     wx_helpers1::set_label_for(m_record_label, m_record_text);
     for (wxRadioButton* answer : {m_agree, m_refuse})
         wx_helpers1::set_accessible_description(answer, wx_helpers1::from_wx(m_question->GetLabelText()));
+    if (m_keeper)
+        make_written();
     Bind(wxEVT_SIZE, &opt_in_pp_t::on_size, this);
     Fit();
 }
@@ -105,7 +107,7 @@ void opt_in_pp_t::on_size(wxSizeEvent&)
 void opt_in_pp_t::rewrap()
 {
     if (has_controls())
-        rewrap_page(*this, {m_question, m_explanation});
+        rewrap_page(*this, {m_question, m_explanation, m_written_label});
 }
 
 } // namespace commondlg3
