@@ -38,6 +38,7 @@ commondlg3::pref_base_t* search_dirs_page_t::create(wxWindow* parent)
 {
     auto* tab = new search_dirs_tab_t(m_store->get(), m_category);
     m_tab = tab;
+    tab->set_extras(search_dirs_tab_t::can_skip | search_dirs_tab_t::tell_sharing);
     tab->create(parent);
     // The dialog looks at its pages when a control says that it was changed; a list in place of one says it
     // here.
