@@ -97,7 +97,9 @@ public:
     struct shown_dir_t
     {
         std::string path;
-        bool recursive;
+        bool recursive = false;
+        bool enabled = true;
+        std::string comment;
     };
     /// What the list shows now; what is being typed is no part of it yet.
     std::vector<shown_dir_t> get_shown_dirs() const;

@@ -210,8 +210,10 @@ bool experimental_options_panel_t::set_enabled(const std::string& env_variable, 
         if (m_features[i].env_variable != env_variable)
             continue;
         m_features[i].enabled = enabled;
-        if (i < m_rows.size())
+        if (i < m_rows.size()) {
             m_rows[i].box->SetValue(enabled);
+            show_change(i);
+        }
         show_state();
         return true;
     }
