@@ -136,6 +136,7 @@ private:
     editor_data_t m_unchanged;
     unsigned m_flags;
     bool m_chosen = false;
+    bool m_filling = false; ///< details are shown once, when the list is there
     // By entry: display names need not differ, and may look like anything.
     std::vector<std::string> m_names;
     bool m_browsing = false;

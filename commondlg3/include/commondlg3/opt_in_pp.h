@@ -96,6 +96,7 @@ private:
     void on_size(wxSizeEvent& event);
 
     void make_written();
+    void make_written_buttons();
     void ask_keeper();
     void show_written(const std::optional<usage_data_keeper_t::written_t>& written);
     void set_written_text(const std::string& text);

@@ -346,6 +346,7 @@ void editor_pp_t::update_state_for_language(language_t language)
 {
     if (!has_controls())
         return;
+    m_filling = true;
     m_editor_list->Clear();
     m_names.clear();
     m_command_line->ChangeValue(wxString());
@@ -379,6 +380,7 @@ void editor_pp_t::update_state_for_language(language_t language)
         break;
     }
     update_default_button(language);
+    m_filling = false;
     update_details();
 }
 
@@ -421,7 +423,7 @@ void editor_pp_t::look_at(const std::vector<system_editor_t>& editors)
 // More is known, or something else is shown.
 void editor_pp_t::update_details()
 {
-    if (!has_controls())
+    if (!has_controls() || m_filling)
         return;
     const language_t language = m_data.get_selected_language();
     show_missing_program(m_data.get_editor(language, get_selected_editor_name()));

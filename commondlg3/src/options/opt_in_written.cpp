@@ -18,6 +18,7 @@
 #include <wx/weakref.h>
 #include <wx/wrapsizer.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,6 +31,16 @@ using written_t = usage_data_keeper_t::written_t;
 
 constexpr int written_gap = 6;
 
+void insert_above_record(const wxWindow& record_label,
+                         const std::function<void(wxSizer& sizer, std::size_t place)>& insert)
+{
+    wxSizer* sizer = record_label.GetContainingSizer();
+    std::size_t place = 0;
+    while (place < sizer->GetItemCount() && sizer->GetItem(place)->GetWindow() != &record_label)
+        ++place;
+    insert(*sizer, place);
+}
+
 } // namespace
 
 usage_data_keeper_t::~usage_data_keeper_t() = default;
@@ -38,6 +49,17 @@ void opt_in_pp_t::make_written()
 {
     m_written_label =
         new wxStaticText(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
+    if (const auto* settings = wx_helpers1::ui_settings_t::get())
+        wx_helpers1::apply_font(m_written_label, settings->get_font(wx_helpers1::ui_font::text));
+    insert_above_record(*m_record_label, [this](wxSizer& sizer, std::size_t place) {
+        sizer.Insert(place, m_written_label, 0, wxEXPAND | wxTOP, 3 * written_gap);
+    });
+    ask_keeper();
+}
+
+// Where there is something to see, or to be rid of.
+void opt_in_pp_t::make_written_buttons()
+{
     m_show_written =
         new wxButton(this, wxID_ANY, wx_helpers1::to_wx(translate_message("pref.optin.show_written")));
     m_withdraw = new wxButton(this, wxID_ANY, wx_helpers1::to_wx(translate_message("pref.optin.withdraw")));
@@ -46,19 +68,14 @@ void opt_in_pp_t::make_written()
     m_show_written->MoveAfterInTabOrder(m_refuse);
     m_withdraw->MoveAfterInTabOrder(m_show_written);
     if (const auto* settings = wx_helpers1::ui_settings_t::get())
-        for (wxWindow* window : {static_cast<wxWindow*>(m_written_label),
-                                 static_cast<wxWindow*>(m_show_written), static_cast<wxWindow*>(m_withdraw)})
-            wx_helpers1::apply_font(window, settings->get_font(wx_helpers1::ui_font::text));
+        for (wxButton* button : {m_show_written, m_withdraw})
+            wx_helpers1::apply_font(button, settings->get_font(wx_helpers1::ui_font::text));
     auto* buttons = new wxWrapSizer(wxHORIZONTAL, wxREMOVE_LEADING_SPACES);
     buttons->Add(m_show_written, 0, wxRIGHT | wxTOP, written_gap);
     buttons->Add(m_withdraw, 0, wxTOP, written_gap);
-    wxSizer* outer = m_record_label->GetContainingSizer();
-    std::size_t place = 0;
-    while (place < outer->GetItemCount() && outer->GetItem(place)->GetWindow() != m_record_label)
-        ++place;
-    outer->Insert(place, buttons, 0, wxEXPAND);
-    outer->Insert(place, m_written_label, 0, wxEXPAND | wxTOP, 3 * written_gap);
-    ask_keeper();
+    insert_above_record(*m_record_label, [buttons](wxSizer& sizer, std::size_t place) {
+        sizer.Insert(place, buttons, 0, wxEXPAND);
+    });
 }
 
 // The record may be in a home on a network.
@@ -79,10 +96,14 @@ void opt_in_pp_t::ask_keeper()
 void opt_in_pp_t::set_written_text(const std::string& text)
 {
     wx_helpers1::set_label_text(m_written_label, text);
-    wx_helpers1::set_accessible_description(m_show_written, text);
-    wx_helpers1::set_enabled({{m_show_written, !m_written.empty()},
-                              {m_withdraw, consent == user_consent_t::given || !m_written.empty()}},
-                             m_refuse);
+    const bool can_withdraw = consent == user_consent_t::given || !m_written.empty();
+    if (can_withdraw && !m_withdraw)
+        make_written_buttons();
+    if (m_withdraw) {
+        wx_helpers1::set_accessible_description(m_show_written, text);
+        wx_helpers1::set_enabled({{m_show_written, !m_written.empty()}, {m_withdraw, can_withdraw}},
+                                 m_refuse);
+    }
     rewrap();
 }
 
@@ -99,6 +120,8 @@ void opt_in_pp_t::show_written(const std::optional<written_t>& written)
 void opt_in_pp_t::on_show_written(wxCommandEvent& event)
 {
     event.Skip();
+    if (!m_show_written)
+        return;
     m_shows_written = !m_shows_written && !m_written.empty();
     m_record_text->ChangeValue(wx_helpers1::to_label(m_shows_written ? m_written : m_record));
     m_record_text->SetInsertionPoint(0);

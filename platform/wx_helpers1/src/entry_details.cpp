@@ -4,6 +4,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace wx_helpers1 {
@@ -118,7 +119,14 @@ void set_entry_details(wxListBox* list, std::vector<entry_detail_t> details)
                                [](gpointer data) { delete static_cast<shown_details_t*>(data); });
         add_columns(GTK_TREE_VIEW(child), shown);
     }
+    const bool is_same = std::equal(shown->details.begin(), shown->details.end(), details.begin(),
+                                    details.end(), [](const entry_detail_t& a, const entry_detail_t& b) {
+                                        return a.state == b.state && a.place == b.place &&
+                                               a.icon.name == b.icon.name && a.icon.pixels == b.icon.pixels;
+                                    });
     shown->details = std::move(details);
+    if (is_same)
+        return;
     gtk_tree_model_foreach(gtk_tree_view_get_model(GTK_TREE_VIEW(child)), tell_changed, nullptr);
 }
 
