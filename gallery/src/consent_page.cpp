@@ -6,6 +6,7 @@
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/opt_in_dlg.h>
+#include <commondlg3/preferences_frame.h>
 #include <commondlg3/text_utils.h>
 
 #include <string>
@@ -57,6 +58,8 @@ commondlg3::pref_base_t* consent_page_t::create(wxWindow* parent)
         if (result.failed())
             return result;
         m_stored = user_consent_t::refused;
+        if (auto* frame = dynamic_cast<commondlg3::preferences_frame_t*>(wxGetTopLevelParent(m_page)))
+            frame->take_as_ours(m_store->get_path());
         return remove_usage_record();
     }));
     m_page->create(parent);

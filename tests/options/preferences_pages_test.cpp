@@ -149,6 +149,19 @@ TEST_F(PreferencesPages, AConsentIsWithdrawnAtOnceAndTheRecordGone)
     EXPECT_FALSE(page.is_changed());
     gen_helpers2::error_code_t read;
     EXPECT_EQ(consent_t::refused, gallery::load_consent(read));
+
+    ASSERT_TRUE(gallery::save_consent(consent_t::given).succeeded());
+    test::run(*gallery::make_preferences("pref.optin"), [&](wxTopLevelWindow* window) {
+        auto* agree = commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn5");
+        dynamic_cast<gallery::opt_in_pp_t&>(*agree->GetParent()).on_withdraw(pressed);
+        EXPECT_EQ(consent_t::refused, gallery::load_consent(read));
+        agree->SetValue(true);
+        test::send(wxEVT_RADIOBUTTON, agree, 1);
+        test::click(window, "m_btn_apply");
+        EXPECT_TRUE(test::wait_for([&] { return gallery::load_consent(read) == consent_t::given; }))
+            << "what was withdrawn is not another program's doing";
+        test::click(window, "m_btn_cancel");
+    });
 }
 
 } // namespace

@@ -70,6 +70,8 @@ void opt_in_pp_t::start_again(user_consent_t stored)
         set_conset(consent == user_consent_t::given);
     else if (m_neither)
         m_neither->SetValue(true);
+    if (m_written_label) // another record may be there by now
+        ask_keeper();
 }
 
 opt_in_pp_t::user_consent_t opt_in_pp_t::get_selected() const

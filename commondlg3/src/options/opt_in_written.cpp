@@ -155,7 +155,8 @@ void opt_in_pp_t::on_withdraw(wxCommandEvent& event)
             ask_keeper(); // some of it may be gone
         return;
     }
-    start_again(user_consent_t::refused);
+    consent = user_consent_t::refused;
+    set_conset(false);
     m_written.clear();
     if (m_shows_written)
         on_show_written(event);
