@@ -6,6 +6,7 @@
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/opt_in_dlg.h>
+#include <commondlg3/preferences_frame.h>
 #include <commondlg3/text_utils.h>
 
 #include <string>
@@ -51,6 +52,16 @@ commondlg3::pref_base_t* consent_page_t::create(wxWindow* parent)
 {
     m_page = new opt_in_pp_t(m_stored);
     m_page->set_record(get_usage_record());
+    m_page->set_keeper(make_usage_data_keeper([this] {
+        set_consent(*m_store->get(), user_consent_t::refused);
+        const auto result = m_store->save();
+        if (result.failed())
+            return result;
+        m_stored = user_consent_t::refused;
+        if (auto* frame = dynamic_cast<commondlg3::preferences_frame_t*>(wxGetTopLevelParent(m_page)))
+            frame->take_as_ours(m_store->get_path());
+        return remove_usage_record();
+    }));
     m_page->create(parent);
     return m_page.get();
 }
@@ -117,13 +128,16 @@ json consent_page_t::get_data() const
 int open_consent_page(const json& data, wxWindow* parent)
 {
     constexpr auto object = consent_page_t::object_name;
-    return window_run_t::run(object, parent, {library_layout(object), own_layout("dlg.page_frame")},
-                             [&](window_run_t& run) {
-                                 auto* page = new opt_in_pp_t(consent_from(data));
-                                 page->set_record(get_usage_record());
-                                 run.show_page(page, text("preferences.page.consent"),
-                                               [page] { return json_of(page->get_consent()); });
-                             });
+    return window_run_t::run(
+        object, parent, {library_layout(object), own_layout("dlg.page_frame")}, [&](window_run_t& run) {
+            auto* page = new opt_in_pp_t(consent_from(data));
+            page->set_record(get_usage_record());
+            if (get_bool(data, "keeper", false))
+                page->set_keeper(
+                    make_usage_data_keeper([] { return save_consent(user_consent_t::refused); }));
+            run.show_page(page, text("preferences.page.consent"),
+                          [page] { return json_of(page->get_consent()); });
+        });
 }
 
 int open_consent_dialog(const json& data, wxWindow* parent)

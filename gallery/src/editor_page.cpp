@@ -16,8 +16,8 @@ using commondlg3::language_info;
 using gen_helpers2::variant_bag_t;
 using nlohmann::json;
 
-constexpr unsigned all_flags =
-    editor_pp_t::choose_language | editor_pp_t::show_default | editor_pp_t::show_info;
+constexpr unsigned all_flags = editor_pp_t::choose_language | editor_pp_t::show_default |
+                               editor_pp_t::show_info | editor_pp_t::show_details | editor_pp_t::show_actions;
 
 const char* name_of(language_info::language_t language)
 {

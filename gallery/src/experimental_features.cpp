@@ -53,6 +53,16 @@ void unset_feature_variables()
     variables_set_here.clear();
 }
 
+std::vector<std::string> features_on_at_start()
+{
+    std::vector<std::string> on;
+    const auto list = load_feature_list();
+    for (int i = 0; i < list->get_count(); ++i)
+        if (const std::string variable = list->get_feature(i).env_variable; is_feature_on(variable.c_str()))
+            on.push_back(variable);
+    return on;
+}
+
 bool is_feature_on(const char* env_variable)
 {
     const char* value = std::getenv(env_variable);

@@ -3,6 +3,9 @@
 
 #include <commondlg3/experimental_options_panel.h>
 
+#include <string>
+#include <vector>
+
 namespace gallery {
 
 /// Names of the variables that switch them on.
@@ -19,6 +22,8 @@ boost::shared_ptr<commondlg3::active_features_config_impl_t> load_active_feature
 void set_feature_variables();
 /// Takes those away that set_feature_variables() set, so that a program started from here decides anew.
 void unset_feature_variables();
+/// The variables of the features that were on then.
+std::vector<std::string> features_on_at_start();
 bool is_feature_on(const char* env_variable);
 
 } // namespace gallery

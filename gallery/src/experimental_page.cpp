@@ -15,6 +15,10 @@ namespace {
 using commondlg3::experimental_options_panel_t;
 using nlohmann::json;
 
+constexpr unsigned all_flags = experimental_options_panel_t::search_features |
+                               experimental_options_panel_t::show_changes |
+                               experimental_options_panel_t::offer_reset;
+
 /// Features that a script named.
 class given_features_t : public commondlg3::feature_list_config_t
 {
@@ -83,7 +87,8 @@ gen_helpers2::error_code_t experimental_page_t::load()
 
 commondlg3::pref_base_t* experimental_page_t::create(wxWindow* parent)
 {
-    m_page = new experimental_options_panel_t(m_list, m_active);
+    m_page = new experimental_options_panel_t(m_list, m_active, all_flags);
+    m_page->set_on_at_start(features_on_at_start());
     m_page->create(parent);
     return m_page.get();
 }
@@ -183,7 +188,8 @@ int open_experimental_page(const json& data, wxWindow* parent)
                     if (get_bool(data["features"][i], "enabled", false))
                         active->turn_on(list->get_feature(i));
             }
-            auto* page = new experimental_options_panel_t(list, active);
+            auto* page = new experimental_options_panel_t(
+                list, active, static_cast<unsigned>(get_int(data, "flags", all_flags)));
             run.show_page(page, text("preferences.page.experimental"), [page] {
                 json ended = json_of(*page);
                 ended["restart_requested"] = page->is_restart_requested();

@@ -28,7 +28,7 @@ using gen_helpers2::variant_bag_t;
 using nlohmann::json;
 
 constexpr unsigned all_flags = result_saving_pp_t::show_project | result_saving_pp_t::check_folder |
-                               result_saving_pp_t::show_accessibility;
+                               result_saving_pp_t::show_accessibility | result_saving_pp_t::show_preview;
 
 // The project that the gallery plays with is the folder that it was started in.
 std::string project_folder()

@@ -38,6 +38,7 @@ commondlg3::pref_base_t* search_dirs_page_t::create(wxWindow* parent)
 {
     auto* tab = new search_dirs_tab_t(m_store->get(), m_category);
     m_tab = tab;
+    tab->set_extras(search_dirs_tab_t::can_skip | search_dirs_tab_t::tell_sharing);
     tab->create(parent);
     // The dialog looks at its pages when a control says that it was changed; a list in place of one says it
     // here.
@@ -84,18 +85,23 @@ gen_helpers2::variant_bag_t search_dirs_page_t::get_settings() const
 {
     gen_helpers2::variant_bag_t settings;
     auto& list = settings.add_child("directories");
-    const auto add = [&list](const std::string& path, bool recursive) {
+    const auto add = [&list](const std::string& path, bool recursive, bool enabled,
+                             const std::string& comment) {
         auto& dir = list.add_child("directory");
         dir.put("path", path);
         if (recursive)
             dir.put("recursive", true);
+        if (!enabled)
+            dir.put("skipped", true);
+        if (!comment.empty())
+            dir.put("comment", comment);
     };
     if (m_tab)
         for (const auto& dir : m_tab->get_shown_dirs())
-            add(dir.path, dir.recursive);
+            add(dir.path, dir.recursive, dir.enabled, dir.comment);
     else
         for (const auto at = m_store->get()->get_dirs(m_category); !at->at_end(); at->next())
-            add(at->get_path(), at->is_recursive());
+            add(at->get_path(), at->is_recursive(), at->is_enabled(), at->get_comment());
     return settings;
 }
 
@@ -107,7 +113,9 @@ void search_dirs_page_t::set_settings(const gen_helpers2::variant_bag_t& setting
     std::vector<search_dirs_tab_t::shown_dir_t> dirs;
     list->for_each_child("directory", [&dirs](const gen_helpers2::variant_bag_t& dir) {
         if (const auto path = dir.find_text("path"); path && !path->empty())
-            dirs.push_back({*path, dir.get<gen_helpers2::variant_t>("recursive").get<bool>()});
+            dirs.push_back({*path, dir.get<gen_helpers2::variant_t>("recursive").get<bool>(),
+                            !dir.get<gen_helpers2::variant_t>("skipped").get<bool>(),
+                            dir.find_text("comment").value_or(std::string())});
     });
     m_tab->set_shown_dirs(dirs);
 }

@@ -71,7 +71,9 @@ private:
 std::optional<FF_2_13::search_category_t> category_of_page(const std::string& object);
 
 /// Each opens a window alone, on lists of its own, and reports by JSON lines; nothing is written.
-/// @param data {"category": 3, "error_mode": 1, "dirs": ["/usr/src", ...]}; null: a sample
+/// @param data {"category": 3, "error_mode": 1, "dirs": ["/usr/src", ...]}; null: a sample. "extras" are those
+/// of the tab, "found" says how many files are where: {"/usr/src": [3, 5]}, and "symbols" and so on are other
+/// categories' lists
 /// @param category where the data names none
 int open_search_dirs_tab(const nlohmann::json& data, wxWindow* parent);
 /// @param data {"binaries": [...], "symbols": [...], "sources": [...], "others": [...]} with paths or

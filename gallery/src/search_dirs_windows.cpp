@@ -78,6 +78,15 @@ json lists_to_json(const ObjectPtr<IEditableSearchDirContainer>& lists)
     return data;
 }
 
+// {"/usr/include": [3, 5]}: three of five files are there.
+std::optional<commondlg3::search_dirs_tab_t::found_files_t> found_files_in(const json& found,
+                                                                           const std::string& dir)
+{
+    if (!found.is_object() || !found.contains(dir) || !found[dir].is_array() || found[dir].size() != 2)
+        return std::nullopt;
+    return commondlg3::search_dirs_tab_t::found_files_t{found[dir][0].get<int>(), found[dir][1].get<int>()};
+}
+
 // Shows the page that `make` makes, and reports its end with `state`.
 int open_alone(const char* object, wxWindow* parent, const std::function<commondlg3::pref_base_t*()>& make,
                const std::function<json()>& state)
@@ -104,10 +113,22 @@ int open_search_dirs_tab(const json& data, wxWindow* parent)
 {
     const auto category = static_cast<search_category_t>(get_int(data, "category", category_sources));
     const auto lists = make_search_dir_container(nullptr);
-    dirs_from_json(data.is_object() && data.contains("dirs") ? data["dirs"] : sample_dirs(), lists, category);
+    for (const auto& [name, each] : categories)
+        if (data.is_object() && data.contains(name))
+            dirs_from_json(data[name], lists, each);
+    if (!data.is_object() || data.contains("dirs") || lists->count(category) == 0)
+        dirs_from_json(data.is_object() && data.contains("dirs") ? data["dirs"] : sample_dirs(), lists,
+                       category);
     return open_alone(
         search_dirs_page_t::object_name, parent,
-        [&] { return new commondlg3::search_dirs_tab_t(lists, category, get_int(data, "error_mode", 1)); },
+        [&] {
+            auto* tab = new commondlg3::search_dirs_tab_t(lists, category, get_int(data, "error_mode", 1));
+            tab->set_extras(static_cast<unsigned>(get_int(data, "extras", 0)));
+            if (data.is_object() && data.contains("found"))
+                tab->set_found_files(
+                    [found = data["found"]](const std::string& dir) { return found_files_in(found, dir); });
+            return tab;
+        },
         [&] {
             json state = lists_to_json(lists);
             state["dirs"] = dirs_to_json(lists, category);

@@ -13,8 +13,12 @@
 #include <wx/utils.h>
 #include <wx/version.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace gallery {
 namespace {
@@ -34,6 +38,29 @@ gen_helpers2::path_t record_file()
 {
     return cfgmgr2::IProductLocations::get()->get_config_directory() / "usage_data.json";
 }
+
+class record_keeper_t : public commondlg3::usage_data_keeper_t
+{
+public:
+    record_keeper_t(gen_helpers2::path_t file, std::function<gen_helpers2::error_code_t()> withdraw)
+        : m_file(std::move(file)), m_withdraw(std::move(withdraw))
+    {
+    }
+    std::optional<written_t> read_last_written() const override
+    {
+        struct stat found;
+        std::string text;
+        if (::stat(m_file.as_string().c_str(), &found) != 0 ||
+            gen_helpers2::read_whole_file(m_file, text).failed())
+            return std::nullopt;
+        return written_t{found.st_mtime, text};
+    }
+    gen_helpers2::error_code_t withdraw() override { return m_withdraw(); }
+
+private:
+    gen_helpers2::path_t m_file; // asked for on another thread
+    std::function<gen_helpers2::error_code_t()> m_withdraw;
+};
 
 } // namespace
 
@@ -70,10 +97,18 @@ void set_consent(cfgmgr2::IPropertyStorage& preferences, user_consent_t consent)
     preferences.get_child(child_name)->set_value(value_name, static_cast<int>(consent));
 }
 
-void remove_usage_record()
+gen_helpers2::error_code_t remove_usage_record()
 {
-    std::error_code missing_is_right;
-    std::filesystem::remove(record_file().as_filesystem_path(), missing_is_right);
+    std::error_code error; // none when there is no such file
+    std::filesystem::remove(record_file().as_filesystem_path(), error);
+    return error ? gen_helpers2::error_code_t::io_error(record_file().as_string() + ": " + error.message())
+                 : gen_helpers2::error_code_t();
+}
+
+std::shared_ptr<commondlg3::usage_data_keeper_t>
+make_usage_data_keeper(std::function<gen_helpers2::error_code_t()> withdraw)
+{
+    return std::make_shared<record_keeper_t>(record_file(), std::move(withdraw));
 }
 
 user_consent_t load_consent(gen_helpers2::error_code_t& result)
@@ -91,7 +126,7 @@ gen_helpers2::error_code_t save_consent(user_consent_t consent)
     set_consent(*store.get(), consent);
     const auto result = store.save();
     if (result.succeeded() && consent != user_consent_t::given)
-        remove_usage_record();
+        return remove_usage_record();
     return result;
 }
 
@@ -103,7 +138,8 @@ void report_usage()
         if (result.failed())
             gen_helpers2::log_warning("gallery", "the usage record was not kept: " + result.as_string());
     } else if (result.succeeded()) {
-        remove_usage_record();
+        if (const auto removed = remove_usage_record(); removed.failed())
+            gen_helpers2::log_warning("gallery", "the usage record was not removed: " + removed.as_string());
     }
 }
 

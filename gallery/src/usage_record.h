@@ -5,6 +5,8 @@
 #include <commondlg3/opt_in_pp.h>
 #include <gen_helpers2/error_code.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace gallery {
@@ -25,7 +27,11 @@ opt_in_pp_t::user_consent_t load_consent(gen_helpers2::error_code_t& result);
 opt_in_pp_t::user_consent_t get_consent(cfgmgr2::IPropertyStorage& preferences);
 /// Puts it there, for whoever saves them; then the record of whoever does not agree must be taken away.
 void set_consent(cfgmgr2::IPropertyStorage& preferences, opt_in_pp_t::user_consent_t consent);
-void remove_usage_record();
+gen_helpers2::error_code_t remove_usage_record();
+
+/// The record that is there, for the page about consent.
+std::shared_ptr<commondlg3::usage_data_keeper_t>
+make_usage_data_keeper(std::function<gen_helpers2::error_code_t()> withdraw);
 
 /// At the product's end: reports the record if the user agreed. The gallery reports to nobody: it leaves the
 /// record in a file of the configuration directory, which is taken away when the user does not agree.

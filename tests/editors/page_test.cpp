@@ -13,6 +13,7 @@
 #include <gtk/gtk.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -162,7 +163,8 @@ TEST_F(EditorPage, BrowsedProgramsGetFreeNamesUpToAHundred)
               m_page->get_data().get_editor(language_info::cpp, leaf));
     EXPECT_EQ(editor_data_t::editor_type_custom,
               m_page->get_data().get_editor_type(language_info::cpp, leaf));
-    EXPECT_TRUE(commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program")->IsShown());
+    EXPECT_TRUE(test::wait_for(
+        [&] { return commondlg3::from_xrc<wxStaticText>(m_page, "m_missing_program")->IsShown(); }));
     browse(path);
     EXPECT_EQ(leaf + " (2)", m_page->get_selected_editor_name());
     browse(path);
@@ -224,7 +226,8 @@ TEST_F(EditorPage, AnEditorThatIsNotThereIsToldWhenItIsChosen)
     for (int i = 0; i < 5; ++i) {
         select(i);
         EXPECT_EQ(0U, info().find(expected[i].first)) << info();
-        EXPECT_EQ(expected[i].second, from_wx(missing->GetLabelText()));
+        EXPECT_TRUE(test::wait_for([&] { return from_wx(missing->GetLabelText()) == expected[i].second; }))
+            << from_wx(missing->GetLabelText());
         EXPECT_EQ(!expected[i].second.empty(), missing->IsShown());
     }
     EXPECT_NE(std::string::npos,
@@ -311,6 +314,47 @@ TEST_F(EditorPage, KeysAndAClickReachEverythingAndArrowsPassOverTheBrowseEntry)
     test::settle();
     EXPECT_EQ(3, choosers) << "once for a click";
     EXPECT_EQ("a", m_page->get_selected_editor_name());
+}
+
+// What was tried must be told as it went, and an editor that is removed must leave no choice behind.
+TEST_F(EditorPage, CustomEditorsAreTriedRenamedAndRemoved)
+{
+    const std::string script = m_dir.path() + "/failing";
+    std::ofstream(script) << "#!/bin/sh\nexit 3\n";
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    editor_data_t data = three_editors();
+    data.add_editor(language_info::cpp, {"x", "X", script, script});
+    data.set_selected_editor_name(language_info::cpp, "x");
+    data.set_default_editor_name(language_info::cpp, "x");
+    open(data, all_flags | editor_pp_t::show_details | editor_pp_t::show_actions);
+    const auto says = [&](const std::string& text) {
+        return test::wait_for([&] {
+            for (const wxWindow* child : m_page->GetChildren())
+                if (child->IsShown() && from_wx(child->GetLabel()).find(text) != std::string::npos)
+                    return true;
+            return false;
+        });
+    };
+    const auto press = [&](const char* name) {
+        test::send(wxEVT_BUTTON, wxWindow::FindWindowByName(name, m_page));
+    };
+    EXPECT_TRUE(says("Command: " + script + " +<line> <path to file>"));
+    press("m_try");
+    EXPECT_TRUE(says("It ended at once, with exit code 3."));
+    test::run_modal([&] { return press("m_rename"), 0; },
+                    [](wxTopLevelWindow* dialog) {
+                        commondlg3::from_xrc<wxTextCtrl>(dialog, "m_name")->SetValue(" New ");
+                        test::click(dialog, "m_btn_ok");
+                    });
+    EXPECT_EQ("New", from_wx(list()->GetStringSelection()));
+    EXPECT_EQ(system_editor_t("x", "New", script, script),
+              m_page->get_data().get_editor(language_info::cpp, "x"));
+    press("m_remove");
+    EXPECT_EQ("b", m_page->get_selected_editor_name()) << "the one before, as it was the last";
+    EXPECT_EQ("", m_page->get_data().get_default_editor_name(language_info::cpp));
+    EXPECT_EQ(editor_data_t::editor_type_none, m_page->get_data().get_editor_type(language_info::cpp, "x"));
+    select(0);
+    EXPECT_FALSE(wxWindow::FindWindowByName("m_remove", m_page)->IsEnabled()) << "the desktop's";
 }
 
 // A row that begins with a Latin name ran from left to right, what belongs behind the name in front of it.

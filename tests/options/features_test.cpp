@@ -6,6 +6,7 @@
 
 #include <wx/checkbox.h>
 #include <wx/scrolwin.h>
+#include <wx/srchctrl.h>
 
 #include <filesystem>
 #include <string>
@@ -120,11 +121,11 @@ protected:
         test::settle();
     }
 
-    void show(const std::vector<feature_t>& features)
+    void show(const std::vector<feature_t>& features, unsigned flags = 0)
     {
         write_list(m_dir.path(), features);
         m_list->load();
-        m_page = new experimental_options_panel_t(m_list, m_active);
+        m_page = new experimental_options_panel_t(m_list, m_active, flags);
         m_page->create(test::main_window());
         m_page->SetSize(test::main_window()->GetClientSize());
         test::settle();
@@ -198,6 +199,46 @@ TEST_F(ExperimentalPage, NamesakesKeepTheirOwnStates)
     ASSERT_TRUE(test::wait_for([&] { return m_page->is_changed(); }));
     EXPECT_FALSE(m_page->get_features()[0].enabled);
     EXPECT_TRUE(m_page->get_features()[1].enabled);
+}
+
+// What a search hides must neither be lost nor stay on when all are turned off.
+TEST_F(ExperimentalPage, ManyAreFoundMarkedWhenChangedAndTurnedOff)
+{
+    std::vector<feature_t> features;
+    for (int i = 1; i <= 11; ++i)
+        features.push_back({"Feature " + std::to_string(i), i == 5 ? "Größe" : "", "V" + std::to_string(i)});
+    m_active->turn_on({"", "", "V1"});
+    show(features, 7);
+    const auto shown = [&] {
+        std::string names;
+        for (const wxCheckBox* box : boxes())
+            names += box->IsShown() ? box->GetLabelText().utf8_string() + " " : "";
+        return names;
+    };
+    const auto count_changed = [&] {
+        int count = 0;
+        for (const wxWindow* child : boxes().front()->GetParent()->GetChildren())
+            count += child->IsShown() && child->GetLabel().StartsWith("Changed since the last start");
+        return count;
+    };
+    EXPECT_EQ(0, count_changed());
+    auto* search = wxDynamicCast(m_page->FindWindow("searchCtrl"), wxSearchCtrl);
+    ASSERT_TRUE(search);
+    search->SetValue(wxString::FromUTF8("GRÖ feature"));
+    EXPECT_EQ("Feature 5 ", shown());
+    boxes()[4]->SetValue(true);
+    test::send(wxEVT_CHECKBOX, boxes()[4], 1);
+    EXPECT_EQ(1, count_changed());
+    EXPECT_TRUE(m_page->save_settings());
+    EXPECT_EQ((names_t{"env_variable=V1", "env_variable=V5"}), active_file(m_dir.path()));
+    EXPECT_EQ(1, count_changed()) << "saved, but not in effect";
+    wxCommandEvent pressed;
+    m_page->on_reset(pressed);
+    search->SetValue("");
+    EXPECT_EQ(1, count_changed()) << "the one that was on";
+    EXPECT_FALSE(m_page->is_experimental_on());
+    EXPECT_TRUE(m_page->save_settings());
+    EXPECT_EQ(names_t(), active_file(m_dir.path()));
 }
 
 } // namespace

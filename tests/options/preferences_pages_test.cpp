@@ -114,4 +114,54 @@ TEST_F(PreferencesPages, TheUsageRecordIsLeftOnlyWithConsent)
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+// Whoever withdraws must be believed at once, by the record and by the choices, and told when it is not so.
+TEST_F(PreferencesPages, AConsentIsWithdrawnAtOnceAndTheRecordGone)
+{
+    using consent_t = gallery::opt_in_pp_t::user_consent_t;
+    const std::string file = m_dir.path() + "/config/usage_data.json";
+    ASSERT_TRUE(gallery::save_consent(consent_t::given).succeeded());
+    gallery::report_usage();
+    const std::string written = test::read_file(file);
+    gallery::count_opened("dlg.later");
+    gallery::opt_in_pp_t page(consent_t::given);
+    page.set_record(gallery::get_usage_record());
+    page.set_keeper(
+        gallery::make_usage_data_keeper([] { return gallery::save_consent(consent_t::refused); }));
+    page.create(test::main_window());
+    test::settle();
+    auto* shown = commondlg3::from_xrc<wxTextCtrl>(&page, "m_record");
+    wxCommandEvent pressed;
+    page.on_show_written(pressed);
+    EXPECT_EQ(written, shown->GetValue().utf8_string());
+    page.on_show_written(pressed);
+    EXPECT_NE(std::string::npos, shown->GetValue().utf8_string().find("dlg.later"));
+    std::filesystem::remove(file);
+    std::filesystem::create_directories(file + "/not empty");
+    test::messages_t messages;
+    page.on_withdraw(pressed);
+    ASSERT_EQ(1U, messages.shown.size());
+    EXPECT_EQ("The consent was not withdrawn", messages.shown[0].first);
+    EXPECT_EQ(consent_t::given, page.get_consent());
+    std::filesystem::remove_all(file + "/not empty");
+    page.on_withdraw(pressed);
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_EQ(consent_t::refused, page.get_consent());
+    EXPECT_FALSE(page.is_changed());
+    gen_helpers2::error_code_t read;
+    EXPECT_EQ(consent_t::refused, gallery::load_consent(read));
+
+    ASSERT_TRUE(gallery::save_consent(consent_t::given).succeeded());
+    test::run(*gallery::make_preferences("pref.optin"), [&](wxTopLevelWindow* window) {
+        auto* agree = commondlg3::from_xrc<wxRadioButton>(window, "m_radioBtn5");
+        dynamic_cast<gallery::opt_in_pp_t&>(*agree->GetParent()).on_withdraw(pressed);
+        EXPECT_EQ(consent_t::refused, gallery::load_consent(read));
+        agree->SetValue(true);
+        test::send(wxEVT_RADIOBUTTON, agree, 1);
+        test::click(window, "m_btn_apply");
+        EXPECT_TRUE(test::wait_for([&] { return gallery::load_consent(read) == consent_t::given; }))
+            << "what was withdrawn is not another program's doing";
+        test::click(window, "m_btn_cancel");
+    });
+}
+
 } // namespace

@@ -26,7 +26,7 @@ using texts_t = std::vector<std::string>;
 class SearchDirsTab : public testing::Test
 {
 protected:
-    void open(const texts_t& dirs, search_category_t category = category_sources)
+    void open(const texts_t& dirs, search_category_t category = category_sources, unsigned extras = 0)
     {
         close();
         m_container = make_search_dir_container(nullptr);
@@ -35,6 +35,7 @@ protected:
             at->add(dir, false);
         m_frame = new wxFrame(test::main_window(), wxID_ANY, "host", wxPoint(100, 100), wxSize(640, 480));
         m_tab = new search_dirs_tab_t(m_container, category);
+        m_tab->set_extras(extras);
         m_tab->create(m_frame);
         m_frame->Show();
         m_grid = m_tab->get_grid();
@@ -86,6 +87,51 @@ protected:
     search_dirs_tab_t* m_tab = nullptr;
     vdxpropgrid2::property_grid_t* m_grid = nullptr;
 };
+
+// A directory of a disk that is away today stays in the list, with what people wrote about it.
+TEST_F(SearchDirsTab, RowsAreSkippedAndKeepWhatTheyDoNotShow)
+{
+    for (const unsigned extras : {0U, unsigned(search_dirs_tab_t::can_skip)}) {
+        open({}, category_sources, extras);
+        m_container->get_dirs(category_sources)->add_entry({"/none/1", true, false, "why"});
+        m_tab->load_settings();
+        const bool box = extras != 0;
+        EXPECT_TRUE(m_grid->get_rows()[0].checked) << "recursive, or skipped";
+        expect_messages(box ? texts_t() : texts_t{missing("/none/1")});
+        if (box)
+            m_grid->set_checked(0, false);
+        expect_messages({missing("/none/1")});
+        if (box)
+            m_grid->set_checked(0, true);
+        m_grid->set_text(0, "/none/2");
+        m_grid->insert_rows(1, {m_dir.path()});
+        m_grid->move_row(0, 1);
+        m_tab->save_settings();
+        EXPECT_FALSE(m_tab->is_changed());
+        std::string found;
+        for (const auto at = m_container->get_dirs(category_sources); !at->at_end(); at->next())
+            found += std::string(at->is_recursive() ? "+" : "-") + (at->is_enabled() ? "" : "off ") +
+                     at->get_path() + at->get_comment() + ";";
+        EXPECT_EQ("-" + m_dir.path() + ";+off /none/2why;", found);
+    }
+}
+
+TEST_F(SearchDirsTab, AnotherListIsReplacedOnlyWhenTheUserSaysSo)
+{
+    for (const auto& [key, kept] : {std::pair{'Y', false}, {'N', true}}) {
+        open({"/a", "/gone"}, category_binaries, search_dirs_tab_t::tell_sharing);
+        for (const char* dir : {"/gone", "/a", "/only symbols"})
+            m_container->get_dirs(category_symbols)->add(dir, false);
+        m_tab->remove_row(1); // here and there: nothing to ask about
+        test::run_modal([&] { return m_tab->save_settings(), 0; },
+                        [answer = key](wxTopLevelWindow*) { test::press(answer, wxMOD_ALT); });
+        const test::dirs_t expected =
+            kept ? test::dirs_t{{"/a", false}, {"/only symbols", false}} : test::dirs_t{{"/a", false}};
+        EXPECT_EQ(expected, test::dirs_of(m_container, category_symbols));
+        EXPECT_EQ(expected, test::dirs_of(m_container, category_binaries));
+        EXPECT_TRUE(m_tab->save_settings()) << "they are one now, and nothing is asked";
+    }
+}
 
 TEST_F(SearchDirsTab, EachBadRowHasOneMessageThatFollowsWhatBecomesOfIt)
 {

@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cstdarg>
@@ -64,6 +65,10 @@ int access(const char* path, int mode) noexcept
 {
     return ask<int>("access", path, mode);
 }
+int statvfs(const char* path, struct statvfs* system) noexcept
+{
+    return ask<int>("statvfs", path, system);
+}
 DIR* opendir(const char* path)
 {
     return ask<DIR*>("opendir", path);
@@ -80,6 +85,7 @@ ssize_t readlink(const char* path, char* target, size_t size) noexcept
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 int openat64(int folder, const char* path, int flags, ...) __attribute__((alias("openat")));
 int stat64(const char* path, struct stat64* status) noexcept __attribute__((alias("stat")));
+int statvfs64(const char* path, struct statvfs64* system) noexcept __attribute__((alias("statvfs")));
 int lstat64(const char* path, struct stat64* status) noexcept __attribute__((alias("lstat")));
 
 } // extern "C"

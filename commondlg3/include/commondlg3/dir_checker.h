@@ -32,6 +32,16 @@ public:
     explicit dir_checker_t(vdxpropgrid2::property_grid_t* grid, examiner_t examiner = examine_dir);
     ~dir_checker_t() override;
 
+    /// What a row is besides its text; without a reader its box says whether it is recursive.
+    struct row_kind_t
+    {
+        bool recursive = false;
+        bool skipped = false; ///< see listed_dir_t
+    };
+    void set_row_reader(std::function<row_kind_t(const vdxpropgrid2::row_t&)> reader);
+    /// Says something of rows about which there is nothing else to say; GUI thread.
+    void set_note_maker(std::function<vdxpropgrid2::row_mark_t(const vdxpropgrid2::row_t&)> maker);
+
     /// The grid has been given other rows: looks at all of them.
     void restart();
     /// Looks at the row again, if it is there or comes back.

@@ -129,6 +129,19 @@ public:
     /// Asks with this file, for its language. Replaces the system editors and the environment's. A custom
     /// editor that has the name of a system one keeps it.
     bool load_system_info(const std::string& file_name);
+
+    /// What came of asking the desktop for a language's editors, last. Not kept, and no part of comparisons.
+    enum class system_state_t
+    {
+        not_asked,
+        found,
+        none,     ///< nothing is registered for such files
+        no_answer ///< a folder in which programs are looked for does not answer
+    };
+    system_state_t get_system_state(language_t language) const;
+    /// The folder that did not answer; empty when all did.
+    const std::string& get_silent_folder() const { return m_silent_folder; }
+
     /// What the environment says now: VISUAL, or EDITOR where that is empty.
     static void fill_env_var_editor(editor_t& editor);
 
@@ -174,6 +187,8 @@ private:
     names_t m_selected_names;
     names_t m_default_names;
     names_t m_system_default_names;
+    std::map<language_t, system_state_t> m_system_states;
+    std::string m_silent_folder;
     /// As the storage had it when it was last loaded or saved.
     mutable gen_helpers2::variant_bag_t m_stored;
 };

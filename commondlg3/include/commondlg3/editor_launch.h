@@ -35,7 +35,8 @@ struct COMMONDLG3_EXPORT editor_failure_t
         no_terminal, ///< it needs one, and none was found
         no_file,     ///< the file is not there
         not_started, ///< the system refused; see `details`
-        ended        ///< it ended at once, by `signal` or with `exit_code`
+        ended,       ///< it ended at once, by `signal` or with `exit_code`
+        no_answer    ///< a folder in which it is looked for does not answer
     };
 
     reason_t reason = reason_t::no_command;

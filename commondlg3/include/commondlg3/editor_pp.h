@@ -17,6 +17,8 @@ class static_picture_ctrl_t;
 
 namespace commondlg3 {
 
+class editor_details_t;
+class editor_looks_t;
 class field_message_t;
 
 /// The preference page on which users choose the programs that open source files, language by language.
@@ -34,7 +36,8 @@ class field_message_t;
 /// chooser, the arrow keys pass over it. What was browsed for is added, chosen and reported to the host as a
 /// list-box event, as if it had been clicked. Below the list stands why an editor cannot be used: that there
 /// is no command for it, in the line for information, or that its program is not installed any more, in one
-/// of its own. A product that opens files in one editor of its own needs no such page. GUI thread.
+/// of its own. Programs are looked for in the background; a folder that does not answer is told as such. A
+/// product that opens files in one editor of its own needs no such page. GUI thread.
 class COMMONDLG3_EXPORT editor_pp_t : public pref_base_t
 {
 public:
@@ -46,7 +49,13 @@ public:
         language_bits = 3,   ///< if they equal `choose_language` users may go through the languages
         choose_language = 1, ///< otherwise they see the selected one only
         show_default = 8,    ///< the button that makes the chosen editor the language's default
-        show_info = 16       ///< the line below the list
+        show_info = 16,      ///< the line below the list
+        /// Beside each entry its icon, whether it is the default or cannot be used, and its program; below the
+        /// list the command with words for the file and the line; why the desktop's editors are missing.
+        show_details = 32,
+        /// A button that opens a sample in the editor and says what came of it; for custom editors those that
+        /// rename and remove it, as F2 and Delete do.
+        show_actions = 64
     };
 
     /// Follows the name of the editor that the desktop would take.
@@ -78,6 +87,12 @@ public:
     virtual void on_editor_list_clicked(wxCommandEvent& event);
     virtual void on_cmd_line_edit(wxCommandEvent& event);
     virtual void on_set_as_default(wxCommandEvent& event);
+    /// Opens a sample file in the selected editor.
+    virtual void on_try(wxCommandEvent& event);
+    /// Asks for another display name of the selected editor, if it is a custom one.
+    virtual void on_rename(wxCommandEvent& event);
+    /// Takes the selected editor from the list, if it is a custom one.
+    virtual void on_remove(wxCommandEvent& event);
     virtual void on_resize(wxSizeEvent& event);
 
     /// The name of the editor behind the list's selection; empty for the browse entry and for none.
@@ -93,6 +108,8 @@ public:
     void update_state_for_language(language_t language);
 
 private:
+    friend class editor_details_t;
+
     bool has_controls() const;
     bool is_browse_entry(int index) const;
     void on_selection_changed(wxCommandEvent& event);
@@ -107,7 +124,11 @@ private:
     void show_editor(language_t language, const system_editor_t& editor);
     void set_info_text(const std::string& text);
     void show_info_icon();
+    void look_at(const std::vector<system_editor_t>& editors);
+    void update_details();
     void show_missing_program(const system_editor_t& editor);
+    wxString get_entry_text(language_t language, const system_editor_t& editor) const;
+    void on_key(wxKeyEvent& event);
     void update_default_button(language_t language);
     void rewrap();
 
@@ -115,6 +136,7 @@ private:
     editor_data_t m_unchanged;
     unsigned m_flags;
     bool m_chosen = false;
+    bool m_filling = false; ///< details are shown once, when the list is there
     // By entry: display names need not differ, and may look like anything.
     std::vector<std::string> m_names;
     bool m_browsing = false;
@@ -128,6 +150,8 @@ private:
     wxStaticText* m_info_text = nullptr;
     wx_helpers1::static_picture_ctrl_t* m_info_icon = nullptr;
     std::unique_ptr<field_message_t> m_missing_program;
+    std::unique_ptr<editor_looks_t> m_looks;
+    std::unique_ptr<editor_details_t> m_details; ///< where a flag asks for something of it
     wxStaticText* m_language_label = nullptr;
     wxStaticText* m_list_label = nullptr;
 };

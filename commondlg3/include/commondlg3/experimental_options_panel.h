@@ -8,8 +8,11 @@
 #include <string>
 #include <vector>
 
+class wxButton;
 class wxCheckBox;
 class wxScrolledWindow;
+class wxSearchCtrl;
+class wxSizerItem;
 
 namespace commondlg3 {
 
@@ -47,8 +50,16 @@ public:
         friend bool operator!=(const feature_info_t& a, const feature_info_t& b) { return !(a == b); }
     };
 
+    /// What the page shows beyond the features.
+    enum flags_t : unsigned
+    {
+        search_features = 1, ///< a field that finds features, where there are more than ten
+        show_changes = 2,    ///< which features are in another state than when the program started
+        offer_reset = 4      ///< a button that turns all features off
+    };
+
     experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> features,
-                                 boost::shared_ptr<active_features_config_t> active);
+                                 boost::shared_ptr<active_features_config_t> active, unsigned flags = 0);
     ~experimental_options_panel_t() override;
 
     void on_init_dialog() override;
@@ -73,10 +84,17 @@ public:
     /// Asks the user, in a modal window.
     [[nodiscard]] bool prompt_restart_now() const;
 
+    /// The variables of the features that were on when the program started, for `show_changes`; before
+    /// create(). Without them the choice counts as it was when the page was filled first.
+    void set_on_at_start(std::vector<std::string> env_variables);
+
     void add_feature(const feature_info_t& feature);
     const std::vector<feature_info_t>& get_features() const { return m_features; }
 
     virtual void on_checkbox(wxCommandEvent& event);
+    virtual void on_search(wxCommandEvent& event);
+    /// Turns all features off, also those that the search has hidden.
+    virtual void on_reset(wxCommandEvent& event);
 
 protected:
     void load_feature_list();
@@ -88,12 +106,18 @@ private:
         wxCheckBox* box;
         wxStaticText* description;
         bool stored; ///< the state that was loaded or last saved
+        wxSizerItem* gap;
+        wxStaticText* change = nullptr; ///< made when it is needed
     };
 
     bool has_controls() const;
     void remove_features();
     bool owns(const wxCheckBox* box) const;
     void show_state();
+    void make_extras();
+    void show_change(std::size_t row);
+    std::string get_status() const;
+    bool is_searched() const;
     void rewrap();
     void on_size(wxSizeEvent& event);
 
@@ -101,6 +125,12 @@ private:
     boost::shared_ptr<active_features_config_t> m_active;
     std::vector<feature_info_t> m_features;
     std::vector<row_t> m_rows; ///< one a feature
+    std::vector<std::string> m_on_at_start;
+    bool m_knows_start = false;
+    unsigned m_flags;
+    std::size_t m_found = 0; ///< by the search
+    wxSearchCtrl* m_search = nullptr;
+    wxButton* m_reset = nullptr;
     bool m_restart_requested = false;
     bool m_loading = false;
     bool m_loaded_features = false;

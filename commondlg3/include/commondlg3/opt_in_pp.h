@@ -2,12 +2,40 @@
 
 #include "commondlg3/pref_base.h"
 
-#include <cstdint>
-#include <string>
+#include <gen_helpers2/error_code.h>
 
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+class wxButton;
 class wxRadioButton;
 
 namespace commondlg3 {
+
+/// What a host keeps of what it reports, for the user to see and to be rid of. Implemented by hosts that want
+/// their users to do so on the page about consent.
+class COMMONDLG3_EXPORT usage_data_keeper_t
+{
+public:
+    struct written_t
+    {
+        std::time_t when = 0;
+        std::string text; ///< UTF-8
+    };
+
+    virtual ~usage_data_keeper_t();
+
+    /// The record that was written last; nothing when none is there. Called on another thread, since a disk
+    /// may hang.
+    virtual std::optional<written_t> read_last_written() const = 0;
+    /// Keeps that the user does not agree any more, and deletes the record at once. GUI thread.
+    /// @return why that failed; the page then says so and stays as it is
+    [[nodiscard]] virtual gen_helpers2::error_code_t withdraw() = 0;
+};
 
 /// The preference page that asks whether the user agrees to the collection of usage data.
 ///
@@ -19,7 +47,9 @@ namespace commondlg3 {
 ///     store(page->get_consent());
 ///
 /// Nobody is led to an answer: for a user who has not decided, neither choice is selected, and saving keeps
-/// "not decided". To ask at a first start use opt_in_dlg_t, which embeds this page. GUI thread.
+/// "not decided". With set_keeper() the page also shows when and what was written last, and withdraws a
+/// consent at once, without waiting for the host's OK. To ask at a first start use opt_in_dlg_t, which embeds
+/// this page. GUI thread.
 class COMMONDLG3_EXPORT opt_in_pp_t : public pref_base_t
 {
 public:
@@ -45,6 +75,13 @@ public:
     /// not show that part.
     void set_record(const std::string& record) { m_record = record; }
 
+    /// Shows what was written last, and lets the user withdraw a consent that was given; before create().
+    void set_keeper(std::shared_ptr<usage_data_keeper_t> keeper) { m_keeper = std::move(keeper); }
+    /// Shows the record that was written last, or again the one that would be.
+    virtual void on_show_written(wxCommandEvent& event);
+    /// Has the keeper withdraw the consent and delete the record; get_consent() is "refused" then.
+    virtual void on_withdraw(wxCommandEvent& event);
+
     void on_init_dialog() override;
     void on_update_ui_settings() override;
     /// Selects an answer.
@@ -58,7 +95,19 @@ private:
     void rewrap();
     void on_size(wxSizeEvent& event);
 
+    void make_written();
+    void make_written_buttons();
+    void ask_keeper();
+    void show_written(const std::optional<usage_data_keeper_t::written_t>& written);
+    void set_written_text(const std::string& text);
+
     std::string m_record;
+    std::shared_ptr<usage_data_keeper_t> m_keeper;
+    std::string m_written; ///< the text of the last record
+    bool m_shows_written = false;
+    wxStaticText* m_written_label = nullptr;
+    wxButton* m_show_written = nullptr;
+    wxButton* m_withdraw = nullptr;
     wxRadioButton* m_agree = nullptr;
     wxRadioButton* m_refuse = nullptr;
     wxRadioButton* m_neither = nullptr;

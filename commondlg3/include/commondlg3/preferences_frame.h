@@ -62,6 +62,9 @@ public:
     /// Whether the user wants what was written to take effect by a restart.
     bool wants_restart() const;
 
+    /// A page has written this file of its own accord, and not by OK or Apply: that is not another program's.
+    void take_as_ours(const gen_helpers2::path_t& file);
+
     /// A page is seen, by its name.
     gen_helpers2::signal_t<const std::string&>& get_page_signal();
     /// Something was written, or could not be.

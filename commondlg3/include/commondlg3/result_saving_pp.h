@@ -14,6 +14,8 @@ class wxRadioButton;
 namespace commondlg3 {
 
 class field_message_t;
+class folder_watch_t;
+struct folder_answer_t;
 
 /// The preference page on which users say where results are saved and what they are called.
 ///
@@ -27,15 +29,19 @@ class field_message_t;
 /// OK is never refused: a template that cannot be used is replaced by the product's own, a folder that cannot
 /// be used by the system's temporary directory, and one warning says so afterwards, with what was entered and
 /// what is used instead. While the user types, the fields are coloured and explained on lines of their own,
-/// and another line shows the name that the next result would get. GUI thread.
+/// and another line shows the name that the next result would get. A folder that does not answer, of a
+/// network for example, keeps nobody waiting: the page says which one it is. GUI thread.
 class COMMONDLG3_EXPORT result_saving_pp_t : public pref_base_t
 {
 public:
     enum flags_t : unsigned
     {
-        show_project = 1,      ///< offer the project's directory, and show which one that is
-        check_folder = 2,      ///< check the folder while it is typed and on OK
-        show_accessibility = 4 ///< show the check box
+        show_project = 1,       ///< offer the project's directory, and show which one that is
+        check_folder = 2,       ///< check the folder while it is typed and on OK
+        show_accessibility = 4, ///< show the check box
+        /// Say below the name of the next result what would become of it: whether its folder is made first,
+        /// where it would go instead, and how much space there is; warn where that is little.
+        show_preview = 8
     };
 
     result_saving_pp_t(const result_saving_data_t& data, unsigned flags);
@@ -106,11 +112,13 @@ private:
     bool has_controls() const;
     shown_t get_shown() const;
     void check_template();
-    struct folder_answer_t;
     /// Looks at the folder and at the results in it, and shows what was found; `typed`: while it is edited.
     void examine_folder(bool typed);
+    bool goes_to_project() const;
     void show_answer(const folder_answer_t& answer);
-    void show_example(const std::string& name);
+    void show_waiting();
+    void show_silence(const std::string& place);
+    void show_preview_text(const std::string& example, const std::string& outlook);
     void rewrap();
     bool has_checked_folder() const;
 
@@ -120,7 +128,8 @@ private:
     messages_t m_messages;
     std::unique_ptr<field_message_t> m_template_trouble;
     std::unique_ptr<field_message_t> m_folder_trouble;
-    std::shared_ptr<unsigned> m_asked; ///< counts the looks at the disk: only the last one is shown
+    std::unique_ptr<folder_watch_t> m_watch;
+    std::string m_shown_example;
     wxStaticText* m_template_label = nullptr;
     wxTextCtrl* m_template = nullptr;
     wxStaticText* m_explanation = nullptr;

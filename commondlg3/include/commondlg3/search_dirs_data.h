@@ -38,6 +38,7 @@ struct listed_dir_t
     std::string_view path; ///< in its normal form
     bool recursive = false;
     dir_state_t state;
+    bool skipped = false; ///< nobody looks into it: it is not marked, and no other because of it
 };
 
 struct dir_mark_t

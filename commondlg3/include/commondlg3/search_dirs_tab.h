@@ -7,8 +7,11 @@
 #include <ff/search_directories.h>
 #include <vdxpropgrid2/property_grid.h>
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -49,19 +52,42 @@ public:
         path_info_t path;
         vdxpropgrid2::row_key_t key; ///< no_key before the grid has it
         bool recursive;              ///< not shown here, but kept
+        bool enabled = true;
+        std::string comment; ///< not shown here, but kept, also when the path is edited
     };
     using dirs_t = std::vector<dir_info_t>;
     using container_t = FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>;
+
+    /// What the page does beyond its list.
+    enum extras_t : unsigned
+    {
+        can_skip = 1, ///< a column of boxes: a directory can stay in the list and not be searched
+        /// Says that binaries and symbols share their list, and asks before it replaces one that is another.
+        tell_sharing = 2
+    };
+    /// How many of the files that the last result refers to are in a directory.
+    struct found_files_t
+    {
+        int found = 0;
+        int all = 0;
+    };
 
     /// @param error_mode see set_dir_error_mode()
     search_dirs_tab_t(container_t container, FF_2_13::search_category_t category, int error_mode = 1);
     ~search_dirs_tab_t() override;
 
+    /// Before create().
+    void set_extras(unsigned extras) { m_extras = extras; }
+    /// Has the rows of directories say how many files of the last result are there; nothing where the host
+    /// does not know. Called on the GUI thread, often: it answers from what it knows. Before create().
+    void set_found_files(std::function<std::optional<found_files_t>(const std::string& dir)> found_files);
+
     void on_init_dialog() override;
     void on_update_ui_settings() override;
     /// Takes the container's list. What was edited and not saved is lost.
     void load_settings();
-    /// Keeps what is being typed, writes the list into the container and shows it as it was written.
+    /// Keeps what is being typed, writes the list into the container and shows it as it was written. With
+    /// `tell_sharing` a modal window asks first where the list that is replaced with this one is another.
     bool save_settings() override;
     /// Takes the container's list and shows it.
     void set_data();
@@ -71,7 +97,9 @@ public:
     struct shown_dir_t
     {
         std::string path;
-        bool recursive;
+        bool recursive = false;
+        bool enabled = true;
+        std::string comment;
     };
     /// What the list shows now; what is being typed is no part of it yet.
     std::vector<shown_dir_t> get_shown_dirs() const;
@@ -133,6 +161,14 @@ protected:
 
 private:
     void connect_grid();
+    bool has_shared_list() const;
+    void keep_shared_list();
+    bool is_skipped(const vdxpropgrid2::row_t& row) const;
+    bool get_box(const dir_info_t& dir) const;
+    dirs_t get_stored(FF_2_13::search_category_t category) const;
+    void remember_rows();
+    void follow_boxes();
+    vdxpropgrid2::row_mark_t get_note(const std::string& dir) const;
     bool tell_state(const std::string& path, dir_state_t::kind_t state, int row);
     void remove_message(vdxpropgrid2::row_key_t key);
     void select_row_of(int message);
@@ -144,6 +180,10 @@ private:
     FF_2_13::search_category_t m_category;
     int m_dir_error_mode;
     dirs_t m_dirs;
+    unsigned m_extras = 0;
+    std::function<std::optional<found_files_t>(const std::string&)> m_found_files;
+    std::map<vdxpropgrid2::row_key_t, dir_info_t> m_kept; ///< what rows do not show; also of removed ones
+    std::set<vdxpropgrid2::row_key_t> m_skipped;
     std::map<vdxpropgrid2::row_key_t, int> m_messages;
     bool m_removing = false;
     int m_told_height = 0;

@@ -1,7 +1,9 @@
+#include "editor_command.h"
+
 #include "commondlg3/editor_data.h"
-#include "commondlg3/editor_launch.h"
 #include "paths/disk_question.h"
 
+#include <gen_helpers2/environment.h>
 #include <gen_helpers2/program.h>
 #include <gen_helpers2/stdpaths.h>
 
@@ -137,33 +139,35 @@ bool runs_in_terminal(const system_editor_t& editor, const known_editor_t& known
     return known.place == place_t::terminal || gen_helpers2::system_editor_needs_terminal(editor.name);
 }
 
-void add_file(words_t& words, line_style_t style, const std::string& file, int line)
+words_t words_for_file(line_style_t style, const std::string& file, const std::string& line)
 {
-    const std::string number = std::to_string(line);
-    if (line < 1) {
-        words.push_back(file);
-        return;
-    }
     switch (style) {
     case line_style_t::plus:
-        words.insert(words.end(), {"+" + number, file});
         break;
     case line_style_t::colon:
-        words.push_back(file + ":" + number);
-        break;
+        return {file + ":" + line};
     case line_style_t::goto_colon:
-        words.insert(words.end(), {"--goto", file + ":" + number});
-        break;
+        return {"--goto", file + ":" + line};
     case line_style_t::line_option:
-        words.insert(words.end(), {"--line", number, file});
-        break;
+        return {"--line", line, file};
     case line_style_t::jump_option:
-        words.insert(words.end(), {"--jump=" + number, file});
-        break;
+        return {"--jump=" + line, file};
     case line_style_t::goto_option:
-        words.insert(words.end(), {"-goto:" + number, file});
-        break;
+        return {"-goto:" + line, file};
     }
+    return {"+" + line, file};
+}
+
+std::string find_program_asking(const std::string& name, const asked_place_t& at)
+{
+    if (at && name.find('/') == std::string::npos)
+        touch_folders_of_path(at);
+    else if (at)
+        at(gen_helpers2::path_t(name).parent().as_string());
+    std::string found = gen_helpers2::find_program(name);
+    if (at)
+        at(std::string());
+    return found;
 }
 
 bool add_terminal(words_t& words)
@@ -213,7 +217,8 @@ bool rest_after(const std::string& executable, const std::string& command_line, 
 // A program is taken as it stands, blanks and all: split at a blank, the path of one that is gone may lead to
 // another program. Only a variable's command, which people write as they would type it, is read by the rules
 // of quoting where it is no program as it stands.
-bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t& failure)
+bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t& failure,
+                const asked_place_t& at)
 {
     const auto fail = [&](reason_t reason) {
         failure.reason = reason;
@@ -225,7 +230,7 @@ bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t&
     std::string arguments;
     std::string program;
     if (rest_after(editor.executable, editor.command_line, arguments))
-        program = gen_helpers2::find_program(editor.executable);
+        program = find_program_asking(editor.executable, at);
     if (!program.empty()) {
         words.clear();
         if (!arguments.empty() && !gen_helpers2::split_command_line(arguments, words))
@@ -241,22 +246,69 @@ bool take_apart(const system_editor_t& editor, words_t& words, editor_failure_t&
     if (!gen_helpers2::split_command_line(editor.command_line, words))
         return fail(reason_t::bad_quotes);
     failure.program = words.front();
-    program = gen_helpers2::find_program(words.front());
+    program = find_program_asking(words.front(), at);
     if (program.empty())
         return fail(reason_t::not_found);
     words.front() = program;
     return true;
 }
 
-bool compose(const system_editor_t& editor, const gen_helpers2::path_t& file, int line, words_t& words,
-             editor_failure_t& failure)
+struct command_t
 {
-    if (!take_apart(editor, words, failure))
+    words_t words;
+    editor_failure_t failure;
+    bool is_whole = false;
+};
+
+} // namespace
+
+void touch_folders_of_path(const asked_place_t& at)
+{
+    const std::string path = gen_helpers2::get_environ_value("PATH");
+    for (std::size_t start = 0; start <= path.size();) {
+        const std::size_t end = std::min(path.find(':', start), path.size());
+        const gen_helpers2::path_t folder(path.substr(start, end - start));
+        at(folder.as_string());
+        static_cast<void>(folder.exists());
+        start = end + 1;
+    }
+    at(std::string());
+}
+
+bool find_editor_program(const system_editor_t& editor, std::vector<std::string>& words,
+                         editor_failure_t& failure, const asked_place_t& at)
+{
+    return take_apart(editor, words, failure, at);
+}
+
+std::string describe_editor_command(const system_editor_t& editor, const std::string& file,
+                                    const std::string& line, editor_failure_t& failure,
+                                    const asked_place_t& at)
+{
+    words_t words;
+    if (!take_apart(editor, words, failure, at))
+        return std::string();
+    const known_editor_t known = known_by(words.front());
+    if (runs_in_terminal(editor, known, words) && !add_terminal(words))
+        failure.reason = reason_t::no_terminal;
+    std::string command = gen_helpers2::join_command_line(words);
+    for (const std::string& word : words_for_file(known.style, file, line))
+        command += " " + word;
+    return command;
+}
+
+bool compose_editor_command(const system_editor_t& editor, const gen_helpers2::path_t& file, int line,
+                            std::vector<std::string>& words, editor_failure_t& failure,
+                            const asked_place_t& at)
+{
+    if (!take_apart(editor, words, failure, at))
         return false;
     const auto full_path = gen_helpers2::stdpaths::get_working_dir() / file;
     const known_editor_t known = known_by(words.front());
     const bool in_terminal = runs_in_terminal(editor, known, words);
-    add_file(words, known.style, full_path.as_string(), line);
+    const words_t last = line < 1 ? words_t{full_path.as_string()}
+                                  : words_for_file(known.style, full_path.as_string(), std::to_string(line));
+    words.insert(words.end(), last.begin(), last.end());
     failure.command = gen_helpers2::join_command_line(words);
     if (!file.exists()) {
         failure.reason = reason_t::no_file;
@@ -270,22 +322,13 @@ bool compose(const system_editor_t& editor, const gen_helpers2::path_t& file, in
     return true;
 }
 
-struct command_t
-{
-    words_t words;
-    editor_failure_t failure;
-    bool is_whole = false;
-};
-
-} // namespace
-
 // Folders of PATH may hang, and so may those of the file and the program.
 
 bool is_editor_installed(const system_editor_t& editor)
 {
     const auto command = std::make_shared<command_t>();
     const bool answered =
-        ask_disk([=] { command->is_whole = take_apart(editor, command->words, command->failure); },
+        ask_disk([=] { command->is_whole = take_apart(editor, command->words, command->failure, {}); },
                  patience_with_path);
     return !answered || command->is_whole;
 }
@@ -298,11 +341,13 @@ bool get_editor_command(const system_editor_t& editor, const gen_helpers2::path_
     failure.file = file.as_string();
     const auto command = std::make_shared<command_t>();
     command->failure = failure;
-    const bool answered =
-        ask_disk([=] { command->is_whole = compose(editor, file, line, command->words, command->failure); },
-                 patience_on_ok);
+    const bool answered = ask_disk(
+        [=] {
+            command->is_whole = compose_editor_command(editor, file, line, command->words, command->failure);
+        },
+        patience_on_ok);
     if (!answered) {
-        failure.reason = reason_t::not_found;
+        failure.reason = reason_t::no_answer;
         failure.program = editor.executable;
         return false;
     }

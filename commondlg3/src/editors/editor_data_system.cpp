@@ -1,5 +1,6 @@
 #include "commondlg3/editor_data.h"
 #include "commondlg3/text_utils.h"
+#include "editor_command.h"
 #include "paths/disk_question.h"
 #include "probe_file.h"
 
@@ -9,6 +10,7 @@
 #include <gen_helpers2/stdpaths.h>
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace commondlg3 {
@@ -22,6 +24,10 @@ struct found_t
 {
     void look(const std::string& file_name)
     {
+        touch_folders_of_path([this](const std::string& folder) {
+            const std::lock_guard<std::mutex> lock(mutex);
+            place = folder;
+        });
         gen_helpers2::get_system_editors(file_name, all, gen_helpers2::all_system_editors);
         status =
             gen_helpers2::get_system_editors(file_name, first_choice, gen_helpers2::default_system_editor);
@@ -30,6 +36,8 @@ struct found_t
     editor_data_t::editors_t all;
     editor_data_t::editors_t first_choice;
     unsigned status = 0;
+    std::mutex mutex;
+    std::string place; // that is asked; guarded
 };
 
 void log(const std::string& text)
@@ -70,10 +78,15 @@ bool editor_data_t::load_system_info(const std::string& file_name)
 
     const auto found = std::make_shared<found_t>();
     if (!ask_disk([found, file_name] { found->look(file_name); }, patience_with_path)) {
-        gen_helpers2::log_warning(editor_data_system_unit, "a folder of PATH does not answer");
+        const std::lock_guard<std::mutex> lock(found->mutex);
+        gen_helpers2::log_warning(editor_data_system_unit, "a folder does not answer: " + found->place);
+        m_system_states[language] = system_state_t::no_answer;
+        m_silent_folder = found->place;
         refresh_env_var_editor(language);
         return false;
     }
+    m_system_states[language] = found->all.is_valid() ? system_state_t::found : system_state_t::none;
+    m_silent_folder.clear();
     bool result = remove_editors_ex(language, true);
     for (const system_editor_t& editor : found->all)
         add_system_editor(language, editor);
@@ -92,6 +105,12 @@ bool editor_data_t::load_system_info(const std::string& file_name)
     }
     gen_helpers2::log_trace(editor_data_system_unit, std::string("EXIT: ") + operation);
     return result;
+}
+
+editor_data_t::system_state_t editor_data_t::get_system_state(language_t language) const
+{
+    const auto state = m_system_states.find(language);
+    return state == m_system_states.end() ? system_state_t::not_asked : state->second;
 }
 
 void editor_data_t::add_system_editor(language_t language, const system_editor_t& found)

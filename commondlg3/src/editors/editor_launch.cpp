@@ -66,6 +66,8 @@ std::string editor_failure_t::get_text() const
         return translate_message("editor.failed.no_file", {{"file", as_shown(file)}});
     case reason_t::not_started:
         return translate_message("editor.failed.not_started", {{"reason", details}});
+    case reason_t::no_answer:
+        return translate_message("editor.failed.no_answer", {{"program", as_shown(program)}});
     case reason_t::ended:
         break;
     }

@@ -2,9 +2,11 @@
 
 #include "base/wrapped_labels.h"
 #include "commondlg3/choosers.h"
-#include "commondlg3/editor_launch.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "editor_details.h"
+#include "editor_looks.h"
+#include "editor_messages.h"
 #include "panels/field_message.h"
 #include "panels/severity.h"
 #include "paths/shown_path.h"
@@ -35,7 +37,6 @@ using wx_helpers1::to_wx;
 
 constexpr char editor_pp_unit[] = "editor_settings";
 constexpr char blanks[] = " \n\r\t";
-constexpr char blank_line[] = "\n"; // nothing to read, but as high as a line
 
 template <class Ctrl>
 Ctrl* find_control(wxWindow* page, const char* name)
@@ -109,7 +110,11 @@ void editor_pp_t::on_init_dialog()
     m_editor_list->Bind(wxEVT_LEFT_UP, &editor_pp_t::on_mouse_up, this);
     m_command_line->Bind(wxEVT_TEXT, &editor_pp_t::on_cmd_line_edit, this);
     m_default->Bind(wxEVT_BUTTON, &editor_pp_t::on_set_as_default, this);
+    m_editor_list->Bind(wxEVT_KEY_DOWN, &editor_pp_t::on_key, this);
     Bind(wxEVT_SIZE, &editor_pp_t::on_resize, this);
+    m_looks = std::make_unique<editor_looks_t>([this] { update_details(); });
+    if (m_flags & (show_details | show_actions))
+        m_details = std::make_unique<editor_details_t>(*this);
     update_shown_controls();
     load_settings();
 }
@@ -262,6 +267,7 @@ void editor_pp_t::add_custom_editor(const std::string& path)
         return;
     m_editor_list->Insert(entry_text(name), static_cast<unsigned>(m_names.size()));
     m_names.push_back(name);
+    look_at({m_data.get_editor(language, name)});
     select_entry_of(language, name);
     wxCommandEvent chosen(wxEVT_LISTBOX, m_editor_list->GetId());
     chosen.SetEventObject(m_editor_list);
@@ -285,6 +291,23 @@ void editor_pp_t::select_entry_of(language_t language, const std::string& name)
     update_default_button(language);
 }
 
+void editor_pp_t::on_key(wxKeyEvent& event)
+{
+    const bool renames = event.GetKeyCode() == WXK_F2;
+    const bool removes = event.GetKeyCode() == WXK_DELETE;
+    if (event.HasAnyModifiers() || (!renames && !removes) || !m_details || !m_details->can_be_renamed()) {
+        event.Skip();
+        return;
+    }
+    wxCommandEvent pressed(wxEVT_BUTTON, m_editor_list->GetId());
+    pressed.SetEventObject(m_editor_list);
+    if (renames)
+        on_rename(pressed);
+    else
+        on_remove(pressed);
+    ProcessWindowEvent(pressed); // for the host
+}
+
 void editor_pp_t::on_cmd_line_edit(wxCommandEvent& event)
 {
     event.Skip();
@@ -295,7 +318,9 @@ void editor_pp_t::on_cmd_line_edit(wxCommandEvent& event)
     system_editor_t editor = m_data.get_editor(language, name);
     editor.command_line = editor.executable + " " + from_wx(m_command_line->GetValue());
     m_data.set_editor(language, name, editor);
+    look_at({editor});
     fill_info_message(language, editor);
+    update_details();
 }
 
 void editor_pp_t::on_set_as_default(wxCommandEvent& event)
@@ -303,6 +328,7 @@ void editor_pp_t::on_set_as_default(wxCommandEvent& event)
     event.Skip();
     m_data.set_default_editor_name(m_data.get_selected_language(), get_selected_editor_name());
     update_default_button(m_data.get_selected_language());
+    update_details();
 }
 
 std::string editor_pp_t::get_cmd_line_args(const system_editor_t& editor)
@@ -320,25 +346,27 @@ void editor_pp_t::update_state_for_language(language_t language)
 {
     if (!has_controls())
         return;
+    m_filling = true;
     m_editor_list->Clear();
     m_names.clear();
     m_command_line->ChangeValue(wxString());
     m_command_line->Disable();
     show_missing_program(system_editor_t());
-    set_info_text(blank_line);
+    set_info_text(editor_blank_line);
     wx_helpers1::set_label_text(
         m_language_text, translate_message("pref.editor.language_text",
                                            {{"language", language_info::get_localized_name(language)}}));
 
     const std::string system_default = m_data.get_system_default_editor_name(language);
     wxArrayString entries;
+    std::vector<system_editor_t> editors;
     for (const system_editor_t& editor : m_data.get_editors(language)) {
-        const bool is_system_default = !system_default.empty() && editor.name == system_default;
-        entries.Add(entry_text(is_system_default ? wx_helpers1::with_direction(as_shown(editor.display_name) +
-                                                                               system_default_suffix)
-                                                 : editor.display_name));
+        entries.Add(get_entry_text(language, editor));
         m_names.push_back(editor.name);
+        editors.push_back(editor);
     }
+    if (m_flags & show_details)
+        look_at(editors);
     entries.Add(entry_text(browse_editor_display_name));
     m_editor_list->Set(entries);
 
@@ -352,13 +380,27 @@ void editor_pp_t::update_state_for_language(language_t language)
         break;
     }
     update_default_button(language);
+    m_filling = false;
+    update_details();
+}
+
+wxString editor_pp_t::get_entry_text(language_t language, const system_editor_t& editor) const
+{
+    const std::string system_default = m_data.get_system_default_editor_name(language);
+    const bool is_system_default = !system_default.empty() && editor.name == system_default;
+    return entry_text(is_system_default
+                          ? wx_helpers1::with_direction(as_shown(editor.display_name) + system_default_suffix)
+                          : editor.display_name);
 }
 
 void editor_pp_t::show_editor(language_t language, const system_editor_t& editor)
 {
     m_command_line->ChangeValue(to_wx(get_cmd_line_args(editor)));
     m_command_line->Enable();
+    if (!(m_flags & show_details)) // those of the list are looked at all at once
+        look_at({editor});
     fill_info_message(language, editor);
+    update_details();
     update_default_button(language);
 }
 
@@ -373,67 +415,23 @@ void editor_pp_t::update_default_button(language_t language)
                                           : translate_message("pref.editor.default_is", {{"editor", shown}}));
 }
 
-void editor_pp_t::fill_info_message(language_t language, const system_editor_t& editor)
+void editor_pp_t::look_at(const std::vector<system_editor_t>& editors)
 {
-    if (!has_controls())
-        return;
-    std::string hint;
-    std::string info = blank_line;
-    if (!editor.command_line.empty())
-        hint = translate_message("pref.editor.usage_hint",
-                                 {{"command", as_shown(editor.command_line + " +<line> <path to file>")}});
-    wx_helpers1::SetTooltip(m_editor_list, hint);
-    if (editor.command_line.empty()) {
-        switch (m_data.get_editor_type(language, editor.name)) {
-        case editor_data_t::editor_type_system:
-            info = translate_message("pref.editor.editor_not_found_system", {});
-            break;
-        case editor_data_t::editor_type_env_var:
-            info = translate_message("pref.editor.editor_not_found_env_var", {});
-            break;
-        case editor_data_t::editor_type_custom:
-            info = translate_message("pref.editor.editor_not_found_custom", {});
-            break;
-        default:
-            GH2_ASSERT_TEXT(false, "false", editor_pp_unit);
-        }
-    }
-    show_missing_program(editor);
-    set_info_text(info); // what it says describes the list
+    m_looks->look_at(editors);
 }
 
-// The user learns it here, not when a file is to be opened.
-void editor_pp_t::show_missing_program(const system_editor_t& editor)
+// More is known, or something else is shown.
+void editor_pp_t::update_details()
 {
-    std::string text;
-    if (!editor.command_line.empty() && !is_editor_installed(editor))
-        text = translate_message("pref.editor.program_not_found", {{"program", as_shown(editor.executable)}});
-    if (m_missing_program->say(severity_t::warning, m_flags & show_info ? text : std::string()))
-        rewrap();
-}
-
-void editor_pp_t::set_info_text(const std::string& text)
-{
-    const bool is_news = from_wx(m_info_text->GetLabelText()) != text;
-    wx_helpers1::set_label_text(m_info_text, text);
-    show_info_icon();
-    if (!is_news)
+    if (!has_controls() || m_filling)
         return;
+    const language_t language = m_data.get_selected_language();
+    show_missing_program(m_data.get_editor(language, get_selected_editor_name()));
+    if (!m_details)
+        return;
+    m_details->show_list();
+    m_details->show_selected();
     rewrap();
-    if (text != blank_line && m_editor_list->IsShownOnScreen())
-        wx_helpers1::announce(m_editor_list, text);
-}
-
-// The line keeps its height when it is blank.
-void editor_pp_t::show_info_icon()
-{
-    const std::string text = from_wx(m_info_text->GetLabelText());
-    if (text != blank_line)
-        wx_helpers1::set_accessible_description(m_editor_list, text);
-    if (!m_info_icon)
-        return;
-    m_info_icon->set_description(severity_name(severity_t::warning));
-    m_info_icon->Show(text != blank_line && (m_flags & show_info));
 }
 
 void editor_pp_t::update_shown_controls()
@@ -468,8 +466,14 @@ void editor_pp_t::on_resize(wxSizeEvent&)
 
 void editor_pp_t::rewrap()
 {
-    if (has_controls())
-        rewrap_page(*this, {m_info_text, m_missing_program->get_label(), m_language_text});
+    if (!has_controls())
+        return;
+    std::vector<wxStaticText*> labels{m_info_text, m_missing_program->get_label(), m_language_text};
+    if (m_details) {
+        const auto others = m_details->get_labels();
+        labels.insert(labels.end(), others.begin(), others.end());
+    }
+    rewrap_page(*this, labels);
 }
 
 } // namespace commondlg3

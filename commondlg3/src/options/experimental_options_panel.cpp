@@ -7,10 +7,12 @@
 
 #include <gen_helpers2/assertion.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
+#include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/scrolwin.h>
 #include <wx/settings.h>
@@ -28,8 +30,9 @@ constexpr int indent = 24; // what a check box takes before its label
 } // namespace
 
 experimental_options_panel_t::experimental_options_panel_t(boost::shared_ptr<feature_list_config_t> features,
-                                                           boost::shared_ptr<active_features_config_t> active)
-    : m_feature_list(std::move(features)), m_active(std::move(active))
+                                                           boost::shared_ptr<active_features_config_t> active,
+                                                           unsigned flags)
+    : m_feature_list(std::move(features)), m_active(std::move(active)), m_flags(flags)
 {
     set_resource_object("panel.experimental");
 }
@@ -79,6 +82,16 @@ void experimental_options_panel_t::load_settings()
             m_rows[i].stored = feature.enabled;
         }
     }
+    if (!m_knows_start) {
+        std::vector<std::string> on;
+        for (const feature_info_t& feature : m_features)
+            if (feature.enabled)
+                on.push_back(feature.env_variable);
+        set_on_at_start(std::move(on));
+    }
+    make_extras();
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        show_change(i);
     show_state();
 }
 
@@ -127,8 +140,7 @@ void experimental_options_panel_t::add_checkbox(const std::string& name, const s
     wxSizer* sizer = m_list->GetSizer();
     sizer->Add(box, 0, wxBOTTOM, gap / 2);
     sizer->Add(label, 0, wxEXPAND | wxLEFT, indent);
-    sizer->AddSpacer(2 * gap);
-    m_rows.push_back({box, label, enabled});
+    m_rows.push_back({box, label, enabled, sizer->AddSpacer(2 * gap)});
     const auto* settings = wx_helpers1::ui_settings_t::get();
     if (!settings)
         return;
@@ -155,6 +167,8 @@ void experimental_options_panel_t::on_checkbox(wxCommandEvent& event)
         if (another || wx_helpers1::to_label(m_features[i].name) != label)
             continue;
         m_features[i].enabled = box->GetValue();
+        if (i < m_rows.size())
+            show_change(i);
         break;
     }
     show_state();
@@ -196,8 +210,10 @@ bool experimental_options_panel_t::set_enabled(const std::string& env_variable, 
         if (m_features[i].env_variable != env_variable)
             continue;
         m_features[i].enabled = enabled;
-        if (i < m_rows.size())
+        if (i < m_rows.size()) {
             m_rows[i].box->SetValue(enabled);
+            show_change(i);
+        }
         show_state();
         return true;
     }
@@ -232,14 +248,10 @@ void experimental_options_panel_t::show_state()
 {
     if (!has_controls())
         return;
-    const auto on = std::count_if(m_features.begin(), m_features.end(),
-                                  [](const feature_info_t& feature) { return feature.enabled; });
-    const std::string status = m_features.empty()
-                                   ? translate_message("panel.experimental.none")
-                                   : translate_message("panel.experimental.status",
-                                                       {{"on", static_cast<int>(on)},
-                                                        {"count", static_cast<int>(m_features.size())}});
-    wx_helpers1::set_label_text(m_status, status);
+    wx_helpers1::set_label_text(m_status, get_status());
+    if (m_reset)
+        wx_helpers1::set_enabled(m_reset, is_experimental_on(),
+                                 m_rows.empty() ? nullptr : m_rows.front().box);
     // What was changed takes effect later also after it was saved.
     const bool needed = is_changed() || m_restart_requested;
     if (needed != m_notice->IsShown()) {
@@ -266,7 +278,7 @@ void experimental_options_panel_t::rewrap()
     bool changed = fit_wrapped_labels(*this, {m_description, m_status});
     std::vector<wxStaticText*> descriptions;
     for (const row_t& row : m_rows)
-        descriptions.push_back(row.description);
+        descriptions.insert(descriptions.end(), {row.description, row.change});
     changed = fit_wrapped_labels(*m_list, descriptions) || changed;
     if (changed)
         SendSizeEventToParent(wxSEND_EVENT_POST);

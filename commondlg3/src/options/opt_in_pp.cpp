@@ -48,6 +48,8 @@ void opt_in_pp_t::on_init_dialog()
     wx_helpers1::set_label_for(m_record_label, m_record_text);
     for (wxRadioButton* answer : {m_agree, m_refuse})
         wx_helpers1::set_accessible_description(answer, wx_helpers1::from_wx(m_question->GetLabelText()));
+    if (m_keeper)
+        make_written();
     Bind(wxEVT_SIZE, &opt_in_pp_t::on_size, this);
     Fit();
 }
@@ -68,6 +70,8 @@ void opt_in_pp_t::start_again(user_consent_t stored)
         set_conset(consent == user_consent_t::given);
     else if (m_neither)
         m_neither->SetValue(true);
+    if (m_written_label) // another record may be there by now
+        ask_keeper();
 }
 
 opt_in_pp_t::user_consent_t opt_in_pp_t::get_selected() const
@@ -105,7 +109,7 @@ void opt_in_pp_t::on_size(wxSizeEvent&)
 void opt_in_pp_t::rewrap()
 {
     if (has_controls())
-        rewrap_page(*this, {m_question, m_explanation});
+        rewrap_page(*this, {m_question, m_explanation, m_written_label});
 }
 
 } // namespace commondlg3

@@ -43,9 +43,15 @@ void work(const std::shared_ptr<question_t>& question)
 
 bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience, std::function<void()> later)
 {
+    return put_to_disk(std::move(look), patience, std::move(later)) == asked_t::answered;
+}
+
+asked_t put_to_disk(std::function<void()> look, std::chrono::milliseconds patience,
+                    std::function<void()> later)
+{
     if (threads.fetch_add(1) >= most_threads) {
         threads.fetch_sub(1);
-        return false;
+        return asked_t::never;
     }
     const auto question = std::make_shared<question_t>();
     question->look = std::move(look);
@@ -54,13 +60,13 @@ bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience, st
         std::thread(work, question).detach();
     } catch (const std::system_error&) {
         threads.fetch_sub(1);
-        return false;
+        return asked_t::never;
     }
     std::unique_lock<std::mutex> lock(question->mutex);
     if (question->ended.wait_for(lock, patience, [&] { return question->has_ended; }))
-        return true;
+        return asked_t::answered;
     question->is_waited_for = false;
-    return false;
+    return asked_t::later;
 }
 
 } // namespace commondlg3

@@ -16,11 +16,22 @@ namespace commondlg3 {
 bool ask_disk(std::function<void()> look, std::chrono::milliseconds patience,
               std::function<void()> later = {});
 
+enum class asked_t
+{
+    answered,
+    later, ///< the look goes on
+    never  ///< it could not begin
+};
+/// The same for callers that ask again when the look could not begin.
+asked_t put_to_disk(std::function<void()> look, std::chrono::milliseconds patience,
+                    std::function<void()> later);
+
 /// For what a user waits for knowingly.
 constexpr std::chrono::milliseconds patience_on_ok{2000};
 /// For programs that are looked for in the folders of PATH, when a page opens or a row is chosen.
 constexpr std::chrono::milliseconds patience_with_path{500};
-/// For what is asked at every key.
-constexpr std::chrono::milliseconds patience_while_typing{40};
+/// For what is asked at every key: few, as what was typed shows only afterwards; a disk that
+/// answers does so in less than one.
+constexpr std::chrono::milliseconds patience_while_typing{15};
 
 } // namespace commondlg3

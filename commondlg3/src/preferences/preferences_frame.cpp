@@ -56,6 +56,15 @@ gen_helpers2::signal_t<const std::string&>& preferences_frame_t::get_page_signal
     return m_impl->page_signal;
 }
 
+void preferences_frame_t::take_as_ours(const gen_helpers2::path_t& file)
+{
+    if (!m_impl->m_work)
+        return;
+    const auto known = m_impl->m_work->stamps.find(file.as_string());
+    if (known != m_impl->m_work->stamps.end())
+        known->second = gen_helpers2::file_stamp_t(file);
+}
+
 gen_helpers2::signal_t<bool>& preferences_frame_t::get_applied_signal()
 {
     return m_impl->applied_signal;

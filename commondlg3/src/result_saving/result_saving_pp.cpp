@@ -6,16 +6,15 @@
 #include "commondlg3/path_validation.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "folder_watch.h"
 #include "panels/field_message.h"
-#include "paths/disk_question.h"
 #include "paths/path_field.h"
 #include "paths/shown_path.h"
+#include "preview_texts.h"
 
-#include <cctrl2/collection_controller.h>
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
 #include <cpil/catalog.h>
-#include <gen_helpers2/path_state.h>
 #include <gen_helpers2/stdpaths.h>
 #include <rdmgr2/result_directory_manager.h>
 #include <wx_helpers1/accessibility.h>
@@ -69,14 +68,6 @@ std::string product_text(const std::string& key, const char* key_for_any)
     return translate_message(catalog && catalog->has_message(own) ? own : key_for_any, {});
 }
 
-std::string analysis_name()
-{
-    const std::string type = cctrl2::ICollectionController::get()->getAnalysisType();
-    const std::string key = "analysis_type." + type;
-    const auto catalog = cfgmgr2::getMessageCatalog("commondlg");
-    return catalog && catalog->has_message(key) ? translate_message(key) : type;
-}
-
 // Nothing that was entered is lost: it can be read, and copied, in the warning.
 std::string replacement_text(const std::string& entered, const std::string& used)
 {
@@ -86,28 +77,10 @@ std::string replacement_text(const std::string& entered, const std::string& used
                                     values);
 }
 
-std::string sentence_about(gen_helpers2::folder_state_t state)
-{
-    switch (state) {
-    case gen_helpers2::folder_state_t::not_a_folder:
-        return translate_message("pref.result_saving.folder_is_file");
-    case gen_helpers2::folder_state_t::broken_link:
-        return translate_message("pref.result_saving.folder_is_broken_link");
-    case gen_helpers2::folder_state_t::not_allowed:
-        return translate_message("pref.result_saving.folder_not_writable");
-    case gen_helpers2::folder_state_t::too_long:
-        return translate_message("pref.result_saving.folder_too_long");
-    case gen_helpers2::folder_state_t::no_path:
-    case gen_helpers2::folder_state_t::usable:
-        break;
-    }
-    return std::string();
-}
-
 } // namespace
 
 result_saving_pp_t::result_saving_pp_t(const result_saving_data_t& data, unsigned flags)
-    : m_data(data), m_flags(flags), m_asked(std::make_shared<unsigned>(0))
+    : m_data(data), m_flags(flags)
 {
     set_resource_object("pref.result_saving");
 }
@@ -379,85 +352,93 @@ void result_saving_pp_t::check_template()
     examine_folder(false);
 }
 
-struct result_saving_pp_t::folder_answer_t
-{
-    bool is_checked = false;
-    std::string trouble; ///< known before the disk is asked
-    std::optional<path_message_t> wrong;
-    gen_helpers2::folder_state_t state = gen_helpers2::folder_state_t::usable;
-    std::string example; ///< name of the next result; empty while it is not known
-};
-
 // Only what is being typed is cleaned: to look at a page is not to change it.
 void result_saving_pp_t::examine_folder(bool typed)
 {
-    const auto answer = std::make_shared<folder_answer_t>();
-    answer->is_checked = has_checked_folder();
-    if (answer->is_checked && typed && !clean_path_field(m_folder, disabled_folder_chars))
-        answer->wrong = path_message_t::empty_relative;
+    folder_question_t question;
+    question.is_checked = has_checked_folder();
+    if (question.is_checked && typed && !clean_path_field(m_folder, disabled_folder_chars))
+        question.wrong = path_message_t::empty_relative;
     const std::string folder = text_in(m_folder);
-    if (answer->is_checked && !typed && !check_string_for_disabled_symbols(folder, disabled_folder_chars))
-        answer->trouble = get_restricted_chars_text(disabled_folder_chars);
-    const bool to_project = (m_flags & show_project) && m_to_project->GetValue();
-    std::string name_template = text_in(m_template);
-    filter_result_template(name_template);
+    if (question.is_checked && !typed && !check_string_for_disabled_symbols(folder, disabled_folder_chars))
+        question.trouble = get_restricted_chars_text(disabled_folder_chars);
+    question.folder = goes_to_project() ? m_data.get_proj_default_folder() : without_blanks_at_end(folder);
+    question.name_template = text_in(m_template);
+    filter_result_template(question.name_template);
+    if (!m_watch)
+        m_watch = std::make_unique<folder_watch_t>(folder_watch_t::listener_t{
+            [this](const folder_answer_t& answer) { show_answer(answer); }, [this] { show_waiting(); },
+            [this](const std::string& place) { show_silence(place); }});
+    m_watch->ask(std::move(question));
+}
 
-    const auto look = [answer, folder, name_template,
-                       chosen = to_project ? m_data.get_proj_default_folder() : without_blanks_at_end(folder),
-                       to_project] {
-        if (answer->is_checked && answer->trouble.empty() && !answer->wrong) {
-            answer->wrong = check_path(gen_helpers2::path_t(folder), false);
-            if (!answer->wrong)
-                answer->state =
-                    gen_helpers2::examine_folder(gen_helpers2::path_t(without_blanks_at_end(folder)));
-        }
-        const bool refused = !to_project && (answer->wrong || !answer->trouble.empty());
-        answer->example = ResultDirectoryManager::getNextResultDirectoryName(
-            name_template, refused ? gen_helpers2::stdpaths::get_temp_dir() : gen_helpers2::path_t(chosen));
-    };
-    const auto later = [this, answer, number = ++*m_asked, asked = std::weak_ptr<unsigned>(m_asked)] {
-        const auto last = asked.lock(); // gone with the page
-        if (last && *last == number)
-            show_answer(*answer);
-    };
-    if (ask_disk(look, patience_while_typing, later)) {
-        show_answer(*answer);
-        return;
-    }
-    // What was said of the text before may be wrong for this one; the example of before does no harm.
-    folder_answer_t unknown;
-    unknown.is_checked = has_checked_folder();
-    show_answer(unknown);
+bool result_saving_pp_t::goes_to_project() const
+{
+    return (m_flags & show_project) && m_to_project->GetValue();
 }
 
 // The verdict of the path check comes first; beyond it the user is told what would go wrong later.
 void result_saving_pp_t::show_answer(const folder_answer_t& answer)
 {
-    std::string note = answer.trouble;
-    if (!answer.is_checked)
+    const auto& question = answer.question;
+    std::string note = question.trouble;
+    if (!question.is_checked)
         mark_path_field(m_folder, std::nullopt, true);
     else if (note.empty()) {
-        tell_path_verdict(m_folder, answer.wrong, !m_folder->IsEmpty());
-        note = answer.wrong ? get_path_trouble(*answer.wrong) : sentence_about(answer.state);
+        tell_path_verdict(m_folder, question.wrong, !m_folder->IsEmpty());
+        note = question.wrong ? get_path_trouble(*question.wrong) : sentence_about(answer.state);
     }
-    if (!note.empty() && !answer.wrong)
+    if (!note.empty() && !question.wrong)
         set_color_and_tooltip(m_folder, note, get_path_error_colour());
-    if (m_folder_trouble->say(severity_t::error, note))
+    severity_t severity = severity_t::error;
+    if (note.empty() && question.is_checked && (m_flags & show_preview)) {
+        note = sentence_about_little_space(answer);
+        severity = severity_t::warning;
+    }
+    if (m_folder_trouble->say(severity, note))
         rewrap();
-    if (!answer.example.empty())
-        show_example(answer.example);
+    show_preview_text(get_example(answer.next_name), get_outlook(answer));
 }
 
-void result_saving_pp_t::show_example(const std::string& name)
+// What was said of the text before may be wrong for this one; the name of before does no harm.
+void result_saving_pp_t::show_waiting()
 {
-    const std::string text =
-        translate_message("pref.result_saving.example",
-                          {{"default_dir", name},
-                           {"analysis_type", analysis_name()},
-                           {"extension", cctrl2::ICollectionController::get()->getResultExtension()}});
+    if (has_checked_folder())
+        tell_path_verdict(m_folder, std::nullopt, !m_folder->IsEmpty());
+    else
+        mark_path_field(m_folder, std::nullopt, true);
+    if (m_folder_trouble->say(severity_t::error, std::string()))
+        rewrap();
+    show_preview_text(m_shown_example, translate_message("pref.result_saving.checking"));
+}
+
+void result_saving_pp_t::show_silence(const std::string& place)
+{
+    const std::string note = translate_message("pref.result_saving.no_answer", {{"dir", as_shown(place)}});
+    const bool of_field = has_checked_folder();
+    if (of_field)
+        tell_path_verdict(m_folder, std::nullopt, !m_folder->IsEmpty());
+    if (m_folder_trouble->say(severity_t::warning, of_field ? note : std::string()))
+        rewrap();
+    show_preview_text(std::string(),
+                      of_field ? translate_message("pref.result_saving.next_not_known") : note);
+}
+
+// One label: what it says belongs together, and a page opens faster with one.
+void result_saving_pp_t::show_preview_text(const std::string& example, const std::string& outlook)
+{
+    const bool with_outlook = m_flags & show_preview;
+    if (!with_outlook && example.empty())
+        return; // there is always some example
+    m_shown_example = example;
+    std::string text = example;
+    if (with_outlook && !outlook.empty())
+        text += (text.empty() ? "" : "\n") + outlook;
     if (from_wx(m_example->GetLabelText()) == text)
         return;
     wx_helpers1::set_label_text(m_example, text);
+    if (with_outlook)
+        wx_helpers1::set_accessible_description(m_browse, outlook);
     rewrap();
 }
 

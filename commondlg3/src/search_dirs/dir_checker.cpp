@@ -7,7 +7,9 @@
 #include <wx/timer.h>
 
 #include <chrono>
+#include <functional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace commondlg3 {
@@ -67,6 +69,7 @@ struct dir_checker_t::impl_t
         std::string path; ///< in its normal form
         dir_state_t state;
         dir_mark_t shown;
+        bool has_note = false;
         unsigned seen = 0;
     };
 
@@ -84,6 +87,10 @@ struct dir_checker_t::impl_t
     void follow();
     void deliver(int milliseconds);
     void mark_rows();
+    dir_checker_t::row_kind_t kind_of(const row_t& row) const
+    {
+        return reader ? reader(row) : dir_checker_t::row_kind_t{row.checked, false};
+    }
     void follow_soon()
     {
         if (!follow_timer.IsRunning())
@@ -91,6 +98,8 @@ struct dir_checker_t::impl_t
     }
 
     vdxpropgrid2::property_grid_t* grid;
+    std::function<dir_checker_t::row_kind_t(const row_t&)> reader;
+    std::function<row_mark_t(const row_t&)> note_maker;
     std::shared_ptr<dir_queue_t> queue;
     std::unordered_map<row_key_t, known_t> known;
     std::vector<dir_queue_t::item_t> arrived;
@@ -117,6 +126,7 @@ void dir_checker_t::impl_t::follow()
         entry.text = row.text;
         entry.path = path_info_t(row.text).as_string();
         entry.state = dir_state_t();
+        entry.has_note = false;
         unknown.push_back({row.key, row.text, {}, 0});
     }
     if (known.size() > grid->get_rows().size()) {
@@ -176,18 +186,24 @@ void dir_checker_t::impl_t::mark_rows()
     for (const row_t& row : rows) {
         const auto entry = known.find(row.key);
         entries.push_back(entry == known.end() ? nullptr : &entry->second);
-        dirs.push_back(entry == known.end()
-                           ? listed_dir_t{row.text, row.checked, {}}
-                           : listed_dir_t{entry->second.path, row.checked, entry->second.state});
+        const auto kind = kind_of(row);
+        dirs.push_back(entry == known.end() ? listed_dir_t{row.text, kind.recursive, {}, kind.skipped}
+                                            : listed_dir_t{entry->second.path, kind.recursive,
+                                                           entry->second.state, kind.skipped});
     }
     std::vector<dir_mark_t> marks = mark_dirs(dirs);
     for (std::size_t i = 0; i < marks.size(); ++i) {
         if (marks[i].kind == mark_t::waiting && is_patient)
             marks[i] = dir_mark_t();
-        if (!entries[i] || entries[i]->shown == marks[i])
+        const bool takes_note = note_maker && entries[i] && marks[i].kind == mark_t::none &&
+                                !dirs[i].skipped && entries[i]->state.kind == dir_state_t::kind_t::directory;
+        if (!entries[i] || (entries[i]->shown == marks[i] && entries[i]->has_note == takes_note))
             continue;
         entries[i]->shown = marks[i];
-        grid->set_mark(static_cast<int>(i), text_of(marks[i], rows[i].text, rows[marks[i].other].text));
+        entries[i]->has_note = takes_note;
+        grid->set_mark(static_cast<int>(i), takes_note
+                                                ? note_maker(rows[i])
+                                                : text_of(marks[i], rows[i].text, rows[marks[i].other].text));
     }
     last_marking = clock_t::now();
     needs_marking = false;
@@ -208,6 +224,18 @@ dir_checker_t::~dir_checker_t()
 {
     disconnect_all();
     m_impl->queue->close();
+}
+
+void dir_checker_t::set_row_reader(std::function<row_kind_t(const row_t&)> reader)
+{
+    m_impl->reader = std::move(reader);
+    m_impl->follow_soon();
+}
+
+void dir_checker_t::set_note_maker(std::function<row_mark_t(const row_t&)> maker)
+{
+    m_impl->note_maker = std::move(maker);
+    m_impl->follow_soon();
 }
 
 void dir_checker_t::restart()

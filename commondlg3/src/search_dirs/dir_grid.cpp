@@ -26,6 +26,7 @@ using vdxpropgrid2::property_grid_t;
 using vdxpropgrid2::row_mark_t;
 
 constexpr int least_characters = 28;
+constexpr int characters_of_boxes = 10;
 constexpr int least_lines = 8;
 
 vdxpropgrid2::grid_texts_t texts_of_grid(const std::string& check_header, const std::string& input_row)
@@ -94,9 +95,9 @@ property_grid_t* make_dir_grid(wxWindow* area, const std::string& check_header, 
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(grid, 1, wxEXPAND);
     area->SetSizer(sizer);
-    const auto give_least_size = [grid, area] {
-        grid->SetMinSize(
-            wxSize(least_characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
+    const int characters = least_characters + (check_header.empty() ? 0 : characters_of_boxes);
+    const auto give_least_size = [grid, area, characters] {
+        grid->SetMinSize(wxSize(characters * area->GetCharWidth(), least_lines * area->GetCharHeight()));
     };
     give_least_size();
     if (auto* settings = wx_helpers1::ui_settings_t::get())

@@ -91,6 +91,8 @@ std::vector<dir_mark_t> mark_dirs(const std::vector<listed_dir_t>& dirs)
     names.reserve(dirs.size());
     for (std::size_t i = 0; i < dirs.size(); ++i) {
         const listed_dir_t& dir = dirs[i];
+        if (dir.skipped)
+            continue;
         dir_mark_t& mark = marks[i];
         const auto [name, is_new_name] = names.emplace(dir.path, i);
         const bool exists = dir.state.kind == state_t::directory;

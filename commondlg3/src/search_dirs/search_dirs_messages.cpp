@@ -23,6 +23,12 @@ bool search_dirs_tab_t::validate_dir(const path_info_t& path, int row)
 
 bool search_dirs_tab_t::tell_state(const std::string& path, state_t state, int row)
 {
+    // Whoever leaves it out knows that it is not there.
+    if (m_grid && (m_extras & can_skip) && row >= 0 && row < m_grid->row_count() - 1 &&
+        is_skipped(m_grid->get_rows()[static_cast<std::size_t>(row)])) {
+        remove_message(m_grid->get_key(row));
+        return state == state_t::directory;
+    }
     switch (state) {
     case state_t::directory:
         if (m_grid)

@@ -9,6 +9,7 @@
 
 #include <wx/bmpbuttn.h>
 #include <wx/sizer.h>
+#include <wx/weakref.h>
 
 #include <algorithm>
 #include <utility>
@@ -40,7 +41,9 @@ void search_dirs_tab_t::on_init_dialog()
     m_caption = new caption_panel_t(this);
     m_caption->MoveBeforeInTabOrder(area); // as it is seen
     GetSizer()->Insert(0, m_caption, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, 18);
-    m_grid = make_dir_grid(area, std::string(), std::string());
+    m_grid = make_dir_grid(
+        area, m_extras & can_skip ? translate_message("panel.search_dirs.skip_header") : std::string(),
+        std::string());
     load_messages();
     set_grid_headers();
     load_images();
@@ -64,13 +67,26 @@ void search_dirs_tab_t::load_messages()
     const bool sources = m_category == FF_2_13::category_sources;
     m_caption->set_caption(translate_message(sources ? "caption_panel.search_dirs.src.title"
                                                      : "caption_panel.search_dirs.title"));
-    m_caption->set_description(
-        translate_message(sources ? "caption_panel.search_dirs.src.text" : "caption_panel.search_dirs.text"));
+    std::string text =
+        translate_message(sources ? "caption_panel.search_dirs.src.text" : "caption_panel.search_dirs.text");
+    if (has_shared_list())
+        text =
+            translate_message("text.two_sentences",
+                              {{"first", text}, {"second", translate_message("panel.search_dirs.shared")}});
+    m_caption->set_description(text);
 }
 
 void search_dirs_tab_t::fill_controls()
 {
     m_checker = std::make_unique<dir_checker_t>(m_grid);
+    m_checker->set_row_reader([this](const row_t& row) {
+        const auto kept = m_kept.find(row.key);
+        return dir_checker_t::row_kind_t{m_extras & can_skip ? kept != m_kept.end() && kept->second.recursive
+                                                             : row.checked,
+                                         is_skipped(row)};
+    });
+    if (m_found_files)
+        m_checker->set_note_maker([this](const row_t& row) { return get_note(row.text); });
     load_settings();
 }
 
@@ -87,6 +103,7 @@ void search_dirs_tab_t::connect_grid()
     m_grid->get_current_changed_signal().connect(this, [this](int) { update_buttons(); });
     m_grid->get_changed_signal().connect(this, [this] {
         update_buttons();
+        follow_boxes();
         m_changed_signal.emit();
     });
     m_caption->get_shown_signal().connect(this, [this](int) { tell_height(); });
@@ -103,11 +120,7 @@ void search_dirs_tab_t::load_settings()
 
 void search_dirs_tab_t::set_data()
 {
-    m_dirs.clear();
-    if (m_container) {
-        for (const auto at = m_container->get_dirs(m_category); !at->at_end(); at->next())
-            m_dirs.emplace_back(path_info_t(at->get_path()), row_t{std::string(), at->is_recursive()});
-    }
+    m_dirs = get_stored(m_category);
     fill_grid();
 }
 
@@ -125,6 +138,10 @@ bool search_dirs_tab_t::save_settings()
     if (!m_grid)
         return true;
     m_grid->commit();
+    const wxWeakRef<wxWindow> alive(this);
+    keep_shared_list();
+    if (!alive)
+        return true; // the host went while the user was asked
     fill_dirs();
     if (m_container)
         fill_container(m_dirs);
@@ -136,8 +153,15 @@ bool search_dirs_tab_t::save_settings()
 void search_dirs_tab_t::fill_dirs()
 {
     m_dirs.clear();
-    for (const row_t& row : m_grid->get_rows())
-        m_dirs.emplace_back(path_info_t(row.text), row);
+    for (const row_t& row : m_grid->get_rows()) {
+        dir_info_t& dir = m_dirs.emplace_back(path_info_t(row.text), row);
+        const auto kept = m_kept.find(row.key);
+        if (kept != m_kept.end())
+            dir.comment = kept->second.comment;
+        if (m_extras & can_skip)
+            dir.recursive = kept != m_kept.end() && kept->second.recursive;
+        dir.enabled = m_extras & can_skip ? !row.checked : kept == m_kept.end() || kept->second.enabled;
+    }
 }
 
 // Rows that are there already keep their messages, and the user the way back.
@@ -157,14 +181,17 @@ void search_dirs_tab_t::fill_grid()
         std::vector<row_t> rows;
         rows.reserve(m_dirs.size());
         for (const dir_info_t& dir : m_dirs)
-            rows.push_back({dir.path.as_string(), dir.recursive, dir.key});
+            rows.push_back({dir.path.as_string(), get_box(dir), dir.key});
         remove_messages();
+        m_kept.clear();
+        m_skipped.clear();
         m_grid->set_rows(std::move(rows));
         m_grid->set_current_row(0);
         m_checker->restart();
         for (std::size_t i = 0; i < m_dirs.size(); ++i)
             m_dirs[i].key = m_grid->get_key(static_cast<int>(i));
     }
+    remember_rows();
     update_buttons();
 }
 
@@ -190,7 +217,8 @@ void search_dirs_tab_t::add_dirs(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIte
 void search_dirs_tab_t::add_dir(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator,
                                 const dirs_t& dirs, std::size_t index)
 {
-    iterator->add(dirs[index].path.as_string(), dirs[index].recursive);
+    const dir_info_t& dir = dirs[index];
+    iterator->add_entry({dir.path.as_string(), dir.recursive, dir.enabled, dir.comment});
 }
 
 bool search_dirs_tab_t::is_changed() const
@@ -200,8 +228,8 @@ bool search_dirs_tab_t::is_changed() const
     const auto& rows = m_grid->get_rows();
     return m_grid->has_typed_text() ||
            !std::equal(rows.begin(), rows.end(), m_dirs.begin(), m_dirs.end(),
-                       [](const row_t& row, const dir_info_t& dir) {
-                           return row.text == dir.path.as_string() && row.checked == dir.recursive;
+                       [this](const row_t& row, const dir_info_t& dir) {
+                           return row.text == dir.path.as_string() && row.checked == get_box(dir);
                        });
 }
 

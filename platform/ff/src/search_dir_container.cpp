@@ -5,6 +5,7 @@
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace FF_2_13 {
@@ -38,32 +39,52 @@ public:
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         const auto list = m_lists.find(category);
-        return list == m_lists.end() ? 0 : list->second.size();
+        return list == m_lists.end() ? 0 : list->second.dirs.size();
     }
 
     void clear(search_category_t category) override
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_lists[category].clear();
+        auto& list = m_lists[category].dirs;
+        for (search_dir_entry_t& dir : list) {
+            std::string path = dir.path;
+            m_cleared[category].insert_or_assign(std::move(path), std::move(dir));
+        }
+        list.clear();
         ++m_touched[category];
     }
 
-    bool insert(search_category_t category, std::size_t at, const stored_dir_t& dir)
+    bool insert_known(search_category_t category, std::size_t at, const std::string& path, bool recursive)
+    {
+        search_dir_entry_t dir{path, recursive, true, std::string()};
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            const auto& cleared = m_cleared[category];
+            if (const auto known = cleared.find(path); known != cleared.end()) {
+                dir.enabled = known->second.enabled;
+                dir.comment = known->second.comment;
+            }
+        }
+        return insert(category, at, dir);
+    }
+
+    bool insert(search_category_t category, std::size_t at, const search_dir_entry_t& dir)
     {
         if (!is_storable(dir.path))
             return false;
         const std::lock_guard<std::mutex> lock(m_mutex);
-        auto& list = m_lists[category];
+        auto& list = m_lists[category].dirs;
         list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(at, list.size())), dir);
         ++m_touched[category];
         return true;
     }
 
-    stored_dir_t get(search_category_t category, std::size_t at) const
+    search_dir_entry_t get(search_category_t category, std::size_t at) const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         const auto list = m_lists.find(category);
-        return list != m_lists.end() && at < list->second.size() ? list->second[at] : stored_dir_t();
+        return list != m_lists.end() && at < list->second.dirs.size() ? list->second.dirs[at]
+                                                                      : search_dir_entry_t();
     }
 
     error_code_t save() override
@@ -89,8 +110,10 @@ public:
             return result;
         const std::lock_guard<std::mutex> lock(m_mutex);
         for (const auto& [category, count] : touched)
-            if (m_touched[category] == count)
+            if (m_touched[category] == count) {
                 m_touched.erase(category);
+                m_cleared.erase(category);
+            }
         return result;
     }
 
@@ -99,7 +122,9 @@ private:
 
     mutable std::mutex m_mutex;
     gen_helpers2::sptr_t<IPropertyStorage> m_storage;
-    std::map<search_category_t, std::vector<stored_dir_t>> m_lists;
+    std::map<search_category_t, stored_list_t> m_lists;
+    /// What stood in a list before it was cleared, by path; until it is saved.
+    std::map<search_category_t, std::map<std::string, search_dir_entry_t>> m_cleared;
     std::map<search_category_t, unsigned> m_touched; ///< since they were saved, and how often
 };
 
@@ -117,13 +142,23 @@ public:
     bool is_recursive() const override { return m_container->get(m_category, m_at).recursive; }
     bool add(const std::string& path, bool recursive) override
     {
-        m_at = std::min(m_at, m_container->count(m_category));
-        const bool added = m_container->insert(m_category, m_at, {path, recursive});
-        m_at += added ? 1 : 0;
-        return added;
+        return added(m_container->insert_known(m_category, start(), path, recursive));
+    }
+    bool is_enabled() const override { return m_container->get(m_category, m_at).enabled; }
+    std::string get_comment() const override { return m_container->get(m_category, m_at).comment; }
+    bool add_entry(const search_dir_entry_t& entry) override
+    {
+        return added(m_container->insert(m_category, start(), entry));
     }
 
 private:
+    std::size_t start() { return m_at = std::min(m_at, m_container->count(m_category)); }
+    bool added(bool succeeded)
+    {
+        m_at += succeeded ? 1 : 0;
+        return succeeded;
+    }
+
     ObjectPtr<container_t> m_container;
     search_category_t m_category;
     std::size_t m_at = 0;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace gen_helpers2 {
@@ -45,6 +46,19 @@ folder_state_t examine_folder(const path_t& folder)
             return folder_state_t::broken_link;
     }
     return folder_state_t::no_path;
+}
+
+std::optional<std::uint64_t> get_free_space(const path_t& folder)
+{
+    for (path_t at = folder; !at.is_empty(); at = at.parent()) {
+        struct statvfs system;
+        if (statvfs(at.as_string().c_str(), &system) != 0)
+            continue;
+        if (system.f_blocks == 0) // none of a disk: a file system of the kernel's
+            return std::nullopt;
+        return static_cast<std::uint64_t>(system.f_bavail) * system.f_frsize;
+    }
+    return std::nullopt;
 }
 
 } // namespace gen_helpers2

@@ -181,4 +181,12 @@ bool system_editor_needs_terminal(const std::string& name)
     return app && g_desktop_app_info_get_boolean(app.get(), "Terminal");
 }
 
+std::string get_system_editor_icon(const std::string& name)
+{
+    if (name.empty() || name.find('\0') != std::string::npos)
+        return std::string();
+    const object_ptr_t<GDesktopAppInfo> app(g_desktop_app_info_new(name.c_str()));
+    return app ? text_of(text_ptr_t(g_desktop_app_info_get_string(app.get(), "Icon")).get()) : std::string();
+}
+
 } // namespace gen_helpers2

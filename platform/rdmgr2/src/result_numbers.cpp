@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <sys/stat.h>
 
@@ -61,19 +62,26 @@ std::vector<std::string> names_in(const gen_helpers2::path_t& folder)
 
 std::uint64_t next_number(const std::string& pattern, const gen_helpers2::path_t& folder)
 {
+    // Never held while the disk is asked: who asks about another folder must not wait for one that hangs.
     static std::mutex mutex;
-    static remembered_t last;
-    const std::lock_guard<std::mutex> lock(mutex);
+    static std::shared_ptr<const remembered_t> last;
     struct stat now;
     if (stat(folder.as_string().c_str(), &now) != 0)
         return 1;
-    const bool known = last.trusted && last.folder == folder && last.file == now.st_ino &&
-                       last.changed.tv_sec == now.st_mtim.tv_sec &&
-                       last.changed.tv_nsec == now.st_mtim.tv_nsec;
-    if (!known)
-        last = {folder, now.st_ino, now.st_mtim, is_older_than_a_tick(now.st_mtim), names_in(folder)};
+    std::shared_ptr<const remembered_t> known;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        known = last;
+    }
+    if (!known || !known->trusted || known->folder != folder || known->file != now.st_ino ||
+        known->changed.tv_sec != now.st_mtim.tv_sec || known->changed.tv_nsec != now.st_mtim.tv_nsec) {
+        known = std::make_shared<remembered_t>(remembered_t{
+            folder, now.st_ino, now.st_mtim, is_older_than_a_tick(now.st_mtim), names_in(folder)});
+        const std::lock_guard<std::mutex> lock(mutex);
+        last = known;
+    }
     std::uint64_t greatest = 0;
-    for (const std::string& name : last.names)
+    for (const std::string& name : known->names)
         greatest = std::max(greatest, number_of(name, pattern));
     return greatest + 1;
 }

@@ -26,10 +26,20 @@ enum search_category_t : std::int32_t
     category_others = 4
 };
 
+/// A directory of a list, with all that is kept of it.
+struct search_dir_entry_t
+{
+    std::string path;
+    bool recursive = false;
+    bool enabled = true; ///< otherwise it stays in the list, and nobody looks into it
+    std::string comment; ///< of people who edit the file; lines without "#", empty when there is none
+};
+
 /// A place in the list of one category: it walks the list, and what it adds stands before the place.
 ///
 ///     for (auto dir = container->get_dirs(category_sources); !dir->at_end(); dir->next())
-///         use(dir->get_path(), dir->is_recursive());
+///         if (dir->is_enabled())
+///             use(dir->get_path(), dir->is_recursive());
 ///
 /// Reference counted; it keeps its container alive. What others change in the list in the meantime moves the
 /// place to the end at most. Any thread, one at a time.
@@ -44,7 +54,15 @@ public:
     virtual bool is_recursive() const = 0;
     /// Puts a directory in front of the place. It need not exist and is not looked at.
     /// @return false for an empty path and for one with a zero byte, which is not added
+    ///
+    /// One that stood in the list before it was cleared keeps its comment, and stays disabled if it was.
     virtual bool add(const std::string& path, bool recursive) = 0;
+
+    /// True at the end.
+    virtual bool is_enabled() const { return true; }
+    virtual std::string get_comment() const { return std::string(); }
+    /// add() with all that is to be kept.
+    virtual bool add_entry(const search_dir_entry_t& entry) { return add(entry.path, entry.recursive); }
 
 protected:
     ~ISearchDirIterator() = default;
@@ -76,8 +94,9 @@ protected:
 /// Lists that live in a storage of the host, below its child "search_directories".
 ///
 /// A list is one value of the storage: when two programs write at once, one's whole list stands in the end,
-/// never a mixture of both, and lists of other categories are not touched. Lines that are not understood
-/// are passed over. Never null; a null storage gives lists in memory, whose save() has nothing to do.
+/// never a mixture of both, and lists of other categories are not touched. Comments (lines that begin
+/// with "#") belong to the directory below them, and stay. Other lines that are not understood are passed
+/// over. Never null; a null storage gives lists in memory, whose save() has nothing to do.
 FF_EXPORT ObjectPtr<IEditableSearchDirContainer>
 make_search_dir_container(const gen_helpers2::sptr_t<cfgmgr2::IPropertyStorage>& storage);
 

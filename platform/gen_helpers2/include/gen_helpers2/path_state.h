@@ -3,6 +3,9 @@
 #include "gen_helpers2/export.h"
 #include "gen_helpers2/path.h"
 
+#include <cstdint>
+#include <optional>
+
 namespace gen_helpers2 {
 
 /// What would come of making files in a folder that is created first, with those above it, if need be.
@@ -20,6 +23,10 @@ enum class folder_state_t
 /// telling the user in time; what is true now may have changed when the folder is used. Any thread; asks the
 /// disk twice or three times for a folder that is there.
 GEN_HELPERS2_EXPORT folder_state_t examine_folder(const path_t& folder);
+
+/// Bytes that the user may still write there, where the nearest thing above a missing folder is what counts;
+/// nothing when the file system does not say. Any thread; asks the disk.
+GEN_HELPERS2_EXPORT std::optional<std::uint64_t> get_free_space(const path_t& folder);
 
 } // namespace gen_helpers2
 

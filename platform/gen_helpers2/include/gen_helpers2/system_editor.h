@@ -62,6 +62,10 @@ GEN_HELPERS2_EXPORT system_editors_status_t get_system_editors(const path_t& fil
 /// Whether the desktop says that the registered application of that name wants a terminal to run in.
 GEN_HELPERS2_EXPORT bool system_editor_needs_terminal(const std::string& name);
 
+/// The icon of the registered application of that name, as the desktop writes it: a name for the theme, or a
+/// path; empty when there is none. Any thread; asks the disk.
+GEN_HELPERS2_EXPORT std::string get_system_editor_icon(const std::string& name);
+
 } // namespace gen_helpers2
 
 namespace gh2 = gen_helpers2;
