@@ -5,6 +5,7 @@
 #include "icon_type.h"
 
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/resource_loader.h>
 
 #include <wx/button.h>
@@ -49,6 +50,7 @@ void error_warning_dialog_t::on_init_dialog()
         this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
     need_sizer()->Add(m_panel, 1, wxEXPAND);
     m_panel->create(this);
+    wx_helpers1::guard_input(this); // it may come while the user types
     wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
     present();
 }
