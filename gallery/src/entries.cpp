@@ -14,6 +14,7 @@
 #include "preferences_entry.h"
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
+#include "silenced_page.h"
 #include "simple_message_page.h"
 #include "small_dialogs.h"
 
@@ -86,6 +87,7 @@ std::vector<entry_t> make_entries()
         page("page_editor", editor_page_t::object_name, open_editor_page),
         dialog("open_source", open_source_dialog_t::object_name, open_open_source_dialog),
         page("page_experimental", experimental_page_t::object_name, open_experimental_page),
+        page("page_silenced", silenced_object, open_silenced_page),
         page("page_consent", consent_page_t::object_name, open_consent_page, undecided),
         dialog("dialog_consent", consent_dialog_object, open_consent_dialog, undecided),
         dialog("dialog_ask", ask_object, open_ask_dialog),

@@ -2,6 +2,7 @@
 
 #include "json_report.h"
 #include "missing_resource.h"
+#include "silenced_page.h"
 #include "window_run.h"
 
 #include <commondlg3/text_utils.h>
@@ -104,7 +105,7 @@ json sample_data(message_sample_t sample)
 
 json with_check_box(json data)
 {
-    data["check_box"] = {{"label", text("sample.check_box")}, {"checked", false}};
+    data["check_box"] = {{"name", "gallery.samples_lost"}};
     return data;
 }
 
@@ -136,8 +137,14 @@ commondlg3::message_window_t message_from(const json& data)
     window.details_message = get_string(data, "details_message", "");
     window.button_type = static_cast<message_window_t::button_type_t>(get_int(data, "button_type", 0));
     window.icon_type = static_cast<message_window_t::icon_types_t>(get_int(data, "icon_type", 0));
-    if (data.is_object() && data.contains("check_box") && data["check_box"].is_object())
-        window.check_box = new check_box_t(data["check_box"]);
+    if (data.is_object() && data.contains("check_box") && data["check_box"].is_object()) {
+        const json& box = data["check_box"];
+        const std::string name = get_string(box, "name", "");
+        if (name.empty())
+            window.check_box = new check_box_t(box);
+        else
+            window.check_box = load_silenced_messages().make_check_box(name, window);
+    }
     return window;
 }
 

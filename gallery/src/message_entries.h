@@ -27,7 +27,8 @@ nlohmann::json with_long_text(nlohmann::json data);
 /// One word of 10,000 characters.
 nlohmann::json with_long_word(nlohmann::json data);
 
-/// The record that this data describes; the check box reports what it is told, by JSON lines.
+/// The record that this data describes. A check box with a name keeps what it is told among the silenced
+/// messages of this product; another reports it by JSON lines.
 commondlg3::message_window_t message_from(const nlohmann::json& data);
 
 /// Shows the message window and reports its opening and its answer. Returns the answer.
