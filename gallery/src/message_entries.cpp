@@ -5,8 +5,12 @@
 #include "silenced_page.h"
 #include "window_run.h"
 
+#include <cfgmgr2/product_locations.h>
+#include <commondlg3/message_options.h>
 #include <commondlg3/text_utils.h>
 #include <cpil/catalog.h>
+
+#include <wx/utils.h>
 
 #include <functional>
 #include <string>
@@ -74,6 +78,35 @@ json data_of(const commondlg3::message_window_t& window)
     return data;
 }
 
+commondlg3::message_answer_t answer_from(const json& data, const char* name)
+{
+    commondlg3::message_answer_t answer;
+    if (data.is_object() && data.contains(name)) {
+        answer.label = get_string(data[name], "label", "");
+        answer.destructive = get_bool(data[name], "destructive", false);
+    }
+    return answer;
+}
+
+commondlg3::message_options_t options_from(const json& data)
+{
+    using commondlg3::message_options_t;
+    message_options_t options;
+    options.first = answer_from(data, "first");
+    options.second = answer_from(data, "second");
+    if (get_int(data, "default_answer", 1) == 2)
+        options.default_answer = message_options_t::default_answer_t::second;
+    options.offers_copy = get_bool(data, "offers_copy", false);
+    options.offers_report = get_bool(data, "offers_report", false);
+    options.get_report = [] {
+        return cfgmgr2::IProductLocations::get()->get_product_name() + ", " +
+               wxGetOsDescription().utf8_string();
+    };
+    if (get_bool(data, "shows_in_log", false))
+        options.show_in_log = [] { report_signal(message_object, "show_in_log", true); };
+    return options;
+}
+
 // One that is silenced does not open, and one without its layout answers as the library does.
 int run_message(const commondlg3::message_window_t& window, wxWindow* parent,
                 const std::function<int()>& show)
@@ -106,6 +139,28 @@ json sample_data(message_sample_t sample)
 json with_check_box(json data)
 {
     data["check_box"] = {{"name", "gallery.samples_lost"}};
+    return data;
+}
+
+json with_named_buttons(json data)
+{
+    data.update({{"button_type", 3},
+                 {"main_message", text("sample.main.delete")},
+                 {"supplemental_message", text("sample.supplemental.delete")},
+                 {"first", {{"label", text("sample.delete")}, {"destructive", true}}},
+                 {"second", {{"label", text("sample.keep")}}}});
+    return data;
+}
+
+json with_support(json data)
+{
+    std::string details;
+    for (int line = 1; line <= 12; ++line)
+        details += "#" + std::to_string(line) + "  " + get_string(data, "details_message", "") + "\n";
+    data.update({{"details_message", details},
+                 {"offers_copy", true},
+                 {"offers_report", true},
+                 {"shows_in_log", true}});
     return data;
 }
 
@@ -151,7 +206,8 @@ commondlg3::message_window_t message_from(const json& data)
 int open_message(const json& data, wxWindow* parent)
 {
     const auto window = message_from(data);
-    return run_message(window, parent, [&] { return commondlg3::show_modal(window, parent); });
+    const auto options = options_from(data);
+    return run_message(window, parent, [&] { return commondlg3::show_modal(window, options, parent); });
 }
 
 int open_message_box(const json& data, wxWindow* parent)

@@ -22,6 +22,10 @@ enum class message_sample_t
 /// A record of a message window by the names of its fields, with the catalog's sample texts.
 nlohmann::json sample_data(message_sample_t sample);
 nlohmann::json with_check_box(nlohmann::json data);
+/// Delete and Keep, in place of OK and Cancel.
+nlohmann::json with_named_buttons(nlohmann::json data);
+/// Long details, and buttons that help to report the message.
+nlohmann::json with_support(nlohmann::json data);
 /// 300 lines of explanation.
 nlohmann::json with_long_text(nlohmann::json data);
 /// One word of 10,000 characters.

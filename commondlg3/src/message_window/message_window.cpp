@@ -1,4 +1,5 @@
 #include "commondlg3/message_window.h"
+#include "commondlg3/message_options.h"
 
 #include "commondlg3/text_utils.h"
 
@@ -96,11 +97,16 @@ message_window_t::warning_wnd_with_check(const std::string& catalog, const std::
 
 int show_modal(const message_window_t& window, wxWindow* parent)
 {
+    return show_modal(window, message_options_t(), parent);
+}
+
+int show_modal(const message_window_t& window, const message_options_t& options, wxWindow* parent)
+{
     if (window.check_box && window.check_box->is_checked())
         return message_window_t::result_none;
     if (!parent)
         parent = wx_helpers1::get_main_window();
-    return result_of(run_message_window(window, parent), window.button_type);
+    return result_of(run_message_window(window, options, parent), window.button_type);
 }
 
 int show_msg_box(const std::string& text1, const std::string& text2, message_window_t::icon_types_t icon,
