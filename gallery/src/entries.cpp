@@ -70,6 +70,8 @@ std::vector<entry_t> make_entries()
         message("message_check_box", with_check_box(sample_data(sample::warning))),
         message("message_named_buttons", with_named_buttons(sample_data(sample::warning))),
         message("message_support", with_support(sample_data(sample::error))),
+        {"message_storm", catalog_key("gallery.category.messages"), center_object, storm_data(),
+         open_message_center},
         message("message_long", with_long_text(sample_data(sample::error))),
         message("message_long_word", with_long_word(sample_data(sample::error))),
         {"message_box", catalog_key("gallery.category.messages"), "show_msg_box",

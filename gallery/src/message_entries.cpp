@@ -6,6 +6,7 @@
 #include "window_run.h"
 
 #include <cfgmgr2/product_locations.h>
+#include <commondlg3/message_center.h>
 #include <commondlg3/message_options.h>
 #include <commondlg3/text_utils.h>
 #include <cpil/catalog.h>
@@ -164,6 +165,15 @@ json with_support(json data)
     return data;
 }
 
+json storm_data()
+{
+    const json lost = sample_data(message_sample_t::warning);
+    json question = with_named_buttons(lost);
+    return {{"messages",
+             {lost, sample_data(message_sample_t::error), lost, lost,
+              sample_data(message_sample_t::information), question}}};
+}
+
 json with_long_text(json data)
 {
     std::string lines;
@@ -208,6 +218,24 @@ int open_message(const json& data, wxWindow* parent)
     const auto window = message_from(data);
     const auto options = options_from(data);
     return run_message(window, parent, [&] { return commondlg3::show_modal(window, options, parent); });
+}
+
+// All but the last are raised, each of which reports its answer; the last is asked.
+int open_message_center(const json& data, wxWindow* parent)
+{
+    static auto& center = *new commondlg3::message_center_t; // some messages may outlast the call
+    return window_run_t::run(center_object, parent, {library_layout(center_object)}, [&](window_run_t& run) {
+        const json messages =
+            data.is_object() && data.contains("messages") ? data["messages"] : json::array();
+        if (messages.empty())
+            return;
+        for (std::size_t i = 0; i + 1 < messages.size(); ++i)
+            center.raise(
+                message_from(messages[i]),
+                [i](int answer) { report_signal(center_object, "answered " + std::to_string(i), answer); },
+                options_from(messages[i]));
+        run.show([&] { return center.ask(message_from(messages.back()), options_from(messages.back())); });
+    });
 }
 
 int open_message_box(const json& data, wxWindow* parent)

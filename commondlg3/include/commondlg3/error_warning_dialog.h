@@ -56,6 +56,9 @@ public:
     /// cut.
     void set_max_main_msg_width(int width);
     void set_max_supp_msg_width(int width);
+    /// What the window needs above and below the panel, in pixels; the texts scroll where the rest of the
+    /// screen is too low for them. 0 as long as nothing is set.
+    void set_height_around(int height);
     /// Shows an animation in place of the still icon.
     void set_animation(const wx_helpers1::wxAnimation& animation);
     /// Hands the check box's state to its definition and, with `commit`, has it saved.
@@ -111,6 +114,7 @@ private:
     message_window_t m_window;
     message_options_t m_options;
     gen_helpers2::signal_t<> m_resized;
+    int m_height_around = 0;
     bool m_folds = false; // its details are long
     bool m_folded = true;
     wxStaticText* m_main = nullptr;

@@ -23,6 +23,7 @@
 #include <climits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace commondlg3 {
@@ -106,7 +107,13 @@ const std::string& error_warning_panel_t::shown_details() const
 int error_warning_panel_t::height_beside_texts() const
 {
     const bool has_extras = m_extras && m_extras->IsShown();
-    return usual_height_beside_texts + (has_extras ? m_extras->GetBestSize().y : 0);
+    return usual_height_beside_texts + m_height_around + (has_extras ? m_extras->GetBestSize().y : 0);
+}
+
+void error_warning_panel_t::set_height_around(int height)
+{
+    if (std::exchange(m_height_around, height) != height && m_main)
+        fill_text_controls();
 }
 
 void error_warning_panel_t::arrange_extras(int text_width)

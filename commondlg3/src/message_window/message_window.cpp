@@ -5,6 +5,7 @@
 
 #include "base/message_of.h"
 #include "kept_window.h"
+#include "result_of.h"
 
 #include <wx_helpers1/main_window.h>
 
@@ -24,6 +25,8 @@ constexpr int results_of_second_button[] = {message_window_t::result_close, mess
                                             message_window_t::result_none,  message_window_t::result_cancel,
                                             message_window_t::result_none,  message_window_t::result_cancel};
 
+} // namespace
+
 int result_of(int id, message_window_t::button_type_t button_type)
 {
     const int type = static_cast<int>(button_type);
@@ -33,8 +36,6 @@ int result_of(int id, message_window_t::button_type_t button_type)
         return results_of_second_button[type];
     return message_window_t::result_none;
 }
-
-} // namespace
 
 std::string message_window_t::get_message(const std::string& catalog_name, const std::string& key,
                                           const varg_list& args)

@@ -34,6 +34,7 @@ public:
     held_back_t(const held_back_t&) = delete;
     held_back_t& operator=(const held_back_t&) = delete;
 
+    void ignore_held_keys() { m_held = get_held_keys(); }
     bool is_waiting() const { return m_source != 0; }
     void when_taken(std::function<void()> callback) { m_callbacks.push_back(std::move(callback)); }
 
@@ -175,6 +176,12 @@ void guard_input(wxTopLevelWindow* window)
     if (window && window->GetHandle() && !guard_of(window))
         g_object_set_data_full(G_OBJECT(window->GetHandle()), guard_key, new held_back_t(window->GetHandle()),
                                delete_guard);
+}
+
+void ignore_held_keys(wxTopLevelWindow* window)
+{
+    if (held_back_t* guard = guard_of(window))
+        guard->ignore_held_keys();
 }
 
 bool is_input_held_back(wxTopLevelWindow* window)

@@ -29,6 +29,10 @@ namespace wx_helpers1 {
 /// that only the user opens. What a screen reader activates is never held back.
 WX_HELPERS1_EXPORT void guard_input(wxTopLevelWindow* window);
 
+/// For a guarded window that shows another question in place of the last: keys that are held now do nothing
+/// in it until they were released.
+WX_HELPERS1_EXPORT void ignore_held_keys(wxTopLevelWindow* window);
+
 /// Whether the window is holding keys and clicks back.
 WX_HELPERS1_EXPORT bool is_input_held_back(wxTopLevelWindow* window);
 
