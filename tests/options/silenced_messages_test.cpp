@@ -77,6 +77,14 @@ TEST_F(SilencedMessages, OnceSilencedTheAnswerIsGivenAtOnce)
                                      test::click(window, "m_btn_ok");
                                  }))
         << "Retry would be answered for ever";
+    commondlg3::message_options_t options;
+    options.first = {"&Delete", true};
+    test::run_modal([&] { return m_all.ask("b", test::sample_message(3), test::main_window(), options); },
+                    [](wxTopLevelWindow* window) {
+                        EXPECT_FALSE(commondlg3::from_xrc<wxWindow>(window, "m_checkBox5")->IsShown())
+                            << "would destroy unseen";
+                        window->Close();
+                    });
 }
 
 TEST_F(SilencedMessages, CheckBoxForAHostsOwnMessage)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commondlg3/export.h"
+#include "commondlg3/message_options.h"
 #include "commondlg3/message_window.h"
 
 #include <cfgmgr2/property_storage.h>
@@ -22,6 +23,7 @@ struct silenced_message_t
     message_window_t::button_type_t button_type = message_window_t::button_type_t::close;
     message_window_t::icon_types_t icon_type = message_window_t::icon_types_t::error;
     int answer = message_window_t::result_none; ///< a message_window_t::result_t
+    std::string answer_label;                   ///< of a button that the host named; without its "&"
     std::int64_t silenced_at = 0;               ///< seconds since 1970; 0 when it is not known
 
     /// As it looked, without its check box.
@@ -69,9 +71,11 @@ public:
 
     /// Asks by a message window, or gives the answer that was given when the message was silenced. A silenced
     /// message without a question answers what its button would. "Retry" is not remembered, as it would be
-    /// tried for ever: a message with it has no check box.
+    /// tried for ever, nor is an answer that destroys, as it would be given unseen: such a message has no
+    /// check box.
     /// @return what show_modal() does
-    int ask(const std::string& name, message_window_t window, wxWindow* parent);
+    int ask(const std::string& name, message_window_t window, wxWindow* parent,
+            const message_options_t& options = {});
 
     /// Puts a message among the silenced ones, in place of one of its name. Without a name nothing happens.
     void silence(const silenced_message_t& message);

@@ -2,6 +2,7 @@
 
 #include "commondlg3/text_utils.h"
 #include "inplace_ctrl/background.h"
+#include "without_mnemonic.h"
 
 #include <gen_helpers2/log.h>
 
@@ -28,6 +29,7 @@ void write_message(variant_bag_t& bag, const silenced_message_t& message)
     bag.add_value("button_type", static_cast<int>(message.button_type));
     bag.add_value("icon_type", static_cast<int>(message.icon_type));
     bag.add_value("answer", message.answer);
+    bag.add_value("answer_label", message.answer_label);
     bag.add_value("silenced_at", static_cast<long long>(message.silenced_at));
 }
 
@@ -45,6 +47,7 @@ silenced_message_t read_message(const variant_bag_t& bag)
     message.main_message = text("main_message");
     message.supplemental_message = text("supplemental_message");
     message.details_message = text("details_message");
+    message.answer_label = text("answer_label");
     const auto buttons = read_number(bag, "button_type", 0);
     const auto icon = read_number(bag, "icon_type", 0);
     const auto answer = read_number(bag, "answer", message_window_t::result_none);
@@ -198,26 +201,29 @@ silenced_messages_t::make_check_box(const std::string& name, const message_windo
         new silencing_box_t(*this, message_of(name, window), find(name).has_value()));
 }
 
-int silenced_messages_t::ask(const std::string& name, message_window_t window, wxWindow* parent)
+int silenced_messages_t::ask(const std::string& name, message_window_t window, wxWindow* parent,
+                             const message_options_t& options)
 {
+    const bool destroys = options.first.destructive || options.second.destructive;
     const auto before = find(name);
-    if (before && answers(*before, window.button_type))
+    if (before && !destroys && answers(*before, window.button_type))
         return before->answer;
     const bool is_question =
         window.button_type == button_type_t::yes_no || window.button_type == button_type_t::ok_cancel;
-    if (name.empty() || !m_storage || (!is_question && window.button_type != button_type_t::close))
-        return show_modal(window, parent);
+    if (name.empty() || !m_storage || destroys ||
+        (!is_question && window.button_type != button_type_t::close))
+        return show_modal(window, options, parent);
     auto* box = new asking_box_t(name, is_question);
     window.check_box = box;
-    const silenced_messages_t alive(*this); // its owner may go with the window
-    const int answer = show_modal(window, parent);
-    if (!box->is_committed())
-        return answer;
+    silenced_messages_t alive(*this); // its owner may go with the window
     silenced_message_t message = message_of(name, window);
-    message.answer = answer;
-    silenced_messages_t(alive).silence(message);
+    message.answer = show_modal(window, options, parent);
+    if (!box->is_committed())
+        return message.answer;
+    message.answer_label = without_mnemonic(is_question ? options.first.label : options.second.label);
+    alive.silence(message);
     save_later(alive);
-    return answer;
+    return message.answer;
 }
 
 void silenced_messages_t::silence(const silenced_message_t& message)

@@ -3,6 +3,7 @@
 #include "base/wrapped_labels.h"
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
+#include "without_mnemonic.h"
 
 #include <cpil/catalog.h>
 #include <gen_helpers2/strings.h>
@@ -59,16 +60,6 @@ std::string time_of(const silenced_message_t& message)
     return translate_message("silenced_messages.time", {{"time", milliseconds}});
 }
 
-// Some languages put the letter into parentheses behind the word.
-std::string label_without_mnemonic(std::string label)
-{
-    const auto letter = label.find('&');
-    if (letter == std::string::npos)
-        return label;
-    const bool behind = letter > 0 && label[letter - 1] == '(' && label.find(')', letter) == label.size() - 1;
-    return behind ? label.substr(0, letter - 1) : label.erase(letter, 1);
-}
-
 std::string answer_of(const silenced_message_t& message)
 {
     const char* key = catalog_key("silenced_messages.answer_none");
@@ -78,7 +69,7 @@ std::string answer_of(const silenced_message_t& message)
         key = catalog_key("btn.no");
     else if (message.answer == message_window_t::result_ok)
         key = catalog_key("btn.ok");
-    return label_without_mnemonic(translate_message(key));
+    return without_mnemonic(message.answer_label.empty() ? translate_message(key) : message.answer_label);
 }
 
 } // namespace
