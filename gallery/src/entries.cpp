@@ -14,6 +14,7 @@
 #include "preferences_entry.h"
 #include "result_saving_page.h"
 #include "search_dirs_page.h"
+#include "silenced_page.h"
 #include "simple_message_page.h"
 #include "small_dialogs.h"
 
@@ -67,6 +68,10 @@ std::vector<entry_t> make_entries()
         message("message_retry_cancel", with_texts_of(sample::error, {{"button_type", 5}})),
         message("message_no_buttons", with_texts_of(sample::information, {{"button_type", 6}})),
         message("message_check_box", with_check_box(sample_data(sample::warning))),
+        message("message_named_buttons", with_named_buttons(sample_data(sample::warning))),
+        message("message_support", with_support(sample_data(sample::error))),
+        {"message_storm", catalog_key("gallery.category.messages"), center_object, storm_data(),
+         open_message_center},
         message("message_long", with_long_text(sample_data(sample::error))),
         message("message_long_word", with_long_word(sample_data(sample::error))),
         {"message_box", catalog_key("gallery.category.messages"), "show_msg_box",
@@ -86,6 +91,7 @@ std::vector<entry_t> make_entries()
         page("page_editor", editor_page_t::object_name, open_editor_page),
         dialog("open_source", open_source_dialog_t::object_name, open_open_source_dialog),
         page("page_experimental", experimental_page_t::object_name, open_experimental_page),
+        page("page_silenced", silenced_object, open_silenced_page),
         page("page_consent", consent_page_t::object_name, open_consent_page, undecided),
         dialog("dialog_consent", consent_dialog_object, open_consent_dialog, undecided),
         dialog("dialog_ask", ask_object, open_ask_dialog),

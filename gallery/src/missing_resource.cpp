@@ -1,11 +1,11 @@
 #include "missing_resource.h"
 
 #include "json_report.h"
+#include "window_run.h"
 
 #include <commondlg3/message_window.h>
 #include <commondlg3/resources.h>
 #include <gen_helpers2/log.h>
-#include <wx_helpers1/painted.h>
 #include <wx_helpers1/resource_loader.h>
 
 namespace gallery {
@@ -46,8 +46,7 @@ bool check_resource(const std::string& file, const std::string& object, wxWindow
                                                                        {{"object", object}, {"file", file}});
     report_error(object, window.supplemental_message);
     if (can_show_messages()) {
-        wx_helpers1::when_next_window_is_painted(
-            [](wxTopLevelWindow*) { report_opened("dlg.error_warning_dialog"); });
+        report_when_opened("dlg.error_warning_dialog");
         commondlg3::show_modal(window, parent);
     } else {
         gen_helpers2::log_error("gallery", window.main_message + "\n" + window.supplemental_message);

@@ -5,6 +5,7 @@
 #include "page_frame.h"
 
 #include <commondlg3/resources.h>
+#include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/painted.h>
 
 #include <algorithm>
@@ -36,8 +37,7 @@ int window_run_t::run(const std::string& object, wxWindow* parent, const std::ve
 
 void window_run_t::show(const std::function<int()>& show_modal)
 {
-    wx_helpers1::when_next_window_is_painted(
-        [object = m_object](wxTopLevelWindow*) { report_opened(object); });
+    report_when_opened(m_object);
     m_result = show_modal();
 }
 
@@ -53,6 +53,13 @@ void window_run_t::show_page(commondlg3::pref_base_t* page, const std::string& t
     report_end_of(*page, m_object);
     show(frame);
     set_data(data_of());
+}
+
+void report_when_opened(const std::string& object)
+{
+    wx_helpers1::when_next_window_is_painted([object](wxTopLevelWindow* window) {
+        wx_helpers1::when_input_is_taken(window, [object] { report_opened(object); });
+    });
 }
 
 void report_end_of(commondlg3::pref_base_t& page, const std::string& object)

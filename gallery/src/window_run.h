@@ -56,6 +56,9 @@ private:
     nlohmann::json m_data = nlohmann::json::object();
 };
 
+/// Reports by a JSON line that the window which opens next can be used.
+void report_when_opened(const std::string& object);
+
 /// Reports by a JSON line when the page ends.
 void report_end_of(commondlg3::pref_base_t& page, const std::string& object);
 

@@ -2,6 +2,7 @@
 
 #include "entries.h"
 
+#include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/painted.h>
 
 #include <wx/app.h>
@@ -38,6 +39,8 @@ public:
                 walk();
             else if (!m_window->IsActive() && m_waits++ < most_waits)
                 wait();
+            else if (wx_helpers1::is_input_held_back(m_window))
+                start(); // it does not look yet as it will
             else if (m_until && !std::exchange(m_waited, true))
                 m_until(m_name, [this] { start(); });
             else

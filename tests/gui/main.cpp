@@ -35,6 +35,7 @@ public:
         test::use_default_product();
         wx_helpers1::tasks::Scheduler::Initialize();
         wx_helpers1::ui_settings_t::initialize();
+        test::let_unasked_windows_take_input();
         auto* frame = new wxFrame(nullptr, wxID_ANY, "main window", wxPoint(200, 150), wxSize(700, 500));
         SetTopWindow(frame);
         frame->Show();

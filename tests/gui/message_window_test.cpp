@@ -141,6 +141,8 @@ TEST(MessageWindow, NextMessageInheritsNothing)
     const int answer = run(short_one, [&](wxTopLevelWindow* window) {
         EXPECT_EQ(first, window) << "a window of its own takes twice the time to open";
         EXPECT_LT(window->GetSize().y, first_size.y / 2);
+        const wxPoint middle = window->ClientToScreen(wxPoint(0, 0)) + window->GetClientSize() / 2;
+        EXPECT_NEAR(centre_of(test::main_window()).y, middle.y, 30) << "comes back where it was";
         EXPECT_FALSE(find<wxWindow>(window, "m_checkBox5")->IsShown());
         EXPECT_FALSE(find<wxWindow>(window, "m_supplemental_instructions")->IsShown());
         EXPECT_FALSE(find<wxWindow>(window, "m_details")->IsShown());

@@ -5,6 +5,7 @@
 #include <commondlg3/dialog_base.h>
 #include <commondlg3/resources.h>
 #include <gen_helpers2/assertion.h>
+#include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/painted.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -243,6 +244,13 @@ product_guard_t::product_guard_t(const std::string& resource_dir, const std::str
 void use_default_product()
 {
     set_product(RESOURCE_DIR, LOCALE_DIR);
+}
+
+void let_unasked_windows_take_input()
+{
+    wx_helpers1::input_guard_times_t times;
+    times.wait = 0;
+    wx_helpers1::set_input_guard_times(times);
 }
 
 product_guard_t::~product_guard_t()

@@ -92,6 +92,8 @@ private:
 };
 
 void use_default_product();
+/// At once, as a program opens them here; for tests of the waiting, until this is called.
+void let_unasked_windows_take_input();
 void note_exception();
 /// Called by the program's own listener.
 void end_test();

@@ -78,6 +78,8 @@ protected:
     /// again what it last asked of the functions above, and it stays on the screen. A dialog that finds its
     /// size in another way overrides it. It is not made smaller than the user had made it larger.
     virtual void fit_again();
+    /// A dialog that has grown stays wholly on its screen.
+    void keep_in_sight();
     /// For windows that add to their layout: its sizer, or a new one where the layout has none.
     wxSizer* need_sizer();
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
@@ -86,7 +88,6 @@ protected:
 private:
     bool load(wxWindow* parent);
     void on_look_settled();
-    void keep_in_sight();
 
     /// Which of the functions that fit was asked last: to its contents, with this width, or neither.
     enum class fit_t

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commondlg3/dialog_base.h"
+#include "commondlg3/message_options.h"
 #include "commondlg3/message_window.h"
 #include "commondlg3/pref_base.h"
 
@@ -16,6 +17,7 @@
 namespace commondlg3 {
 
 class long_text_t;
+class message_extras_t;
 
 /// Breaks a text into lines of at most `max_len` bytes, at spaces; a line feed always ends a line. A line
 /// without a space that reaches the limit gives an empty line and loses its first byte: never pass a limit
@@ -33,7 +35,7 @@ COMMONDLG3_EXPORT std::string content_for_label(const std::vector<std::string>& 
 class COMMONDLG3_EXPORT error_warning_panel_t : public pref_base_t
 {
 public:
-    explicit error_warning_panel_t(const message_window_t& window);
+    explicit error_warning_panel_t(const message_window_t& window, const message_options_t& options = {});
 
     void on_init_dialog() override;
     void on_ok() override;
@@ -41,7 +43,11 @@ public:
     void on_update_ui_settings() override;
 
     /// Takes another message, which is shown by refill().
-    void set_window(const message_window_t& window) { m_window = window; }
+    void set_window(const message_window_t& window, const message_options_t& options = {})
+    {
+        m_window = window;
+        m_options = options;
+    }
     /// Shows the present message in the controls that are there.
     void refill();
 
@@ -50,14 +56,26 @@ public:
     /// cut.
     void set_max_main_msg_width(int width);
     void set_max_supp_msg_width(int width);
+    /// What the window needs above and below the panel, in pixels; the texts scroll where the rest of the
+    /// screen is too low for them. 0 as long as nothing is set.
+    void set_height_around(int height);
     /// Shows an animation in place of the still icon.
     void set_animation(const wx_helpers1::wxAnimation& animation);
     /// Hands the check box's state to its definition and, with `commit`, has it saved.
     void save_check_box_state(bool commit) const;
     message_window_t get_window_data() const { return m_window; }
+    const message_options_t& get_options() const { return m_options; }
+
+    /// Details of more than five lines are folded away at first.
+    bool are_details_folded() const { return m_folds && m_folded; }
+    void fold_details(bool folded);
+    /// Raised when the panel needs another size.
+    gen_helpers2::signal_t<>& get_resized_signal() { return m_resized; }
 
     /// Title, texts and details as text, for the clipboard.
     std::string get_text_for_clipboard(const std::string& title) const;
+    /// The texts alone, without details that are folded away.
+    std::string get_shown_text() const;
     /// Copies what is selected, or everything when nothing is.
     void copy(const std::string& title) const;
     /// Scrolls the texts for Page Up, Page Down, Home and End; false for any other key or when nothing
@@ -77,6 +95,11 @@ protected:
 
 private:
     void fill_buttons();
+    void fill_extras();
+    bool has_long_details() const;
+    const std::string& shown_details() const;
+    int height_beside_texts() const;
+    void arrange_extras(int text_width);
     void fill_check_box();
     int max_width(bool main) const;
     int default_text_width() const;
@@ -89,14 +112,20 @@ private:
     std::vector<wxStaticText*> labels() const;
 
     message_window_t m_window;
+    message_options_t m_options;
+    gen_helpers2::signal_t<> m_resized;
+    int m_height_around = 0;
+    bool m_folds = false; // its details are long
+    bool m_folded = true;
     wxStaticText* m_main = nullptr;
     wxStaticText* m_supplemental = nullptr;
     wxStaticText* m_details = nullptr;
     wxScrolledWindow* m_text_area = nullptr;
     wx_helpers1::static_picture_ctrl_t* m_icon = nullptr;
     wxCheckBox* m_check_box = nullptr;
-    long_text_t* m_long_text = nullptr;  // once a text was too long for labels
-    std::optional<int> m_max_main_width; // what the host has set
+    long_text_t* m_long_text = nullptr;   // once a text was too long for labels
+    message_extras_t* m_extras = nullptr; // once a message had any
+    std::optional<int> m_max_main_width;  // what the host has set
     std::optional<int> m_max_supp_width;
 };
 
@@ -104,11 +133,11 @@ private:
 class COMMONDLG3_EXPORT error_warning_dialog_t : public dialog_base_t
 {
 public:
-    explicit error_warning_dialog_t(const message_window_t& window);
+    explicit error_warning_dialog_t(const message_window_t& window, const message_options_t& options = {});
     ~error_warning_dialog_t() override;
 
     /// Another message, shown when the dialog is run again.
-    void set_window(const message_window_t& window);
+    void set_window(const message_window_t& window, const message_options_t& options = {});
 
     /// The panel, from construction on. It belongs to the dialog.
     error_warning_panel_t* get_panel() const { return m_panel; }
@@ -124,6 +153,7 @@ protected:
 
 private:
     void present();
+    void on_panel_resized();
     void on_key(wxKeyEvent& event);
 
     message_window_t m_window;

@@ -340,7 +340,7 @@ void dialog_base_t::centre_on_parent()
     wxRect place = wxRect(GetSize()).CentreIn(over->GetRect());
     place.x = std::max(screen.x, std::min(place.x, screen.GetRight() + 1 - place.width));
     place.y = std::max(screen.y, std::min(place.y, screen.GetBottom() + 1 - place.height));
-    Move(place.GetPosition());
+    wx_helpers1::place_window(this, place.GetPosition());
 }
 
 } // namespace commondlg3

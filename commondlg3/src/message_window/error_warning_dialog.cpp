@@ -5,6 +5,7 @@
 #include "icon_type.h"
 
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/resource_loader.h>
 
 #include <wx/button.h>
@@ -12,8 +13,9 @@
 
 namespace commondlg3 {
 
-error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window)
-    : m_window(window), m_panel(new error_warning_panel_t(window))
+error_warning_dialog_t::error_warning_dialog_t(const message_window_t& window,
+                                               const message_options_t& options)
+    : m_window(window), m_panel(new error_warning_panel_t(window, options))
 {
     set_resource_object("dlg.error_warning_dialog");
     Bind(wxEVT_CHAR_HOOK, &error_warning_dialog_t::on_key, this);
@@ -36,10 +38,10 @@ bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std:
            dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name);
 }
 
-void error_warning_dialog_t::set_window(const message_window_t& window)
+void error_warning_dialog_t::set_window(const message_window_t& window, const message_options_t& options)
 {
     m_window = window;
-    m_panel->set_window(window);
+    m_panel->set_window(window, options);
     m_stale = is_initialized();
 }
 
@@ -47,8 +49,10 @@ void error_warning_dialog_t::on_init_dialog()
 {
     m_panel->get_end_signal().connect(
         this, [this](generic_base_t<wxPanel>* panel, int code) { on_end_panel(panel, code); });
+    m_panel->get_resized_signal().connect(this, [this] { on_panel_resized(); });
     need_sizer()->Add(m_panel, 1, wxEXPAND);
     m_panel->create(this);
+    wx_helpers1::guard_input(this); // it may come while the user types
     wx_helpers1::set_accessible_role(this, wx_helpers1::accessible_role_t::alert);
     present();
 }
@@ -58,11 +62,17 @@ void error_warning_dialog_t::present()
 {
     set_title(translate_message(icon_type_of(m_window.icon_type).title_key));
     constexpr std::size_t spoken_bytes = 4096; // nobody listens to more without asking for it
-    wx_helpers1::set_accessible_description(
-        this, m_panel->get_text_for_clipboard(std::string()).substr(0, spoken_bytes));
+    wx_helpers1::set_accessible_description(this, m_panel->get_shown_text().substr(0, spoken_bytes));
     fit_to_contents();
     m_panel->Layout(); // of the same size as before it would keep the places of the last message's buttons
     centre_on_parent();
+}
+
+void error_warning_dialog_t::on_panel_resized()
+{
+    fit_to_contents();
+    m_panel->Layout();
+    keep_in_sight();
 }
 
 void error_warning_dialog_t::on_update_ui_settings()
@@ -80,8 +90,13 @@ void error_warning_dialog_t::on_update_ui_settings()
     }
 }
 
+// Whoever closes the window has not chosen to destroy anything.
 void error_warning_dialog_t::on_cancel()
 {
+    if (m_panel->get_options().second.destructive) {
+        set_return_code(wxID_NONE);
+        return;
+    }
     m_panel->on_cancel();
 }
 
@@ -97,8 +112,10 @@ void error_warning_dialog_t::on_key(wxKeyEvent& event)
     const bool plain = event.GetModifiers() == wxMOD_NONE;
     if (copies)
         m_panel->copy(get_title());
-    else if (plain && key == WXK_ESCAPE && m_window.button_type == message_window_t::button_type_t::none)
-        Close(); // there is no button that the toolkit could press
+    else if (plain && key == WXK_ESCAPE &&
+             (m_window.button_type == message_window_t::button_type_t::none ||
+              m_panel->get_options().second.destructive))
+        Close(); // there is no button that the toolkit could press, or none that it should
     else if (!plain || !m_panel->scroll_by_key(key))
         event.Skip();
 }

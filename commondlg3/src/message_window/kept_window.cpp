@@ -55,9 +55,9 @@ void log_unshown(const error_warning_dialog_t& dialog)
                                                              dialog.get_panel()->get_text_for_clipboard({}));
 }
 
-int run_once(const message_window_t& window, wxWindow* parent)
+int run_once(const message_window_t& window, const message_options_t& options, wxWindow* parent)
 {
-    error_warning_dialog_t dialog(window);
+    error_warning_dialog_t dialog(window, options);
     const int id = dialog.show_modal(parent);
     if (!dialog.is_loaded())
         log_unshown(dialog);
@@ -66,17 +66,17 @@ int run_once(const message_window_t& window, wxWindow* parent)
 
 } // namespace
 
-int run_message_window(const message_window_t& window, wxWindow* parent)
+int run_message_window(const message_window_t& window, const message_options_t& options, wxWindow* parent)
 {
     kept_t& only = kept();
     if (only.in_use || !parent)
-        return run_once(window, parent);
+        return run_once(window, options, parent);
     if (serves(only, parent)) {
-        only.dialog->set_window(window);
+        only.dialog->set_window(window, options);
     } else {
         if (only.dialog)
             only.dialog->Destroy();
-        auto* dialog = new error_warning_dialog_t(window);
+        auto* dialog = new error_warning_dialog_t(window, options);
         only.dialog = dialog;
         only.language = cfgmgr2::get_language();
     }

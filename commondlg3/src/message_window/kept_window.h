@@ -1,6 +1,6 @@
 #pragma once
 
-#include "commondlg3/message_window.h"
+#include "commondlg3/message_options.h"
 
 class wxWindow;
 
@@ -12,6 +12,6 @@ namespace commondlg3 {
 /// The window is kept, hidden, and shows the next message of the same parent as well: a window that is there
 /// already opens in half the time of a new one. It goes with its parent. A message that comes while another
 /// is being shown gets a window of its own. GUI thread.
-int run_message_window(const message_window_t& window, wxWindow* parent);
+int run_message_window(const message_window_t& window, const message_options_t& options, wxWindow* parent);
 
 } // namespace commondlg3

@@ -1,9 +1,11 @@
 #include "commondlg3/message_window.h"
+#include "commondlg3/message_options.h"
 
 #include "commondlg3/text_utils.h"
 
 #include "base/message_of.h"
 #include "kept_window.h"
+#include "result_of.h"
 
 #include <wx_helpers1/main_window.h>
 
@@ -23,6 +25,8 @@ constexpr int results_of_second_button[] = {message_window_t::result_close, mess
                                             message_window_t::result_none,  message_window_t::result_cancel,
                                             message_window_t::result_none,  message_window_t::result_cancel};
 
+} // namespace
+
 int result_of(int id, message_window_t::button_type_t button_type)
 {
     const int type = static_cast<int>(button_type);
@@ -32,8 +36,6 @@ int result_of(int id, message_window_t::button_type_t button_type)
         return results_of_second_button[type];
     return message_window_t::result_none;
 }
-
-} // namespace
 
 std::string message_window_t::get_message(const std::string& catalog_name, const std::string& key,
                                           const varg_list& args)
@@ -96,11 +98,16 @@ message_window_t::warning_wnd_with_check(const std::string& catalog, const std::
 
 int show_modal(const message_window_t& window, wxWindow* parent)
 {
+    return show_modal(window, message_options_t(), parent);
+}
+
+int show_modal(const message_window_t& window, const message_options_t& options, wxWindow* parent)
+{
     if (window.check_box && window.check_box->is_checked())
         return message_window_t::result_none;
     if (!parent)
         parent = wx_helpers1::get_main_window();
-    return result_of(run_message_window(window, parent), window.button_type);
+    return result_of(run_message_window(window, options, parent), window.button_type);
 }
 
 int show_msg_box(const std::string& text1, const std::string& text2, message_window_t::icon_types_t icon,

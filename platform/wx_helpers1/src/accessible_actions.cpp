@@ -1,5 +1,7 @@
 #include "accessible_actions.h"
 
+#include "user_requests.h"
+
 #include <gtk/gtk-a11y.h>
 #include <gtk/gtk.h>
 
@@ -27,6 +29,7 @@ struct asked_t
 gboolean on_turn(gpointer data)
 {
     const auto* asked = static_cast<asked_t*>(data);
+    note_user_request();
     asked->do_action(asked->object, asked->index);
     return G_SOURCE_REMOVE;
 }

@@ -3,6 +3,8 @@
 #include <wx/display.h>
 #include <wx/toplevel.h>
 
+#include <gtk/gtk.h>
+
 namespace wx_helpers1 {
 
 unsigned display_near(const wxWindow* window)
@@ -16,6 +18,14 @@ unsigned display_near(const wxWindow* window)
             return static_cast<unsigned>(index);
     }
     return 0;
+}
+
+void place_window(wxTopLevelWindow* window, const wxPoint& position)
+{
+    window->Move(position);
+    GtkWidget* widget = window->GetHandle();
+    if (widget && gtk_widget_get_realized(widget) && !gtk_widget_get_mapped(widget))
+        gdk_window_move(gtk_widget_get_window(widget), position.x, position.y);
 }
 
 } // namespace wx_helpers1
