@@ -21,6 +21,8 @@ const char* outline_of(page_icon_t icon)
         return "M5.5 1.5h5 M6.5 1.5v5l-4 8h11l-4-8v-5";
     case page_icon_t::usage:
         return "M2.5 14v-4 M6.5 14v-8 M10.5 14v-6 M14.5 14v-12";
+    case page_icon_t::messages:
+        return "M1.5 2.5h13v9h-7l-3 3v-3h-3z";
     }
     return "";
 }

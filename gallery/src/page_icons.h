@@ -12,7 +12,8 @@ enum class page_icon_t
     sampling,
     directories,
     experiments,
-    usage
+    usage,
+    messages
 };
 wx_helpers1::wxStaticPicture get_page_icon(page_icon_t icon);
 

@@ -5,6 +5,7 @@
 #include "result_saving_page.h"
 #include "sampling_page.h"
 #include "search_dirs_page.h"
+#include "silenced_preferences.h"
 
 #include <memory>
 #include <vector>
@@ -23,6 +24,7 @@ std::vector<std::shared_ptr<commondlg3::preferences_page_t>> make_preferences_pa
     pages.push_back(std::make_shared<search_dirs_page_t>(dirs, FF_2_13::category_others, "others"));
     pages.push_back(std::make_shared<experimental_page_t>());
     pages.push_back(std::make_shared<consent_page_t>(file));
+    pages.push_back(std::make_shared<silenced_preferences_t>(file));
     pages.push_back(make_sampling_page(file));
     return pages;
 }

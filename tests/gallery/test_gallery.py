@@ -285,7 +285,8 @@ class FreshProduct(unittest.TestCase):
             gallery = self.run_once(
                 folder, (["alt+t", "ctrl+a"], "run_@@"),
                 (["pref.editor", "panel.search_dir_tab.binaries", "panel.search_dir_tab.sources", "Tab"], "/opt/src"),
-                (["Return", "panel.search_dir_tab.others", "panel.experimental", "pref.optin", "pref.sampling", "alt+n"],
+                (["Return", "panel.search_dir_tab.others", "panel.experimental", "pref.optin", "pref.silenced_messages",
+                  "pref.sampling", "alt+n"],
                  "moved"))
             self.choose_in_menu(gallery, "e", file)
             while not os.path.exists(file):

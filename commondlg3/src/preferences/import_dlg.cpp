@@ -3,6 +3,7 @@
 #include "commondlg3/resources.h"
 #include "commondlg3/text_utils.h"
 
+#include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/label.h>
