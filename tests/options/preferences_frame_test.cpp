@@ -4,6 +4,7 @@
 #include <commondlg3/preferences_frame.h>
 #include <commondlg3/resources.h>
 
+#include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dataview.h>
 #include <wx/spinctrl.h>
@@ -242,6 +243,23 @@ TEST_F(PreferencesFrame, AFormTakesNothingThatItCannotHold)
     page.store();
     ASSERT_TRUE(page.save().succeeded());
     EXPECT_TRUE(holds("first", "a&amp;\\xFF"));
+}
+
+TEST_F(PreferencesFrame, OneThatEndsBeforeItIsShownServesAgain)
+{
+    const auto disk = m_disk;
+    auto* frame = new commondlg3::preferences_frame_t;
+    frame->add_page(std::make_shared<form_t>(file("first"), "first", disk));
+    wxTheApp->CallAfter([frame] { frame->EndModal(wxID_OK); });
+    frame->show_modal(test::main_window());
+    run([](wxTopLevelWindow* other) { other->Close(); });
+    test::settle(); // now the toolkit hears that it was on the screen
+    test::run(*frame, [](wxTopLevelWindow* window) {
+        note(window)->SetValue("again");
+        test::click(window, "m_btn_ok");
+    });
+    EXPECT_TRUE(holds("first", "again"));
+    frame->Destroy();
 }
 
 } // namespace

@@ -335,6 +335,9 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
     const std::shared_ptr<state_t> state = m_state;
     if (state->running)
         return wxID_CANCEL;
+    // One that was hidden before the display had it on the screen: the toolkit, told so late, takes it for shown.
+    if (dialog->IsShown() && !gtk_widget_get_visible(dialog->GetHandle()))
+        dialog->wxDialog::Show(false);
     *state = {};
     state->dialog = dialog;
     state->running = true;
