@@ -94,8 +94,10 @@ TEST(WindowFaults, EveryCallMayFail)
         const files_t old = files_in(machine.config());
         faults::only_below(machine.path());
         faults::arm(call_t::open, 1000000, fault_t::fails);
-        open(entry, machine, machine.share());
+        const bool opens_again = open(entry, machine, machine.share()) > 0;
         faults::disarm();
+        if (!opens_again)
+            continue; // a message that the first opening has silenced
         const files_t all_well = files_in(machine.config());
         std::map<call_t, int> calls;
         for (int call = 0; call < static_cast<int>(call_t::memory); ++call)
