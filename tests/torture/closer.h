@@ -38,7 +38,12 @@ private:
                 top = dialog;
         if (!top)
             return;
-        wxWindow* ok = top->FindWindow("m_btn_ok");
+        // Whoever is asked whether to save would be asked again for as long as that fails.
+        wxWindow* ok = top->FindWindow("m_btn_discard");
+        if (ok)
+            m_seen.erase(top);
+        else
+            ok = top->FindWindow("m_btn_ok");
         if (!m_seen.insert(top).second || !ok) {
             wxQueueEvent(top, new wxCloseEvent(wxEVT_CLOSE_WINDOW, top->GetId()));
             return;

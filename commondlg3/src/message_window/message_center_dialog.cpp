@@ -11,6 +11,7 @@
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/wrap_text.h>
 
 #include <wx/button.h>
 #include <wx/listbox.h>
@@ -141,8 +142,10 @@ void message_center_dialog_t::show_count()
     m_shown_count = m_current->count;
     if (!m_count)
         return;
-    wx_helpers1::set_label_text(m_count,
-                                translate_message("message_center.count", {{"count", m_current->count}}));
+    const std::string text = translate_message("message_center.count", {{"count", m_current->count}});
+    const int room =
+        wxGetClientDisplayRect().width - 8 * GetCharWidth(); // at large fonts it has more than one
+    wx_helpers1::set_label_text(m_count, wx_helpers1::wrap_text(text, room, m_count));
     m_count->Show(m_current->count > 1);
 }
 

@@ -183,6 +183,7 @@ void preferences_frame_t::impl_t::fit_again()
         return;
     m_size.take_over();
     m_list->refresh_icons();
+    stack.forget_widths();
     fit();
     stack.fit();
     make_room();

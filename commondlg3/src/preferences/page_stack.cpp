@@ -10,6 +10,21 @@
 #include <algorithm>
 
 namespace commondlg3 {
+namespace {
+
+// A row of buttons that wraps says that it could be narrower than it is: what hangs over the edge of the page
+// could not be scrolled to.
+void make_wide_enough(wxWindow& page)
+{
+    int right = 0;
+    for (const wxWindow* child : page.GetChildren())
+        if (child->IsShown())
+            right = std::max(right, child->GetRect().GetRight() + 1);
+    if (right > page.GetClientSize().x)
+        page.SetMinSize(wxSize(right, wxDefaultCoord));
+}
+
+} // namespace
 
 void page_stack_t::use(wxScrolledWindow* area)
 {
@@ -106,8 +121,17 @@ std::vector<int> page_stack_t::get_changed() const
     return changed;
 }
 
+void page_stack_t::forget_widths()
+{
+    for (const page_t& page : m_pages)
+        if (page.window)
+            page.window->SetMinSize(wxDefaultSize);
+}
+
 bool page_stack_t::fit()
 {
+    if (m_shown != none)
+        make_wide_enough(*m_pages[m_shown].window);
     const wxSize needed = m_area ? m_area->GetSizer()->CalcMin() : wxSize();
     if (needed == m_fitted)
         return false;

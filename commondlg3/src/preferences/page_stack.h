@@ -49,6 +49,8 @@ public:
     int get_shown() const { return m_shown; }
     bool is_changed(int page) const;
     std::vector<int> get_changed() const;
+    /// Of all pages, as the look has changed.
+    void forget_widths();
     /// A page needs another size once its texts have been broken anew; whether it did.
     bool fit();
 
