@@ -62,6 +62,9 @@ bool preferences_frame_t::impl_t::find_controls()
         !m_nothing_found || !m_waiting || !m_frame.m_btn_ok)
         return false;
     stack.use(area);
+    m_more->MoveAfterInTabOrder(area); // from the list Tab goes into the page
+    if (m_frame.m_btn_help)
+        m_frame.m_btn_help->MoveAfterInTabOrder(m_more);
     m_list = std::make_unique<page_list_t>(list);
     m_notice = std::make_unique<frame_notice_t>(notice);
     return true;
