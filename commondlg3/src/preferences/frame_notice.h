@@ -1,5 +1,6 @@
 #pragma once
 
+#include <wx/event.h>
 #include <wx/weakref.h>
 #include <wx/window.h>
 
