@@ -216,6 +216,9 @@ class Patient:
                 break
             if attempt == 120:
                 raise Trouble("windows cannot be closed", *self.stack())
+            if attempt % 10 == 9:  # whoever is asked whether to save: the button beside it discards
+                self.screen.key("Tab")
+                self.screen.key("space")
             if attempt % 2 and (len(managed) < len(windows) or attempt % 4 == 3):
                 self.screen.give_focus(managed)
                 self.screen.key("Escape")
@@ -274,6 +277,9 @@ class Patient:
                 self.screen.give_focus(windows)
                 if attempt % 2:
                     self.screen.key("Escape")
+                elif attempt % 8 == 6:  # whoever is asked whether to save: the button beside it discards
+                    self.screen.key("Tab")
+                    self.screen.key("space")
                 else:
                     self.screen.close(windows[attempt // 8 % len(windows)])
             self.follow(0)
