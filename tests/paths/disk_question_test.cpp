@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <future>
+#include <memory>
 
 using commondlg3::ask_disk;
 
@@ -13,7 +14,9 @@ using commondlg3::ask_disk;
 TEST(DiskQuestion, AnswersInTimeOrLaterOrNever)
 {
     constexpr std::chrono::milliseconds at_once{0}, long_enough{20000};
-    EXPECT_TRUE(ask_disk([] {}, long_enough));
+    const auto of_a_window = std::make_shared<int>();
+    EXPECT_TRUE(ask_disk([] {}, long_enough, [of_a_window] {}));
+    EXPECT_EQ(1, of_a_window.use_count()) << "what is not needed ends here, not with the thread";
 
     std::promise<void> released;
     const std::shared_future<void> wait(released.get_future());

@@ -63,8 +63,10 @@ asked_t put_to_disk(std::function<void()> look, std::chrono::milliseconds patien
         return asked_t::never;
     }
     std::unique_lock<std::mutex> lock(question->mutex);
-    if (question->ended.wait_for(lock, patience, [&] { return question->has_ended; }))
+    if (question->ended.wait_for(lock, patience, [&] { return question->has_ended; })) {
+        const auto unused = std::move(question->later); // it ends here: the thread may live on a little
         return asked_t::answered;
+    }
     question->is_waited_for = false;
     return asked_t::later;
 }
