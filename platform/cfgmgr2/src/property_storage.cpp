@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace cfgmgr2 {
 
@@ -25,7 +26,7 @@ struct document_t : std::enable_shared_from_this<document_t>
     error_code_t open();
     error_code_t save();
     error_code_t take_over_changes();
-    error_code_t write();
+    error_code_t write(const variant_bag_t& bag);
     void settle();
 
     std::mutex mutex;
@@ -34,8 +35,8 @@ struct document_t : std::enable_shared_from_this<document_t>
     file_stamp_t stamp;
     /// What is on the disk could not be understood.
     bool is_damaged = false;
-    /// By the last save(), though a transaction may hold it back.
-    bool is_written = false;
+    /// What the last save() wrote and a transaction holds back.
+    std::optional<variant_bag_t> held_back;
 };
 
 error_code_t document_t::open()
@@ -73,10 +74,8 @@ error_code_t document_t::take_over_changes()
     return error_code_t();
 }
 
-error_code_t document_t::write()
+error_code_t document_t::write(const variant_bag_t& bag)
 {
-    variant_bag_t bag;
-    root->to_bag(bag);
     return is_damaged ? gen_helpers2::save_over_damaged_file(bag, file)
                       : gen_helpers2::save_variant_bag(bag, file);
 }
@@ -93,17 +92,23 @@ error_code_t document_t::save()
         return result;
     if (stamp.exists() && stamp == file_stamp_t(file) && !is_damaged && !root->is_changed())
         return result;
-    is_written = false;
+    variant_bag_t bag;
+    root->to_bag(bag);
+    if (held_back == bag)
+        return result; // another page of the same file has been saved
     // Asked first: once the file is there nothing may fail any more.
     const bool is_later =
         gen_helpers2::file_transaction_t::when_ended([self = shared_from_this()](bool done) {
             const std::lock_guard<std::mutex> guard(self->mutex);
-            if (done && self->is_written)
+            if (done && self->held_back)
                 self->settle();
+            self->held_back.reset();
         });
-    result = write();
-    is_written = result.succeeded();
-    if (is_written && !is_later)
+    result = write(bag);
+    held_back.reset();
+    if (result.succeeded() && is_later)
+        held_back = std::move(bag);
+    else if (result.succeeded())
         settle();
     return result;
 }
