@@ -83,21 +83,11 @@ void consent_page_t::store()
     set_consent(*m_store->get(), m_page->get_consent());
 }
 
-gen_helpers2::error_code_t consent_page_t::save()
-{
-    return m_store->save();
-}
-
 void consent_page_t::stored()
 {
     m_stored = m_page->get_consent();
     if (m_stored != user_consent_t::given)
         remove_usage_record();
-}
-
-std::vector<gen_helpers2::path_t> consent_page_t::get_files() const
-{
-    return {m_store->get_path()};
 }
 
 gen_helpers2::variant_bag_t consent_page_t::get_settings() const

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "file_page.h"
 #include "page_icons.h"
-#include "preferences_page.h"
 #include "usage_record.h"
-
-#include <commondlg3/settings_file.h>
 
 #include <wx/weakref.h>
 
@@ -15,12 +13,12 @@
 namespace gallery {
 
 /// Consent to the collection of usage data, kept in the product's preferences.
-class consent_page_t : public preferences_page_t
+class consent_page_t : public file_page_t
 {
 public:
     static constexpr char object_name[] = "pref.optin";
 
-    explicit consent_page_t(commondlg3::settings_file_ptr_t store) : m_store(std::move(store)) {}
+    using file_page_t::file_page_t;
 
     std::string get_name() const override { return object_name; }
     std::string get_title() const override;
@@ -31,8 +29,6 @@ public:
     void show_kept() override;
     bool is_changed() const override;
     void store() override;
-    gen_helpers2::error_code_t save() override;
-    std::vector<gen_helpers2::path_t> get_files() const override;
     gen_helpers2::variant_bag_t get_settings() const override;
     void set_settings(const gen_helpers2::variant_bag_t& settings) override;
     gen_helpers2::variant_bag_t get_defaults() const override;
@@ -41,7 +37,6 @@ public:
     nlohmann::json get_data() const override;
 
 private:
-    commondlg3::settings_file_ptr_t m_store;
     opt_in_pp_t::user_consent_t m_stored = opt_in_pp_t::user_consent_t::not_decided;
     wxWeakRef<opt_in_pp_t> m_page;
 };

@@ -127,22 +127,15 @@ void editor_page_t::store()
     m_page->set_unchanged();
 }
 
-gen_helpers2::error_code_t editor_page_t::save()
-{
-    return m_store->save();
-}
-
-std::vector<gen_helpers2::path_t> editor_page_t::get_files() const
-{
-    return {m_store->get_path()};
-}
-
 // A language's editors are one setting: the user's own ones, and which are chosen. What the desktop knows is
 // of this machine.
 gen_helpers2::variant_bag_t editor_page_t::get_settings() const
 {
-    // A page that is not changed has an editor selected where the settings have none.
-    const editor_data_t data = is_changed() ? m_page->get_data() : editors_in(m_store->get());
+    editor_data_t data;
+    if (is_changed()) // else it has an editor selected where the settings have none
+        data = m_page->get_data();
+    else
+        data.load_storage_info(m_store->get());
     variant_bag_t settings;
     for (const auto language : data.get_languages()) {
         variant_bag_t& kept = settings.add_child(name_of(language));

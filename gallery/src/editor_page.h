@@ -1,10 +1,9 @@
 #pragma once
 
+#include "file_page.h"
 #include "page_icons.h"
-#include "preferences_page.h"
 
 #include <commondlg3/editor_pp.h>
-#include <commondlg3/settings_file.h>
 
 #include <wx/weakref.h>
 
@@ -15,24 +14,21 @@
 namespace gallery {
 
 /// The programs that open source files, kept in the product's preferences.
-class editor_page_t : public preferences_page_t
+class editor_page_t : public file_page_t
 {
 public:
     static constexpr char object_name[] = "pref.editor";
 
-    explicit editor_page_t(commondlg3::settings_file_ptr_t store) : m_store(std::move(store)) {}
+    using file_page_t::file_page_t;
 
     std::string get_name() const override { return object_name; }
     std::string get_title() const override;
     std::string get_search_words() const override;
     wx_helpers1::wxStaticPicture get_icon() const override { return get_page_icon(page_icon_t::editors); }
-    gen_helpers2::error_code_t load() override { return m_store->load(); }
     commondlg3::pref_base_t* create(wxWindow* parent) override;
     void show_kept() override;
     bool is_changed() const override;
     void store() override;
-    gen_helpers2::error_code_t save() override;
-    std::vector<gen_helpers2::path_t> get_files() const override;
     gen_helpers2::variant_bag_t get_settings() const override;
     void set_settings(const gen_helpers2::variant_bag_t& settings) override;
     gen_helpers2::variant_bag_t get_defaults() const override;
@@ -40,7 +36,6 @@ public:
     nlohmann::json get_data() const override;
 
 private:
-    commondlg3::settings_file_ptr_t m_store;
     wxWeakRef<commondlg3::editor_pp_t> m_page;
 };
 

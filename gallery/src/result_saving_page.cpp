@@ -86,7 +86,7 @@ variant_bag_t bag_of(const result_saving_data_t& data)
 } // namespace
 
 result_saving_page_t::result_saving_page_t(commondlg3::settings_file_ptr_t store)
-    : m_store(std::move(store)), m_data(initial_data())
+    : file_page_t(std::move(store)), m_data(initial_data())
 {
 }
 
@@ -152,16 +152,6 @@ void result_saving_page_t::store()
     stored->set_value("vs_accessibility", m_data.get_vs_accessibility());
     stored->set_value("name_template", m_data.get_name_template());
     stored->set_value("folder", m_data.get_folder());
-}
-
-gen_helpers2::error_code_t result_saving_page_t::save()
-{
-    return m_store->save();
-}
-
-std::vector<gen_helpers2::path_t> result_saving_page_t::get_files() const
-{
-    return {m_store->get_path()};
 }
 
 variant_bag_t result_saving_page_t::get_settings() const

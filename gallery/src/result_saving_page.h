@@ -1,10 +1,9 @@
 #pragma once
 
+#include "file_page.h"
 #include "page_icons.h"
-#include "preferences_page.h"
 
 #include <commondlg3/result_saving_pp.h>
-#include <commondlg3/settings_file.h>
 
 #include <wx/weakref.h>
 
@@ -14,7 +13,7 @@
 namespace gallery {
 
 /// Where results are saved, kept in the product's preferences.
-class result_saving_page_t : public preferences_page_t
+class result_saving_page_t : public file_page_t
 {
 public:
     static constexpr char object_name[] = "pref.result_saving";
@@ -30,8 +29,6 @@ public:
     void show_kept() override;
     bool is_changed() const override;
     void store() override;
-    gen_helpers2::error_code_t save() override;
-    std::vector<gen_helpers2::path_t> get_files() const override;
     gen_helpers2::variant_bag_t get_settings() const override;
     void set_settings(const gen_helpers2::variant_bag_t& settings) override;
     gen_helpers2::variant_bag_t get_defaults() const override;
@@ -39,7 +36,6 @@ public:
     nlohmann::json get_data() const override;
 
 private:
-    commondlg3::settings_file_ptr_t m_store;
     commondlg3::result_saving_data_t m_data;
     wxWeakRef<commondlg3::result_saving_pp_t> m_page;
 };

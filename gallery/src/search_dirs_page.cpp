@@ -40,13 +40,7 @@ commondlg3::pref_base_t* search_dirs_page_t::create(wxWindow* parent)
     m_tab = tab;
     tab->set_extras(search_dirs_tab_t::can_skip | search_dirs_tab_t::tell_sharing);
     tab->create(parent);
-    // The dialog looks at its pages when a control says that it was changed; a list in place of one says it
-    // here.
-    tab->get_changed_signal().connect(tab, [tab] {
-        wxCommandEvent event(wxEVT_TEXT, tab->GetId());
-        event.SetEventObject(tab);
-        tab->ProcessWindowEvent(event);
-    });
+    tab->get_changed_signal().connect(tab, [signal = get_changed_signal()] { signal.emit(); });
     return tab;
 }
 

@@ -28,12 +28,7 @@ commondlg3::pref_base_t* silenced_preferences_t::create(wxWindow* parent)
     auto* page = new silenced_messages_pp_t(silenced_messages_t(m_store->get()));
     m_page = page;
     page->create(parent);
-    // The dialog looks at its pages when a control says that it was changed; a list says it here.
-    page->get_changed_signal().connect(page, [page] {
-        wxCommandEvent event(wxEVT_TEXT, page->GetId());
-        event.SetEventObject(page);
-        page->ProcessWindowEvent(event);
-    });
+    page->get_changed_signal().connect(page, [signal = get_changed_signal()] { signal.emit(); });
     return page;
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "file_page.h"
 #include "page_icons.h"
-#include "preferences_page.h"
 
-#include <commondlg3/settings_file.h>
 #include <commondlg3/silenced_messages_pp.h>
 
 #include <wx/weakref.h>
@@ -15,18 +14,15 @@
 namespace gallery {
 
 /// The messages that the user has silenced, in the product's preferences.
-class silenced_preferences_t : public preferences_page_t
+class silenced_preferences_t : public file_page_t
 {
 public:
-    explicit silenced_preferences_t(commondlg3::settings_file_ptr_t store) : m_store(std::move(store)) {}
+    using file_page_t::file_page_t;
 
     std::string get_name() const override;
     std::string get_title() const override;
     std::string get_search_words() const override;
     wx_helpers1::wxStaticPicture get_icon() const override { return get_page_icon(page_icon_t::messages); }
-    gen_helpers2::error_code_t load() override { return m_store->load(); }
-    gen_helpers2::error_code_t save() override { return m_store->save(); }
-    std::vector<gen_helpers2::path_t> get_files() const override { return {m_store->get_path()}; }
     commondlg3::pref_base_t* create(wxWindow* parent) override;
     void show_kept() override { m_page->load_settings(); }
     bool is_changed() const override { return m_page && m_page->is_changed(); }
@@ -41,7 +37,6 @@ public:
 private:
     std::vector<std::string> get_names() const;
 
-    commondlg3::settings_file_ptr_t m_store;
     wxWeakRef<commondlg3::silenced_messages_pp_t> m_page;
 };
 

@@ -80,6 +80,7 @@ private:
     };
 
     gen_helpers2::variant_bag_t get_kept() const;
+    gen_helpers2::variant_bag_t with_entered(gen_helpers2::variant_bag_t settings) const;
 
     settings_file_ptr_t m_file;
     std::string m_name;

@@ -5,6 +5,7 @@
 
 #include <gen_helpers2/error_code.h>
 #include <gen_helpers2/path.h>
+#include <gen_helpers2/signal.h>
 #include <gen_helpers2/variant_bag.h>
 #include <wx_helpers1/picture.h>
 
@@ -32,12 +33,12 @@ namespace commondlg3 {
 /// The frame calls load(), then create() once somebody looks at the page or searches it. OK and Apply call
 /// validate() and store() of each page that was changed, then save() of them all, and stored().
 ///
-/// Settings are handed over as a bag in which each value or child of the first level is one setting, by name:
-/// with them the frame knows what was changed, restores, exports and imports.
+/// Settings are handed over as a bag in which each value or child of the first level is one setting, by
+/// name: with them the frame knows what was changed, restores, exports and imports.
 ///
-/// Ownership: shared between the frame and the thread that reads and writes, which may outlive it where a disk
-/// hangs. Threads: load(), save() and get_files() run on a thread of their own while the frame waits and calls
-/// nothing else; they must touch no window. The rest is for the GUI thread.
+/// Ownership: shared between the frame and the thread that reads and writes, which may outlive it where a
+/// disk hangs. Threads: load(), save() and get_files() run on a thread of their own while the frame waits
+/// and calls nothing else; they must touch no window. The rest is for the GUI thread.
 class COMMONDLG3_EXPORT preferences_page_t
 {
 public:
@@ -48,10 +49,12 @@ public:
 
     // What is shown of the page in the list of pages; texts are translated.
 
-    /// By it the page is remembered, and its settings are found in a file that was exported: it never changes.
+    /// By it the page is remembered, and its settings are found in a file that was exported: it never
+    /// changes.
     virtual std::string get_name() const = 0;
     virtual std::string get_title() const = 0;
-    /// The heading that the page stands below; pages of one group are added one after the other. Empty: none.
+    /// The heading that the page stands below; pages of one group are added one after the other. Empty:
+    /// none.
     virtual std::string get_group() const { return {}; }
     /// Of the size of a line of text; empty: none.
     virtual wx_helpers1::wxStaticPicture get_icon() const { return {}; }
@@ -62,8 +65,8 @@ public:
 
     // Where the settings are kept.
 
-    /// Reads what is kept. On an error the page will show what the product begins with. May be called again, when
-    /// somebody else has written the files: then it must look whether it has to read them anew.
+    /// Reads what is kept. On an error the page will show what the product begins with. May be called again,
+    /// when somebody else has written the files: then it must look whether it has to read them anew.
     virtual gen_helpers2::error_code_t load() = 0;
     /// Writes what store() has taken. Within a gen_helpers2::file_transaction_t: whole files only.
     virtual gen_helpers2::error_code_t save() = 0;
@@ -78,6 +81,9 @@ public:
     virtual void show_kept() = 0;
     /// Whether the page holds something else than what is kept. Always false before create().
     virtual bool is_changed() const = 0;
+    /// For pages whose changes no event of a control tells, as those of a list that is edited in place:
+    /// raised by the page when is_changed() may answer otherwise than before.
+    gen_helpers2::signal_t<>& get_changed_signal() { return m_changed_signal; }
 
     /// What must be set right before anything is written.
     struct problem_t
@@ -97,8 +103,8 @@ public:
 
     /// What the page holds, or before create() what is kept.
     virtual gen_helpers2::variant_bag_t get_settings() const = 0;
-    /// Puts settings onto the page, which is there. They may come from anywhere: what cannot be is left out, as
-    /// are names that are not known; a name that is missing leaves its setting alone.
+    /// Puts settings onto the page, which is there. They may come from anywhere: what cannot be is left out,
+    /// as are names that are not known; a name that is missing leaves its setting alone.
     virtual void set_settings(const gen_helpers2::variant_bag_t& settings) = 0;
     /// Whether the settings go into a file for others, and come from one. Not what is the user's own affair.
     virtual bool is_exported() const { return true; }
@@ -114,6 +120,9 @@ public:
     };
     /// In the order of the page. Settings without a control of their own may be missing.
     virtual std::vector<setting_t> get_setting_controls() const { return {}; }
+
+private:
+    gen_helpers2::signal_t<> m_changed_signal;
 };
 
 using preferences_page_ptr_t = std::shared_ptr<preferences_page_t>;

@@ -127,7 +127,10 @@ variant_bag_t form_page_t::get_kept() const
 
 bool form_page_t::is_changed() const
 {
-    return m_page && get_settings() != get_kept();
+    if (!m_page)
+        return false;
+    const variant_bag_t kept = get_kept();
+    return with_entered(kept) != kept;
 }
 
 void form_page_t::store()
@@ -140,7 +143,11 @@ void form_page_t::store()
 
 variant_bag_t form_page_t::get_settings() const
 {
-    variant_bag_t settings = get_kept();
+    return with_entered(get_kept());
+}
+
+variant_bag_t form_page_t::with_entered(variant_bag_t settings) const
+{
     for (const field_t& field : m_fields)
         if (const wxWindow* control = find(field.control)) {
             const variant_t value = value_of(*control);

@@ -81,10 +81,8 @@ void preferences_frame_t::impl_t::on_init_dialog()
         m_frame.m_btn_help->Show(m_frame.get_help_id() != -1);
     connect();
     fill_list();
-    begin_reading();
-    if (m_busy == busy_t::none)
-        begin_with_size();
-    else
+    begin_reading([this] { begin_with_size(); });
+    if (m_busy != busy_t::none)
         fit();
     m_frame.centre_on_parent();
     m_list->set_focus();
@@ -100,11 +98,10 @@ void preferences_frame_t::impl_t::begin_again()
     m_notice->hide();
     m_reported = page_stack_t::none;
     wants_restart = false;
-    begin_reading();
-    if (m_busy == busy_t::none) {
+    begin_reading([this] {
         show_read();
         begin_with_page();
-    }
+    });
     m_list->set_focus();
 }
 
@@ -132,16 +129,21 @@ void preferences_frame_t::impl_t::connect()
                 end_with_ok();
         });
     });
+    for (const auto& each : stack.all())
+        each.page->get_changed_signal().connect(&m_frame, [this, alive = std::weak_ptr<char>(m_alive)] {
+            if (alive.lock())
+                update();
+        });
     const auto changed = [this](wxCommandEvent& event) {
         event.Skip();
-        update();
+        update_shown();
     };
     for (const auto& type : {wxEVT_TEXT, wxEVT_CHECKBOX, wxEVT_RADIOBUTTON, wxEVT_CHOICE, wxEVT_LISTBOX,
                              wxEVT_BUTTON, wxEVT_COMBOBOX})
         m_frame.Bind(type, changed);
     m_frame.Bind(wxEVT_SPINCTRL, [this](wxSpinEvent& event) {
         event.Skip();
-        update();
+        update_shown();
     });
 }
 
@@ -213,7 +215,7 @@ void preferences_frame_t::impl_t::fill_list()
     std::vector<page_list_t::row_t> rows;
     for (int i = 0; i < stack.size(); ++i) {
         const preferences_page_t& page = *stack.at(i).page;
-        if (words.empty() || words.are_in_searched(stack.at(i).texts))
+        if (words.empty() || words.are_in_searched(stack.get_texts(i)))
             rows.push_back({i, page.get_title(), page.get_group(), page.get_icon()});
     }
     m_list->show(rows);
@@ -278,8 +280,6 @@ void preferences_frame_t::impl_t::select(int page)
 {
     if (m_busy == busy_t::reading)
         return;
-    if (const int left = stack.get_shown(); left != page_stack_t::none && left != page)
-        stack.read_texts(left);
     if (m_list->get_selected() != page)
         m_list->select(page);
     stack.show(page);
@@ -292,10 +292,23 @@ void preferences_frame_t::impl_t::update()
 {
     if (m_busy != busy_t::none)
         return;
-    const auto changed = stack.get_changed();
+    stack.look_at_all();
+    show_changed();
+}
+
+void preferences_frame_t::impl_t::update_shown()
+{
+    if (m_busy != busy_t::none || stack.get_shown() == page_stack_t::none)
+        return;
+    stack.look(stack.get_shown());
+    show_changed();
+}
+
+void preferences_frame_t::impl_t::show_changed()
+{
     for (int i = 0; i < stack.size(); ++i)
-        m_list->mark_changed(i, std::find(changed.begin(), changed.end(), i) != changed.end());
-    wx_helpers1::set_enabled(m_apply, !changed.empty(), m_frame.m_btn_ok);
+        m_list->mark_changed(i, stack.at(i).changed);
+    wx_helpers1::set_enabled(m_apply, !stack.get_changed().empty(), m_frame.m_btn_ok);
 }
 
 std::vector<std::string> preferences_frame_t::impl_t::get_titles(const std::vector<int>& pages) const

@@ -9,6 +9,7 @@
 
 #include <wx_helpers1/window_size.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -39,7 +40,6 @@ public:
     std::string get_help_topic() const;
 
     // Reading and writing.
-    void begin_reading();
     /// Writes what was changed, and then does `then`. Nothing happens when something is to be set right first.
     void apply(std::function<void()> then);
     /// Whether the dialog may end with Cancel now; asks where something would be lost.
@@ -56,7 +56,6 @@ public:
 
 private:
     friend class preferences_frame_t;
-    struct transfer_t;
 
     enum class busy_t
     {
@@ -76,12 +75,19 @@ private:
     void search();
     void on_search_key(wxKeyEvent& event);
     void on_idle(wxIdleEvent& event);
+    /// What shows that something was changed; of all pages, or of the one that is seen.
     void update();
+    void update_shown();
+    void show_changed();
     std::vector<std::string> get_titles(const std::vector<int>& pages) const;
 
     // Reading and writing.
     void set_busy(busy_t busy);
-    void finish_reading();
+    void begin_reading(std::function<void()> done);
+    /// Has a thread do it, which is waited for this long; then `done` follows at once. Later the dialog shows
+    /// that it waits, until `done`; which never comes when something else was begun meanwhile.
+    void on_disk(busy_t busy, std::chrono::milliseconds patience, std::function<void()> work,
+                 std::function<void()> done);
     void show_read();
     bool has_problem(const std::vector<int>& pages);
     void begin_writing(const std::vector<int>& pages);
@@ -92,14 +98,14 @@ private:
     void discard();
     void remember();
     void tell(const char* main_key, const char* details_key, const std::string& reason);
-    void tell_unread(const std::string& reasons);
+    void tell_unread();
 
     // Restoring and exchanging.
     void pop_up_menu();
     void on_context_menu(wxContextMenuEvent& event);
     void add_to(wxMenu& menu, const std::string& text, std::function<void()> chosen, bool enabled = true);
     void put_settings(int page, const gen_helpers2::variant_bag_t& settings);
-    const preferences_page_t::setting_t* find_setting(const wxPoint& on_screen);
+    std::optional<preferences_page_t::setting_t> find_setting(const wxPoint& on_screen);
     void export_settings();
     void import_settings();
     void show_import(const gen_helpers2::variant_bag_t& imported);
@@ -116,14 +122,12 @@ private:
     wxButton* m_more = nullptr;
     int m_reported = page_stack_t::none;
     std::function<void()> m_tell; ///< what is to be told once it is shown
-    bool m_searching = false;     ///< pages are made to be searched
 
     busy_t m_busy = busy_t::none;
     settings_work_ptr_t m_work;
     std::vector<int> m_writing; ///< the pages that are being written
     std::function<void()> m_then;
-    bool m_looking = false;                                ///< for what others have written
-    std::vector<preferences_page_t::setting_t> m_settings; ///< of the page whose menu is open
+    bool m_looking = false; ///< for what others have written
     std::shared_ptr<char> m_alive = std::make_shared<char>();
 };
 

@@ -18,6 +18,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -68,26 +69,26 @@ void preferences_frame_t::impl_t::pop_up_menu()
     wxMenu menu;
     add_to(
         menu, translate_message("preferences.restore_defaults"), [&] { put_settings(page, usual); },
-        !find_changes(*shown.page, shown.page->get_settings(), usual).empty());
+        !pick_changed(shown.page->get_settings(), usual).empty());
     add_to(
         menu, translate_message("preferences.restore_kept"), [&] { put_settings(page, shown.kept); },
-        stack.is_changed(page));
+        shown.changed);
     menu.AppendSeparator();
     add_to(menu, translate_message("preferences.export"), [this] { export_settings(); });
     add_to(menu, translate_message("preferences.import"), [this] { import_settings(); });
     m_frame.PopupMenu(&menu, m_more->GetPosition() + wxPoint(0, m_more->GetSize().y));
 }
 
-const preferences_page_t::setting_t* preferences_frame_t::impl_t::find_setting(const wxPoint& on_screen)
+std::optional<preferences_page_t::setting_t>
+preferences_frame_t::impl_t::find_setting(const wxPoint& on_screen)
 {
-    m_settings = stack.at(stack.get_shown()).page->get_setting_controls();
     // The key of the menu means the control that has the focus.
     wxWindow* focus = on_screen == wxDefaultPosition ? wxWindow::FindFocus() : nullptr;
-    for (const auto& setting : m_settings)
+    for (const auto& setting : stack.at(stack.get_shown()).page->get_setting_controls())
         if (focus ? setting.control && (setting.control == focus || setting.control->IsDescendant(focus))
                   : is_near(setting.control, on_screen))
-            return &setting;
-    return nullptr;
+            return setting;
+    return std::nullopt;
 }
 
 void preferences_frame_t::impl_t::on_context_menu(wxContextMenuEvent& event)
@@ -97,7 +98,7 @@ void preferences_frame_t::impl_t::on_context_menu(wxContextMenuEvent& event)
     const bool is_here =
         page != page_stack_t::none && m_busy == busy_t::none && window &&
         (window == stack.get_area() || stack.get_area()->IsDescendant(const_cast<wxWindow*>(window)));
-    const auto* setting = is_here ? find_setting(event.GetPosition()) : nullptr;
+    const auto setting = is_here ? find_setting(event.GetPosition()) : std::nullopt;
     if (!setting) {
         event.Skip();
         return;
@@ -106,7 +107,7 @@ void preferences_frame_t::impl_t::on_context_menu(wxContextMenuEvent& event)
     const std::string title = get_setting_title(*shown.page, setting->name);
     const auto add = [&](wxMenu& menu, const char* key, const variant_bag_t& from) {
         const auto picked = pick_settings(from, {setting->name});
-        const bool differs = !find_changes(*shown.page, shown.page->get_settings(), picked).empty();
+        const bool differs = !pick_changed(shown.page->get_settings(), picked).empty();
         add_to(
             menu, translate_message(key, {{"setting", title}}),
             [this, page, picked] { put_settings(page, picked); }, differs);

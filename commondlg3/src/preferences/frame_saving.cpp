@@ -62,26 +62,38 @@ void preferences_frame_t::impl_t::set_busy(busy_t busy)
     m_frame.Layout();
 }
 
-void preferences_frame_t::impl_t::begin_reading()
+void preferences_frame_t::impl_t::on_disk(busy_t busy, std::chrono::milliseconds patience,
+                                          std::function<void()> work, std::function<void()> done)
+{
+    m_busy = busy;
+    const auto later = [this, of = m_work, alive = std::weak_ptr<char>(m_alive), done] {
+        if (!alive.lock() || of != m_work)
+            return;
+        set_busy(busy_t::none);
+        done();
+    };
+    if (ask_disk(std::move(work), patience, later)) {
+        m_busy = busy_t::none;
+        done();
+    } else {
+        set_busy(busy);
+    }
+}
+
+void preferences_frame_t::impl_t::begin_reading(std::function<void()> done)
 {
     // Another one each time: the thread of the last one may hang on.
     m_work = std::make_shared<settings_work_t>();
     m_work->pages = m_frame.get_pages();
     m_work->memory = memory;
     m_work->folder = folder.is_empty() ? cfgmgr2::IProductLocations::get()->get_config_directory() : folder;
-    m_busy = busy_t::reading;
-    const auto work = m_work;
-    const bool done = ask_disk([work] { work->read(); }, patience_before_showing,
-                               [this, alive = std::weak_ptr<char>(m_alive)] {
-                                   if (alive.lock())
-                                       finish_reading();
-                               });
-    if (done)
-        m_busy = busy_t::none;
-    else
-        set_busy(busy_t::reading);
-    if (done && !m_work->unread.empty())
-        tell_unread(m_work->unread);
+    on_disk(
+        busy_t::reading, patience_before_showing, [work = m_work] { work->read(); },
+        [this, done = std::move(done)] {
+            done();
+            m_list->set_focus();
+            tell_unread();
+        });
 }
 
 // On the pages that are there already.
@@ -95,29 +107,20 @@ void preferences_frame_t::impl_t::show_read()
         }
 }
 
-void preferences_frame_t::impl_t::finish_reading()
-{
-    set_busy(busy_t::none);
-    show_read();
-    begin_with_size();
-    m_list->set_focus();
-    if (!m_work->unread.empty())
-        tell_unread(m_work->unread);
-}
-
 // The toolkit may show the dialog later than it is asked to: a message before would come to lie behind it.
-void preferences_frame_t::impl_t::tell_unread(const std::string& reasons)
+void preferences_frame_t::impl_t::tell_unread()
 {
-    const auto tell_it = [this, reasons] {
+    if (m_work->unread.empty())
+        return;
+    const auto tell_it = [this, reasons = m_work->unread] {
         m_frame.CallAfter([this, reasons] {
             tell(catalog_key("preferences.not_read"), catalog_key("preferences.not_read_details"), reasons);
         });
     };
-    if (m_frame.IsShown()) {
+    if (m_frame.IsShown())
         tell_it();
-        return;
-    }
-    m_tell = tell_it;
+    else
+        m_tell = tell_it;
 }
 
 bool preferences_frame_t::impl_t::has_problem(const std::vector<int>& pages)
@@ -139,6 +142,7 @@ void preferences_frame_t::impl_t::apply(std::function<void()> then)
 {
     if (!m_list || m_busy != busy_t::none)
         return;
+    stack.look_at_all();
     const auto pages = stack.get_changed();
     m_notice->hide();
     if (has_problem(pages))
@@ -156,7 +160,6 @@ void preferences_frame_t::impl_t::begin_writing(const std::vector<int>& pages)
     m_writing = pages;
     m_work->result = {};
     m_work->is_theirs = false;
-    m_busy = busy_t::saving;
     if (pages.empty()) {
         finish_writing();
         return;
@@ -164,23 +167,15 @@ void preferences_frame_t::impl_t::begin_writing(const std::vector<int>& pages)
     std::vector<preferences_page_ptr_t> changed;
     for (const int page : pages)
         changed.push_back(stack.at(page).page);
-    const auto work = m_work;
-    const bool done = ask_disk([work, changed] { work->write(changed); }, patience_after_ok,
-                               [this, alive = std::weak_ptr<char>(m_alive)] {
-                                   if (alive.lock())
-                                       finish_writing();
-                               });
-    if (done) {
-        finish_writing();
-        return;
-    }
-    set_busy(busy_t::saving);
-    m_notice->show(translate_message("preferences.saving"), {});
+    on_disk(
+        busy_t::saving, patience_after_ok, [work = m_work, changed] { work->write(changed); },
+        [this] { finish_writing(); });
+    if (m_busy == busy_t::saving)
+        m_notice->show(translate_message("preferences.saving"), {});
 }
 
 void preferences_frame_t::impl_t::finish_writing()
 {
-    set_busy(busy_t::none);
     m_notice->hide();
     if (m_work->is_theirs) {
         update();
@@ -244,35 +239,28 @@ void preferences_frame_t::impl_t::look_for_theirs()
 void preferences_frame_t::impl_t::read_again()
 {
     m_notice->hide();
-    const auto work = m_work;
-    m_busy = busy_t::reading;
-    const auto done = [this, alive = std::weak_ptr<char>(m_alive)] {
-        if (!alive.lock())
-            return;
-        set_busy(busy_t::none);
-        for (int i = 0; i < stack.size(); ++i) {
-            auto& each = stack.at(i);
-            if (!each.window)
-                continue;
-            const auto entered = pick_changed(each.kept, each.page->get_settings());
-            each.page->show_kept();
-            each.kept = each.page->get_settings();
-            each.page->set_settings(entered);
-        }
-        update();
-        if (!m_work->unread.empty())
-            tell_unread(m_work->unread);
-    };
-    if (ask_disk([work] { work->read(); }, patience_after_ok, done))
-        done();
-    else
-        set_busy(busy_t::reading);
+    on_disk(
+        busy_t::reading, patience_after_ok, [work = m_work] { work->read(); },
+        [this] {
+            for (int i = 0; i < stack.size(); ++i) {
+                auto& each = stack.at(i);
+                if (!each.window)
+                    continue;
+                const auto entered = pick_changed(each.kept, each.page->get_settings());
+                each.page->show_kept();
+                each.kept = each.page->get_settings();
+                each.page->set_settings(entered);
+            }
+            update();
+            tell_unread();
+        });
 }
 
 bool preferences_frame_t::impl_t::may_leave()
 {
     if (!m_list || m_busy != busy_t::none)
         return true;
+    stack.look_at_all();
     const auto changed = stack.get_changed();
     if (changed.empty())
         return true;

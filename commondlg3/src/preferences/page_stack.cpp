@@ -49,16 +49,19 @@ page_stack_t::page_t& page_stack_t::need(int index)
     page.window = page.page->create(m_area);
     page.kept = page.page->get_settings();
     m_area->GetSizer()->Add(page.window, 1, wxEXPAND);
-    read_texts(index);
+    page.texts.clear();
     page.window->Hide();
     return page;
 }
 
-void page_stack_t::read_texts(int index)
+const std::string& page_stack_t::get_texts(int index)
 {
     page_t& page = m_pages[index];
-    page.texts = to_searched(page.page->get_title() + "\n" + page.page->get_group() + "\n" +
-                             page.page->get_search_words() + "\n" + get_page_texts(*page.window));
+    if (page.texts.empty())
+        page.texts = to_searched(page.page->get_title() + "\n" + page.page->get_group() + "\n" +
+                                 page.page->get_search_words() + "\n" +
+                                 (page.window ? get_page_texts(*page.window) : std::string()));
+    return page.texts;
 }
 
 bool page_stack_t::make_next()
@@ -74,18 +77,13 @@ bool page_stack_t::make_next()
 void page_stack_t::show(int page)
 {
     need(page);
+    if (m_shown != none)
+        m_pages[m_shown].texts.clear(); // other ones may have come to stand on it
     m_shown = page;
     for (int i = 0; i < size(); ++i)
         put(m_pages[i], i == page);
     m_area->FitInside();
     m_area->Layout();
-}
-
-void page_stack_t::hide()
-{
-    m_shown = none;
-    for (const page_t& page : m_pages)
-        put(page, false);
 }
 
 // The pages that are not seen stand elsewhere: the toolkit moves all that is in a window that scrolls, and
@@ -107,16 +105,23 @@ void page_stack_t::put(const page_t& page, bool in_sight)
         m_area->GetSizer()->Add(page.window, 1, wxEXPAND);
 }
 
-bool page_stack_t::is_changed(int page) const
+void page_stack_t::look(int index)
 {
-    return m_pages[page].unwritten || (m_pages[page].window && m_pages[page].page->is_changed());
+    page_t& page = m_pages[index];
+    page.changed = page.unwritten || (page.window && page.page->is_changed());
+}
+
+void page_stack_t::look_at_all()
+{
+    for (int i = 0; i < size(); ++i)
+        look(i);
 }
 
 std::vector<int> page_stack_t::get_changed() const
 {
     std::vector<int> changed;
     for (int i = 0; i < size(); ++i)
-        if (is_changed(i))
+        if (m_pages[i].changed)
             changed.push_back(i);
     return changed;
 }

@@ -21,8 +21,9 @@ public:
         preferences_page_ptr_t page;
         pref_base_t* window = nullptr; ///< once it was made; the area's, or that of the pages out of sight
         gen_helpers2::variant_bag_t kept{}; ///< what is on the disk, since it was made
-        std::string texts{};                ///< its words, and what stands on it, in upper case
+        std::string texts{};                ///< see get_texts(); empty until they are asked for
         bool unwritten = false;             ///< was stored, but could not be saved
+        bool changed = false;               ///< when it was last looked at
     };
 
     void add(preferences_page_ptr_t page) { m_pages.push_back({std::move(page)}); }
@@ -38,16 +39,17 @@ public:
 
     /// Makes the page if need be; hidden.
     page_t& need(int page);
-    /// What stands on a page may be another text than when it was made.
-    void read_texts(int page);
+    /// What a search looks at: a page's words, and what stands on it once it was made.
+    const std::string& get_texts(int page);
     /// Makes one more page that nobody has looked at; false when all are there.
     bool make_next();
     /// Puts a page in sight, in place of the one that is.
     void show(int page);
-    /// Hides all.
-    void hide();
     int get_shown() const { return m_shown; }
-    bool is_changed(int page) const;
+    /// Looks whether a page is changed; whoever types on one changes no other.
+    void look(int page);
+    void look_at_all();
+    /// As far as was looked.
     std::vector<int> get_changed() const;
     /// Of all pages, as the look has changed.
     void forget_widths();
