@@ -37,6 +37,9 @@ class COMMONDLG3_EXPORT error_warning_panel_t : public pref_base_t
 public:
     explicit error_warning_panel_t(const message_window_t& window, const message_options_t& options = {});
 
+    /// Whether its layout is there. A window around it without it would say nothing.
+    bool can_be_loaded(const std::string& resource_file, const std::string& catalog_name) const;
+
     void on_init_dialog() override;
     void on_ok() override;
     void on_cancel() override;

@@ -6,7 +6,6 @@
 
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/input_guard.h>
-#include <wx_helpers1/resource_loader.h>
 
 #include <wx/button.h>
 #include <wx/sizer.h>
@@ -31,10 +30,7 @@ bool error_warning_dialog_t::load_from_xml_resource(wxWindow* parent, const std:
                                                     const std::string& catalog_name,
                                                     const std::string& object_name)
 {
-    using wx_helpers1::resource_loader_t;
-    // A frame without its panel would be a window that says nothing: it counts as not loaded.
-    return resource_loader_t(resource_file, catalog_name).examine(m_panel->get_resource_object()) ==
-               resource_loader_t::state_t::ok &&
+    return m_panel->can_be_loaded(resource_file, catalog_name) &&
            dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name);
 }
 

@@ -11,6 +11,7 @@
 #include <wx_helpers1/button_look.h>
 #include <wx_helpers1/clipboard.h>
 #include <wx_helpers1/label.h>
+#include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/scrolled_text.h>
 #include <wx_helpers1/text.h>
 
@@ -69,6 +70,14 @@ error_warning_panel_t::error_warning_panel_t(const message_window_t& window, con
     : m_window(window), m_options(options)
 {
     set_resource_object("panel.error_warning");
+}
+
+bool error_warning_panel_t::can_be_loaded(const std::string& resource_file,
+                                          const std::string& catalog_name) const
+{
+    using wx_helpers1::resource_loader_t;
+    return resource_loader_t(resource_file, catalog_name).examine(get_resource_object()) ==
+           resource_loader_t::state_t::ok;
 }
 
 void error_warning_panel_t::on_init_dialog()

@@ -9,7 +9,6 @@
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/input_guard.h>
 #include <wx_helpers1/label.h>
-#include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/wrap_text.h>
 
@@ -77,9 +76,7 @@ bool message_center_dialog_t::load_from_xml_resource(wxWindow* parent, const std
                                                      const std::string& catalog_name,
                                                      const std::string& object_name)
 {
-    using wx_helpers1::resource_loader_t;
-    return resource_loader_t(resource_file, catalog_name).examine(m_panel->get_resource_object()) ==
-               resource_loader_t::state_t::ok &&
+    return m_panel->can_be_loaded(resource_file, catalog_name) &&
            dialog_base_t::load_from_xml_resource(parent, resource_file, catalog_name, object_name);
 }
 
