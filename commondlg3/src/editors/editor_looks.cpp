@@ -54,16 +54,6 @@ editor_look_t look_at_editor(const looked_at_t& editor, const asked_place_t& at)
 
 } // namespace
 
-class editor_looks_t::timer_t : public wxTimer
-{
-public:
-    explicit timer_t(editor_looks_t& looks) : m_looks(looks) {}
-    void Notify() override { m_looks.on_time(); }
-
-private:
-    editor_looks_t& m_looks;
-};
-
 struct editor_looks_t::round_t
 {
     std::vector<editor_t> editors;
@@ -126,8 +116,10 @@ void editor_looks_t::start(std::vector<editor_t> editors)
             set_silent(editor, std::string());
         return;
     }
-    if (!m_timer)
-        m_timer = std::make_unique<timer_t>(*this);
+    if (!m_timer) {
+        m_timer = std::make_unique<wxTimer>();
+        m_timer->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { on_time(); });
+    }
     m_timer->StartOnce(hangs_after_ms);
 }
 

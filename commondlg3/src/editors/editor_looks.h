@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class wxTimer;
+
 namespace commondlg3 {
 
 /// Stand for the line and the file in a command, in every language.
@@ -52,7 +54,6 @@ public:
     editor_look_t get(const editor_t& editor) const;
 
 private:
-    class timer_t;
     struct round_t;
     struct known_t
     {
@@ -70,7 +71,7 @@ private:
     std::map<std::string, known_t> m_known; // by name
     std::vector<std::shared_ptr<round_t>> m_rounds;
     std::shared_ptr<editor_looks_t*> m_self; // gone with this
-    std::unique_ptr<timer_t> m_timer;
+    std::unique_ptr<wxTimer> m_timer;
 };
 
 } // namespace commondlg3

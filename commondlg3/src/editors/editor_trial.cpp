@@ -87,16 +87,6 @@ std::string sample_text(language_info::language_t language)
 
 } // namespace
 
-class editor_trial_t::timer_t : public wxTimer
-{
-public:
-    explicit timer_t(editor_trial_t& trial) : m_trial(trial) {}
-    void Notify() override { m_trial.on_time(); }
-
-private:
-    editor_trial_t& m_trial;
-};
-
 struct editor_trial_t::run_t
 {
     gen_helpers2::system_editor_t editor;
@@ -183,8 +173,10 @@ void editor_trial_t::start(const gen_helpers2::system_editor_t& editor, language
         on_started(run);
         return;
     }
-    if (!m_timer)
-        m_timer = std::make_unique<timer_t>(*this);
+    if (!m_timer) {
+        m_timer = std::make_unique<wxTimer>();
+        m_timer->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { on_time(); });
+    }
     m_timer->StartOnce(told_silent_after);
 }
 

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+class wxTimer;
+
 namespace commondlg3 {
 
 /// Opens a sample file in an editor and tells what comes of it. The sample stays until the process ends: an
@@ -29,7 +31,6 @@ public:
     void forget() { m_run.reset(); }
 
 private:
-    class timer_t;
     struct run_t;
 
     void on_started(const std::shared_ptr<run_t>& run);
@@ -38,7 +39,7 @@ private:
     told_t m_told;
     std::shared_ptr<run_t> m_run;
     std::shared_ptr<editor_trial_t*> m_self; // gone with this
-    std::unique_ptr<timer_t> m_timer;
+    std::unique_ptr<wxTimer> m_timer;
 };
 
 } // namespace commondlg3

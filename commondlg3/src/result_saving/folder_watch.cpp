@@ -26,16 +26,6 @@ bool is_at_or_below(const std::string& path, const std::string& place)
 
 } // namespace
 
-class folder_watch_t::timer_t : public wxTimer
-{
-public:
-    explicit timer_t(folder_watch_t& watch) : m_watch(watch) {}
-    void Notify() override { m_watch.on_time(); }
-
-private:
-    folder_watch_t& m_watch;
-};
-
 struct folder_watch_t::look_t
 {
     void set_place(const std::string& asked)
@@ -156,8 +146,10 @@ void folder_watch_t::on_time()
 
 void folder_watch_t::wait(int milliseconds)
 {
-    if (!m_timer)
-        m_timer = std::make_unique<timer_t>(*this);
+    if (!m_timer) {
+        m_timer = std::make_unique<wxTimer>();
+        m_timer->Bind(wxEVT_TIMER, [this](wxTimerEvent&) { on_time(); });
+    }
     m_timer->StartOnce(milliseconds);
 }
 

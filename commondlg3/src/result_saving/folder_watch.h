@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+class wxTimer;
+
 namespace commondlg3 {
 
 /// Asks the disk about the folder that is being typed, and keeps nobody waiting for it: only the last question
@@ -33,7 +35,6 @@ public:
     void ask(folder_question_t question);
 
 private:
-    class timer_t;
     struct look_t;
 
     std::string find_silence(const std::string& folder) const;
@@ -49,7 +50,7 @@ private:
     std::shared_ptr<look_t> m_last;                 ///< the look of the last question, once it has begun
     std::vector<std::shared_ptr<look_t>> m_looking; ///< looks that have not ended
     std::shared_ptr<folder_watch_t*> m_self;        ///< gone with this
-    std::unique_ptr<timer_t> m_timer;               ///< made when something hangs
+    std::unique_ptr<wxTimer> m_timer;               ///< made when something hangs
 };
 
 } // namespace commondlg3

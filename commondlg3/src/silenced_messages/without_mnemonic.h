@@ -1,17 +1,18 @@
 #pragma once
 
+#include <wx_helpers1/text.h>
+
+#include <wx/utils.h>
+
 #include <string>
 
 namespace commondlg3 {
 
 /// The label of a button as a text. Some languages put the letter into parentheses behind the word.
-inline std::string without_mnemonic(std::string label)
+inline std::string without_mnemonic(const std::string& label)
 {
-    const auto letter = label.find('&');
-    if (letter == std::string::npos)
-        return label;
-    const bool behind = letter > 0 && label[letter - 1] == '(' && label.find(')', letter) == label.size() - 1;
-    return behind ? label.substr(0, letter - 1) : label.erase(letter, 1);
+    return wx_helpers1::from_wx(
+        wxStripMenuCodes(wx_helpers1::to_wx(label), wxStrip_Mnemonics | wxStrip_CJKMnemonics));
 }
 
 } // namespace commondlg3
