@@ -6,6 +6,7 @@
 #include "preferences_page.h"
 #include "window_run.h"
 
+#include <commondlg3/settings_file.h>
 #include <gen_helpers2/log.h>
 
 #include <string>
