@@ -46,8 +46,8 @@ public:
     /// The pictures of the button; any other value is an arrow too.
     enum class button_style_t : std::int32_t
     {
-        arrow = 0,
-        box = 1 ///< plus and minus in a box
+        arrow = 0, ///< an arrow head
+        box = 1    ///< plus and minus in a box
     };
 
     /// @param id the window's identifier, wxID_ANY for any
@@ -62,9 +62,11 @@ public:
     /// were.
     void clear();
 
+    /// What stands in the header, and what a screen reader calls it.
     void set_caption(const std::string& caption);
     const std::string& get_caption() const;
 
+    /// Opens the panel, or closes it; the signal follows where that is a change.
     void open(bool opened);
     bool is_opened() const { return m_open; }
     /// Raised after each opening and closing, with the new state, when the parent has been laid out.
@@ -77,8 +79,11 @@ public:
     /// A disabled panel draws its header greyed and cannot be opened or closed by the user.
     bool Enable(bool enable = true) override;
 
+    /// Takes the pictures of the button's style, in place of those that set_button_image() has set.
     void load_button_images();
+    /// Shows the pictures that belong to the present state: open or closed.
     void propagate_button_images();
+    /// Takes the font and the colours of the theme; called at each change of it.
     void apply_colors();
     /// @param state_flags wx_helpers1::element_state's flags: all of these get the image
     void set_button_image(bool open_set, int state_flags, wxImage& image);
@@ -86,6 +91,7 @@ public:
     int get_header_height() const { return m_header_height; }
 
 protected:
+    /// The constructor's part that makes header, button and frame.
     void init(const std::string& caption);
     /// Works out the header's height anew, and the frame's margins from it.
     void reset_border();

@@ -11,6 +11,7 @@ namespace commondlg3 {
 
 /// What is wrong with a window for somebody who enlarges texts, reads another script, has no mouse, or only
 /// hears the screen.
+/// @since 3.1
 struct audit_finding_t
 {
     /// One of:
@@ -45,6 +46,7 @@ struct audit_finding_t
 /// through the window once in each direction and comes back, with what that does to fields: they check what
 /// they hold. For a control the answer is about the top-level window that it is in; a null window has no
 /// findings. GUI thread.
+/// @since 3.1
 COMMONDLG3_EXPORT std::vector<audit_finding_t> audit_window(wxWindow* window);
 
 } // namespace commondlg3

@@ -43,6 +43,7 @@ public:
     /// more than it was.
     void update_delta(int extra);
     /// What stands beside the label has become wider, or narrower, by so much.
+    /// @since 3.1
     void shift_delta(int by);
     int get_delta() const { return m_delta; }
 

@@ -54,6 +54,7 @@ public:
         information
     };
 
+    /// A message of the heading.
     struct message_info_t
     {
         std::int32_t id = 0;
@@ -65,6 +66,7 @@ public:
     caption_panel_t(wxWindow* parent, const std::string& caption, const std::string& description);
     ~caption_panel_t() override;
 
+    /// The bold first line.
     void set_caption(const std::string& text);
     /// An empty text hides the description.
     void set_description(const std::string& text);
@@ -86,6 +88,7 @@ public:
     /// A copy; a record with id 0, severity critical and an empty text when there is none.
     message_info_t get_message(int id) const;
     int get_message_count() const { return static_cast<int>(m_messages.size()); }
+    /// The id of the message that stands there, or -1.
     int get_message_id(int index) const;
     /// -1 when none is shown.
     int get_current_id() const { return m_current_id; }
@@ -95,6 +98,7 @@ public:
     void show_message(int id, bool force);
     /// From the last to the first, and the other way round.
     void show_next_message();
+    /// The other way round.
     void show_prev_message();
     /// Shows the arrows when there are two messages or more. @return whether that changed anything
     bool update_buttons();
@@ -105,6 +109,7 @@ public:
     gen_helpers2::signal_t<int>& get_shown_signal() { return m_shown_signal; }
     /// Raised with the id after show_next_message() and show_prev_message(), which the arrows call: the page can
     /// point at what the message is about.
+    /// @since 3.1
     gen_helpers2::signal_t<int>& get_stepped_signal() { return m_stepped_signal; }
 
     /// Whether the page around is read only. The reader may step through the messages all the same.
@@ -115,15 +120,20 @@ public:
 
     /// Bold caption, plain description, both in the style's colour.
     void set_style(wx_helpers1::style_t style);
+    /// Gives the arrows their pictures, which change places in a window from right to left.
     void set_button_images();
+    /// Takes fonts, colours and pictures of the theme; called at each change of it.
     virtual void on_ui_changed();
+    /// The picture that stands beside a message.
     static wx_helpers1::wxStaticPicture get_picture(severity_t severity);
 
     virtual void on_size(wxSizeEvent& event);
     bool InformFirstDirection(int direction, int size, int available_other_dir) override;
 
 protected:
+    /// The constructors' part that makes the controls and shows these texts.
     void init(const std::string& caption, const std::string& description);
+    /// Makes caption and description, without their texts.
     void create_top_controls();
 
 private:

@@ -1,3 +1,4 @@
+/// @file
 /// The toolkit's own choosers of files, folders, fonts and colours, all called in one way: the current value
 /// goes in by reference, the chooser starts from it, and on OK it is replaced and the answer is true. On any
 /// other ending it stays as it was, and so it does when nothing was selected.
@@ -30,7 +31,9 @@ COMMONDLG3_EXPORT bool file_dlg(wxWindow* parent, bool open, std::string& path, 
                                 const std::string& directory);
 /// Starts at `path` or, where that is missing, at the nearest folder above it.
 COMMONDLG3_EXPORT bool folder_dlg(wxWindow* parent, std::string& path, const std::string& title);
+/// Begins with the initial font of `data`; what was chosen is its chosen font.
 COMMONDLG3_EXPORT bool font_dlg(wxWindow* parent, wxFontData& data);
+/// Begins with the colour of `data`, which also holds the user's own colours.
 COMMONDLG3_EXPORT bool color_dlg(wxWindow* parent, wxColourData& data);
 
 /// What a browse button beside a field does: a folder chooser that starts at the field's folder. The chosen

@@ -20,6 +20,7 @@ public:
     ~clipboard_dlg_t() override;
 
     void on_init_dialog() override;
+    /// Puts a sample into the field; for the user to replace.
     void fill_controls();
     void on_ok() override;
     virtual void on_resize(wxSizeEvent& event);

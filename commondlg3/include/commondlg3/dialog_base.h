@@ -49,7 +49,9 @@ public:
     void handle_close(wxCloseEvent& event);
     void handle_dialog_help(wxHelpEvent& event);
 
+    /// What the help signal says; empty: there is no help.
     void set_help_topic(const std::string& topic) { m_help_topic = topic; }
+    /// Raised with the topic when help is asked for.
     gen_helpers2::_internal::signal_t<const std::string&>& get_help_signal() { return m_help_signal; }
 
     /// The title, in the encoding of the current locale (UTF-8 as a rule); any bytes come back as they were
@@ -73,14 +75,18 @@ protected:
     /// After either: a dialog that is higher or wider than the screen is made smaller, and scrolls to what has
     /// no room in `content` any more; the buttons below that stay in sight. What is no wxScrolledWindow itself
     /// is put into one then.
+    /// @since 3.1
     void keep_on_screen(wxWindow* content);
     /// What a dialog that is open does about its size when the desktop's fonts, scale or theme have changed:
     /// again what it last asked of the functions above, and it stays on the screen. A dialog that finds its
     /// size in another way overrides it. It is not made smaller than the user had made it larger.
+    /// @since 3.1
     virtual void fit_again();
     /// A dialog that has grown stays wholly on its screen.
+    /// @since 3.1
     void keep_in_sight();
     /// For windows that add to their layout: its sizer, or a new one where the layout has none.
+    /// @since 3.1
     wxSizer* need_sizer();
     /// For on_init_dialog(): over the middle of the parent's window, wholly on its screen.
     void centre_on_parent();

@@ -33,13 +33,17 @@ public:
     ~dir_checker_t() override;
 
     /// What a row is besides its text; without a reader its box says whether it is recursive.
+    /// @since 3.1
     struct row_kind_t
     {
         bool recursive = false;
         bool skipped = false; ///< see listed_dir_t
     };
+    /// Tells what kind of row each is; GUI thread.
+    /// @since 3.1
     void set_row_reader(std::function<row_kind_t(const vdxpropgrid2::row_t&)> reader);
     /// Says something of rows about which there is nothing else to say; GUI thread.
+    /// @since 3.1
     void set_note_maker(std::function<vdxpropgrid2::row_mark_t(const vdxpropgrid2::row_t&)> maker);
 
     /// The grid has been given other rows: looks at all of them.

@@ -70,6 +70,7 @@ public:
     using editor_key_t = std::pair<language_t, std::string>;
     using records_t = std::map<editor_key_t, editor_t>;
 
+    /// Where an editor comes from.
     enum editor_type_t : int
     {
         editor_type_none = 0,
@@ -82,6 +83,7 @@ public:
     editor_data_t();
 
     gen_helpers2::generic_iterator_t<language_t> get_languages() const;
+    /// Whether there is a list of editors for the language.
     static bool is_supported_language(language_t language);
 
     /// The language that was shown last.
@@ -108,13 +110,18 @@ public:
     system_editor_t get_editor(language_t language, const std::string& name) const;
     /// A name that is not there is an assertion, and gives an empty record.
     editor_t get_editor_ex(language_t language, const std::string& name) const;
+    /// Where it comes from; `editor_type_none` when it is not there.
     editor_type_t get_editor_type(language_t language, const std::string& name) const;
 
     // Names; empty when there is none. To set the empty name is to forget.
 
+    /// The user's default, which holds where none is selected.
     std::string get_default_editor_name(language_t language) const;
+    /// The name need not be in the list; false for a language that is not supported.
     bool set_default_editor_name(language_t language, const std::string& name);
+    /// The one that opens files of the language.
     std::string get_selected_editor_name(language_t language) const;
+    /// As set_default_editor_name().
     bool set_selected_editor_name(language_t language, const std::string& name);
     /// What the desktop would open such a file with.
     std::string get_system_default_editor_name(language_t language) const;
@@ -131,15 +138,19 @@ public:
     bool load_system_info(const std::string& file_name);
 
     /// What came of asking the desktop for a language's editors, last. Not kept, and no part of comparisons.
+    /// @since 3.1
     enum class system_state_t
     {
-        not_asked,
-        found,
-        none,     ///< nothing is registered for such files
-        no_answer ///< a folder in which programs are looked for does not answer
+        not_asked, ///< nobody has asked yet
+        found,     ///< the list is as the desktop has it
+        none,      ///< nothing is registered for such files
+        no_answer  ///< a folder in which programs are looked for does not answer
     };
+    /// `not_asked` for a language that is not supported.
+    /// @since 3.1
     system_state_t get_system_state(language_t language) const;
     /// The folder that did not answer; empty when all did.
+    /// @since 3.1
     const std::string& get_silent_folder() const { return m_silent_folder; }
 
     /// What the environment says now: VISUAL, or EDITOR where that is empty.
@@ -149,6 +160,7 @@ public:
 
     /// Adds what is kept to what is here; what is here already stays as it is. Damaged parts are left out.
     void load(const gen_helpers2::variant_bag_t& bag);
+    /// Puts all editors and choices into a bag.
     void save(gen_helpers2::variant_bag_t& bag) const;
     /// Whether the value was stored: a text, not empty, for a language that has none yet.
     static bool load(names_t& names, language_t language, const gen_helpers2::variant_t& value);
@@ -163,9 +175,13 @@ public:
 
     // For the log.
 
+    /// These are texts for people, of no format that stays.
     static std::string dump(const editor_t& editor);
+    /// The editors of one language, in their order.
     std::string dump(language_t language) const;
+    /// Names, language by language.
     static std::string dump(const std::map<language_t, std::vector<std::string>>& names);
+    /// Records, one a line.
     static std::string dump(const records_t& records);
 
     /// Same editors in the same order, same choices.

@@ -1,3 +1,4 @@
+/// @file
 /// Opening a source file at a line, in the editor that the user chose.
 ///
 ///     open_in_editor(data.get_editor(language, name), file, line, [this](const editor_failure_t& failure) {
@@ -27,6 +28,7 @@ namespace commondlg3 {
 /// Why an editor did not open a file.
 struct COMMONDLG3_EXPORT editor_failure_t
 {
+    /// What went wrong.
     enum class reason_t
     {
         no_command,  ///< the editor has none
@@ -36,7 +38,7 @@ struct COMMONDLG3_EXPORT editor_failure_t
         no_file,     ///< the file is not there
         not_started, ///< the system refused; see `details`
         ended,       ///< it ended at once, by `signal` or with `exit_code`
-        no_answer    ///< a folder in which it is looked for does not answer
+        no_answer    ///< a folder in which it is looked for does not answer @since 3.1
     };
 
     reason_t reason = reason_t::no_command;

@@ -44,6 +44,7 @@ public:
     using language_t = editor_data_t::language_t;
     using system_editor_t = editor_data_t::system_editor_t;
 
+    /// What the page shows; added up.
     enum flags_t : unsigned
     {
         language_bits = 3,   ///< if they equal `choose_language` users may go through the languages
@@ -52,9 +53,11 @@ public:
         show_info = 16,      ///< the line below the list
         /// Beside each entry its icon, whether it is the default or cannot be used, and its program; below the
         /// list the command with words for the file and the line; why the desktop's editors are missing.
+        /// @since 3.1
         show_details = 32,
         /// A button that opens a sample in the editor and says what came of it; for custom editors those that
         /// rename and remove it, as F2 and Delete do.
+        /// @since 3.1
         show_actions = 64
     };
 
@@ -69,6 +72,7 @@ public:
     /// What was given, with the changes that were made on the page so far.
     const editor_data_t& get_data() const { return m_data; }
     /// Shows these editors instead, as if the user had made them of the others.
+    /// @since 3.1
     void set_data(const editor_data_t& data);
     /// Whether the user changed or chose anything; that the page selected an editor where none was is no
     /// change.
@@ -79,6 +83,7 @@ public:
     void on_init_dialog() override;
     void on_update_ui_settings() override;
     void load_auxiliary_strings() override;
+    /// Shows what get_data() holds, which then counts as not changed.
     void load_settings();
     bool save_settings() override;
 
@@ -88,10 +93,13 @@ public:
     virtual void on_cmd_line_edit(wxCommandEvent& event);
     virtual void on_set_as_default(wxCommandEvent& event);
     /// Opens a sample file in the selected editor.
+    /// @since 3.1
     virtual void on_try(wxCommandEvent& event);
     /// Asks for another display name of the selected editor, if it is a custom one.
+    /// @since 3.1
     virtual void on_rename(wxCommandEvent& event);
     /// Takes the selected editor from the list, if it is a custom one.
+    /// @since 3.1
     virtual void on_remove(wxCommandEvent& event);
     virtual void on_resize(wxSizeEvent& event);
 
@@ -101,7 +109,9 @@ public:
     /// assertion, and has none.
     static std::string get_cmd_line_args(const system_editor_t& editor);
 
+    /// Says in the line for information what is to be said of the editor.
     void fill_info_message(language_t language, const system_editor_t& editor);
+    /// Shows and hides controls as the flags ask for.
     void update_shown_controls();
     /// Fills the list with a language's editors. The chosen one is selected, or else the default, or what
     /// the desktop would take, or the first.

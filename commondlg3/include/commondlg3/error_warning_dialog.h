@@ -38,6 +38,7 @@ public:
     explicit error_warning_panel_t(const message_window_t& window, const message_options_t& options = {});
 
     /// Whether its layout is there. A window around it without it would say nothing.
+    /// @since 3.1
     bool can_be_loaded(const std::string& resource_file, const std::string& catalog_name) const;
 
     void on_init_dialog() override;
@@ -58,26 +59,34 @@ public:
     /// values are ignored. Without it lines are some sixty characters wide in every script, and no word is
     /// cut.
     void set_max_main_msg_width(int width);
+    /// The same for the explanation.
     void set_max_supp_msg_width(int width);
     /// What the window needs above and below the panel, in pixels; the texts scroll where the rest of the
     /// screen is too low for them. 0 as long as nothing is set.
+    /// @since 3.1
     void set_height_around(int height);
     /// Shows an animation in place of the still icon.
     void set_animation(const wx_helpers1::wxAnimation& animation);
     /// Hands the check box's state to its definition and, with `commit`, has it saved.
     void save_check_box_state(bool commit) const;
     message_window_t get_window_data() const { return m_window; }
+    /// @since 3.1
     const message_options_t& get_options() const { return m_options; }
 
     /// Details of more than five lines are folded away at first.
+    /// @since 3.1
     bool are_details_folded() const { return m_folds && m_folded; }
+    /// Folds long details away, or shows them; short ones are always shown.
+    /// @since 3.1
     void fold_details(bool folded);
     /// Raised when the panel needs another size.
+    /// @since 3.1
     gen_helpers2::signal_t<>& get_resized_signal() { return m_resized; }
 
     /// Title, texts and details as text, for the clipboard.
     std::string get_text_for_clipboard(const std::string& title) const;
     /// The texts alone, without details that are folded away.
+    /// @since 3.1
     std::string get_shown_text() const;
     /// Copies what is selected, or everything when nothing is.
     void copy(const std::string& title) const;
@@ -88,8 +97,11 @@ public:
     bool is_scrolled() const;
 
 protected:
+    /// Shows the picture of the message, or that of its icon.
     void load_images();
+    /// Shows texts, check box and buttons.
     void fill_controls();
+    /// Shows the texts, broken into lines.
     void fill_text_controls();
     /// Puts a text into one of the labels, broken into lines, in a font. An empty text changes nothing.
     void fill_static_text(wxStaticText* label, bool main, const std::string& text, const wxFont& font);
@@ -152,6 +164,7 @@ public:
     void on_update_ui_settings() override;
 
 protected:
+    /// The panel ended with wxID_OK or wxID_CANCEL: ends the window with the message's answer.
     virtual void on_end_panel(generic_base_t<wxPanel>* panel, int code);
 
 private:

@@ -35,6 +35,7 @@ class simple_message_panel_t;
 class COMMONDLG3_EXPORT experimental_options_panel_t : public pref_base_t
 {
 public:
+    /// A feature, and whether its box is ticked. Features are told apart by their variable.
     struct feature_info_t
     {
         std::string name;
@@ -51,6 +52,7 @@ public:
     };
 
     /// What the page shows beyond the features.
+    /// @since 3.1
     enum flags_t : unsigned
     {
         search_features = 1, ///< a field that finds features, where there are more than ten
@@ -71,10 +73,14 @@ public:
     bool save_settings() override;
     /// The two halves of it, for a host that writes the choice itself: puts the states into the choice, and
     /// takes them for the stored ones.
+    /// @since 3.1
     void take_choice();
+    /// The second half.
+    /// @since 3.1
     void set_unchanged();
 
     /// Sets a feature's box as if the user had; whether there is such a feature.
+    /// @since 3.1
     bool set_enabled(const std::string& env_variable, bool enabled);
     /// Whether some feature is in another state than the one that was loaded or last saved.
     [[nodiscard]] bool is_changed() const;
@@ -86,18 +92,24 @@ public:
 
     /// The variables of the features that were on when the program started, for `show_changes`; before
     /// create(). Without them the choice counts as it was when the page was filled first.
+    /// @since 3.1
     void set_on_at_start(std::vector<std::string> env_variables);
 
+    /// Adds one at the end; what is there already changes nothing.
     void add_feature(const feature_info_t& feature);
     const std::vector<feature_info_t>& get_features() const { return m_features; }
 
     virtual void on_checkbox(wxCommandEvent& event);
+    /// @since 3.1
     virtual void on_search(wxCommandEvent& event);
     /// Turns all features off, also those that the search has hidden.
+    /// @since 3.1
     virtual void on_reset(wxCommandEvent& event);
 
 protected:
+    /// Adds the features of the list, all of them off.
     void load_feature_list();
+    /// Adds the controls of one feature.
     void add_checkbox(const std::string& name, const std::string& description, bool enabled);
 
 private:

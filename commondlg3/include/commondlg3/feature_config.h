@@ -1,3 +1,4 @@
+/// @file
 /// Which experimental features a product ships, and which of them its user turned on.
 ///
 /// Two files, both bags (see gen_helpers2/variant_bag_file.h), because their authors differ: the list belongs
@@ -29,6 +30,7 @@ namespace commondlg3 {
 class COMMONDLG3_EXPORT feature_list_config_t
 {
 public:
+    /// What the product says of a feature.
     struct feature_info_t
     {
         std::string name;         ///< the label of its check box
@@ -65,6 +67,7 @@ private:
 /// catalog stands for its text there; any other is shown as it is. The file stays one for all languages.
 ///
 ///     translated_feature_list_t list(product_directory, "product");
+/// @since 3.1
 class COMMONDLG3_EXPORT translated_feature_list_t : public feature_list_config_impl_t
 {
 public:
@@ -85,6 +88,7 @@ public:
 
     virtual ~active_features_config_t();
 
+    /// Forgets the list, not the file.
     virtual void clear() = 0;
     /// Adds what the file holds to the list; a name that is in it already stays where it is. A file that is
     /// missing or cannot be understood changes nothing.
@@ -92,7 +96,9 @@ public:
     /// Writes the whole list, each name once; false, with the file as it was, when it cannot be written. One
     /// that could not be understood is kept as `<file>.damaged`; one that cannot be read is not replaced.
     [[nodiscard]] virtual bool save() = 0;
+    /// Adds a feature to the list. To turn one off, clear the list and turn the others on.
     virtual void turn_on(const feature_info_t& feature) = 0;
+    /// Whether it is in the list.
     virtual bool is_turned_on(const feature_info_t& feature) = 0;
     /// The file; empty where the choice is not kept in one.
     virtual std::string get_config_filename() const;

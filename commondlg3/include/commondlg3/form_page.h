@@ -34,6 +34,7 @@ namespace commondlg3 {
 ///
 /// For a page that checks more than a form can, override validate(), and get the controls by find(). GUI
 /// thread, as preferences_page_t says.
+/// @since 3.1
 class COMMONDLG3_EXPORT form_page_t : public preferences_page_t
 {
 public:

@@ -62,6 +62,8 @@ public:
 
     /// Stores what the controls hold; false when it could not be stored. Does nothing, with success, here.
     virtual bool save_settings();
+    /// Makes the window and its controls of a layout, with labels from that catalog; false, with the reason in the
+    /// log, when it cannot.
     virtual bool load_from_xml_resource(wxWindow* parent, const std::string& resource_file,
                                         const std::string& catalog_name, const std::string& object_name) = 0;
     /// Ends the window with a code (wxID_OK, wxID_CANCEL or one of its own). Raises the end signal here.
@@ -72,10 +74,12 @@ public:
     virtual void on_ok();
     /// Cancel was chosen or the window is closed.
     virtual void on_cancel();
+    /// Help was asked for; does nothing here.
     virtual void on_help();
     /// Fonts, theme or scale changed; gives every child the configured font here.
     virtual void on_update_ui_settings();
     virtual void handle_ok(wxCommandEvent& event);
+    /// Takes texts from the catalog that are shown later; here those about paths and limits.
     virtual void load_auxiliary_strings();
     /// Puts the limits on the direct child text controls. Register limits with set_max_len_options() before
     /// it runs: in the constructor, or in an override that calls this one last. Deeper controls are the
@@ -112,9 +116,11 @@ public:
     std::string find_in_environment(const std::string& name);
     /// The same in this panel's search paths.
     std::string find_in_search_paths(const std::string& name);
+    /// Folders, in the order in which they are looked through.
     void set_search_paths(const std::vector<std::string>& paths) { m_search_paths = paths; }
     /// Raised by check_file_or_folder() with its answer, once asked for.
     gen_helpers2::signal_t<bool>& get_path_checked_signal() { return m_path_checked_signal; }
+    /// Asks for that signal; not asked for at first.
     void tell_path_checks(bool tell) { m_path_checks_told = tell; }
 
     /// -1: the window has no help, and its help button is disabled.
@@ -127,17 +133,21 @@ public:
     const std::string& get_catalog_name() const { return m_catalog_name; }
 
 protected:
+    /// The name of the layout in the resource file; for the constructor.
     void set_resource_object(const std::string& name) { m_resource_object = name; }
     /// For windows whose layout does not come from the library's own resource file.
     void set_resource_file(const std::string& file) { m_resource_file = file; }
+    /// Registers a limit, which set_max_text_limit() puts into force.
     void set_max_len_options(wxTextCtrl* ctrl, const max_len_options_t& options);
     /// Limits one text control: what set_max_text_limit() does for each direct child.
     void limit_text(wxTextCtrl* ctrl);
     /// Colours a path field and explains why, as check_file_or_folder() does; plain when nothing is wrong.
     void mark_path_field(wxTextCtrl* ctrl, std::optional<path_message_t> wrong, bool has_path);
     /// The same, and raises the signal when it was asked for.
+    /// @since 3.1
     void tell_path_verdict(wxTextCtrl* ctrl, std::optional<path_message_t> wrong, bool has_path);
     /// What a field's tool tip says of it.
+    /// @since 3.1
     std::string get_path_trouble(path_message_t wrong) const;
 
     end_signal_t m_end_signal;

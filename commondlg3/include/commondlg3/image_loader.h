@@ -62,19 +62,25 @@ public:
         advanced_cb_open_disabled
     };
 
+    /// The animations that there are.
     enum animation_type_t : int
     {
         progress
     };
 
+    /// The one of the process, made when it is first asked for.
     static image_loader_t& get();
 
+    /// Kept from the first call on. An unknown number gives an empty one.
     wx_helpers1::wxStaticPicture load_image(image_type_t type);
+    /// An unknown number gives an empty one.
     wx_helpers1::wxAnimation load_animation(animation_type_t type);
 
 protected:
     image_loader_t();
+    /// Fills the table of names; the constructor's affair.
     void create_image_names_map();
+    /// The same for animations.
     void create_animation_names_map();
 
 private:

@@ -20,6 +20,7 @@ class inplace_ctrl_impl_t;
 ///         log->take_contents().save_later(file);
 ///
 /// Thread: any, one at a time.
+/// @since 3.1
 class COMMONDLG3_EXPORT inplace_contents_t
 {
 public:

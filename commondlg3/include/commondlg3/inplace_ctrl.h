@@ -70,6 +70,7 @@ public:
 
     /// Adds an entry at the end. Entries before it offer no buttons any more. The record must not be null.
     tag_t add_message(const message_t::ptr_t& msg, const callback_t& callback);
+    /// The same with a gauge, and Cancel in place of the message's buttons.
     tag_t add_progress(const progress_message_t::ptr_t& msg, const callback_t& callback);
     /// Not there yet: an assertion, and 0.
     tag_t add_custom(const custom_message_t::ptr_t& msg);
@@ -77,10 +78,13 @@ public:
     /// Replaces an entry's head, text, buttons and callback; its lines stay.
     gen_helpers2::error_code_t update_message(tag_t tag, const message_t::ptr_t& new_msg,
                                               const callback_t& callback);
+    /// Takes an entry out, with its lines; its worker may go on, and is not heard.
     gen_helpers2::error_code_t erase(tag_t tag);
+    /// Takes all entries out. Always succeeds.
     gen_helpers2::error_code_t clear();
 
     /// How much the log keeps; 0: as much as comes.
+    /// @since 3.1
     struct limits_t
     {
         std::size_t lines = 0; ///< entries count as one more each
@@ -91,14 +95,19 @@ public:
     /// so that this is not done for each line. The newest entry, work that has not ended, and the entry that
     /// get_messenger() was asked for last stay, with about their last 1024 lines. What the reader sees stays where
     /// it is. Lines that went are not saved, nor counted.
+    /// @since 3.1
     void set_limits(const limits_t& limits);
 
+    /// What becomes of lines for which there is no room in the queue.
+    /// @since 3.1
     enum class when_full_t
     {
         grow, ///< they wait in memory
         wait, ///< the worker waits
         drop  ///< they are lost, and a line says how many
     };
+    /// How much may wait to be shown, of each entry.
+    /// @since 3.1
     struct queue_limit_t
     {
         std::size_t bytes = std::size_t(64) << 20;
@@ -107,8 +116,10 @@ public:
     /// What becomes of lines that are said faster than they can be shown, once so many bytes of an entry's wait
     /// to be. The GUI thread never waits, and no worker waits for ever: not once its work was cancelled or its
     /// entry has gone, nor when the GUI thread shows nothing for two seconds, as it may be waiting for the worker.
+    /// @since 3.1
     void set_queue_limit(const queue_limit_t& limit);
 
+    /// By which lines are said to the entry, from any thread; null for an unknown tag.
     msngr2::IMessenger* get_messenger(tag_t tag);
     /// Shows the entry's gauge and takes its buttons away.
     msngr2::IProgress* get_progress(tag_t tag);
@@ -129,37 +140,44 @@ public:
     /// @param done called on the GUI thread when it is over, with "gh2::error::Canceled" when
     /// `options.goes_on` gave it up; not once the control has gone, though the file is written all the same.
     /// May be empty
+    /// @since 3.1
     void save_as(const gen_helpers2::path_t& file, text_format_t format, const text_options_t& options = {},
                  std::function<void(const gen_helpers2::error_code_t&)> done = {});
     /// Asks the user where, writes it there in the format that the name ends with, and shows a message when that
     /// fails. Times are written where the log shows them.
+    /// @since 3.1
     void ask_save_as();
 
     /// Adds the entries of a file at the end, of any size: it is read by a worker, and what was read is seen
     /// meanwhile. It may be one that is still being written by inplace_contents_t::save_later(). A file that
     /// cannot be read, or not to its end, is logged and kept as `<file>.damaged`; one that does not exist
     /// holds nothing.
+    /// @since 3.1
     void load_file(const gen_helpers2::path_t& file);
     /// Takes all entries out, as clear() does, and gives them to the caller, to be saved or freed where
     /// nobody waits for it. Lines that were said and are not shown yet are among them, and so is all of a
     /// file that is still being read. Nothing counts as changed then.
+    /// @since 3.1
     [[nodiscard]] inplace_contents_t take_contents();
 
     /// What the context menu offers beside "Copy to clipboard": nothing at first.
+    /// @since 3.1
     enum offer_t
     {
-        offer_view = 1, ///< copying, finding, and how the lines are shown
-        offer_clear = 2,
-        offer_save = 4 ///< what ask_save_as() does
+        offer_view = 1,  ///< copying, finding, and how the lines are shown
+        offer_clear = 2, ///< taking all entries out
+        offer_save = 4   ///< what ask_save_as() does
     };
     /// @param offers of offer_t, added up
     void offer(int offers);
     /// How the log is shown, to be kept from one run to the next.
+    /// @since 3.1
     struct view_t
     {
+        /// What stands before each line.
         enum times_t
         {
-            no_times,
+            no_times,    ///< nothing
             clock_times, ///< the time of day
             entry_times  ///< since the entry began
         };
@@ -169,9 +187,13 @@ public:
         int zoom = 100;           ///< in percent, from 50 to 300
         bool copy_times = false;  ///< before each line that is selected and copied, with the date
     };
+    /// Shows it so; view_changed() is not raised. What is out of bounds is taken to the nearest.
+    /// @since 3.1
     void set_view(const view_t& view);
+    /// @since 3.1
     view_t get_view() const;
     /// The user changed how it is shown.
+    /// @since 3.1
     gen_helpers2::signal_t<>& view_changed();
 
     /// The user clicked a link, or pressed Enter on one: an address of the web, or a path with a line, in
@@ -179,8 +201,10 @@ public:
     /// host knows.
     ///
     ///     log->link_activated().connect(this, [](const vdxcfrw7::log_link_t& link) { ... });
+    /// @since 3.1
     gen_helpers2::signal_t<vdxcfrw7::log_link_t>& link_activated();
     /// Whether save() keeps the times of lines, too; not at first. They are read back either way.
+    /// @since 3.1
     void keep_times(bool keep);
 
     /// Copies the whole log as text.
@@ -190,6 +214,7 @@ public:
 
     /// What the notes below the gauges are judged by instead of the system's clock, for tests; each call judges
     /// all of them anew. Empty: the system's again.
+    /// @since 3.1
     void set_clock(std::function<std::chrono::steady_clock::time_point()> clock);
 
     /// The log as the framework sees it; for tests and for hosts that add to its window.

@@ -117,6 +117,7 @@ public:
     int get_default_button() const;
     /// Renames every button with this id.
     void set_button_name(int id, const std::string& text);
+    /// Without buttons, and without a default one.
     void clear_buttons();
 };
 
@@ -137,6 +138,7 @@ public:
         button_retry = 7
     };
 
+    /// The sets of buttons, from left to right as they are named.
     enum class standard_buttons_t : int
     {
         close = 0,
@@ -147,13 +149,14 @@ public:
         close_retry = 5
     };
 
+    /// The icons that there are.
     enum class icon_types_t : int
     {
-        error = 0,
-        warning = 1,
-        success = 2,
-        information = 3,
-        progress = 4 ///< the busy animation
+        error = 0,       ///< something failed
+        warning = 1,     ///< something may fail
+        success = 2,     ///< something is done
+        information = 3, ///< something to know
+        progress = 4     ///< the busy animation
     };
 
     /// Replaces the buttons by a set; an unknown one is Close alone. No button is flagged, and

@@ -1,3 +1,4 @@
+/// @file
 /// Logs as files that people and other programs read.
 #pragma once
 
@@ -5,6 +6,8 @@
 
 namespace commondlg3 {
 
+/// The forms in which a log is written for other programs; UTF-8 in all of them.
+/// @since 3.1
 enum class text_format_t
 {
     /// For each entry its caption and message, and its lines as they were said; an empty line between entries.
@@ -27,6 +30,8 @@ enum class text_format_t
     json_lines
 };
 
+/// How a log is written as a text.
+/// @since 3.1
 struct text_options_t
 {
     /// Before each line when it was said: the local time with its offset as in ISO 8601, to the millisecond.

@@ -17,12 +17,13 @@ namespace commondlg3 {
 class COMMONDLG3_EXPORT language_info
 {
 public:
+    /// What files are told apart by.
     enum language_t : unsigned
     {
-        cpp = 0, ///< C as well
-        csharp = 1,
-        fortran = 2,
-        other = 3
+        cpp = 0,     ///< C as well
+        csharp = 1,  ///< known by its files; has no list of editors
+        fortran = 2, ///< of any form
+        other = 3    ///< everything else
     };
 
     /// By the extension alone, upper and lower case apart, which a language's pattern matches as a whole, or

@@ -29,6 +29,7 @@ namespace commondlg3 {
 /// show_modal(); problems of a page belong into its heading, a course of events into a log. Ownership: the
 /// center keeps what it was given until it is answered; when it is destroyed, its window goes and nobody is
 /// called, but who waits in ask() gets result_none. GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT message_center_t
 {
 public:
@@ -42,6 +43,7 @@ public:
     /// The window comes with one of the next turns of the event loop.
     void raise(const message_window_t& window, answered_t answered = {},
                const message_options_t& options = {});
+    /// Raises a message and waits for its answer.
     int ask(const message_window_t& window, const message_options_t& options = {});
 
     /// How many different messages are waiting for an answer.

@@ -11,6 +11,7 @@ class wxWindow;
 namespace commondlg3 {
 
 /// One of the two answers of a message window, in the host's words.
+/// @since 3.1
 struct message_answer_t
 {
     /// Already translated; "&" marks the letter that is reached with Alt. Empty for the label that goes with
@@ -36,13 +37,15 @@ struct message_answer_t
 /// decides how many there are and what they answer. Escape and the close box answer as the second button
 /// does, so that what destroys belongs on the first; where the second one destroys all the same, they answer
 /// result_none.
+/// @since 3.1
 struct message_options_t
 {
+    /// Which of the two buttons is the default.
     enum class default_answer_t
     {
         automatic, ///< the first that is not destructive
-        first,
-        second
+        first,     ///< the first button
+        second     ///< the second button
     };
 
     message_answer_t first;

@@ -65,15 +65,16 @@ public:
     /// Which buttons the window shows; 7 and above look like 0.
     enum class button_type_t : int
     {
-        close = 0,
-        yes_no = 1,
-        close_unreported = 2, ///< a Close button whose press is answered with result_none
-        ok_cancel = 3,
-        close_unreported_too = 4,
-        retry_cancel = 5,
-        none = 6
+        close = 0,                ///< Close
+        yes_no = 1,               ///< Yes, No
+        close_unreported = 2,     ///< a Close button whose press is answered with result_none
+        ok_cancel = 3,            ///< OK, Cancel
+        close_unreported_too = 4, ///< the same
+        retry_cancel = 5,         ///< Retry, Cancel
+        none = 6                  ///< no button; the close box ends it
     };
 
+    /// The pictures that there are; see `picture` for another one.
     enum class icon_types_t : int
     {
         error = 0,
@@ -86,36 +87,43 @@ public:
     /// What show_modal() returns.
     enum result_t
     {
-        result_close = 0,
-        result_yes = 1,
-        result_no = 2,
-        result_ok = 3,
-        result_cancel = 4,
-        result_retry = 5,
+        result_close = 0,     ///< Close, Escape or the close box
+        result_yes = 1,       ///< Yes
+        result_no = 2,        ///< No
+        result_ok = 3,        ///< OK
+        result_cancel = 4,    ///< Cancel
+        result_retry = 5,     ///< Retry
         result_no_parent = 6, ///< of show_msg_box(): neither a parent nor a main window
         result_none = 7       ///< silenced, not loaded, or ended in a way that means no choice
     };
 
     message_window_t() = default;
 
+    /// These take a text from a catalog: the headline, the explanation, the details. What get_message() says of
+    /// missing ones holds.
     void set_main_message(const std::string& catalog, const std::string& key,
                           const CPIL_2_18::generic::varg_list& args);
+    /// See set_main_message().
     void set_supplemental_message(const std::string& catalog, const std::string& key,
                                   const CPIL_2_18::generic::varg_list& args);
+    /// See set_main_message().
     void set_details_message(const std::string& catalog, const std::string& key,
                              const CPIL_2_18::generic::varg_list& args);
     /// The catalog's text, or a text that says what is missing.
     static std::string get_message(const std::string& catalog, const std::string& key,
                                    const CPIL_2_18::generic::varg_list& args);
 
+    /// An error with two texts of a catalog and a Close button.
     static message_window_t simple_error_wnd(const std::string& catalog, const std::string& main_key,
                                              const std::string& supplemental_key,
                                              const CPIL_2_18::generic::varg_list& main_args,
                                              const CPIL_2_18::generic::varg_list& supplemental_args);
+    /// A warning with two texts of a catalog and these buttons.
     static message_window_t simple_warning_wnd(const std::string& catalog, const std::string& main_key,
                                                const std::string& supplemental_key, button_type_t button_type,
                                                const CPIL_2_18::generic::varg_list& main_args,
                                                const CPIL_2_18::generic::varg_list& supplemental_args);
+    /// The same with a check box by which the user silences it.
     static message_window_t warning_wnd_with_check(const std::string& catalog, const std::string& main_key,
                                                    const std::string& supplemental_key,
                                                    button_type_t button_type,

@@ -18,9 +18,11 @@ namespace commondlg3 {
 
 /// What a host keeps of what it reports, for the user to see and to be rid of. Implemented by hosts that want
 /// their users to do so on the page about consent.
+/// @since 3.1
 class COMMONDLG3_EXPORT usage_data_keeper_t
 {
 public:
+    /// A record that was written, and when.
     struct written_t
     {
         std::time_t when = 0;
@@ -53,6 +55,7 @@ public:
 class COMMONDLG3_EXPORT opt_in_pp_t : public pref_base_t
 {
 public:
+    /// The user's answer; hosts store its number.
     enum class user_consent_t : std::int32_t
     {
         not_decided = 0,
@@ -76,10 +79,13 @@ public:
     void set_record(const std::string& record) { m_record = record; }
 
     /// Shows what was written last, and lets the user withdraw a consent that was given; before create().
+    /// @since 3.1
     void set_keeper(std::shared_ptr<usage_data_keeper_t> keeper) { m_keeper = std::move(keeper); }
     /// Shows the record that was written last, or again the one that would be.
+    /// @since 3.1
     virtual void on_show_written(wxCommandEvent& event);
     /// Has the keeper withdraw the consent and delete the record; get_consent() is "refused" then.
+    /// @since 3.1
     virtual void on_withdraw(wxCommandEvent& event);
 
     void on_init_dialog() override;
@@ -87,6 +93,7 @@ public:
     /// Selects an answer.
     void set_conset(bool agree);
     /// Selects what was stored, as a new page would, and forgets what was chosen.
+    /// @since 3.1
     void start_again(user_consent_t stored);
     bool save_settings() override;
 

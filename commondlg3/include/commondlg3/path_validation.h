@@ -1,3 +1,4 @@
+/// @file
 /// Checking the text of path fields while it is typed and on OK.
 #pragma once
 

@@ -39,6 +39,7 @@ namespace commondlg3 {
 ///
 /// It is not for settings that must be asked for before the product goes on: use a dialog of your own.
 /// Ownership: the pages are shared. GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT preferences_frame_t : public dialog_base_t
 {
 public:
@@ -47,6 +48,7 @@ public:
 
     // Before it is shown.
 
+    /// Adds a page at the end of the list.
     void add_page(preferences_page_ptr_t page);
     /// The name of the page that is shown first; without one that which was seen last.
     void set_first_page(const std::string& name);

@@ -39,6 +39,7 @@ namespace commondlg3 {
 /// Ownership: shared between the frame and the thread that reads and writes, which may outlive it where a
 /// disk hangs. Threads: load(), save() and get_files() run on a thread of their own while the frame waits
 /// and calls nothing else; they must touch no window. The rest is for the GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT preferences_page_t
 {
 public:
@@ -91,6 +92,7 @@ public:
         std::string message;         ///< empty: there is none
         wxWindow* control = nullptr; ///< that gets the focus; may be null
     };
+    /// Asked before anything is written; here all is right.
     virtual problem_t validate() { return {}; }
     /// Takes what the page holds, for save() to write. May replace what cannot be used, and say so.
     virtual void store() = 0;

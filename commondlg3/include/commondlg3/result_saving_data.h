@@ -27,8 +27,10 @@ public:
     result_saving_data_t(temp_storing_t temp_storing, project_storing_t project_storing,
                          bool vs_accessibility, const std::string& name_template, const std::string& folder);
 
+    /// Where results go when no project is used.
     temp_storing_t get_temp_storing() const { return m_temp_storing; }
     void set_temp_storing(temp_storing_t storing) { m_temp_storing = storing; }
+    /// Where the results of a project go.
     project_storing_t get_proj_storing() const { return m_project_storing; }
     void set_proj_storing(project_storing_t storing) { m_project_storing = storing; }
     /// Whether the development environment may list the results.

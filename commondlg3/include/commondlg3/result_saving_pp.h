@@ -34,6 +34,7 @@ struct folder_answer_t;
 class COMMONDLG3_EXPORT result_saving_pp_t : public pref_base_t
 {
 public:
+    /// What the page shows and does; added up.
     enum flags_t : unsigned
     {
         show_project = 1,       ///< offer the project's directory, and show which one that is
@@ -41,6 +42,7 @@ public:
         show_accessibility = 4, ///< show the check box
         /// Say below the name of the next result what would become of it: whether its folder is made first,
         /// where it would go instead, and how much space there is; warn where that is little.
+        /// @since 3.1
         show_preview = 8
     };
 
@@ -52,10 +54,13 @@ public:
     /// What was given, or what the last save_settings() took from the controls.
     const result_saving_data_t& get_data() const { return m_data; }
     /// Another record in place of the one that was given, shown as it is.
+    /// @since 3.1
     void set_data(const result_saving_data_t& data);
     /// What the controls hold now, whether or not it can be used.
+    /// @since 3.1
     result_saving_data_t get_entered() const;
     /// Puts these values into the controls, as if the user had.
+    /// @since 3.1
     void set_entered(const result_saving_data_t& data);
     /// Whether the controls hold anything else than when they were filled, or last saved. That the page was
     /// opened is no change, whatever the record holds.
@@ -72,6 +77,7 @@ public:
     void set_max_text_limit() override;
     void on_update_ui_settings() override;
     void load_auxiliary_strings() override;
+    /// Shows what get_data() holds, which then counts as not changed.
     void load_settings();
     /// Takes what the controls hold, makes it usable, and says what had to be changed.
     bool save_settings() override;
@@ -83,11 +89,15 @@ public:
     virtual void on_button_browse(wxCommandEvent& event);
     virtual void on_resize(wxSizeEvent& event);
 
+    /// Enables the field and the button of the folder, or disables them.
     void process_enable_controls(bool to_folder);
+    /// Shows and hides controls as the flags ask for.
     void update_shown_controls();
+    /// A modal warning over the main window.
     void show_warning_message(const std::string& title, const std::string& details);
 
 protected:
+    /// Takes the page's texts from the catalog.
     void load_messages();
 
 private:

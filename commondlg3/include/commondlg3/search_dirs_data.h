@@ -1,3 +1,4 @@
+/// @file
 /// Lists of directories as data: what was found where a directory should be, and what is to be said about a
 /// row. Without a window; any thread.
 #pragma once
@@ -15,12 +16,13 @@ namespace commondlg3 {
 /// What is where a path leads.
 struct dir_state_t
 {
+    /// What was found there.
     enum class kind_t
     {
-        unknown, ///< nobody has looked yet
-        directory,
-        file,   ///< something that is no directory
-        missing ///< nothing, a dead link, or no path at all
+        unknown,   ///< nobody has looked yet
+        directory, ///< it is one
+        file,      ///< something that is no directory
+        missing    ///< nothing, a dead link, or no path at all
     };
     kind_t kind = kind_t::unknown;
     // Both together are the same for every name of the same directory.
@@ -38,21 +40,24 @@ struct listed_dir_t
     std::string_view path; ///< in its normal form
     bool recursive = false;
     dir_state_t state;
-    bool skipped = false; ///< nobody looks into it: it is not marked, and no other because of it
+    /// Nobody looks into it: it is not marked, and no other because of it.
+    /// @since 3.1
+    bool skipped = false;
 };
 
+/// What is to be said about a row.
 struct dir_mark_t
 {
     /// The first that holds counts.
     enum class kind_t
     {
-        none,
-        not_a_directory,
-        missing,
-        duplicate, ///< the same path stands further up
-        shadowed,  ///< what it leads to is searched already because of a row further up
-        relative,  ///< depends on where the program was started
-        waiting    ///< not looked at yet
+        none,            ///< nothing is to be said
+        not_a_directory, ///< it leads to something else
+        missing,         ///< it leads nowhere
+        duplicate,       ///< the same path stands further up
+        shadowed,        ///< what it leads to is searched already because of a row further up
+        relative,        ///< depends on where the program was started
+        waiting          ///< not looked at yet
     };
     kind_t kind = kind_t::none;
     std::size_t other = 0; ///< the row further up

@@ -37,6 +37,7 @@ public:
 
     void on_init_dialog() override;
     void on_update_ui_settings() override;
+    /// Takes the container's lists. What was edited and not saved is lost.
     void load_settings();
     bool save_settings() override;
 
@@ -53,6 +54,7 @@ public:
     /// Null when the layout could not be loaded.
     vdxpropgrid2::property_grid_t* get_grid() const { return m_grid; }
 
+    /// Takes a row of the shown list away; the input row is refused.
     void remove_row(int row);
 
 private:

@@ -52,13 +52,17 @@ public:
         path_info_t path;
         vdxpropgrid2::row_key_t key; ///< no_key before the grid has it
         bool recursive;              ///< not shown here, but kept
+        /// @since 3.1
         bool enabled = true;
-        std::string comment; ///< not shown here, but kept, also when the path is edited
+        /// Not shown here, but kept, also when the path is edited.
+        /// @since 3.1
+        std::string comment;
     };
     using dirs_t = std::vector<dir_info_t>;
     using container_t = FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>;
 
     /// What the page does beyond its list.
+    /// @since 3.1
     enum extras_t : unsigned
     {
         can_skip = 1, ///< a column of boxes: a directory can stay in the list and not be searched
@@ -66,6 +70,7 @@ public:
         tell_sharing = 2
     };
     /// How many of the files that the last result refers to are in a directory.
+    /// @since 3.1
     struct found_files_t
     {
         int found = 0;
@@ -77,9 +82,11 @@ public:
     ~search_dirs_tab_t() override;
 
     /// Before create().
+    /// @since 3.1
     void set_extras(unsigned extras) { m_extras = extras; }
     /// Has the rows of directories say how many files of the last result are there; nothing where the host
     /// does not know. Called on the GUI thread, often: it answers from what it knows. Before create().
+    /// @since 3.1
     void set_found_files(std::function<std::optional<found_files_t>(const std::string& dir)> found_files);
 
     void on_init_dialog() override;
@@ -94,6 +101,8 @@ public:
     /// Another container or category, whose list is shown.
     void set_data(container_t container, FF_2_13::search_category_t category);
 
+    /// A directory as it stands in the list, for hosts that keep it themselves.
+    /// @since 3.1
     struct shown_dir_t
     {
         std::string path;
@@ -102,8 +111,10 @@ public:
         std::string comment;
     };
     /// What the list shows now; what is being typed is no part of it yet.
+    /// @since 3.1
     std::vector<shown_dir_t> get_shown_dirs() const;
     /// Another list in its place, as if the user had made it; it can be undone.
+    /// @since 3.1
     void set_shown_dirs(const std::vector<shown_dir_t>& dirs);
     /// Whether saving would write another list than the one that was loaded or saved last. What is being
     /// typed counts.
@@ -128,6 +139,7 @@ public:
     std::string get_directory_error_msg(int number, const std::string& dir) const;
     /// Shows a warning for a row, in place of the one that it has.
     void push_message(const std::string& text, int row);
+    /// Takes the messages about rows from the heading; those of the host stay.
     void remove_messages();
     /// -1 when there is none.
     int get_message_id(vdxpropgrid2::row_key_t key) const;
@@ -138,7 +150,9 @@ public:
     virtual void on_button_up(wxCommandEvent& event);
     virtual void on_button_down(wxCommandEvent& event);
     virtual void on_button_remove(wxCommandEvent& event);
+    /// A row was changed; its number.
     virtual void on_dir_updated(int row);
+    /// Something was typed, moved, removed or undone.
     virtual void on_editing_finished();
     /// Lets the user choose a folder for the row; the input row makes a new one of it.
     virtual void on_more_button_clicked(vdxpropgrid2::click_data_t data);
@@ -147,15 +161,23 @@ public:
 
 protected:
     // The steps of on_init_dialog(), load_settings() and save_settings().
+    /// Connects the grid and has its directories looked at.
     void fill_controls();
+    /// What stands in the input row.
     void set_grid_headers();
+    /// The pictures of buttons and marks.
     void load_images();
+    /// Caption and description of the heading.
     void load_messages();
-    /// From the grid, and into it.
+    /// Takes what the grid shows.
     void fill_dirs();
+    /// Shows what was taken from the container.
     void fill_grid();
+    /// Puts a list into the container, in the place of the category's; of binaries and symbols, of both.
     void fill_container(const dirs_t& dirs);
+    /// Adds a list's directories where the iterator stands.
     void add_dirs(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs);
+    /// Adds one of them.
     void add_dir(const FF_2_13::ObjectPtr<FF_2_13::ISearchDirIterator>& iterator, const dirs_t& dirs,
                  std::size_t index);
 

@@ -21,6 +21,7 @@ namespace commondlg3 {
 ///
 /// A host that has a storage of its own gives that one instead. Threads: load() and save() on any, one at a
 /// time; the storage is safe in all.
+/// @since 3.1
 class COMMONDLG3_EXPORT settings_file_t
 {
 public:
@@ -32,6 +33,7 @@ public:
     /// Reads the file at the first call, and again when another program has written it. Else it succeeds: an error
     /// is told once.
     [[nodiscard]] gen_helpers2::error_code_t load();
+    /// Writes what was changed.
     [[nodiscard]] gen_helpers2::error_code_t save() { return m_storage->save(); }
 
     /// Never null; empty before load().

@@ -14,6 +14,7 @@
 namespace commondlg3 {
 
 /// A message that the user has silenced: what it said, and what is answered for the user.
+/// @since 3.1
 struct silenced_message_t
 {
     std::string name;
@@ -52,6 +53,7 @@ struct silenced_message_t
 /// Objects on one storage see the same messages; what is made of them may outlive them. What is changed by
 /// the user's choice in a window is written to the disk by itself, in the background; an error is in the log.
 /// Records that make no sense are passed over, and such a message is shown. GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT silenced_messages_t
 {
 public:
@@ -62,6 +64,7 @@ public:
 
     /// Newest first.
     [[nodiscard]] std::vector<silenced_message_t> get_all() const;
+    /// Nothing when no message of that name is silenced.
     [[nodiscard]] std::optional<silenced_message_t> find(const std::string& name) const;
 
     /// A check box for this message. The name tells the message from all others of the product, and stays

@@ -23,6 +23,7 @@ namespace commondlg3 {
 /// What was brought back is gone from the list at once and from the storage with save_settings(): until then
 /// load_settings() has it all again. Not for settings of another kind: those stand where they belong. When
 /// the layout could not be loaded the page is empty and saves nothing. GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT silenced_messages_pp_t : public pref_base_t
 {
 public:
@@ -47,6 +48,7 @@ public:
 
     /// Brings these rows back; what is no row is passed over.
     void restore(const std::vector<int>& rows);
+    /// Brings all of them back.
     void restore_all();
     /// Shows the message of a row as it looked. What is answered then changes nothing.
     void show_message(int row);

@@ -55,6 +55,7 @@ public:
     void enable(bool shown);
 
     virtual void on_size(wxSizeEvent& event);
+    /// Takes font, colours and picture of the theme; called at each change of it.
     virtual void on_ui_changed();
     bool InformFirstDirection(int direction, int size, int available_other_dir) override;
 

@@ -1,3 +1,4 @@
+/// @file
 /// Texts from the message catalog, and fitting texts, tool tips and windows on the screen.
 ///
 /// GUI thread where a window is concerned; a null window, label or control does nothing. Strings are UTF-8
@@ -28,11 +29,13 @@ namespace commondlg3 {
 COMMONDLG3_EXPORT std::string translate_message(const std::string& key,
                                                 const CPIL_2_18::generic::varg_list& args = {});
 
+/// The first character as a capital one; the others stay.
 COMMONDLG3_EXPORT std::string set_1st_letter_uppercase(const std::string& text);
 
 /// "\n" becomes "\r\n" wherever no "\r" stands before it.
 COMMONDLG3_EXPORT std::string restore_line_endings(const std::string& text);
 
+/// Gives a control the bold font of the user-interface settings.
 COMMONDLG3_EXPORT void set_bold_font(wxControl* ctrl);
 
 /// Sets the label's text and wraps it at the parent's width less `margin` pixels.

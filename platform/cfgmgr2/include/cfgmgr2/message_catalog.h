@@ -24,6 +24,7 @@ getMessageCatalog(std::string_view name, const std::string& language);
 
 /// The languages that have a catalog of that name, in alphabetical order of their names ("de", "pt_BR"): what
 /// a host can offer. The directory is read anew each time.
+/// @since 3.1
 CFGMGR2_EXPORT std::vector<std::string> get_catalog_languages(const std::string& name);
 
 /// "de", "pt_BR"; an encoding and a modifier ("de_DE.UTF-8") are taken off. Anything else is an assertion and
@@ -37,6 +38,7 @@ CFGMGR2_EXPORT std::string language_from_environment();
 /// Forgets all catalogs, so that files are read anew.
 CFGMGR2_EXPORT void reset_message_catalogs();
 
+/// By the code of the language, such as "ar"; false for one that is not known.
 CFGMGR2_EXPORT bool language_is_right_to_left(const std::string& language);
 
 } // namespace cfgmgr2

@@ -40,7 +40,9 @@ public:
     /// The empty variant if there is none.
     virtual gen_helpers2::variant_t get_value(const std::string& name) const = 0;
     virtual bool has_value(const std::string& name) const = 0;
+    /// Nothing happens when there is none.
     virtual void remove_value(const std::string& name) = 0;
+    /// Names of the values at this level, without children.
     virtual std::vector<std::string> value_names() const = 0;
 
     /// Everything below this, values first. Children of the same name are kept one by one.
@@ -54,6 +56,7 @@ public:
     /// Children of one name are records, told apart by the value of the first of these names that they have.
     /// From now on save() takes records over from another process one by one, and inside them value by value.
     /// For whoever keeps a copy of a list and gives it back later.
+    /// @since 3.1
     virtual void change(const gen_helpers2::variant_bag_t& before, const gen_helpers2::variant_bag_t& after,
                         const std::vector<std::string>& keys) = 0;
 

@@ -70,6 +70,7 @@ public:
 
     /// In this catalog or in the one it falls back to.
     bool has_message(std::string_view key) const;
+    /// Empty when the catalog has none of that key.
     message_t message(std::string_view key) const;
 
     /// Where to look for keys that this catalog lacks. To be set before the catalog is shared.

@@ -26,6 +26,7 @@ public:
     ustring(const uchar_t* text) : ustring(reinterpret_cast<const char*>(text)) {}
 
     const uchar_t* c_str() const noexcept { return reinterpret_cast<const uchar_t*>(m_text.c_str()); }
+    /// The same bytes, for what takes a plain string.
     const std::string& as_string() const noexcept { return m_text; }
 
     bool empty() const noexcept { return m_text.empty(); }

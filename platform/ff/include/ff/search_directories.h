@@ -1,3 +1,4 @@
+/// @file
 /// The file finder's directories: where it looks for the files that a result mentions.
 #pragma once
 
@@ -22,11 +23,12 @@ enum search_category_t : std::int32_t
 {
     category_binaries = 1, ///< modules of the analysed program
     category_symbols = 2,  ///< their debug information; by custom the same directories as for binaries
-    category_sources = 3,
-    category_others = 4
+    category_sources = 3,  ///< its source files
+    category_others = 4    ///< whatever else
 };
 
 /// A directory of a list, with all that is kept of it.
+/// @since 3.1
 struct search_dir_entry_t
 {
     std::string path;
@@ -46,7 +48,9 @@ struct search_dir_entry_t
 class ISearchDirIterator : public gen_helpers2::i_ref_counted
 {
 public:
+    /// Whether it stands behind the last.
     virtual bool at_end() const = 0;
+    /// Goes to the next one.
     virtual void next() = 0;
     /// Bytes, as they were added; empty at the end.
     virtual std::string get_path() const = 0;
@@ -59,9 +63,12 @@ public:
     virtual bool add(const std::string& path, bool recursive) = 0;
 
     /// True at the end.
+    /// @since 3.1
     virtual bool is_enabled() const { return true; }
+    /// @since 3.1
     virtual std::string get_comment() const { return std::string(); }
     /// add() with all that is to be kept.
+    /// @since 3.1
     virtual bool add_entry(const search_dir_entry_t& entry) { return add(entry.path, entry.recursive); }
 
 protected:
@@ -82,7 +89,9 @@ class IEditableSearchDirContainer : public gen_helpers2::i_ref_counted
 public:
     /// The beginning of the category's list. Never null.
     virtual ObjectPtr<ISearchDirIterator> get_dirs(search_category_t category) = 0;
+    /// How many directories the category's list has.
     virtual std::size_t count(search_category_t category) const = 0;
+    /// Empties the category's list.
     virtual void clear(search_category_t category) = 0;
     /// Writes what was changed. On an error nothing is lost: the lists stay, and the next call tries again.
     [[nodiscard]] virtual gen_helpers2::error_code_t save() = 0;

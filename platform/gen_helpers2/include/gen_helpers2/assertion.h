@@ -1,3 +1,5 @@
+/// @file
+/// Checking what must hold, and going on all the same.
 #pragma once
 
 #include "gen_helpers2/export.h"

@@ -27,6 +27,7 @@ public:
     /// An error of another kind; `identifier` looks like "gh2::error::Io" and must not be empty.
     error_code_t(const std::string& identifier, const std::string& message);
 
+    /// No error.
     static error_code_t success() noexcept { return error_code_t(); }
     /// "gh2::error::IsNot.Valid.Parameter": an argument that the operation cannot take.
     static error_code_t invalid_parameter(const std::string& message);
@@ -37,7 +38,9 @@ public:
     /// "gh2::error::Damaged": data was read but is not what it should be.
     static error_code_t damaged(const std::string& message);
 
+    /// Whether there is no error.
     bool succeeded() const noexcept { return !m_error; }
+    /// Whether there is one.
     bool failed() const noexcept { return static_cast<bool>(m_error); }
 
     /// Empty for success.

@@ -22,6 +22,7 @@ namespace gen_helpers2 {
 
 /// The same for what is too much to be held in memory: what is appended becomes the file when commit()
 /// succeeds, and nothing of it remains otherwise. Thread: like a standard container.
+/// @since 3.1
 class GEN_HELPERS2_EXPORT whole_file_writer_t
 {
 public:
@@ -34,6 +35,7 @@ public:
     void append(std::string_view bytes);
     /// The first error, which stays; appending after it does nothing.
     const error_code_t& error() const noexcept;
+    /// Puts the file in its place, whole, and answers the first error. Without it the place is as it was.
     [[nodiscard]] error_code_t commit();
 
 private:
@@ -43,8 +45,10 @@ private:
 
 /// Makes a folder for its owner alone, and those on the way to it that are missing. What is there already
 /// stays as it is: whether there is such a folder now, writing into it tells.
+/// @since 3.1
 GEN_HELPERS2_EXPORT void make_private_folder(const path_t& folder);
 
+/// What is read, and written, at most where nobody says otherwise.
 constexpr std::size_t default_max_file_bytes = std::size_t(256) << 20;
 
 /// Reads a regular file of at most `max_bytes` bytes. On an error `out` is as it was.

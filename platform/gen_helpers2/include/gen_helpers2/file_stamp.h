@@ -15,6 +15,7 @@ namespace gen_helpers2 {
 ///     if (file_stamp_t(file) != before) ...            // somebody has written it
 ///
 /// Making one asks the disk.
+/// @since 3.1
 class GEN_HELPERS2_EXPORT file_stamp_t
 {
 public:
@@ -23,6 +24,7 @@ public:
     /// A file that is not there has a stamp as well. One that cannot be looked at may be there, and counts so.
     explicit file_stamp_t(const path_t& file);
 
+    /// Whether the file was there, or may have been.
     bool exists() const noexcept { return m_exists; }
 
     friend bool operator==(const file_stamp_t& a, const file_stamp_t& b) noexcept { return a.equals(b); }

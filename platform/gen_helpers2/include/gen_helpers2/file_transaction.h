@@ -29,6 +29,7 @@ namespace gen_helpers2 {
 /// The folder is locked meanwhile (folder_lock_t). Files that symbolic links lead elsewhere may be
 /// in other folders; only there what a killed program left stays until its note is followed. Reading a file
 /// before commit() gives the old one. One a thread at a time: an inner one joins the outer, which decides.
+/// @since 3.1
 class GEN_HELPERS2_EXPORT file_transaction_t
 {
 public:
@@ -54,6 +55,7 @@ private:
 /// Keeps other programs of ours from writing into a folder between our reading and our writing. It is a
 /// courtesy: if the lock cannot be had within half a second, things go on without it rather than keeping a
 /// user waiting.
+/// @since 3.1
 class GEN_HELPERS2_EXPORT folder_lock_t
 {
 public:
@@ -73,6 +75,7 @@ private:
 /// Follows the note of a program that was killed while it put files into their places, if there is one of this
 /// user in the folder. To be called before a folder's settings are read; without a note it costs one call of
 /// the system.
+/// @since 3.1
 GEN_HELPERS2_EXPORT void finish_transaction(const path_t& folder);
 
 } // namespace gen_helpers2

@@ -27,7 +27,9 @@ private:
 ///
 ///     gen_helpers2::log_error("wx_helpers1.image_loader", "no picture named " + name);
 GEN_HELPERS2_EXPORT void log_error(const std::string& logger, const std::string& text);
+/// For what the program can live with.
 GEN_HELPERS2_EXPORT void log_warning(const std::string& logger, const std::string& text);
+/// For whoever looks for a fault.
 GEN_HELPERS2_EXPORT void log_trace(const std::string& logger, const std::string& text);
 
 /// Whether anybody would see a trace: for texts that are dear to make.

@@ -29,6 +29,7 @@ public:
     path_t(const std::filesystem::path& path) : path_t(std::string_view(path.native())) {}
 
     const std::string& as_string() const noexcept { return m_path.native(); }
+    /// For the standard library's calls.
     const std::filesystem::path& as_filesystem_path() const noexcept { return m_path; }
 
     bool is_empty() const noexcept { return m_path.empty(); }
@@ -44,11 +45,13 @@ public:
     path_t operator/(const path_t& rest) const;
 
     // These follow symbolic links, never throw, and answer false for what cannot be looked at.
+    /// Whether something is there that can be looked at.
     bool exists() const noexcept;
     bool is_directory() const noexcept;
     bool is_file() const noexcept;
     /// Whether nothing is there for sure: not the opposite of exists(), which is false on a broken disk too.
     /// What may be there must not be written over unread.
+    /// @since 3.1
     bool is_missing() const noexcept;
 
     // The same things by the names under which code for typed paths knows them.
@@ -64,7 +67,9 @@ public:
     /// What follows the last dot of the last name, or from that dot on. Empty for a name without a dot, and
     /// for one that only begins with it.
     std::string get_ext(bool with_dot) const;
+    /// The same of a text that is a path.
     static bool exists(const std::string& text) noexcept;
+    /// The same of a text that is a path.
     static bool is_directory(const std::string& text) noexcept;
 
     /// The longest name and the longest path that the system takes, in bytes.

@@ -31,6 +31,7 @@ struct program_end_t
     int signal = 0;    ///< 0: none
     std::chrono::milliseconds lived{0};
 
+    /// Whether it ended by itself, with 0.
     bool succeeded() const { return exit_code == 0 && signal == 0; }
 };
 
@@ -48,6 +49,7 @@ GEN_HELPERS2_EXPORT error_code_t start_program(const std::vector<std::string>& w
                                                std::function<void(const program_end_t&)> ended);
 
 /// Where a program says something.
+/// @since 3.1
 enum class program_output_t
 {
     standard,
@@ -55,6 +57,7 @@ enum class program_output_t
 };
 
 /// Whether a program is to be stopped.
+/// @since 3.1
 enum class stop_t
 {
     no,
@@ -77,6 +80,7 @@ enum class stop_t
 /// @param stop asked ten times a second and more. `ask` lets it end by itself within two seconds, `force`
 /// within a fraction of one; then it is killed
 /// @return why it could not be started
+/// @since 3.1
 GEN_HELPERS2_EXPORT error_code_t
 watch_program(const std::vector<std::string>& words, const std::string& folder,
               const std::function<void(program_output_t, std::string_view)>& read,

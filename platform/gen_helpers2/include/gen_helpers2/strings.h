@@ -12,6 +12,7 @@ namespace gen_helpers2 {
 /// Surrogates, overlong forms and values above U+10FFFF are not well-formed.
 GEN_HELPERS2_EXPORT std::size_t utf8_sequence_length(std::string_view s) noexcept;
 
+/// Whether all of it is well-formed; the empty text is.
 GEN_HELPERS2_EXPORT bool is_valid_utf8(std::string_view s) noexcept;
 
 /// Puts one U+FFFD in place of each run of bytes that is no UTF-8. For showing only: the bytes are lost.

@@ -47,7 +47,7 @@ enum system_editors_t : int
 /// What became of the question. Anything above `none` means that it could not be answered.
 enum system_editors_status_t : unsigned
 {
-    system_editors_found = 0,
+    system_editors_found = 0, ///< there are some
     system_editors_none = 1,  ///< nothing is registered for such a file
     system_editors_failed = 2 ///< no path, or an unknown type of question
 };
@@ -64,6 +64,7 @@ GEN_HELPERS2_EXPORT bool system_editor_needs_terminal(const std::string& name);
 
 /// The icon of the registered application of that name, as the desktop writes it: a name for the theme, or a
 /// path; empty when there is none. Any thread; asks the disk.
+/// @since 3.1
 GEN_HELPERS2_EXPORT std::string get_system_editor_icon(const std::string& name);
 
 } // namespace gen_helpers2

@@ -12,10 +12,11 @@ namespace gen_helpers2 {
 
 class variant_bag_t;
 
+/// What a value can be.
 enum class variant_type_t : std::uint8_t
 {
-    empty,
-    boolean,
+    empty,     ///< no value
+    boolean,   ///< bool
     integer,   ///< int
     integer64, ///< long long
     real,      ///< double
@@ -68,8 +69,10 @@ public:
     variant_type_t type() const noexcept { return m_type; }
     bool is_empty() const noexcept { return m_type == variant_type_t::empty; }
 
+    /// Whether get() gives the value as this type.
     template <class T>
     bool can_get() const noexcept;
+    /// That type's default (false, 0, an empty text) for what is not of it, and cannot be read as it.
     template <class T>
     T get() const;
 

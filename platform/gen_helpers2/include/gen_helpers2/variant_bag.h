@@ -61,12 +61,15 @@ private:
 class GEN_HELPERS2_EXPORT variant_bag_t
 {
 public:
+    /// A value or a child, and its name.
     class item_t
     {
     public:
+        /// A value.
         item_t(const _internal::interned_t& name, variant_t value) : m_name(name), m_value(std::move(value))
         {
         }
+        /// A child, which the item owns.
         item_t(const _internal::interned_t& name, std::unique_ptr<variant_bag_t> child)
             : m_name(name), m_value(variant_t::child_t(), child.release())
         {
@@ -131,8 +134,11 @@ public:
     /// Null if there is none.
     const variant_t* find_value(std::string_view name) const noexcept;
     /// The text of that name; none when there is no value, or one that is no text.
+    /// @since 3.1
     std::optional<std::string> find_text(std::string_view name) const;
+    /// The first child of that name; null when there is none. It is the bag's.
     const variant_bag_t* find_child(std::string_view name) const noexcept;
+    /// The same, to be changed.
     variant_bag_t* find_child(std::string_view name) noexcept;
 
     /// Calls fn(const variant_bag_t&) for each child of that name, in their order.
@@ -146,7 +152,9 @@ public:
 
     /// Removes all values and children of that name; returns how many there were.
     std::size_t remove(std::string_view name);
+    /// Removes everything.
     void clear() noexcept;
+    /// Gives back the memory that is kept for more items.
     void shrink_to_fit() { m_items.shrink_to_fit(); }
 
     std::size_t size() const noexcept { return m_items.size(); }

@@ -1,3 +1,4 @@
+/// @file
 /// How long-running work reports in words.
 #pragma once
 
@@ -6,13 +7,13 @@ namespace msngr2 {
 /// What a line is about, as a set of bits. A line without any bit is plain information.
 enum ESeverity : int
 {
-    sev_none = 0,
+    sev_none = 0,     ///< plain information
     sev_status = 1,   ///< what is being done now: replaces the status line before it and is not kept
     sev_warning = 2,  ///< something may need attention
     sev_error = 4,    ///< something could not be done
     sev_critical = 8, ///< the whole work could not be done
     sev_debug = 16,   ///< for the makers of the product
-    sev_info = 32
+    sev_info = 32     ///< the same, said so
 };
 
 constexpr ESeverity operator|(ESeverity a, ESeverity b)

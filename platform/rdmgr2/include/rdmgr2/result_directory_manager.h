@@ -13,15 +13,15 @@ namespace rdmgr2 {
 /// result can be asked like a condition.
 enum error_t : int
 {
-    error_none = 0,
-    error_empty,           ///< no name at all, or blanks only
-    error_no_number,       ///< no '@', so that the second result would find its name taken
-    error_several_numbers, ///< more than one run of '@'
-    error_too_many_digits, ///< a run of more than eight '@'
-    error_forbidden_character,
-    error_reserved_name,
-    error_too_long,   ///< the name would have more than 255 bytes
-    error_not_created ///< the system refused to make the directory
+    error_none = 0,            ///< nothing is wrong
+    error_empty,               ///< no name at all, or blanks only
+    error_no_number,           ///< no '@', so that the second result would find its name taken
+    error_several_numbers,     ///< more than one run of '@'
+    error_too_many_digits,     ///< a run of more than eight '@'
+    error_forbidden_character, ///< one that names must not have
+    error_reserved_name,       ///< see isReservedDirectoryName()
+    error_too_long,            ///< the name would have more than 255 bytes
+    error_not_created          ///< the system refused to make the directory
 };
 
 /// A sentence for the user, in the language that is set; empty for error_none. Any thread.
@@ -47,6 +47,7 @@ class RDMGR2_EXPORT ResultDirectoryManager
 public:
     static constexpr std::size_t max_digits = 8;
 
+    /// Why a pattern cannot be used; error_none when it can.
     static error_t validateResultDirectoryPattern(const std::string& pattern);
 
     /// Names that other systems keep for their devices, with any ending and in capitals or not: a result with

@@ -38,12 +38,13 @@ private:
 class VDX_EXPORT CCaption
 {
 public:
+    /// Which text of an entry it stands for.
     enum class kind_t : unsigned char
     {
-        header,
-        body,
-        line,
-        status ///< the entry's one status line, wherever it stands
+        header, ///< the bold first line
+        body,   ///< the text below it
+        line,   ///< one of its lines
+        status  ///< the entry's one status line, wherever it stands
     };
 
     /// The alignment of lines: at the leading edge, at the top of their picture.
@@ -62,6 +63,7 @@ public:
     std::string GetText() const;
     /// Shows the text as HTML; for bodies.
     void UseHTML(bool use);
+    /// The picture before the text; an empty one shows none.
     void SetImage(const CImage& image);
     /// Its size follows its text.
     void SetAutoSize(bool on);

@@ -40,6 +40,7 @@ struct log_words_t
 };
 
 /// How a text is looked for.
+/// @since 3.1
 struct find_options_t
 {
     bool match_case = false;
@@ -70,6 +71,7 @@ public:
     wxWindow* GetWindow() const;
     vdxc7::IImageList* GetImageList();
 
+    /// Adds an empty entry at the end, which belongs to the log.
     CMessageElement& AddElement();
     /// Returns its lines, texts and all: to free many takes time, which the caller may have spent elsewhere.
     line_store_t Remove(CMessageElement& element);
@@ -79,6 +81,7 @@ public:
     std::string GetText() const override;
     /// Empty for more than a few megabytes, which no program takes as HTML.
     std::string GetHTML() const override;
+    /// The texts that the log shows by itself, already translated.
     void SetWords(const log_words_t& words);
     const log_words_t& GetWords() const { return m_words; }
 
@@ -86,24 +89,31 @@ public:
     /// It does a piece and returns whether more is left; `enough()` tells it when its time is over. `owner`
     /// names it for CancelWork(), and work of an owner that is queued already is not queued again.
     void AddWork(const void* owner, std::function<bool()> work);
+    /// Drops the owner's work that has not been done.
     void CancelWork(const void* owner);
     bool HasWork() const;
     /// Whether the running slice has used its time.
     bool enough() const;
 
     // What the reader does; all of it does nothing without a window.
+    /// Shows the end, and follows it from then on.
     void ScrollToEnd();
     bool IsAtEnd() const;
     using find_options_t = vdxcfrw7::find_options_t;
     /// Looks for a text (empty: for nothing any more): all matches are marked, and the first from where the
     /// reader is on is shown. Counting goes on in slices.
+    /// @since 3.1
     void SetFind(const std::string& text, const find_options_t& options);
+    /// @since 3.1
     bool IsFinding() const;
     /// Selects and shows the next match, or the one before, starting from the selection and going round.
     /// False when there is none.
+    /// @since 3.1
     bool FindNext(bool forward);
     /// Both, for a text of which letters of either case are the same.
     bool Find(const std::string& text, bool forward);
+    /// How far finding has come.
+    /// @since 3.1
     struct find_state_t
     {
         std::uint64_t count;   ///< of matches, so far
@@ -112,8 +122,10 @@ public:
         bool wrong;            ///< it is no expression
         bool given_up;         ///< the expression took too long
     };
+    /// @since 3.1
     find_state_t GetFindState();
     /// The state is another.
+    /// @since 3.1
     gen_helpers2::signal_t<>& find_changed() { return m_find_changed; }
 
     /// Shows only lines that have one of these severity bits (0: all lines) and that contain the text
@@ -122,50 +134,72 @@ public:
                    const CMessageElement* only = nullptr);
     /// What stands before each line: nothing, the time of day when it was said, or how long after the
     /// beginning of its entry.
+    /// @since 3.1
     enum class times_t
     {
         none,
         clock,
         since_entry
     };
+    /// What stands before each line.
+    /// @since 3.1
     void SetTimes(times_t times);
+    /// @since 3.1
     times_t GetTimes() const;
     /// Whether lines that are selected are copied with their times, date and all.
+    /// @since 3.1
     void SetCopyTimes(bool copy);
+    /// @since 3.1
     bool GetCopyTimes() const;
     /// Whether lines are broken at the window's width, as at first; otherwise they scroll to the side.
+    /// @since 3.1
     void SetWrap(bool wrap);
+    /// @since 3.1
     bool GetWrap() const;
     /// The size of its texts and pictures in percent of the usual one; kept between 50 and 300.
+    /// @since 3.1
     void SetZoom(int percent);
+    /// @since 3.1
     int GetZoom() const;
     /// By keyboard or mouse, the user changed one of these.
+    /// @since 3.1
     gen_helpers2::signal_t<>& options_changed() { return m_options_changed; }
     /// The user clicked a link, or pressed Enter on one: an address of the web or a path with a line in a
     /// text, or a link of an entry's body. Nothing else happens then.
+    /// @since 3.1
     gen_helpers2::signal_t<log_link_t>& link_activated() { return m_link_activated; }
     /// The link at a point of the window; false when there is none.
+    /// @since 3.1
     bool GetLinkAt(const wxPoint& point, log_link_t& link);
     /// Whether a line that is said again and again is one line, with a count. Lines that are there become
     /// one, or are shown as often as they were said. Off at first. SetCollapse() on the GUI thread.
+    /// @since 3.1
     void SetCollapse(bool collapse);
+    /// @since 3.1
     bool GetCollapse() const { return m_collapse.load(std::memory_order_relaxed); }
     /// Whether lines are still being hidden and shown.
+    /// @since 3.1
     bool IsFiltering() const;
     /// The one entry that is shown; null: all are.
+    /// @since 3.1
     const CMessageElement* GetOnlyElement() const;
     /// How many lines were said with a severity of errors, and how many with one of warnings alone.
+    /// @since 3.1
     struct counts_t
     {
         std::uint64_t errors = 0;
         std::uint64_t warnings = 0;
     };
+    /// @since 3.1
     const counts_t& GetCounts() const { return m_counts; }
     /// The counts are others.
+    /// @since 3.1
     gen_helpers2::signal_t<>& counts_changed() { return m_counts_changed; }
     /// Where the reader is; null before there is an entry.
+    /// @since 3.1
     const CMessageElement* GetCurrentElement() const;
     /// What the reader sees, to come back to it.
+    /// @since 3.1
     struct reading_t
     {
         const CMessageElement* element = nullptr;
@@ -173,12 +207,16 @@ public:
         int y = 0;            ///< of that, in the window
         bool at_end = true;
     };
+    /// @since 3.1
     reading_t GetReading() const;
     /// What was seen is gone when its entry is.
+    /// @since 3.1
     void GoBack(const reading_t& reading);
     /// How many lines the filter hides.
     std::size_t GetHiddenCount() const;
+    /// Selects all that is shown.
     void SelectAll();
+    /// @since 3.1
     bool HasSelection() const;
     std::string GetSelectedText() const;
     std::string GetSelectedHTML() const;
@@ -190,6 +228,7 @@ public:
         previous,
         close
     };
+    /// Raised with what the user wants of the search bar.
     gen_helpers2::signal_t<search_t>& search_requested() { return m_search_requested; }
     /// The number of hidden lines may be another.
     gen_helpers2::signal_t<>& hidden_changed() { return m_hidden_changed; }
@@ -203,6 +242,7 @@ public:
         bool at_end;
     };
     state_t GetState();
+    /// Has this place, in pixels from the log's beginning, at the top.
     void ScrollTo(std::int64_t top);
     /// Top and height of a line in the window, in pixels.
     wxRect GetLineRect(const CMessageElement& element, std::size_t line);

@@ -29,15 +29,20 @@ public:
     void adopt(text_arena_t&& other);
     /// Has the texts of another arena stay also when that one goes. What it gets later is not among them.
     /// They may be read in another thread while texts are added there.
+    /// @since 3.1
     void share(const text_arena_t& other);
     /// A text of what was taken over has this user. To be called in the order in which the texts were added there;
     /// a piece that may get more stays until close().
+    /// @since 3.1
     void use(const char* text, user_t user);
     /// All texts of what was taken over have got their users.
+    /// @since 3.1
     void close();
     /// All users have got lower numbers, below `end`.
+    /// @since 3.1
     void renumber(user_t end);
     /// Frees the pieces whose last user stands before this one.
+    /// @since 3.1
     void release_before(user_t user);
     /// In bytes, with what is not used yet.
     std::size_t get_size() const { return m_size; }
@@ -63,12 +68,13 @@ private:
 /// One line as it is kept: 24 bytes beside its text, and 4 for its time.
 struct line_t
 {
+    /// What is true of a line; as bits.
     enum flag_t : std::uint8_t
     {
-        status = 1,  ///< its text is replaced, and it is no part of what is remembered
-        hidden = 2,  ///< by the filter
-        inexact = 4, ///< its height is an estimate
-        auto_size = 8,
+        status = 1,    ///< its text is replaced, and it is no part of what is remembered
+        hidden = 2,    ///< by the filter
+        inexact = 4,   ///< its height is an estimate
+        auto_size = 8, ///< see CCaption::SetAutoSize()
         adjusted = 16, ///< its height follows its text
         styled = 32,   ///< its text holds sequences for a terminal, which are not shown
         repeated = 64, ///< it was said several times in a row
@@ -93,8 +99,10 @@ struct line_t
     static constexpr std::uint32_t first_part = std::uint32_t(64) << 10;
 
     std::string_view get_text() const { return std::string_view(text, length); }
+    /// @since 3.1
     bool is_long() const { return length > longest_shown; }
     /// As much of the text as is shown.
+    /// @since 3.1
     std::string_view get_seen() const
     {
         std::uint32_t seen = is_long() && !has(expanded) ? first_part : length;
@@ -103,6 +111,7 @@ struct line_t
         return std::string_view(text, seen);
     }
     /// Whether there is more of it than is shown at first: its repeats, or the rest of a long text.
+    /// @since 3.1
     bool can_expand() const { return has(repeated) || is_long(); }
     bool has(flag_t flag) const { return (flags & flag) != 0; }
     void set(flag_t flag, bool on) { flags = static_cast<std::uint8_t>(on ? flags | flag : flags & ~flag); }
@@ -110,6 +119,7 @@ struct line_t
 
 /// The text of a line as it is read, searched and copied: without sequences for a terminal. `storage` is used
 /// for those that hold some.
+/// @since 3.1
 VDX_EXPORT std::string_view get_shown_text(const line_t& line, std::string& storage);
 
 /// The lines of one entry, in blocks, so that adding one never moves the others and sums of heights are at
@@ -122,6 +132,7 @@ public:
     /// The time of a line that nobody knows.
     static constexpr std::int64_t no_time = -1;
 
+    /// Lines that are kept together.
     struct block_t
     {
         std::vector<line_t> lines;
@@ -134,11 +145,13 @@ public:
 
     std::size_t size() const { return m_size; }
     bool empty() const { return m_size == 0; }
+    /// The line at a place, which must be one.
     line_t& at(std::size_t index) { return m_blocks[index / block_size].lines[index % block_size]; }
     const line_t& at(std::size_t index) const
     {
         return m_blocks[index / block_size].lines[index % block_size];
     }
+    /// The block that holds the line.
     block_t& block_of(std::size_t index) { return m_blocks[index / block_size]; }
 
     std::vector<block_t>& get_blocks() { return m_blocks; }
@@ -148,25 +161,34 @@ public:
     /// @param time when it was said, in milliseconds since 1970
     line_t& add(const line_t& line, std::int64_t time = no_time);
     /// To the millisecond; a block's lines reach over 24 days to either side of its first.
+    /// @since 3.1
     std::int64_t get_time(std::size_t index) const;
 
     /// The last line that is no status line; size() when there is none.
+    /// @since 3.1
     std::size_t last_remembered() const;
     /// Whether the last remembered line is this very one.
+    /// @since 3.1
     bool ends_with(std::uint32_t severity, std::string_view text) const;
     /// It was said `count` times more.
+    /// @since 3.1
     void repeat_last(std::uint64_t count);
     /// How often it was said in a row; 1 for most.
+    /// @since 3.1
     std::uint64_t get_count(std::size_t index) const;
+    /// @since 3.1
     bool has_repeats() const { return !m_repeats.empty(); }
     /// Whether repeated lines are shown as often as they were said; returns whether any is another now.
+    /// @since 3.1
     bool expand_repeats(bool expand);
     /// Makes one line of those that are the same and follow each other. Nothing is measured then.
     /// @param line an index, which is told its new one
     /// @return whether any were
+    /// @since 3.1
     bool collapse(std::size_t& line);
 
     /// Calls fn(line, how often it was said, when first) for each line.
+    /// @since 3.1
     template <class F>
     void for_each(F&& fn) const
     {
@@ -182,29 +204,39 @@ public:
     /// the lines there have got other indexes meanwhile. Status lines have no text in the copy that could be
     /// read.
     /// @return whether there is more to copy
+    /// @since 3.1
     bool copy_some(const line_store_t& from, std::size_t end);
 
     /// Takes the first blocks away, and the texts that only they had; the others get lower indexes. The last
     /// block stays.
+    /// @since 3.1
     void drop_blocks(std::size_t count);
     /// Puts another line in the place of one.
+    /// @since 3.1
     void replace(std::size_t index, const line_t& line);
     /// What it takes, in bytes.
+    /// @since 3.1
     std::size_t get_bytes() const
     {
         return m_arena.get_size() + m_size * (sizeof(line_t) + sizeof(std::uint32_t));
     }
 
+    /// Copies the text of the line that is added next; it lives as long as the store.
     const char* keep(std::string_view text) { return m_arena.add(text, m_dropped + m_size); }
+    /// Takes an arena over in which texts of lines stand that are added then.
     void adopt(text_arena_t&& arena) { m_arena.adopt(std::move(arena)); }
     /// The text of the next line was adopted.
+    /// @since 3.1
     void use_adopted(const char* text) { m_arena.use(text, m_dropped + m_size); }
     /// All lines whose texts were adopted have been added.
+    /// @since 3.1
     void adopted_all() { m_arena.close(); }
 
     /// Of all lines that are not hidden.
     std::int64_t get_height() const { return m_height; }
+    /// In pixels.
     void set_height(std::size_t index, std::uint32_t height);
+    /// Hides a line, or shows it again.
     void set_hidden(std::size_t index, bool hidden);
     std::size_t get_hidden_count() const { return m_hidden; }
     /// Adds up the block's heights after its lines were changed directly.

@@ -5,12 +5,14 @@
 namespace vdxcfrw7 {
 
 /// A place that a text of a log names. The log opens nothing: what is to happen is its owner's affair.
+/// @since 3.1
 struct log_link_t
 {
+    /// What it leads to.
     enum class kind_t
     {
         file, ///< a file and a line of it
-        url
+        url   ///< an address of the web
     };
 
     kind_t kind = kind_t::url;

@@ -17,9 +17,11 @@ namespace vdxcfrw7 {
 class CEventLog;
 
 /// What a reader sees of a body in HTML. Any thread.
+/// @since 3.1
 VDX_EXPORT std::string BodyToText(const std::string& html);
 
 /// What a reader sees of a line: without the sequences that are for terminals. Any thread.
+/// @since 3.1
 VDX_EXPORT std::string LineToText(std::string_view said);
 
 /// One entry of an event log in its message-box flavour: a header with a picture, a body, lines, a gauge and
@@ -39,14 +41,19 @@ public:
                         std::int64_t time = line_store_t::no_time);
     /// Counts the last line up when it is this very one and the log makes one line of those.
     /// @return false when it is another
+    /// @since 3.1
     bool RepeatLast(int severity, std::string_view text, std::uint64_t count = 1);
     /// The last line was said so many times more.
+    /// @since 3.1
     void CountUp(std::uint64_t count);
+    /// Takes an arena over in which texts of lines stand that are added then.
     void Adopt(text_arena_t&& arena) { m_lines.adopt(std::move(arena)); }
     /// All lines whose texts were adopted have been added.
+    /// @since 3.1
     void AdoptedAll() { m_lines.adopted_all(); }
     const line_store_t& GetLines() const { return m_lines; }
     /// How many blocks of lines could be dropped.
+    /// @since 3.1
     std::size_t GetOldBlocks() const
     {
         return m_lines.size() / line_store_t::block_size -
@@ -54,16 +61,20 @@ public:
     }
     /// Drops so many blocks of its oldest lines. A line in their place says how many have gone in all; what the
     /// reader sees stays where it is.
+    /// @since 3.1
     void DropBlocks(std::size_t count, int image);
 
     CGauge& GetGauge() { return *m_gauge; }
     const CGauge& GetGauge() const { return *m_gauge; }
 
+    /// Adds a button at the end, which belongs to the entry.
     CButton& AddButton(int id, const std::string& label, bool is_default);
+    /// Takes all buttons away.
     void ClearButtons();
     const std::vector<std::unique_ptr<CButton>>& GetButtons() const { return m_buttons; }
     /// Shows or hides all its buttons.
     void ShowButtons(bool show);
+    /// Whether it has buttons that can be seen.
     bool ButtonsShown() const { return m_buttons_shown && !m_buttons.empty(); }
 
     /// Header, body and status line.
@@ -74,6 +85,7 @@ public:
     CEventLog& GetLog() const { return m_log; }
 
     // For captions and the view.
+    /// What stands above the lines.
     struct head_t
     {
         std::string header;
@@ -85,8 +97,10 @@ public:
     const head_t& GetHead() const { return m_head; }
     std::string GetBodyText() const;
     /// Whether the filter shows other entries alone.
+    /// @since 3.1
     bool IsFilteredOut() const { return m_filtered_out; }
     /// When it, or its first line, came; in milliseconds since 1970.
+    /// @since 3.1
     std::int64_t GetBeginning() const;
     std::size_t GetIndex() const { return m_index; }
 

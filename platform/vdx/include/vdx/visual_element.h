@@ -23,7 +23,9 @@ public:
 
     bool IsShown() const { return m_shown; }
     /// The same as HTML; empty where it has no such form.
+    /// @since 3.1
     virtual std::string GetHTML() const { return {}; }
+    /// Hides the element, or shows it again.
     void Show(bool show);
 
     /// Asked for by mouse or keyboard: which element, and where in the log's window, in pixels.

@@ -13,8 +13,10 @@ namespace vdxpropgrid2 {
 /// Tells a row from all others for as long as its grid lives, wherever it is moved and even when it is
 /// removed and brought back. Never 0.
 using row_key_t = std::int64_t;
+/// The key of a row that has none yet.
 constexpr row_key_t no_key = 0;
 
+/// A row of an editable list.
 struct row_t
 {
     std::string text;       ///< bytes
@@ -30,6 +32,7 @@ struct row_t
 /// What an operation did to the rows, for whoever shows them.
 struct rows_change_t
 {
+    /// What was done.
     enum class kind_t
     {
         inserted, ///< `count` rows from `at` on are new
@@ -59,7 +62,9 @@ public:
     using change_t = std::optional<rows_change_t>;
 
     std::size_t size() const { return m_rows.size(); }
+    /// The row at a place, which must be one.
     const row_t& at(std::size_t index) const { return m_rows.at(index); }
+    /// All rows.
     const std::vector<row_t>& get() const { return m_rows; }
     /// size() when there is none of that key. Takes time with the number of rows, but none when keys are
     /// asked for in the order of the rows.
@@ -70,14 +75,20 @@ public:
 
     /// One step, whatever their number.
     change_t insert(std::size_t at, std::vector<row_t> rows);
+    /// Takes rows away, as one step.
     change_t remove(std::size_t at, std::size_t count = 1);
+    /// Another text of a row.
     change_t set_text(std::size_t at, const std::string& text);
+    /// Ticks a row's box, or clears it.
     change_t set_checked(std::size_t at, bool checked);
+    /// Takes a row out and puts it where it then stands at `to`.
     change_t move(std::size_t from, std::size_t to);
 
     bool can_undo() const { return !m_done.empty(); }
     bool can_redo() const { return !m_undone.empty(); }
+    /// Goes one step back.
     change_t undo();
+    /// Does what was undone last once more.
     change_t redo();
 
 private:

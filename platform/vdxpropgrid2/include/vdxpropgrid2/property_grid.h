@@ -27,6 +27,7 @@ struct click_data_t
 /// its tool tip says.
 struct row_mark_t
 {
+    /// How grave it is.
     enum class kind_t
     {
         none,
@@ -89,11 +90,13 @@ public:
     property_grid_t(wxWindow* parent, const grid_texts_t& texts);
     ~property_grid_t() override;
 
+    /// What the grid says by itself, already translated.
     void set_texts(const grid_texts_t& texts);
     /// What stands in the last row, where new rows are typed.
     void set_input_text(const std::string& text);
     /// What screen readers call the list.
     void set_name(const std::string& name);
+    /// The picture of all rows that are marked so.
     void set_mark_picture(row_mark_t::kind_t kind, const wx_helpers1::wxStaticPicture& picture);
     /// Makes rows of a text that is pasted; initially one of each line that is not empty.
     void set_splitter(std::function<std::vector<std::string>(const std::string&)> splitter);
@@ -101,35 +104,49 @@ public:
     /// What is kept of a text that was typed; initially all of it.
     void set_converter(std::function<std::string(const std::string&)> converter);
 
+    /// With the input row.
     int row_count() const;
+    /// Whether it is the last one, in which new rows are typed.
     bool is_input_row(int row) const { return row == row_count() - 1; }
     /// Without the input row.
     const std::vector<row_t>& get_rows() const;
     /// no_key for the input row and for what is no row.
     row_key_t get_key(int row) const;
+    /// Empty for what is no row.
     std::string get_text(int row) const;
     /// -1 when there is none.
     int find_row(row_key_t key) const;
 
     /// Other rows altogether, without marks and without a way back.
     void set_rows(std::vector<row_t> rows);
-    // Each of these is one step that the user can undo.
+    /// Each of these is one step that the user can undo, and answers whether it was done.
     bool insert_rows(int before, const std::vector<std::string>& texts);
+    /// See insert_rows().
     bool set_text(int row, const std::string& text);
+    /// See insert_rows().
     bool set_checked(int row, bool checked);
+    /// See insert_rows().
     bool move_row(int from, int to);
+    /// See insert_rows().
     bool delete_row(int row);
+    /// Goes one step back; false when there is none.
     bool undo();
+    /// Does again what was undone last; false when there is none.
     bool redo();
 
+    /// Marks a row; the mark stays with it until it is removed.
     void set_mark(int row, const row_mark_t& mark);
+    /// Without a kind when there is none.
     row_mark_t get_mark(int row) const;
 
     /// -1 when there is none.
     int get_current_row() const;
+    /// Selects a row and shows it; does not take the focus.
     void set_current_row(int row);
+    /// Draws the rows again: for pictures that are another now.
     void refresh();
 
+    /// Begins editing a row in place, as F2 does.
     void edit(int row);
     bool is_editing() const;
     /// Whether something is being typed that is not in its row.

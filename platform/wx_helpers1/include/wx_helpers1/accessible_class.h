@@ -25,10 +25,12 @@ namespace wx_helpers1 {
 ///
 /// For windows of one kind each: a class derives from what the first widget has. A control of the
 /// toolkit's needs names and relations only (accessibility.h). GUI thread.
+/// @since 3.1
 class WX_HELPERS1_EXPORT accessible_class_t
 {
 public:
     using init_t = void (*)(void* table, void* data); // GClassInitFunc, GInterfaceInitFunc
+    /// An interface of the accessibility kit that the class fills in.
     struct interface_t
     {
         unsigned long type; // GType

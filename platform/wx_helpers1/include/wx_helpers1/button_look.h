@@ -8,6 +8,7 @@ namespace wx_helpers1 {
 
 /// Has a button look as the theme has those look that take something away for good; or as any other again.
 /// For answers like "Delete", and only where the window says what is at stake. GUI thread.
+/// @since 3.1
 WX_HELPERS1_EXPORT void set_destructive_look(wxButton* button, bool destructive);
 
 } // namespace wx_helpers1

@@ -16,6 +16,7 @@ namespace wx_helpers1 {
 
 /// Lets a chooser of folders that is accepted while no folder is selected end as a cancelled one: the toolkit
 /// would take the first of none. Before it is shown; for one showing. GUI thread.
+/// @since 3.1
 WX_HELPERS1_EXPORT void cancel_empty_choice(wxDirDialog& dialog);
 
 } // namespace wx_helpers1

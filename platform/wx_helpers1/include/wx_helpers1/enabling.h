@@ -15,6 +15,7 @@ namespace wx_helpers1 {
 ///     wx_helpers1::set_enabled(m_apply, is_changed(), m_btn_ok);
 ///
 /// @param instead who gets the focus, if it can have it; otherwise what follows in the order of Tab
+/// @since 3.1
 WX_HELPERS1_EXPORT void set_enabled(wxWindow* control, bool enabled, wxWindow* instead = nullptr);
 
 /// The same for controls that belong together, as the buttons beside a list: the focus goes to the first of

@@ -9,6 +9,7 @@ namespace wx_helpers1 {
 /// Calls `action` where no exception may pass: from a timer, an event source or a signal handler of C code.
 /// What it throws goes the way of exceptions in the toolkit's own events: to
 /// wxApp::OnExceptionInMainLoop(), which decides whether the program goes on. GUI thread.
+/// @since 3.1
 template <class Action>
 void guarded(Action&& action)
 {

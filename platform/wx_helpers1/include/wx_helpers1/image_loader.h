@@ -29,6 +29,7 @@ public:
 
     /// An empty picture when there is none of that name, or it cannot be read.
     wxStaticPicture load_static_picture(const std::string& name);
+    /// The same with an animation.
     wxAnimation load_animation(const std::string& name);
 
 private:

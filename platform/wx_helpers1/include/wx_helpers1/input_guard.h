@@ -1,3 +1,4 @@
+/// @file
 /// Keeps a window that nobody asked for from being answered by keys and clicks that were meant for another.
 /// GUI thread.
 #pragma once
@@ -27,19 +28,24 @@ namespace wx_helpers1 {
 ///
 /// For windows that may come by themselves and that a single key answers: messages, questions. Not for those
 /// that only the user opens. What a screen reader activates is never held back.
+/// @since 3.1
 WX_HELPERS1_EXPORT void guard_input(wxTopLevelWindow* window);
 
 /// For a guarded window that shows another question in place of the last: keys that are held now do nothing
 /// in it until they were released.
+/// @since 3.1
 WX_HELPERS1_EXPORT void ignore_held_keys(wxTopLevelWindow* window);
 
 /// Whether the window is holding keys and clicks back.
+/// @since 3.1
 WX_HELPERS1_EXPORT bool is_input_held_back(wxTopLevelWindow* window);
 
 /// Calls back once, when the window takes keys; at once when it does already. Not when it goes first.
+/// @since 3.1
 WX_HELPERS1_EXPORT void when_input_is_taken(wxTopLevelWindow* window, std::function<void()> callback);
 
 /// For programs with other ideas of time, as tests.
+/// @since 3.1
 struct input_guard_times_t
 {
     std::int64_t wait = 400;           ///< of an unasked window, in milliseconds; 0 waits never
@@ -48,6 +54,7 @@ struct input_guard_times_t
 };
 
 /// For windows that are shown from now on.
+/// @since 3.1
 WX_HELPERS1_EXPORT void set_input_guard_times(const input_guard_times_t& times);
 
 } // namespace wx_helpers1

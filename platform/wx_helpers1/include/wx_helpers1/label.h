@@ -1,3 +1,4 @@
+/// @file
 /// What a static text of the toolkit lacks for long messages: selecting, wrapping inside words, measuring.
 /// GUI thread; a null label does nothing.
 #pragma once
@@ -17,6 +18,7 @@ namespace wx_helpers1 {
 /// The text with a mark in front of each line that holds letters of the other direction. The toolkit gives a
 /// line the direction of its first letter, isolated or not: a sentence that begins with a name from another
 /// script, or is broken in front of one, would run the wrong way. set_label_text() does it. Any thread.
+/// @since 3.1
 WX_HELPERS1_EXPORT std::string with_direction(const std::string& text);
 
 /// Sets the text as it stands: '&' shows as itself, bytes that are not UTF-8 as U+FFFD.
@@ -49,6 +51,7 @@ WX_HELPERS1_EXPORT int height_for_width(wxStaticText* label, int width);
 
 /// Marks the text of a label, a check box, a radio button or a button with a colour behind it, and nothing
 /// else of it: a check box keeps its box. An invalid colour takes the mark away.
+/// @since 3.1
 WX_HELPERS1_EXPORT void set_label_background(wxWindow* control, const wxColour& colour);
 
 } // namespace wx_helpers1

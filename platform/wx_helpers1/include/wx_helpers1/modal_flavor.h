@@ -24,6 +24,7 @@ public:
 
 /// Shows a dialog of the toolkit's own, a chooser, modally. When its parent goes meanwhile it is ended with
 /// wxID_CANCEL, and left without a parent rather than destroyed with it: it may live on the caller's stack.
+/// @since 3.1
 WX_HELPERS1_EXPORT int show_modal_chooser(wxDialog& dialog);
 
 /// The modal run of a dialog: a loop that cannot outlive what the user sees of it.
@@ -35,6 +36,7 @@ WX_HELPERS1_EXPORT int show_modal_chooser(wxDialog& dialog);
 /// meanwhile.
 ///
 /// Part of modal_flavor; GUI thread.
+/// @since 3.1
 class WX_HELPERS1_EXPORT modal_run_t
 {
 public:
@@ -92,6 +94,7 @@ public:
     void EndModal(int code) override { m_modal.end(code); }
     bool IsModal() const override { return m_modal.is_running(); }
     /// Whether the last modal run ended without an answer, because its parent went.
+    /// @since 3.1
     bool was_abandoned() const { return m_modal.was_abandoned(); }
 
 private:

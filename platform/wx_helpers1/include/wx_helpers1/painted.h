@@ -1,3 +1,4 @@
+/// @file
 /// Learning when a window is really on the screen: for scripts that drive a program, pictures, and
 /// measurements. GUI thread.
 #pragma once
@@ -20,6 +21,7 @@ WX_HELPERS1_EXPORT void when_next_window_is_painted(std::function<void(wxTopLeve
 
 /// What the screen shows in a rectangle of it; not valid where the desktop does not tell. At a window scale
 /// of 2 the picture is twice as large as the rectangle.
+/// @since 3.1
 WX_HELPERS1_EXPORT wxImage get_screen_pixels(const wxRect& rect);
 
 /// Writes what the screen shows where the window is, frame included, as a PNG file; under Wayland, what the

@@ -1,3 +1,4 @@
+/// @file
 /// Pictures as values: cheap to copy, sharp at any scale, in the theme's ink.
 #pragma once
 
@@ -28,6 +29,7 @@ public:
     wxStaticPicture() = default;
     /// @param size in pixels, at the usual size of texts. A drawing that cannot be read gives an empty picture.
     static wxStaticPicture from_svg(const std::string& svg, const wxSize& size);
+    /// Of pixels, which are not sharp at other scales.
     static wxStaticPicture from_image(const wxImage& image);
 
     bool is_empty() const { return !m_data; }
@@ -58,6 +60,7 @@ public:
 
     bool is_empty() const { return m_frames.empty(); }
     std::size_t get_frame_count() const { return m_frames.size(); }
+    /// Counted on from the beginning behind the last; there must be one.
     const wxStaticPicture& get_frame(std::size_t index) const { return m_frames.at(index % m_frames.size()); }
     int get_delay() const { return m_delay; }
 

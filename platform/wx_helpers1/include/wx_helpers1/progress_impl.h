@@ -41,16 +41,20 @@ public:
     double getTotalSteps() override;
     bool isCanceled() override;
     /// Whether finish() was the last that the worker said.
+    /// @since 3.1
     bool is_finished() const { return m_finished; }
 
     int get_steps() const { return m_steps; }
     /// How many steps of the bar have been posted since start().
     int get_reported() const { return m_reported.load(std::memory_order_relaxed); }
 
+    /// Work began; what is being done.
     gen_helpers2::signal_t<std::string>& start_signal() { return m_start; }
     /// How many more steps to fill.
     gen_helpers2::signal_t<int>& progressed_signal() { return m_progressed; }
+    /// What is being done now.
     gen_helpers2::signal_t<std::string>& message_signal() { return m_message; }
+    /// The work was asked to stop.
     gen_helpers2::signal_t<>& cancel_signal() { return m_cancel; }
 
 private:

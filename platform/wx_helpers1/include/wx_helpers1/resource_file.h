@@ -1,3 +1,4 @@
+/// @file
 /// Reading resources from archives. A resource is named "<archive>#zip:<member>"; any characters may stand in
 /// the archive's path. A missing or damaged file, archive or member gives false and leaves nothing behind.
 /// Any thread.

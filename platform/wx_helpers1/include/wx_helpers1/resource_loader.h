@@ -35,9 +35,10 @@ public:
     /// before (empty, after a failed load) is filled. A null parent gives false.
     bool load_panel(wxPanel* panel, wxWindow* parent, const std::string& object_name) const;
 
+    /// Whether a layout can be had.
     enum class state_t
     {
-        ok,
+        ok,          ///< it can be had
         no_resource, ///< the archive or its member cannot be read
         no_object    ///< the resource has no object of that name
     };

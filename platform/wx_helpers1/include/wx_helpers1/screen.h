@@ -14,6 +14,7 @@ WX_HELPERS1_EXPORT unsigned display_near(const wxWindow* window);
 
 /// Puts a window where it is to be when it is shown next. The toolkit's own way is forgotten by one that was
 /// shown before and is hidden now: it would come back where it was.
+/// @since 3.1
 WX_HELPERS1_EXPORT void place_window(wxTopLevelWindow* window, const wxPoint& position);
 
 } // namespace wx_helpers1

@@ -9,6 +9,7 @@ namespace wx_helpers1 {
 /// A window that scrolls what has no room in it. The layouts of resources have it in place of the toolkit's,
 /// which lets what is in it believe that it gets the room of the scroll bar as well: a text that breaks its
 /// own lines is then too wide, and nobody tells it better.
+/// @since 3.1
 class WX_HELPERS1_EXPORT scroll_area_t : public wxScrolledWindow
 {
 public:

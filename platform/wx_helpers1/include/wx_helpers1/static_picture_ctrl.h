@@ -22,8 +22,10 @@ class WX_HELPERS1_EXPORT static_picture_ctrl_t : public wxStaticBitmap, public g
 public:
     static_picture_ctrl_t() = default;
     static_picture_ctrl_t(wxWindow* parent, wxWindowID id);
+    /// The second step of what was made without arguments.
     bool Create(wxWindow* parent, wxWindowID id);
 
+    /// Shows another picture, an animation from its beginning.
     void set_picture(const picture_t& picture);
     const picture_t& get_picture() const { return m_picture; }
     /// What the picture says, for screen readers and as the tool tip.

@@ -7,11 +7,11 @@ namespace wx_helpers1 {
 /// How a block of text is to look, by what it is for.
 enum class style_t
 {
-    normal,
+    normal,    ///< as any text
     secondary, ///< less important than what stands around it
-    error,
-    warning,
-    notice ///< on the background of notices
+    error,     ///< something failed
+    warning,   ///< something may fail
+    notice     ///< on the background of notices
 };
 
 /// The number of the colour of its text.

@@ -1,3 +1,4 @@
+/// @file
 /// Work for the GUI thread, posted from any thread.
 ///
 ///     wx_helpers1::tasks::Scheduler::Initialize();                 // the host, once, on the GUI thread
@@ -20,6 +21,11 @@
 
 namespace wx_helpers1::tasks {
 
+/// Runs tasks on the GUI thread, in the order in which they were posted, from any thread.
+///
+///     tasks::Scheduler::Post([window_signal] { window_signal.emit(); });
+///
+/// A task carries copies of what it needs, as of signals: its window may be gone when it runs.
 class WX_HELPERS1_EXPORT Scheduler
 {
 public:
@@ -27,10 +33,12 @@ public:
     static void Initialize();
     /// Stops taking tasks and drops those that have not run. GUI thread.
     static void Shutdown();
+    /// Whether tasks are taken. Any thread.
     static bool IsInitialized();
     /// Queues a task. Without an initialised scheduler it is an assertion and the task is lost.
     static void Post(std::function<void()> task);
     /// How often the scheduler was started: tasks that were posted before a later start are lost. Any thread.
+    /// @since 3.1
     static int GetStarts();
 };
 
@@ -41,14 +49,17 @@ public:
 ///         PostSignal(m_something_came);
 ///     ...
 ///     m_task.begins();               // first of all in the task
+/// @since 3.1
 class posted_task_t
 {
 public:
+    /// Whether no task is on its way; from then on one counts as being.
     bool must_be_posted()
     {
         const int starts = Scheduler::GetStarts();
         return std::exchange(m_posted_in, starts) != starts;
     }
+    /// The task has come: the next occasion needs another one.
     void begins() { m_posted_in = none; }
 
 private:

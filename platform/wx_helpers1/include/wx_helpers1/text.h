@@ -1,3 +1,4 @@
+/// @file
 /// The border between our strings (UTF-8 bytes) and the toolkit's.
 ///
 /// Use these three functions, never wxString::FromUTF8(): that one answers one bad byte with an empty
@@ -35,6 +36,7 @@ WX_HELPERS1_EXPORT wxString to_plain_label(const std::string& utf8);
 /// The conversions of window titles, in the encoding of the current locale. In a UTF-8 locale, and in the
 /// "C" locale, which cannot carry our texts, they are to_wx() and from_wx().
 WX_HELPERS1_EXPORT wxString to_wx_locale(const std::string& text);
+/// The way back.
 WX_HELPERS1_EXPORT std::string from_wx_locale(const wxString& text);
 
 } // namespace wx_helpers1

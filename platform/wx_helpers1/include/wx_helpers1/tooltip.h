@@ -1,3 +1,4 @@
+/// @file
 /// Tool tips. GUI thread; a null window does nothing.
 #pragma once
 

@@ -16,6 +16,7 @@ namespace wx_helpers1 {
 /// Numbers of the fonts, colours and metrics that the settings answer for.
 struct ui_font
 {
+    /// For ui_settings_t::get_font().
     enum number_t
     {
         text = 1,
@@ -23,8 +24,10 @@ struct ui_font
     };
 };
 
+/// Numbers of colours.
 struct ui_colour
 {
+    /// For ui_settings_t::get_colour().
     enum number_t
     {
         border = 3,
@@ -38,19 +41,22 @@ struct ui_colour
     };
 };
 
+/// Numbers of lengths.
 struct ui_metric
 {
+    /// For ui_settings_t::get_metric().
     enum number_t
     {
         window_border = 5
     };
 };
 
+/// Which form of the theme is asked for.
 enum class theme_t
 {
     system, ///< what the desktop says
-    light,
-    dark
+    light,  ///< its light form
+    dark    ///< its dark form
 };
 
 /// The look of the product's windows, taken from the running theme: fonts, colours, metrics, and a signal
@@ -70,6 +76,7 @@ class WX_HELPERS1_EXPORT ui_settings_t
 public:
     /// Makes the single instance from the running theme; calling it again changes nothing.
     static void initialize();
+    /// Forgets the instance; before the toolkit ends.
     static void shutdown();
     /// The instance, or null before initialize() and after shutdown().
     static ui_settings_t* get();
@@ -81,7 +88,10 @@ public:
     wxFont get_font(int number) const;
     /// The average width of the font's characters, in pixels; at least 1.
     int get_char_width(int number) const;
+    /// One of ui_colour's numbers, as the theme has it now.
     wxColour get_colour(int number) const;
+    /// The same as get_colour().
+    /// @since 3.1
     wxColour get_color(int number) const { return get_colour(number); }
     /// In pixels.
     int get_metric(int number) const;
@@ -91,13 +101,16 @@ public:
 
     /// How much larger texts are than usual, in quarters; at least 1. What stands beside texts and is drawn
     /// grows with them.
+    /// @since 3.1
     double get_text_scale() const;
     /// How often the look has changed: what was measured at another count is out of date.
+    /// @since 3.1
     int get_change_count() const;
 
     /// Raised once a change of theme, font or scale is in force; read everything again then.
     gen_helpers2::signal_t<>& changed();
     /// Raised after it, when all that is in windows has the new look: they fit themselves to it then.
+    /// @since 3.1
     gen_helpers2::signal_t<>& settled();
 
     /// Puts the process into the light or the dark form of its theme. `changed()` follows.

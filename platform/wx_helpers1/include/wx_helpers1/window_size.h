@@ -16,6 +16,7 @@ namespace wx_helpers1 {
 ///     ...                                              // when the look has changed:
 ///     size.take_over();
 ///     size.give();
+/// @since 3.1
 class WX_HELPERS1_EXPORT window_size_t
 {
 public:

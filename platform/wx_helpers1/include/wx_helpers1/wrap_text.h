@@ -1,3 +1,4 @@
+/// @file
 /// Breaking texts into lines of a width in pixels. GUI thread.
 #pragma once
 

@@ -19,6 +19,7 @@ class element_adapter_t;
 /// The states of a drawn element, as flags: what a table of pictures is filled by.
 struct element_state
 {
+    /// One bit a state.
     enum flag_t
     {
         normal = 1,
@@ -64,13 +65,16 @@ public:
         return made;
     }
 
+    /// Its place in the window, in pixels.
     void set_rect(const wxRect& rect);
     const wxRect& get_rect() const { return m_rect; }
     /// What it would like to have, in pixels.
     virtual wxSize get_best_size() const;
 
+    /// Hides it, with all within, or shows it again.
     void show(bool shown);
     bool is_shown() const { return m_shown; }
+    /// Disables it, with all within, or enables it again.
     void enable(bool enabled);
     /// Whether it and all around it are enabled.
     bool is_enabled() const;
@@ -83,6 +87,7 @@ public:
     void set_target(element_t* target) { m_target = target; }
     /// Where the focus is marked.
     virtual wxRect get_focus_rect() const;
+    /// What a screen reader is told of it.
     virtual element_description_t describe() const;
 
     /// One of element_state's flags.

@@ -25,6 +25,7 @@ public:
     /// Marks the focus around more than the picture.
     void set_focus_rect(const wxRect& rect);
 
+    /// Raised when it is operated, by mouse, keyboard or a screen reader.
     gen_helpers2::signal_t<>& clicked() { return m_clicked; }
 
     bool is_active() const override { return true; }

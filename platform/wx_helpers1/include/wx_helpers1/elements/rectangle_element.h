@@ -12,7 +12,9 @@ class WX_HELPERS1_EXPORT rectangle_element_t : public element_t
 public:
     /// An invalid colour, which it begins with, fills nothing.
     void set_fill(const wxColour& colour);
+    /// The colour of the border.
     void set_border(const wxColour& colour);
+    /// Whether there is one; not at first.
     void show_border(bool shown);
     /// How far what is drawn stays inside of the element's place, in pixels on each side.
     void set_margin(int margin);

@@ -14,9 +14,12 @@ namespace wx_helpers1 {
 class WX_HELPERS1_EXPORT text_element_t : public element_t
 {
 public:
+    /// UTF-8, in one line.
     void set_text(const std::string& text);
     const std::string& get_text() const { return m_text; }
+    /// Without one it has the window's.
     void set_font(const wxFont& font);
+    /// The ink, and that of a disabled text.
     void set_colours(const wxColour& enabled, const wxColour& disabled);
 
     /// (0, 0) for an empty text, and before it is part of a window.
