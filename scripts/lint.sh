@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What is wrong with the sources that no compiler says: their format, words, scripts, layers, and the public headers'
-# independence of each other. Changes nothing.
+# What is wrong with the sources that no compiler says: their format, words, scripts, layers, the public headers'
+# independence of each other, and what they and the documents leave unsaid. Changes nothing but build/docs.
 #
 #   scripts/lint.sh          all files; the headers need a build folder (cmake --preset release)
 #   scripts/lint.sh --quick  without compiling: for a hook before each commit
@@ -73,6 +73,7 @@ headers_stand_alone() {
 }
 
 $quick || check "headers stand alone" headers_stand_alone
+$quick || check "documents" scripts/docs.sh
 
 if [ ${#failed[@]} -gt 0 ]; then
     printf '%d of the checks failed: %s\n' ${#failed[@]} "${failed[*]}"

@@ -11,6 +11,8 @@ packages=(
     libgtest-dev libbenchmark-dev geany clang libclang-rt-14-dev llvm
     # linters
     clang-format clang-tidy shellcheck codespell pyflakes3
+    # documents
+    doxygen
     # a desktop without a screen: display, window manager, keyboard, pictures, accessibility
     xvfb xauth openbox xsettingsd weston xdotool python3-xlib xclip imagemagick dbus-x11
     at-spi2-core libatk-adaptor python3-pyatspi gir1.2-atspi-2.0 orca locales

@@ -307,5 +307,27 @@ class LayerTest(CheckTest):
         ])
 
 
+class DocumentedTest(CheckTest):
+    command = "check_documented.py", "w.txt"
+    WARNED = [("~c_t()", "function", 4), ("f() override", "function", 5), ("get_x() const", "function", 6),
+              ("set_y(int y)", "function", 7), ("m_z", "variable", 9), ("on_a(wxCommandEvent &event)", "function", 10)]
+    TREE = {
+        "a.h": "#pragma once\n/// A class.\nclass c_t\n~c_t();\nvoid f() override;\nint get_x() const;\nvoid set_y(int y);\n"
+               "int get_y(); ///< The y.\nint m_z;\nvoid on_a(wxCommandEvent& event);\n",
+        "w.txt": "".join(f"a.h:{line}: warning: Member {name} ({kind}) of class c_t is not documented.\n"
+                         for name, kind, line in WARNED),
+    }
+
+    def test_faults(self):
+        self.faults(self.TREE, [
+            ("a.h", "f() override", "f()", "a.h:5", "Member f()"),
+            ("w.txt", "get_x() const", "get_x(int) const", "a.h:6", "Member get_x(int)"),
+            ("a.h", " ///< The y.", " // the y", "a.h:7", "Member set_y"),
+            ("w.txt", "m_z (variable)", "m_z (enumeration)", "a.h:9", "Member m_z"),
+            ("w.txt", "Member m_z (variable) of class c_t is", "Compound d_t is", "a.h:9", "Compound d_t"),
+            ("w.txt", "on_a(wxCommandEvent &event)", "on_a()", "a.h:10", "Member on_a()"),
+        ])
+
+
 if __name__ == "__main__":
     unittest.main()
