@@ -15,6 +15,7 @@ function(commondlg3_add_library name)
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_include_directories(${name} PRIVATE ${ARG_FOLDER}/src)
     target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:commondlg3_settings>)
+    target_compile_features(${name} INTERFACE cxx_std_17)
     target_link_options(${name} PRIVATE -Wl,--no-undefined)
     if(COMMONDLG3_SANITIZE)
         # Sanitizer run-time symbols come from the executable.

@@ -32,6 +32,22 @@ namespace commondlg3 {
 /// and wxChoice an int (of the choice its place, from 0), wxTextCtrl and wxComboBox a text. One that is
 /// missing keeps its setting as it is. A value of another type than the default's counts as none.
 ///
+/// A page of a few controls needs no layout: it makes them itself, each with the id of its name.
+///
+///     explicit sampling_page_t(commondlg3::settings_file_ptr_t file) : form_page_t(std::move(file), "sampling")
+///     {
+///         add("with_stacks", "m_with_stacks", true);
+///     }
+///     void make_controls(wxPanel& page) override
+///     {
+///         auto* rows = new wxBoxSizer(wxVERTICAL);
+///         rows->Add(new wxCheckBox(&page, XRCID("m_with_stacks"), "&Stacks"), 0, wxALL, 12);
+///         page.SetSizer(rows);
+///     }
+///
+/// Whoever needs the settings asks the page, when it is shown and when it is not: get_settings() has what is
+/// kept, and what the product begins with where nothing is.
+///
 /// For a page that checks more than a form can, override validate(), and get the controls by find(). GUI
 /// thread, as preferences_page_t says.
 /// @since 3.1
@@ -49,6 +65,8 @@ public:
 
     /// @param name the page's, and of the child in which its settings are kept
     form_page_t(settings_file_ptr_t file, std::string name, layout_t layout);
+    /// Without a layout: make_controls() makes what is on the page.
+    form_page_t(settings_file_ptr_t file, std::string name);
     ~form_page_t() override;
 
     std::string get_name() const override { return m_name; }
@@ -67,6 +85,8 @@ public:
 protected:
     /// For the constructor.
     void add(const std::string& name, const std::string& control, gen_helpers2::variant_t usual);
+    /// Puts controls onto the page, and lays them out; with a layout it is not called.
+    virtual void make_controls(wxPanel& page);
     /// From the layout's catalog.
     std::string text(const std::string& key) const;
     /// A control of the page by its object name; null before create(), or when it is not there.

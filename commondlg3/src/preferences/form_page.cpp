@@ -11,6 +11,7 @@
 #include <wx/spinctrl.h>
 #include <wx/textctrl.h>
 
+#include <functional>
 #include <utility>
 
 namespace commondlg3 {
@@ -29,6 +30,27 @@ public:
         m_catalog_name = layout.catalog;
         set_resource_object(layout.object);
     }
+};
+
+/// Those that the page makes itself.
+class made_form_t : public pref_base_t
+{
+public:
+    explicit made_form_t(std::function<void(wxPanel&)> make_controls)
+        : m_make_controls(std::move(make_controls))
+    {
+    }
+
+    bool load_from_xml_resource(wxWindow* parent, const std::string&, const std::string&,
+                                const std::string&) override
+    {
+        Create(parent);
+        m_make_controls(*this);
+        return true;
+    }
+
+private:
+    std::function<void(wxPanel&)> m_make_controls;
 };
 
 /// The empty variant for a control that holds none.
@@ -72,7 +94,14 @@ form_page_t::form_page_t(settings_file_ptr_t file, std::string name, layout_t la
 {
 }
 
+form_page_t::form_page_t(settings_file_ptr_t file, std::string name)
+    : form_page_t(std::move(file), std::move(name), layout_t())
+{
+}
+
 form_page_t::~form_page_t() = default;
+
+void form_page_t::make_controls(wxPanel&) {}
 
 void form_page_t::add(const std::string& name, const std::string& control, variant_t usual)
 {
@@ -108,7 +137,10 @@ std::vector<gen_helpers2::path_t> form_page_t::get_files() const
 
 pref_base_t* form_page_t::create(wxWindow* parent)
 {
-    m_page = new form_t(m_layout);
+    if (m_layout.object.empty())
+        m_page = new made_form_t([this](wxPanel& page) { make_controls(page); });
+    else
+        m_page = new form_t(m_layout);
     m_page->create(parent);
     set_settings(get_kept());
     return m_page.get();

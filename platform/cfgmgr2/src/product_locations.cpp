@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <dlfcn.h>
 #include <vector>
 
 namespace cfgmgr2 {
@@ -13,13 +14,26 @@ namespace {
 
 using gen_helpers2::path_t;
 
-/// The "share" folder of the installation, or of the build tree, that the running program belongs to.
+/// Where this library was loaded from.
+path_t library_directory()
+{
+    Dl_info library;
+    return dladdr(reinterpret_cast<const void*>(&IProductLocations::get), &library) && library.dli_fname
+               ? path_t(library.dli_fname).parent()
+               : path_t();
+}
+
+/// The "share" folder of the installation, or of the build tree, that the running program belongs to, or else
+/// the library: below a folder for libraries there may be one for the machine's kind.
 path_t share_directory()
 {
     const path_t program = gen_helpers2::stdpaths::get_executable_dir();
     const path_t near = program / "../share";
-    const path_t far = program / "../../share";
-    return !(near / "commondlg3").is_directory() && (far / "commondlg3").is_directory() ? far : near;
+    const path_t library = library_directory();
+    for (const path_t& share : {near, program / "../../share", library / "../share", library / "../../share"})
+        if ((share / "commondlg3").is_directory())
+            return share;
+    return near;
 }
 
 path_t config_directory_for(std::string name)

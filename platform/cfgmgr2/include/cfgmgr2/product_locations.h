@@ -34,15 +34,16 @@ public:
     /// The user's folder for settings; need not exist.
     virtual gen_helpers2::path_t get_config_directory() const = 0;
 
-    /// Never null. Until a host sets its own: no names, and the folders found beside the running program. The
-    /// object stays until the process ends, even when another is set later.
+    /// Never null. Until a host sets its own: no names, and the folders found beside the running program, or else
+    /// beside the library. The object stays until the process ends, even when another is set later.
     static IProductLocations* get();
 
     /// Null brings the initial one back. Catalogs already loaded are forgotten.
     static void set(std::shared_ptr<IProductLocations> locations);
 };
 
-/// Locations given by value. A folder left empty is the one found beside the running program.
+/// Locations given by value. A folder left empty is the one found beside the running program, or else beside
+/// the library, where a program that is not installed with it finds it.
 class CFGMGR2_EXPORT product_locations_t : public IProductLocations
 {
 public:
