@@ -174,20 +174,20 @@ private:
         wx_helpers1::set_enabled(m_search, false);
         const search_t work{wx_helpers1::from_wx(wxGetHomeDir()), m_page->get_megabytes(),
                             m_page->searches_hidden(), m_log->get_messenger(m_tag), m_progress};
-        m_worker = std::thread(
-            [work, ended = m_ended] { wx_helpers1::tasks::PostSignal(ended, work.run()); });
+        m_worker =
+            std::thread([work, ended = m_ended] { wx_helpers1::tasks::PostSignal(ended, work.run()); });
     }
 
     void on_ended(int found)
     {
         m_worker.join();
+        const bool complete = !m_progress->isCanceled() && !m_log->has_severity(m_tag, msngr2::sev_error);
         standard_message_t::ptr_t entry(new standard_message_t);
         entry->picture = standard_message_t::get_icon_by_type(
-            m_progress->isCanceled() ? standard_message_t::icon_types_t::warning
-                                     : standard_message_t::icon_types_t::success);
+            complete ? standard_message_t::icon_types_t::success : standard_message_t::icon_types_t::warning);
         entry->caption = "Large files: " + std::to_string(found);
-        if (m_progress->isCanceled())
-            entry->message = "The search was cancelled; there may be more.";
+        if (!complete)
+            entry->message = "The search did not come to its end; there may be more.";
         m_log->update_message(m_tag, entry, {});
         m_search->Enable();
     }

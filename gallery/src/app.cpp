@@ -11,21 +11,13 @@
 #include "restart.h"
 #include "usage_record.h"
 
-#include <cfgmgr2/message_catalog.h>
-#include <cfgmgr2/product_locations.h>
-#include <commondlg3/inplace_contents.h>
-#include <gen_helpers2/log.h>
+#include <commondlg3/product_app.h>
 #include <gen_helpers2/stdpaths.h>
-#include <wx_helpers1/layout_direction.h>
 #include <wx_helpers1/painted.h>
-#include <wx_helpers1/tasks.h>
 #include <wx_helpers1/ui_settings.h>
-
-#include <wx/app.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -40,34 +32,23 @@ constexpr int exit_findings = 4;
 // The command line is read before the toolkit starts: the language must be known to it.
 options_t options;
 
-void set_product()
-{
-    const cfgmgr2::IProductLocations* found = cfgmgr2::IProductLocations::get();
-    auto product = std::make_shared<cfgmgr2::product_locations_t>();
-    product->resource_directory = found->get_resource_directory();
-    product->locale_directory = found->get_locale_directory();
-    product->product_name = "Vorbex Performance Studio";
-    product->product_short_name = "Vorbex";
-    product->config_directory = options.config_dir.empty()
-                                    ? gen_helpers2::stdpaths::get_user_config_dir() / "vorbex"
-                                    : gen_helpers2::path_t(options.config_dir);
-    cfgmgr2::IProductLocations::set(product);
-}
-
 } // namespace
 
-class app_t : public wxApp
+class app_t : public commondlg3::product_app_t
 {
 public:
+    app_t() : product_app_t("Vorbex Performance Studio", "Vorbex")
+    {
+        get_product().config_directory = options.config_dir.empty()
+                                             ? gen_helpers2::stdpaths::get_user_config_dir() / "vorbex"
+                                             : gen_helpers2::path_t(options.config_dir);
+    }
+
     bool OnInit() override
     {
-        set_product();
+        if (!product_app_t::OnInit())
+            return false;
         set_feature_variables();
-        if (!options.language.empty())
-            cfgmgr2::set_language(options.language);
-        wx_helpers1::set_right_to_left(cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()));
-        wx_helpers1::tasks::Scheduler::Initialize();
-        wx_helpers1::ui_settings_t::initialize();
         if (!options.theme.empty())
             wx_helpers1::ui_settings_t::get()->set_theme(
                 options.theme == "dark" ? wx_helpers1::theme_t::dark : wx_helpers1::theme_t::light);
@@ -75,22 +56,6 @@ public:
         SetExitOnFrameDelete(options.show.empty() || options.audit);
         CallAfter([this] { start(); });
         return true;
-    }
-
-    // The toolkit gives each window this direction as it is made.
-    wxLayoutDirection GetLayoutDirection() const override
-    {
-        return cfgmgr2::language_is_right_to_left(cfgmgr2::get_language()) ? wxLayout_RightToLeft
-                                                                           : wxLayout_LeftToRight;
-    }
-
-    // A dialog about a mistake in the program would ask the user what to do about it.
-    void OnAssertFailure(const wxChar* file, int line, const wxChar*, const wxChar* condition,
-                         const wxChar* message) override
-    {
-        const wxString where =
-            wxString::Format("%s:%d: %s %s", file, line, condition, message ? message : wxT(""));
-        gen_helpers2::log_error("toolkit", where.utf8_string());
     }
 
     // The options are ours, not the toolkit's.
@@ -107,10 +72,7 @@ public:
     {
         if (is_used_by_a_person())
             report_usage();
-        commondlg3::inplace_contents_t::wait_until_saved();
-        wx_helpers1::tasks::Scheduler::Shutdown();
-        wx_helpers1::ui_settings_t::shutdown();
-        return wxApp::OnExit();
+        return product_app_t::OnExit();
     }
 
 private:
@@ -168,7 +130,6 @@ wxIMPLEMENT_APP_NO_MAIN(gallery::app_t);
 
 int main(int argc, char** argv)
 {
-    const gen_helpers2::log_lifetime_t log;
     std::string error;
     gallery::options = gallery::parse_options(argc, argv, error);
     if (!error.empty() || gallery::options.help) {
@@ -180,7 +141,7 @@ int main(int argc, char** argv)
     const auto& asked = gallery::options;
     if (asked.audit && (asked.language.empty() || asked.theme.empty() || !std::getenv("GDK_DPI_SCALE")))
         return gallery::audit_everywhere(arguments);
-    // The toolkit's own texts (menus of its text fields) follow the same language.
+    // So that the toolkit's own texts (menus of its text fields) follow the same language.
     if (!gallery::options.language.empty())
         setenv("LANGUAGE", gallery::options.language.c_str(), 1);
     const int code = wxEntry(argc, argv);

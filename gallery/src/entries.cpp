@@ -31,19 +31,26 @@ using nlohmann::json;
 
 entry_t message(const std::string& id, json data)
 {
-    return {id, catalog_key("gallery.category.messages"), message_object, std::move(data), open_message};
+    return {id,
+            catalog_key("gallery.category.messages"),
+            message_object,
+            "message_entries.cpp",
+            std::move(data),
+            open_message};
 }
 
 template <class Open>
-entry_t dialog(const std::string& id, const char* object, const Open& open, json data = nullptr)
+entry_t dialog(const std::string& id, const char* object, const char* source, const Open& open,
+               json data = nullptr)
 {
-    return {id, catalog_key("gallery.category.dialogs"), object, std::move(data), open};
+    return {id, catalog_key("gallery.category.dialogs"), object, source, std::move(data), open};
 }
 
 template <class Open>
-entry_t page(const std::string& id, const char* object, const Open& open, json data = nullptr)
+entry_t page(const std::string& id, const char* object, const char* source, const Open& open,
+             json data = nullptr)
 {
-    return {id, catalog_key("gallery.category.pages"), object, std::move(data), open};
+    return {id, catalog_key("gallery.category.pages"), object, source, std::move(data), open};
 }
 
 json with_texts_of(message_sample_t sample, json extra = json::object())
@@ -70,35 +77,41 @@ std::vector<entry_t> make_entries()
         message("message_check_box", with_check_box(sample_data(sample::warning))),
         message("message_named_buttons", with_named_buttons(sample_data(sample::warning))),
         message("message_support", with_support(sample_data(sample::error))),
-        {"message_storm", catalog_key("gallery.category.messages"), center_object, storm_data(),
-         open_message_center},
+        {"message_storm", catalog_key("gallery.category.messages"), center_object, "message_entries.cpp",
+         storm_data(), open_message_center},
         message("message_long", with_long_text(sample_data(sample::error))),
         message("message_long_word", with_long_word(sample_data(sample::error))),
-        {"message_box", catalog_key("gallery.category.messages"), "show_msg_box",
+        {"message_box", catalog_key("gallery.category.messages"), "show_msg_box", "message_entries.cpp",
          sample_data(sample::warning), open_message_box},
-        dialog("dialog_example", example_dialog_t::object_name, open_example_dialog),
-        page("page_example", example_page_t::object_name, open_example_page),
-        page("log", log_object, open_log),
-        page("log_progress", log_object, open_progress_page),
-        page("log_walk", log_object, open_walk_page),
-        page("log_command", log_object, open_command_page),
-        page("log_flood", log_object, open_flood_page),
-        page("caption", caption_page_t::object_name, open_caption_page),
-        page("simple_message", simple_message_page_t::object_name, open_simple_message_page),
-        page("advanced_panel", advanced_panel_page_t::object_name, open_advanced_panel_page),
-        dialog("preferences", preferences_object, open_preferences),
-        page("page_result_saving", result_saving_page_t::object_name, open_result_saving_page),
-        page("page_editor", editor_page_t::object_name, open_editor_page),
-        dialog("open_source", open_source_dialog_t::object_name, open_open_source_dialog),
-        page("page_experimental", experimental_page_t::object_name, open_experimental_page),
-        page("page_silenced", silenced_object, open_silenced_page),
-        page("page_consent", consent_page_t::object_name, open_consent_page, undecided),
-        dialog("dialog_consent", consent_dialog_object, open_consent_dialog, undecided),
-        dialog("dialog_ask", ask_object, open_ask_dialog),
-        dialog("dialog_clipboard", clipboard_object, open_clipboard_dialog),
-        page("page_search_dirs", search_dirs_page_t::object_name, open_search_dirs_tab),
-        page("panel_search_dirs", "panel.search_dir", open_search_dirs_panel),
-        page("page_file_finder", "pref.file_finder_pp", open_file_finder_page),
+        dialog("dialog_example", example_dialog_t::object_name, "example_dialog.cpp", open_example_dialog),
+        page("page_example", example_page_t::object_name, "example_page.cpp", open_example_page),
+        page("log", log_object, "log_page.cpp", open_log),
+        page("log_progress", log_object, "log_progress.cpp", open_progress_page),
+        page("log_walk", log_object, "log_workers.cpp", open_walk_page),
+        page("log_command", log_object, "command_page.cpp", open_command_page),
+        page("log_flood", log_object, "log_workers.cpp", open_flood_page),
+        page("caption", caption_page_t::object_name, "caption_page.cpp", open_caption_page),
+        page("simple_message", simple_message_page_t::object_name, "simple_message_page.cpp",
+             open_simple_message_page),
+        page("advanced_panel", advanced_panel_page_t::object_name, "advanced_panel_page.cpp",
+             open_advanced_panel_page),
+        dialog("preferences", preferences_object, "preferences_entry.cpp", open_preferences),
+        page("page_result_saving", result_saving_page_t::object_name, "result_saving_page.cpp",
+             open_result_saving_page),
+        page("page_editor", editor_page_t::object_name, "editor_page.cpp", open_editor_page),
+        dialog("open_source", open_source_dialog_t::object_name, "open_source_dialog.cpp",
+               open_open_source_dialog),
+        page("page_experimental", experimental_page_t::object_name, "experimental_page.cpp",
+             open_experimental_page),
+        page("page_silenced", silenced_object, "silenced_page.cpp", open_silenced_page),
+        page("page_consent", consent_page_t::object_name, "consent_page.cpp", open_consent_page, undecided),
+        dialog("dialog_consent", consent_dialog_object, "consent_page.cpp", open_consent_dialog, undecided),
+        dialog("dialog_ask", ask_object, "small_dialogs.cpp", open_ask_dialog),
+        dialog("dialog_clipboard", clipboard_object, "small_dialogs.cpp", open_clipboard_dialog),
+        page("page_search_dirs", search_dirs_page_t::object_name, "search_dirs_windows.cpp",
+             open_search_dirs_tab),
+        page("panel_search_dirs", "panel.search_dir", "search_dirs_windows.cpp", open_search_dirs_panel),
+        page("page_file_finder", "pref.file_finder_pp", "search_dirs_windows.cpp", open_file_finder_page),
     };
 }
 

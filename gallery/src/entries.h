@@ -16,6 +16,7 @@ struct entry_t
     std::string id;       ///< names the entry's texts in the catalog, and its picture
     std::string category; ///< catalog key
     std::string object;   ///< resource object, or class where there is none
+    std::string source;   ///< file of the gallery's sources that opens it
     nlohmann::json data;  ///< what it is opened with from the list, and when a script gives nothing else
     /// Opens it over the parent (null: over nothing) and returns when it has ended.
     std::function<int(const nlohmann::json& data, wxWindow* parent)> open;

@@ -4,6 +4,7 @@
 #include "missing_resource.h"
 #include "open_source_dialog.h"
 #include "preferences_entry.h"
+#include "show_code.h"
 
 #include <cfgmgr2/message_catalog.h>
 #include <cfgmgr2/product_locations.h>
@@ -71,13 +72,15 @@ void main_panel_t::on_init_dialog()
     m_description = commondlg3::from_xrc<wxStaticText>(this, "m_description");
     m_status = commondlg3::from_xrc<wxStaticText>(this, "m_status");
     m_open = commondlg3::from_xrc<wxButton>(this, "m_btn_open");
-    if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open)
+    m_code = commondlg3::from_xrc<wxButton>(this, "m_btn_code");
+    if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open || !m_code)
         return;
     wx_helpers1::set_accessible_name(m_list, text("gallery.list"));
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });
     m_list->Bind(wxEVT_LISTBOX_DCLICK, [this](wxCommandEvent&) { open_selected(); });
     m_open->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { open_selected(); });
+    m_code->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { show_code_of_selected(); });
     Bind(wxEVT_CHAR_HOOK, &main_panel_t::on_key, this);
     fill_list();
     m_list->SetFocus();
@@ -139,6 +142,7 @@ void main_panel_t::show_selected()
 {
     const entry_t* entry = selected();
     m_open->Enable(entry != nullptr);
+    m_code->Enable(entry != nullptr);
     m_category->SetLabelText(entry ? to_label(text(entry->category)) : wxString());
     wx_helpers1::set_label_text(m_name, entry ? entry_text(*entry, "name") : text("gallery.nothing_found"));
     wx_helpers1::set_label_text(m_description, entry ? entry_text(*entry, "description") : std::string());
@@ -162,6 +166,15 @@ void main_panel_t::open_selected()
                          ? commondlg3::message_window_t::get_message(
                                "gallery", "status.result", {{"object", entry->object}, {"result", result}})
                          : text("status.messages_in_log")));
+    });
+}
+
+// A message that it could not be opened may outlive this window, as when the language is changed meanwhile.
+void main_panel_t::show_code_of_selected()
+{
+    CallAfter([this] {
+        if (const entry_t* entry = selected(); entry && wx_helpers1::modal_stack_t::depth() == 0)
+            show_code(*entry, wxGetTopLevelParent(this));
     });
 }
 
@@ -222,6 +235,7 @@ void main_window_t::make_menus()
 {
     auto* file = new wxMenu;
     file->Append(wxID_OPEN, to_label(text("menu.open_source")) + "\tCtrl+O");
+    const int code = file->Append(wxID_ANY, to_label(text("gallery.show_code")) + "\tCtrl+U")->GetId();
     file->Append(wxID_PREFERENCES, to_label(text("menu.preferences")) + "\tCtrl+,");
     file->AppendSeparator();
     file->Append(wxID_EXIT, to_label(text("menu.quit")) + "\tCtrl+Q");
@@ -259,6 +273,8 @@ void main_window_t::make_menus()
     delete old;
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { Close(); }, wxID_EXIT);
+    file->Bind(
+        wxEVT_MENU, [this](wxCommandEvent&) { m_panel->show_code_of_selected(); }, code);
     Bind(
         wxEVT_MENU, [this](wxCommandEvent&) { open_preferences(nullptr, this); }, wxID_PREFERENCES);
     Bind(

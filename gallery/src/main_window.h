@@ -23,6 +23,8 @@ public:
     main_panel_t();
     void on_init_dialog() override;
     void on_update_ui_settings() override;
+    /// Opens the source of the entry that is selected, if one is.
+    void show_code_of_selected();
 
 private:
     void fill_list();
@@ -38,6 +40,7 @@ private:
     wxStaticText* m_description = nullptr;
     wxStaticText* m_status = nullptr;
     wxButton* m_open = nullptr;
+    wxButton* m_code = nullptr;
     std::vector<const entry_t*> m_found; ///< the entries in the list, in its order
 };
 

@@ -153,10 +153,15 @@ void open_source_dialog_t::open()
     open_in(get_editor(), object_name, get_file(), m_line->GetValue(), this);
 }
 
-void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent)
+editor_data_t::system_editor_t get_users_editor(const std::string& file)
 {
     gen_helpers2::error_code_t ignored; // the preferences dialog tells it
-    open_in(editor_for(load_editors(ignored), file), object, file, line, parent);
+    return editor_for(load_editors(ignored), file);
+}
+
+void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent)
+{
+    open_in(get_users_editor(file), object, file, line, parent);
 }
 
 int open_open_source_dialog(const json& data, wxWindow* parent)

@@ -42,6 +42,9 @@ private:
     wxStaticText* m_editor = nullptr;
 };
 
+/// The editor for this file that the preferences name; one without a name where there is none.
+commondlg3::editor_data_t::system_editor_t get_users_editor(const std::string& file);
+
 /// Opens a file at a line in the editor that the preferences name, and tells the user over `parent` when that
 /// failed; JSON lines tell it of `object`.
 void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent);

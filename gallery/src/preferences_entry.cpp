@@ -3,6 +3,7 @@
 #include "json_report.h"
 #include "preferences_page.h"
 #include "restart.h"
+#include "silenced_preferences.h"
 #include "window_run.h"
 
 #include <commondlg3/preferences_frame.h>
@@ -19,6 +20,11 @@ nlohmann::json data_of(const commondlg3::preferences_frame_t& frame)
     for (const auto& page : frame.get_pages())
         if (const auto* ours = dynamic_cast<const preferences_page_t*>(page.get()))
             data[page->get_name()] = ours->get_data();
+        else if (dynamic_cast<const silenced_preferences_t*>(page.get())) {
+            nlohmann::json& silenced = data[page->get_name()]["silenced"] = nlohmann::json::array();
+            for (const auto& name : page->get_settings())
+                silenced.push_back(std::string(name.name()));
+        }
     return data;
 }
 

@@ -1,5 +1,5 @@
-"""Installs the build, moves what was installed, and lets a product find, build and run against it: through CMake's
-package and through pkg-config.
+"""Installs the build, moves what was installed, and lets products find, build and run against it: through CMake's
+package and through pkg-config; the example is used by keys. Installed programs run from there, on the display that is there.
 
 usage: test_installed.py CMAKE BUILD_FOLDER COMPILER LIBRARY_FOLDER
 """
@@ -10,6 +10,9 @@ import subprocess
 import sys
 import tempfile
 import unittest
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "gallery"))
+from driver import Gallery  # noqa: E402
 
 CMAKE, BUILD, COMPILER, LIBRARIES = sys.argv[1:5]
 PROJECT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "project")
@@ -78,6 +81,90 @@ class InstalledTest(unittest.TestCase):
         run(COMPILER, "-std=c++17", f'-DDATA_DIR="{data}"', f'-DLOCALE_DIR="{locale}"',
             "-DWITHOUT_INTERFACE", *ask("--cflags"), f"{PROJECT}/client.cpp", "-o", client, *ask("--libs"))
         self.check_output(run(client, LANGUAGE="en", LD_LIBRARY_PATH=f"{prefix}/{LIBRARIES}"), data)
+
+    def test_gallery_runs_where_it_was_installed(self):
+        sources = os.path.join(self.prefix, "share", "commondlg3", "gallery", "src")
+        gallery = Gallery("--language", "de", binary=os.path.join(self.prefix, "bin", "commondlg3_gallery"),
+                          environment={"XDG_CONFIG_HOME": self.folder + "/gallery config", "VISUAL": "/none/editor"})
+        gallery.expect("opened")
+        gallery.wait_until_at_rest()
+        gallery.press_to_open("Escape")  # which asks for consent
+        gallery.wait_until_at_rest()
+        gallery.press_to_open("ctrl+u")
+        shown = gallery.expect("signal")
+        self.assertEqual(("code_failed", sources + "/message_entries.cpp"), (shown["name"], shown["value"]))
+        gallery.press_to_open("Escape")
+        gallery.press("ctrl+q")
+        self.assertEqual(0, gallery.end())
+
+    def start(self, home):
+        starter = Gallery(binary=os.path.join(self.folder, "starter", "starter"),
+                          environment={"HOME": home, "XDG_CONFIG_HOME": self.folder + "/config"})
+        starter.wait_for_focus()
+        starter.wait_until_at_rest()
+        return starter
+
+    def end(self, starter):
+        starter.press("alt+F4")
+        self.assertEqual("", starter.process.stderr.read().decode())
+        self.assertEqual(0, starter.end())
+
+    def test_starter_is_built_and_used(self):
+        build, home = os.path.join(self.folder, "starter"), os.path.join(self.folder, "home")
+        os.makedirs(home + "/.hidden")
+        for name, size in (("/large", 2500000), ("/small", 10), ("/.hidden/large", 2500000)):
+            with open(home + name, "wb") as file:
+                file.truncate(size)
+        run(CMAKE, "-G", "Ninja", "-S", os.path.join(self.prefix, "share/doc/libcommondlg3-dev/examples/starter"),
+            "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DCMAKE_CXX_COMPILER={COMPILER}",
+            "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Werror")
+        run(CMAKE, "--build", build)
+        starter = self.start(home)
+        for ending in ("alt+s", "alt+o"):  # saved when it asks, and by OK
+            starter.press_to_open("alt+p")
+            starter.wait_until_at_rest()
+            starter.press("alt+f", "ctrl+a")
+            starter.type("1" if ending == "alt+s" else "2")
+            if ending == "alt+s":
+                starter.press_to_open("Escape")
+                starter.wait_until_at_rest()
+            starter.press_to_open(ending)
+            starter.wait_until_at_rest()
+        starter.press_to_open("alt+s")
+        starter.wait_until_at_rest()
+        starter.press("shift+Tab", "space")
+        starter.press_to_open("Return")
+        starter.wait_until_at_rest()
+        starter.press("shift+Tab", "shift+Tab", "ctrl+a", "ctrl+c")
+        starter.wait_until_at_rest()
+        copied = run("xclip", "-selection", "clipboard", "-o")
+        self.assertIn(f"2 MB  {home}/large\n", copied + "\n")
+        self.assertNotIn("hidden", copied)
+        self.end(starter)
+
+        starter = self.start("/usr")
+        starter.press("alt+s")  # is not asked any more
+        for _ in range(2000):
+            names = [open(f"/proc/{starter.process.pid}/task/{task}/comm", encoding="utf-8").read()
+                     for task in os.listdir(f"/proc/{starter.process.pid}/task")]
+            if names.count("starter\n") > 1:  # a thread has its program's name
+                break
+        else:
+            self.fail("nobody searches")
+        self.end(starter)
+
+        starter = self.start(home)
+        starter.press_to_open("alt+p")
+        starter.wait_until_at_rest()
+        starter.press("Down")
+        starter.wait_until_at_rest()
+        starter.press("alt+l")  # all come back
+        starter.press_to_open("alt+o")
+        starter.wait_until_at_rest()
+        starter.press_to_open("alt+s")
+        starter.wait_until_at_rest()
+        starter.press_to_open("Escape")
+        self.end(starter)
 
     def test_library_shows_only_what_is_its_own(self):
         library = os.path.join(self.prefix, LIBRARIES, "libcommondlg3.so")

@@ -13,6 +13,7 @@ from driver import Gallery
 
 Gallery.BINARY = sys.argv.pop(1)
 MESSAGE = "dlg.error_warning_dialog"
+SOURCES = pathlib.Path(__file__).parents[2] / "gallery" / "src"
 
 
 def answer(window, *keys, **data):
@@ -178,6 +179,14 @@ class Editors(unittest.TestCase):
             file.write("#!/bin/sh\n" + script + "\n")
         os.chmod(self.folder + "/geany", 0o755)
 
+    def wait_for_note(self, words):
+        for _ in range(200):
+            if os.path.exists(self.note):
+                break
+            time.sleep(0.02)
+        with open(self.note, encoding="utf-8") as file:
+            self.assertEqual(sorted(words), sorted(file.read().splitlines()))
+
     def start(self, window, data=None):
         gallery = Gallery("--show", window, "--language", "en", "--config-dir", self.folder + "/config",
                           *(["--data", json.dumps(data)] if data else []), environment=self.environment)
@@ -214,14 +223,29 @@ class Editors(unittest.TestCase):
         gallery.press("Return")
         started = gallery.expect("signal")
         self.assertEqual(("started", self.EDITOR), (started["name"], started["value"]))
-        for _ in range(200):
-            if os.path.exists(self.note):
-                break
-            time.sleep(0.02)
-        with open(self.note, encoding="utf-8") as file:
-            self.assertEqual(["+42", self.source], file.read().splitlines())
+        self.wait_for_note(["+42", self.source])
         gallery.press("Escape")
         self.assertEqual({"file": self.source, "line": 42, "editor": self.EDITOR}, gallery.expect("result")["data"])
+        self.assertEqual(0, gallery.end())
+
+        os.remove(self.note)
+        gallery = Gallery("--language", "en", "--config-dir", self.folder + "/config", environment=self.environment)
+        gallery.expect("opened")
+        wait_for_window("^Usage data$")
+        gallery.wait_until_at_rest()
+        gallery.press_to_open("Escape")
+        gallery.wait_until_at_rest()
+        gallery.press("End", "ctrl+u")
+        shown = gallery.expect("signal")
+        self.assertEqual("code_shown", shown["name"])
+        self.wait_for_note([shown["value"], "+1"])
+        self.assertTrue(os.path.samefile(shown["value"], SOURCES / "search_dirs_windows.cpp"))
+        self.stand_in("exit 3")
+        gallery.press_to_open("alt+c")
+        self.assertEqual("code_shown", gallery.expect("signal")["name"])
+        self.assertEqual("code_failed", gallery.expect("signal")["name"])
+        gallery.press_to_open("Escape")
+        gallery.press("ctrl+q")
         self.assertEqual(0, gallery.end())
 
 

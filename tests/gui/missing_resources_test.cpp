@@ -1,6 +1,7 @@
 #include "probe.h"
 #include "support.h"
 
+#include <show_code.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <filesystem>
@@ -30,6 +31,14 @@ TEST(MissingResources, WindowsAnswerAndAreTriedAgain)
     EXPECT_EQ(5, test::run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(5); }));
     EXPECT_EQ(1, dialog.calls["init"]);
     EXPECT_EQ(0, test::run(test::sample_message(), [](wxTopLevelWindow* shown) { shown->Close(); }));
+}
+
+// A window whose file was renamed would have no code to show.
+TEST(MissingResources, EachEntryOfTheGalleryHasItsSource)
+{
+    const test::product_guard_t product(RESOURCE_DIR, LOCALE_DIR);
+    for (const gallery::entry_t& entry : gallery::entries())
+        EXPECT_TRUE(gallery::source_of(entry).is_file()) << entry.id;
 }
 
 // Everything asserts, nothing ends: a host that forgot to make the settings still gets its answers.

@@ -1,7 +1,7 @@
 #include "probe.h"
 #include "tools.h"
 
-#include <commondlg3/silenced_messages_pp.h>
+#include <commondlg3/silenced_messages_page.h>
 
 #include <wx/uiaction.h>
 
@@ -198,6 +198,36 @@ TEST_F(SilencedPage, KeysBringBackAndNothingIsWrittenBeforeItIsSaved)
     EXPECT_TRUE(m_page->save_settings());
     EXPECT_EQ((names_t{"b", "c"}), names_of(m_all.get_all()));
     EXPECT_FALSE(m_page->is_changed());
+}
+
+// Two programs on one file: what the other has silenced meanwhile is on the page, and can be brought back.
+TEST(SilencedMessagesPage, GoesByTheFileThatAnotherProgramHasWritten)
+{
+    const test::temp_dir_t dir;
+    const auto open_file = [&] {
+        const auto file = std::make_shared<commondlg3::settings_file_t>(dir.path() + "/preferences.xml");
+        EXPECT_TRUE(file->load().succeeded());
+        return file;
+    };
+    const auto silence_in_other = [&](const std::string& name) {
+        silenced_messages_t other(open_file()->get());
+        other.silence(named(name));
+        EXPECT_TRUE(other.save().succeeded());
+    };
+    silence_in_other("a");
+    commondlg3::silenced_messages_page_t page(open_file());
+    EXPECT_EQ(1U, page.get_settings().size());
+    auto* shown = dynamic_cast<silenced_messages_pp_t*>(page.create(test::main_window()));
+    silence_in_other("b");
+    ASSERT_TRUE(page.load().succeeded());
+    page.show_kept();
+    EXPECT_EQ(2U, page.get_settings().size());
+    shown->restore_all();
+    EXPECT_TRUE(page.is_changed());
+    page.store();
+    ASSERT_TRUE(page.save().succeeded());
+    EXPECT_EQ(names_t(), names_of(silenced_messages_t(open_file()->get()).get_all()));
+    shown->Destroy();
 }
 
 } // namespace

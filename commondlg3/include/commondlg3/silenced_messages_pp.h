@@ -34,6 +34,8 @@ public:
     void on_update_ui_settings() override;
     /// Takes what is silenced now. What was brought back and not saved is silenced again.
     void load_settings();
+    /// The same from another storage, which is the page's from then on.
+    void load_settings(const silenced_messages_t& messages);
     /// Has the messages that were brought back shown again.
     bool save_settings() override;
 

@@ -41,14 +41,14 @@ pref_base_t* silenced_messages_page_t::create(wxWindow* parent)
 {
     m_page = new silenced_messages_pp_t(silenced_messages_t(m_file->get()));
     m_page->create(parent);
-    m_page->get_changed_signal().connect(m_page.get(),
-                                         [signal = get_changed_signal()] { signal.emit(); });
+    m_page->get_changed_signal().connect(m_page.get(), [signal = get_changed_signal()] { signal.emit(); });
     return m_page.get();
 }
 
+// What another program has written is in another storage.
 void silenced_messages_page_t::show_kept()
 {
-    m_page->load_settings();
+    m_page->load_settings(silenced_messages_t(m_file->get()));
 }
 
 bool silenced_messages_page_t::is_changed() const
@@ -58,7 +58,8 @@ bool silenced_messages_page_t::is_changed() const
 
 void silenced_messages_page_t::store()
 {
-    m_page->save_settings();
+    silenced_messages_t(m_file->get()).restore(m_page->get_restored());
+    show_kept();
 }
 
 gen_helpers2::variant_bag_t silenced_messages_page_t::get_settings() const
@@ -74,7 +75,7 @@ gen_helpers2::variant_bag_t silenced_messages_page_t::get_settings() const
 void silenced_messages_page_t::set_settings(const gen_helpers2::variant_bag_t& settings)
 {
     if (settings != get_settings())
-        m_page->load_settings();
+        show_kept();
 }
 
 } // namespace commondlg3

@@ -169,6 +169,12 @@ void silenced_messages_pp_t::load_settings()
         m_changed_signal.emit();
 }
 
+void silenced_messages_pp_t::load_settings(const silenced_messages_t& messages)
+{
+    m_stored = messages;
+    load_settings();
+}
+
 bool silenced_messages_pp_t::save_settings()
 {
     m_stored.restore(m_restored);

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <atomic>
-#include <mutex>
 #include <dlfcn.h>
+#include <mutex>
 #include <vector>
 
 namespace cfgmgr2 {
