@@ -4,6 +4,7 @@ package and through pkg-config; the example is used by keys. Installed programs 
 usage: test_installed.py CMAKE BUILD_FOLDER COMPILER LIBRARY_FOLDER
 """
 import os
+import pathlib
 import re
 import shutil
 import subprocess
@@ -84,16 +85,19 @@ class InstalledTest(unittest.TestCase):
 
     def test_gallery_runs_where_it_was_installed(self):
         sources = os.path.join(self.prefix, "share", "commondlg3", "gallery", "src")
+        editor = pathlib.Path(self.folder, "geany")  # which the desktop has registered
+        editor.write_text("#!/bin/sh\n")
+        editor.chmod(0o755)
         gallery = Gallery("--language", "de", binary=os.path.join(self.prefix, "bin", "commondlg3_gallery"),
-                          environment={"XDG_CONFIG_HOME": self.folder + "/gallery config", "VISUAL": "/none/editor"})
+                          environment={"XDG_CONFIG_HOME": self.folder + "/gallery", "PATH": self.folder + ":" + os.environ["PATH"]})
         gallery.expect("opened")
         gallery.wait_until_at_rest()
         gallery.press_to_open("Escape")  # which asks for consent
         gallery.wait_until_at_rest()
-        gallery.press_to_open("ctrl+u")
+        gallery.press("ctrl+u")
         shown = gallery.expect("signal")
-        self.assertEqual(("code_failed", sources + "/message_entries.cpp"), (shown["name"], shown["value"]))
-        gallery.press_to_open("Escape")
+        self.assertEqual("code_shown", shown["name"])
+        self.assertTrue(os.path.samefile(sources + "/message_entries.cpp", shown["value"]))
         gallery.press("ctrl+q")
         self.assertEqual(0, gallery.end())
 
@@ -145,8 +149,7 @@ class InstalledTest(unittest.TestCase):
         starter = self.start("/usr")
         starter.press("alt+s")  # is not asked any more
         for _ in range(2000):
-            names = [open(f"/proc/{starter.process.pid}/task/{task}/comm", encoding="utf-8").read()
-                     for task in os.listdir(f"/proc/{starter.process.pid}/task")]
+            names = [file.read_text() for file in pathlib.Path(f"/proc/{starter.process.pid}/task").glob("*/comm")]
             if names.count("starter\n") > 1:  # a thread has its program's name
                 break
         else:
@@ -158,7 +161,7 @@ class InstalledTest(unittest.TestCase):
         starter.wait_until_at_rest()
         starter.press("Down")
         starter.wait_until_at_rest()
-        starter.press("alt+l")  # all come back
+        starter.press("Tab", "Delete")  # of the list of silenced messages
         starter.press_to_open("alt+o")
         starter.wait_until_at_rest()
         starter.press_to_open("alt+s")
