@@ -33,6 +33,7 @@
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -85,37 +86,43 @@ struct search_t
     msngr2::IMessenger* messenger;
     msngr2::IProgress* progress;
 
-    /// How many files were found.
-    int run() const
+    /// Counts the files that it finds, and the folders that cannot be searched.
+    void run(int& found, int& failed) const
     {
         progress->start("Searching", 0); // nobody knows how much there is
-        int found = 0;
-        std::error_code error, ignored;
-        fs::recursive_directory_iterator at(folder, fs::directory_options::skip_permission_denied, error);
-        for (; at != fs::recursive_directory_iterator() && !progress->isCanceled(); at.increment(error)) {
-            const fs::path& path = at->path();
-            const fs::file_type type = at->symlink_status(ignored).type();
-            if (type == fs::file_type::directory) {
-                progress->message(path.c_str());
-                if (!searches_hidden && path.filename().native().front() == '.')
-                    at.disable_recursion_pending();
-            } else if (const auto size = at->file_size(ignored) / megabyte;
-                       type == fs::file_type::regular && !ignored && size >= megabytes) {
-                ++found;
-                messenger->say(msngr2::sev_none, (std::to_string(size) + " MB  " + path.string()).c_str());
+        std::vector<fs::path> left{folder};
+        while (!left.empty() && !progress->isCanceled()) {
+            const fs::path searched = left.back();
+            left.pop_back();
+            progress->message(searched.c_str());
+            std::error_code error;
+            fs::directory_iterator at(searched, error);
+            for (; !error && at != fs::directory_iterator(); at.increment(error)) {
+                std::error_code ignored; // of a file that is gone already
+                const fs::file_type type = at->symlink_status(ignored).type();
+                if (type == fs::file_type::directory) {
+                    if (searches_hidden || at->path().filename().native().front() != '.')
+                        left.push_back(at->path());
+                } else if (const auto size = at->file_size(ignored) / megabyte;
+                           type == fs::file_type::regular && !ignored && size >= megabytes) {
+                    ++found;
+                    messenger->say(msngr2::sev_none,
+                                   (std::to_string(size) + " MB  " + at->path().string()).c_str());
+                }
+            }
+            if (error) {
+                ++failed;
+                messenger->say(msngr2::sev_error, (searched.string() + ": " + error.message()).c_str());
             }
         }
-        if (error)
-            messenger->say(msngr2::sev_error, (folder.string() + ": " + error.message()).c_str());
         progress->start("Searched", 1); // a full bar, but where the user has cancelled
         progress->internalProgressed(1);
         progress->message("");
         progress->finish();
-        return found;
     }
 };
 
-class main_window_t : public wxFrame, private gen_helpers2::subscriber_base_t
+class main_window_t : public wxFrame, public gen_helpers2::subscriber_base_t
 {
 public:
     main_window_t() : wxFrame(nullptr, wxID_ANY, "Starter")
@@ -138,7 +145,7 @@ public:
         rows->Add(m_log, 1, wxEXPAND | wxALL, gap);
         rows->Add(buttons, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, gap);
         panel->SetSizer(rows);
-        m_ended.connect(this, [this](int found) { on_ended(found); });
+        m_ended.connect(this, &main_window_t::on_ended);
         SetClientSize(90 * GetCharWidth(), 30 * GetCharHeight());
         m_search->SetFocus();
     }
@@ -174,20 +181,23 @@ private:
         wx_helpers1::set_enabled(m_search, false);
         const search_t work{wx_helpers1::from_wx(wxGetHomeDir()), m_page->get_megabytes(),
                             m_page->searches_hidden(), m_log->get_messenger(m_tag), m_progress};
-        m_worker =
-            std::thread([work, ended = m_ended] { wx_helpers1::tasks::PostSignal(ended, work.run()); });
+        m_worker = std::thread([work, ended = m_ended] {
+            int found = 0, failed = 0;
+            work.run(found, failed);
+            wx_helpers1::tasks::PostSignal(ended, found, failed);
+        });
     }
 
-    void on_ended(int found)
+    void on_ended(int found, int failed)
     {
         m_worker.join();
-        const bool complete = !m_progress->isCanceled() && !m_log->has_severity(m_tag, msngr2::sev_error);
+        const bool complete = failed == 0 && !m_progress->isCanceled();
         standard_message_t::ptr_t entry(new standard_message_t);
         entry->picture = standard_message_t::get_icon_by_type(
             complete ? standard_message_t::icon_types_t::success : standard_message_t::icon_types_t::warning);
         entry->caption = "Large files: " + std::to_string(found);
         if (!complete)
-            entry->message = "The search did not come to its end; there may be more.";
+            entry->message = "Not all folders were searched; there may be more.";
         m_log->update_message(m_tag, entry, {});
         m_search->Enable();
     }
@@ -209,7 +219,7 @@ private:
     commondlg3::inplace_ctrl_t::tag_t m_tag = 0;
     msngr2::IProgress* m_progress = nullptr;
     std::thread m_worker;
-    gen_helpers2::signal_t<int> m_ended;
+    gen_helpers2::signal_t<int, int> m_ended;
 };
 
 class starter_t : public commondlg3::product_app_t

@@ -169,9 +169,11 @@ void main_panel_t::open_selected()
     });
 }
 
-// A message that it could not be opened may outlive this window, as when the language is changed meanwhile.
+// Nor is the code: a window tells that it could not be.
 void main_panel_t::show_code_of_selected()
 {
+    if (!m_code) // a layout without it
+        return;
     CallAfter([this] {
         if (const entry_t* entry = selected(); entry && wx_helpers1::modal_stack_t::depth() == 0)
             show_code(*entry, wxGetTopLevelParent(this));
