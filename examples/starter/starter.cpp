@@ -1,11 +1,13 @@
-// A product in one file, to begin another with: it finds large files below the user's home. It has a window with a log,
-// a thread that writes to the log, preferences, and a question that the user can silence and bring back.
+// A product in one file, to begin another with: it finds large files below the user's home. It has a window
+// with a log, a thread that writes to the log, preferences, and a question that the user can silence and bring
+// back.
 //
 //     cmake -S . -B build && cmake --build build && build/starter
 //
-// Its own texts stand here, in English; those of the library come in the user's language. A product whose texts are
-// translated installs its catalog as share/locale/<language>/LC_MESSAGES/starter.mo, beside the library's, and asks for
-// each text by its key: commondlg3::message_window_t::get_message("starter", "search.title", {}).
+// Its own texts stand here, in English; those of the library come in the user's language. A product whose
+// texts are translated installs its catalog as share/locale/<language>/LC_MESSAGES/starter.mo, beside the
+// library's, and asks for each text by its key:
+// commondlg3::message_window_t::get_message("starter", "search.title", {}).
 #include <commondlg3/form_page.h>
 #include <commondlg3/inplace_ctrl.h>
 #include <commondlg3/preferences_frame.h>

@@ -6,6 +6,7 @@
 #include <wx/uiaction.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>

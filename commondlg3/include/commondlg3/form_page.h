@@ -34,7 +34,7 @@ namespace commondlg3 {
 ///
 /// A page of a few controls needs no layout: it makes them itself, each with the id of its name.
 ///
-///     explicit sampling_page_t(commondlg3::settings_file_ptr_t file) : form_page_t(std::move(file), "sampling")
+///     explicit sampling_page_t(settings_file_ptr_t file) : form_page_t(std::move(file), "sampling")
 ///     {
 ///         add("with_stacks", "m_with_stacks", true);
 ///     }
