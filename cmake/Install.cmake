@@ -10,6 +10,10 @@ install(TARGETS ${libraries} third_party_wx EXPORT commondlg3Targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${header_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(EXPORT commondlg3Targets NAMESPACE commondlg3:: DESTINATION ${package_dir})
+# What the headers of messages, dialogs, panels and the log show of the platform; those of pages show all of it.
+set(messages_libraries wx_helpers1 cfgmgr2 cpil gen_helpers2)
+list(TRANSFORM messages_libraries PREPEND commondlg3:: OUTPUT_VARIABLE messages_targets)
+list(JOIN messages_targets " " messages_targets)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3Config.cmake.in
     ${CMAKE_BINARY_DIR}/commondlg3Config.cmake INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/commondlg3ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
@@ -26,7 +30,19 @@ list(JOIN wx_include_flags " " wx_include_flags)
 list(JOIN wx_definition_flags " " wx_definition_flags)
 string(APPEND wx_cflags " ${wx_include_flags} ${wx_definition_flags}")
 list(JOIN wxWidgets_LIBRARIES " " wx_libs)
-configure_file(${CMAKE_CURRENT_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/commondlg3.pc @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/commondlg3.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+function(commondlg3_install_pkg_config pc_name pc_description)
+    list(TRANSFORM ARGN PREPEND "-l" OUTPUT_VARIABLE pc_libs)
+    list(JOIN pc_libs " " pc_libs)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/${pc_name}.pc @ONLY)
+    install(FILES ${CMAKE_BINARY_DIR}/${pc_name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()
+# From the top down, as a linker wants them that reads libraries once.
+set(shared_libraries ${libraries})
+list(REMOVE_ITEM shared_libraries msngr2)
+list(REVERSE shared_libraries)
+commondlg3_install_pkg_config(commondlg3
+    "Common dialogs, panels, preference pages and message displays on wxWidgets" ${shared_libraries})
+commondlg3_install_pkg_config(commondlg3-messages
+    "Common dialogs, panels and message displays on wxWidgets, without preference pages" commondlg3 ${messages_libraries})
 
 install(FILES ${COMMONDLG3_SHARE_DIR}/commondlg3.dat DESTINATION ${CMAKE_INSTALL_DATADIR}/commondlg3)

@@ -64,24 +64,29 @@ class InstalledTest(unittest.TestCase):
         run(CMAKE, "-G", "Ninja", "-S", PROJECT, "-B", build, f"-DPAGE={page}", f"-DCMAKE_PREFIX_PATH={self.prefix}",
             f"-DCMAKE_CXX_COMPILER={COMPILER}")
         run(CMAKE, "--build", build)
-        self.check_output(run(os.path.join(build, "client"), LANGUAGE="en"),
-                          os.path.join(self.prefix, "share", "commondlg3"))
+        for program in "client", "messages":
+            self.check_output(run(os.path.join(build, program), LANGUAGE="en"),
+                              os.path.join(self.prefix, "share", "commondlg3"))
         resolved = run("ldd", os.path.join(build, "client"))
         for name in ("commondlg3", "wx_helpers1", "cfgmgr2", "cpil", "gen_helpers2"):
             self.assertIn(f"lib{name}.so.3 => {self.prefix}/{LIBRARIES}/lib{name}.so.3", resolved)
 
     def test_pkg_config(self):
+        """Everything, and messages alone: each header links with what its file names, in the order of the linker."""
         # Flags of a folder with a space in its name cannot be told apart by everybody who reads them.
         prefix = os.path.join(self.folder, "plain")
         os.symlink(self.prefix, prefix)
         path = {"PKG_CONFIG_PATH": f"{prefix}/{LIBRARIES}/pkgconfig"}
-        ask = lambda *what: run("pkg-config", *what, "commondlg3", **path).split()
-        data, = ask("--variable=datadir")
-        locale, = ask("--variable=localedir")
-        client = os.path.join(self.folder, "pkg-config-client")
-        run(COMPILER, "-std=c++17", f'-DDATA_DIR="{data}"', f'-DLOCALE_DIR="{locale}"',
-            "-DWITHOUT_INTERFACE", *ask("--cflags"), f"{PROJECT}/client.cpp", "-o", client, *ask("--libs"))
-        self.check_output(run(client, LANGUAGE="en", LD_LIBRARY_PATH=f"{prefix}/{LIBRARIES}"), data)
+        for package, parts in ("commondlg3", ("messages", "log", "pages")), ("commondlg3-messages", ("messages",)):
+            ask = lambda *what: run("pkg-config", *what, package, **path).split()
+            data, = ask("--variable=datadir")
+            locale, = ask("--variable=localedir")
+            client = os.path.join(self.folder, package)
+            sources = [f"{PROJECT}/{name}.cpp" for name in ("client", *(f"interface_{part}" for part in parts))]
+            options = ["-DMESSAGES_ALONE"] if len(parts) == 1 else []
+            run(COMPILER, "-std=c++17", f'-DDATA_DIR="{data}"', f'-DLOCALE_DIR="{locale}"', *options,
+                *ask("--cflags"), *sources, "-o", client, "-Wl,--no-as-needed", *ask("--libs"))
+            self.check_output(run(client, LANGUAGE="en", LD_LIBRARY_PATH=f"{prefix}/{LIBRARIES}"), data)
 
     def test_gallery_runs_where_it_was_installed(self):
         sources = os.path.join(self.prefix, "share", "commondlg3", "gallery", "src")

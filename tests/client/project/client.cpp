@@ -9,15 +9,15 @@
 
 volatile const void* last_named;
 
-int main([[maybe_unused]] int count, char**)
+int main(int count, char**)
 {
-#ifndef WITHOUT_INTERFACE
     if (count > 1) { // never: to be linked is enough
         name_messages();
+#ifndef MESSAGES_ALONE
         name_log();
         name_pages();
-    }
 #endif
+    }
     auto product = std::make_shared<cfgmgr2::product_locations_t>();
     product->resource_directory = gen_helpers2::path_t(DATA_DIR);
     product->locale_directory = gen_helpers2::path_t(LOCALE_DIR);

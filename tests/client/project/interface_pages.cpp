@@ -213,7 +213,7 @@ void name_pages()
     named<wxSize() const>(&ask_dlg_t::calculate_min_size);
     named<void()>(&ask_dlg_t::full_resize_update, &clipboard_dlg_t::fill_controls);
     named<void(wxSizeEvent&)>(&clipboard_dlg_t::on_resize);
-    file_finder_pp_t page((FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>()));
+    file_finder_pp_t page(FF_2_13::make_search_dir_container(cfgmgr2::make_memory_property_storage()));
     named_free(page.get_panel());
     search_dirs_panel_t older((FF_2_13::ObjectPtr<FF_2_13::IEditableSearchDirContainer>()));
     named_free(older.get_type());
