@@ -17,7 +17,7 @@ case "${1:-}" in
     *) sed -n '2,11s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 
-scripts/setup.sh
+if $all; then scripts/setup.sh packages; else scripts/setup.sh; fi
 
 begun=$SECONDS
 step() { printf '\n== %s (after %d s)\n' "$1" $((SECONDS - begun)); }

@@ -5,7 +5,9 @@ get_property(libraries GLOBAL PROPERTY COMMONDLG3_LIBRARIES)
 get_property(header_folders GLOBAL PROPERTY COMMONDLG3_HEADER_FOLDERS)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/commondlg3)
 
-set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
+if(NOT COMMONDLG3_DISTRIBUTION)
+    set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
+endif()
 install(TARGETS ${libraries} third_party_wx EXPORT commondlg3Targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${header_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")

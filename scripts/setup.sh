@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs from Debian's packages whatever building, testing and looking at the product needs and this machine lacks.
+# Installs from Debian's packages whatever building, testing and looking at the product needs and this machine lacks;
+# with the word "packages", also what making packages of it needs.
 set -euo pipefail
 
 packages=(
@@ -20,6 +21,9 @@ packages=(
     adwaita-icon-theme gsettings-desktop-schemas librsvg2-common shared-mime-info
     fonts-dejavu-core fonts-noto-core fonts-vlgothic
 )
+if [ "${1:-}" = packages ]; then
+    packages+=(debhelper dpkg-dev lintian abigail-tools mmdebstrap appstream desktop-file-utils)
+fi
 
 missing=()
 for package in "${packages[@]}"; do

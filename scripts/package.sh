@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# Builds the Debian packages of this tree, as it is committed, into build-packages/, and looks at them.
+#
+#   package.sh                builds; lintian finds nothing; the border is that of the last version, or wider
+#   package.sh --install      also installs them into a clean Debian, runs what a newcomer runs, removes them again
+#   package.sh --reproduce    also builds once more, in another folder at another time: the same bytes
+#
+# SUITE: the Debian of the clean root (bookworm)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+tree=$PWD
+out=$tree/build-packages
+
+install=false reproduce=false
+for option in "$@"; do
+    case $option in
+        --install) install=true ;;
+        --reproduce) reproduce=true ;;
+        *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    esac
+done
+
+scripts/setup.sh packages
+
+version=$(sed -n 's/^project(commondlg3 VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+packaged=$(sed -n '1s/^commondlg3 (\(.*\)).*/\1/p' packaging/debian/changelog)
+if [ "$version" != "$packaged" ]; then
+    echo "packaging/debian/changelog is about $packaged, and the tree about $version" >&2
+    exit 1
+fi
+
+# Nothing that lies about in the tree gets into a package.
+build() { # folder
+    rm -rf "$1"
+    mkdir -p "$1/commondlg3-$version"
+    git archive HEAD | tar -x -C "$1/commondlg3-$version"
+    cp -r packaging/debian "$1/commondlg3-$version/debian"
+    # Compiled a second time, what is the same would come out of a cache, and would be no proof.
+    (cd "$1/commondlg3-$version" && DEB_BUILD_OPTIONS="parallel=$(nproc)" CCACHE=${2:-OFF} \
+        dpkg-buildpackage --build=binary --no-sign >"$1/build.log" 2>&1) ||
+        { tail -n 60 "$1/build.log" >&2; exit 1; }
+}
+
+echo "Building packages of $(git rev-parse --short HEAD)"
+build "$out" "$(command -v ccache || echo OFF)"
+ls "$out"/*.deb
+
+echo "lintian"
+lintian --allow-root --fail-on error,warning --tag-display-limit 0 "$out"/commondlg3_*.changes
+
+echo "The border"
+scripts/border.py "$out/commondlg3-$version"
+
+if $reproduce; then
+    echo "Once more, elsewhere and later"
+    again=$(mktemp -d)/another-folder
+    build "$again"
+    for package in "$out"/*.deb; do
+        cmp "$package" "$again/${package##*/}" || { echo "Look with: diffoscope $package $again/${package##*/}" >&2; exit 1; }
+    done
+    rm -rf "${again%/*}"
+    echo "The same bytes"
+fi
+
+if $install; then
+    echo "In a clean Debian"
+    scripts/clean_root.sh "$out" tests/client/in_clean_root.sh
+fi
