@@ -3,10 +3,14 @@
 version in CHANGELOG.md: functions, and the layout of types that public headers show.
 
 usage: border.py [--write] BUILT_TREE
+       border.py --names PACKAGE_FOLDER SYMBOLS_FILE VERSION
 
 BUILT_TREE holds the sources and obj-*/, built with full debug information, as scripts/package.sh does it. --write keeps
 the border as that of the version, when it is released. A version that is not released yet says so in its heading in
 CHANGELOG.md: "## 3.2.0 (not released)".
+
+--names brings the symbols file of the Debian package up to what its folder holds: new names are of VERSION, those that are
+gone go.
 
 packaging/border/accepted.ini names changes that break nobody, with the reason of each.
 """
@@ -81,7 +85,28 @@ def compare(name, version, library, now, folder):
     return done.returncode == 0
 
 
+def write_names(folder, path, version):
+    """Names as people write them: several that the compiler makes of one function are one line."""
+    since = {}
+    if os.path.exists(path):
+        with open(path, encoding="utf-8") as file:
+            since = {line.rsplit(" ", 1)[0]: line.rsplit(" ", 1)[1] for line in file if line.startswith(" ")}
+    lines = []
+    for library in sorted(glob.glob(os.path.join(folder, "usr", "lib", "*", "lib*.so.*.*.*"))):
+        names = subprocess.run(["nm", "-DC", "--defined-only", library], capture_output=True, text=True, check=True).stdout
+        lines.append(f"{soname(library)} {os.path.basename(folder)} #MINVER#\n")
+        for name in sorted({line.split(" ", 2)[2] for line in names.splitlines()}):
+            entry = f' (c++)"{name}@Base"'
+            lines.append(f"{entry} {since.get(entry, version).strip()}\n")
+    with open(path, "w", encoding="utf-8") as file:
+        file.writelines(lines)
+    print(f"{path}: {len(lines)} lines")
+
+
 def main():
+    if sys.argv[1:2] == ["--names"]:
+        write_names(*sys.argv[2:5])
+        return
     parser = argparse.ArgumentParser()
     parser.add_argument("--write", action="store_true")
     parser.add_argument("tree")

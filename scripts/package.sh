@@ -4,6 +4,7 @@
 #   package.sh                builds; lintian finds nothing; the border is that of the last version, or wider
 #   package.sh --install      also installs them into a clean Debian, runs what a newcomer runs, removes them again
 #   package.sh --reproduce    also builds once more, in another folder at another time: the same bytes
+#   package.sh --release      keeps the border as that of the version in CHANGELOG.md, and the names in the symbols file
 #
 # SUITE: the Debian of the clean root (bookworm)
 set -euo pipefail
@@ -11,12 +12,13 @@ cd "$(dirname "$0")/.."
 tree=$PWD
 out=$tree/build-packages
 
-install=false reproduce=false
+install=false reproduce=false release=false
 for option in "$@"; do
     case $option in
         --install) install=true ;;
         --reproduce) reproduce=true ;;
-        *) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+        --release) release=true ;;
+        *) sed -n '2,9s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
     esac
 done
 
@@ -42,14 +44,23 @@ build() { # folder
 }
 
 echo "Building packages of $(git rev-parse --short HEAD)"
+$release && export NEW_BORDER=1
 build "$out" "$(command -v ccache || echo OFF)"
+built=$out/commondlg3-$version
 ls "$out"/*.deb
+
+if $release; then
+    scripts/border.py --write "$built"
+    scripts/border.py --names "$built/debian/libcommondlg3-3" packaging/debian/libcommondlg3-3.symbols "$version"
+    echo "Review, and commit: packaging/border packaging/debian/libcommondlg3-3.symbols"
+    exit 0
+fi
 
 echo "lintian"
 lintian --allow-root --fail-on error,warning --tag-display-limit 0 "$out"/commondlg3_*.changes
 
 echo "The border"
-scripts/border.py "$out/commondlg3-$version"
+scripts/border.py "$built"
 
 if $reproduce; then
     echo "Once more, elsewhere and later"
@@ -64,5 +75,9 @@ fi
 
 if $install; then
     echo "In a clean Debian"
-    scripts/clean_root.sh "$out" tests/client/in_clean_root.sh
+    given=$(mktemp -d)
+    cp -r "$out"/*.deb tests/client/project tests/client/in_clean_root.sh "$given"
+    rm "$given"/*-dbgsym_*
+    scripts/clean_root.sh "${SUITE:-bookworm}" "$given" ./in_clean_root.sh
+    rm -rf "$given"
 fi
