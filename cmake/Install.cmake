@@ -8,10 +8,22 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/commondlg3)
 if(NOT COMMONDLG3_DISTRIBUTION)
     set_target_properties(${libraries} PROPERTIES INSTALL_RPATH "$ORIGIN")
 endif()
-install(TARGETS ${libraries} third_party_wx EXPORT commondlg3Targets
+set(platform_libraries ${libraries})
+list(REMOVE_ITEM platform_libraries commondlg3)
+install(TARGETS commondlg3 EXPORT commondlg3Targets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ${header_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(EXPORT commondlg3Targets NAMESPACE commondlg3:: DESTINATION ${package_dir})
+# The platform is a package of its own: a product that has another one brings a package of the same name.
+if(COMMONDLG3_PLATFORM_DIR)
+    install(TARGETS third_party_wx EXPORT commondlg3Targets)
+else()
+    set(platform_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/commondlg3_platform)
+    install(TARGETS ${platform_libraries} third_party_wx EXPORT commondlg3_platformTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+    install(EXPORT commondlg3_platformTargets NAMESPACE commondlg3:: DESTINATION ${platform_package_dir})
+    install(FILES ${CMAKE_CURRENT_LIST_DIR}/commondlg3_platformConfig.cmake DESTINATION ${platform_package_dir})
+endif()
+install(DIRECTORY ${header_folders} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 # What the headers of messages, dialogs, panels and the log show of the platform; those of pages show all of it.
 set(messages_libraries wx_helpers1 cfgmgr2 cpil gen_helpers2)
 list(TRANSFORM messages_libraries PREPEND commondlg3:: OUTPUT_VARIABLE messages_targets)

@@ -50,6 +50,15 @@ class InstalledTest(unittest.TestCase):
         cls.prefix = os.path.join(cls.folder, "moved there")
         os.rename(first, cls.prefix)
 
+    def test_library_alone(self):
+        """A product with a platform of its own builds the library against that: here, against ours."""
+        build = os.path.join(self.folder, "alone")
+        run(CMAKE, "-G", "Ninja", "-S", os.path.dirname(os.path.dirname(os.path.dirname(PROJECT))), "-B", build,
+            f"-DCOMMONDLG3_PLATFORM_DIR={self.prefix}/{LIBRARIES}/cmake/commondlg3_platform",
+            f"-DCMAKE_CXX_COMPILER={COMPILER}")
+        self.assertNotIn("gen_helpers2", run("ninja", "-C", build, "-t", "targets", "all"))
+        run("ninja", "-C", build, "commondlg3/CMakeFiles/commondlg3.dir/src/paths/path_info.cpp.o", "commondlg3_archive")
+
     def check_output(self, output, data):
         text, resource = output.splitlines()
         self.assertEqual(text, "&OK")
