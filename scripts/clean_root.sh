@@ -21,6 +21,7 @@ if [ ! -e "$root/etc/debian_version" ]; then
     # The sources of this machine, about that suite; what its packages are reached by; no cache of what was fetched.
     sources=$(mktemp)
     cat /etc/apt/sources.list /etc/apt/sources.list.d/*.sources 2>/dev/null >"$sources" || true
+    # shellcheck disable=SC1091 # the machine's own
     own=$(. /etc/os-release && echo "$VERSION_CODENAME")
     sed -i "s/\b$own\b/$suite/g" "$sources"
     [ "$suite" != sid ] || sed -i 's/sid-[a-z]*//g' "$sources"
@@ -36,6 +37,7 @@ rm -rf "$root/given"
 cp -r "$folder" "$root/given"
 
 # The mounts end with the shell that made them.
+# shellcheck disable=SC2016 # for the inner shell
 exec_in_root='mount -t proc proc "$0/proc"; mount --rbind /dev "$0/dev"; mount -t tmpfs tmpfs "$0/tmp"; root=$0
     exec chroot "$root" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 \
     DEBIAN_FRONTEND=noninteractive sh -c "cd /given && exec \"\$@\"" sh "$@"'

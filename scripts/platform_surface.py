@@ -116,7 +116,8 @@ def write(root, library):
             counts["functions"] += len(functions)
             listed = ", ".join(f"`{call}`" for call in functions)
             lines.append(f"| `{entry.name}` | `{entry.header}` | {entry.meaning} | {listed} |\n")
-    lines.insert(1, f"\nIn all {counts['names']} names, and {counts['functions']} functions of classes.\n")
+    total = f"{counts['names']} names, and {counts['functions']} functions of classes."
+    lines.insert(1, f"\n{total}\n")
     rest = sorted({call for owner, found in calls.items() if owner not in classes
                    for call, last in found if last not in classes})
     if rest:
