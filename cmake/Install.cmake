@@ -50,7 +50,7 @@ function(commondlg3_install_pkg_config pc_name pc_description)
     configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/commondlg3.pc.in ${CMAKE_BINARY_DIR}/${pc_name}.pc @ONLY)
     install(FILES ${CMAKE_BINARY_DIR}/${pc_name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
-# From the top down, as a linker wants them that reads libraries once.
+# The toolkit first: the loader looks for names in the order of a program's libraries, and most are the toolkit's.
 set(shared_libraries ${libraries})
 list(REMOVE_ITEM shared_libraries msngr2)
 list(REVERSE shared_libraries)
