@@ -9,7 +9,7 @@ packages=(
     libwxgtk3.2-dev libgtk-3-dev libboost-dev libboost-locale-dev libboost-thread-dev libboost-regex-dev
     liblog4cplus-dev libexpat1-dev libicu-dev nlohmann-json3-dev
     # tests, benchmarks, fuzzers
-    libgtest-dev libbenchmark-dev geany clang libclang-rt-14-dev llvm
+    libgtest-dev libbenchmark-dev geany clang libclang-rt-dev llvm
     # linters
     clang-format clang-tidy shellcheck codespell pyflakes3
     # documents
