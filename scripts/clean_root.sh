@@ -24,7 +24,8 @@ if [ ! -e "$root/etc/debian_version" ]; then
     # shellcheck disable=SC1091 # the machine's own
     own=$(. /etc/os-release && echo "$VERSION_CODENAME")
     sed -i "s/\b$own\b/$suite/g" "$sources"
-    [ "$suite" != sid ] || sed -i 's/sid-[a-z]*//g' "$sources"
+    # That one has no updates, and comes from one place.
+    [ "$suite" != sid ] || sed -i -e 's/ sid-[a-z]*//g' -e '/^$/,$d' "$sources"
     options=()
     for file in /etc/apt/apt.conf.d/*; do
         grep -q "^Acquire" "$file" && options+=("--aptopt=$file")
