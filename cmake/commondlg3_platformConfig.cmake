@@ -1,4 +1,7 @@
 include(CMakeFindDependencyMacro)
+if(POLICY CMP0167)
+    cmake_policy(SET CMP0167 NEW)
+endif()
 find_dependency(Threads)
 find_dependency(Boost)
 
