@@ -24,6 +24,10 @@ add_library(commondlg3_settings INTERFACE)
 target_compile_options(commondlg3_settings INTERFACE
     -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wunused
     $<$<BOOL:${COMMONDLG3_WERROR}>:-Werror>)
+# The oldest desktop that is reached: what is newer there warns, and ends a build that takes warnings for errors.
+target_compile_definitions(commondlg3_settings INTERFACE
+    GLIB_VERSION_MIN_REQUIRED=GLIB_VERSION_2_50 GLIB_VERSION_MAX_ALLOWED=GLIB_VERSION_2_50
+    GDK_VERSION_MIN_REQUIRED=GDK_VERSION_3_22 GDK_VERSION_MAX_ALLOWED=GDK_VERSION_3_22)
 if(COMMONDLG3_SANITIZE)
     target_compile_options(commondlg3_settings INTERFACE
         -fsanitize=${COMMONDLG3_SANITIZE} -fno-omit-frame-pointer -g1 -O1)
