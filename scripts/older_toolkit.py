@@ -3,8 +3,8 @@
 
 usage: older_toolkit.py [--all] BUILD_FOLDER WX_INCLUDE_FOLDER SETUP_INCLUDE_FOLDER
 
-The headers need not be installed: a package that was unpacked is enough. BUILD_FOLDER holds compile_commands.json. The
-first errors of each source are told, grouped by what they name; --all tells each place.
+The headers need not be installed: a package that was unpacked is enough. BUILD_FOLDER holds compile_commands.json. What
+is wrong in sources of this tree is told, grouped by what is named; --all tells each place.
 """
 import argparse
 import collections
@@ -15,6 +15,7 @@ import re
 import subprocess
 import tempfile
 
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 ERROR = re.compile(r"^(\S+?):(\d+):\d+: (?:fatal )?error: (.*)", re.MULTILINE)
 
 
@@ -37,7 +38,9 @@ def errors_of(source, flags):
         while True:
             done = subprocess.run(["c++", "-fsyntax-only", "-w", "-I", stubs, *flags, source], capture_output=True, text=True,
                                   env={**os.environ, "LC_ALL": "C"}, check=False)
-            found = [(os.path.basename(path), int(line), text) for path, line, text in ERROR.findall(done.stderr)]
+            # Errors in the toolkit's own headers come after one in ours.
+            found = [(os.path.basename(path), int(line), text) for path, line, text in ERROR.findall(done.stderr)
+                     if path.startswith(ROOT) or "No such file" in text]
             header = found and re.fullmatch(r"(wx/\S+): No such file or directory", found[-1][2])
             if not header:
                 return missing + found
@@ -53,7 +56,6 @@ def main():
     parser.add_argument("build")
     parser.add_argument("include", nargs=2)
     options = parser.parse_args()
-    root = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
     with open(os.path.join(options.build, "compile_commands.json"), encoding="utf-8") as file:
         commands = json.load(file)
     # Units that hold a dozen sources would stop at what the first of them lacks.
@@ -63,7 +65,7 @@ def main():
             flags[library[1]] = flags_of(entry["command"], options.include)
     sources = []
     for library, known in sorted(flags.items()):
-        for folder in (f"{root}/platform/{library}/src", f"{root}/{library}/src"):
+        for folder in (f"{ROOT}/platform/{library}/src", f"{ROOT}/{library}/src"):
             sources.extend((os.path.join(path, name), known) for path, _, names in os.walk(folder)
                            for name in sorted(names) if name.endswith(".cpp") and library != "gallery")
     found = collections.defaultdict(list)
@@ -73,7 +75,7 @@ def main():
             clean += not errors
             for name, line, text in errors:
                 quoted = re.findall(r"[‘'](.*?)[’']", text)
-                found[quoted[0].split("(")[0] if quoted else text].append((os.path.relpath(source, root), name, line, text))
+                found[quoted[0].split("(")[0] if quoted else text].append((os.path.relpath(source, ROOT), name, line, text))
     for what, places in sorted(found.items(), key=lambda item: -len({place[0] for place in item[1]})):
         files = {place[0] for place in places}
         print(f"{len(files):4} {what}: {places[0][3]} ({places[0][1]}:{places[0][2]})")

@@ -1,10 +1,14 @@
+#include "support.h"
 #include "tools.h"
 
 #include <commondlg3/editor_launch.h>
 #include <commondlg3/message_window.h>
 #include <gen_helpers2/program.h>
+#include <gen_helpers2/system_editor.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <sys/stat.h>
 #include <utility>
@@ -103,8 +107,15 @@ TEST_F(EditorLaunch, EditorsOfATerminalStartInOne)
     EXPECT_EQ((words_t{vim, "-g", "+7", m_file}), command(by_variable("vim -g")));
     EXPECT_EQ((words_t{terminal, "-e", emacs, "-nw", "+7", m_file}), command(by_variable("emacs -nw")));
     const std::string unknown = make_program("unknown");
+    // What the desktop has registered as wanting one; it notices new entries after a while.
+    const gen_helpers2::path_t entries = gen_helpers2::path_t(std::getenv("XDG_DATA_HOME")) / "applications";
+    std::filesystem::create_directories(entries.as_filesystem_path());
+    std::ofstream((entries / "in_terminal.desktop").as_string())
+        << "[Desktop Entry]\nType=Application\nName=x\nExec=" << unknown << " %F\nTerminal=true\n";
+    EXPECT_TRUE(
+        test::wait_for([] { return gen_helpers2::system_editor_needs_terminal("in_terminal.desktop"); }));
     EXPECT_EQ((words_t{terminal, "-e", unknown, "+7", m_file}),
-              command({"vim.desktop", "as the registry says", unknown, unknown}));
+              command({"in_terminal.desktop", "as the registry says", unknown, unknown}));
     const std::string wrapper = make_program("x-terminal-emulator");
     EXPECT_EQ(wrapper, command(by_variable("vim")).front()) << "the user's own choice";
 }
