@@ -74,6 +74,8 @@ headers_stand_alone() {
 
 $quick || check "headers stand alone" headers_stand_alone
 $quick || check "documents" scripts/docs.sh
+$quick || check "what is needed of the platform" python3 -B scripts/platform_surface.py --exact . \
+    build/commondlg3/libcommondlg3.so docs/platform.md
 
 if [ ${#failed[@]} -gt 0 ]; then
     printf '%d of the checks failed: %s\n' ${#failed[@]} "${failed[*]}"

@@ -2,9 +2,10 @@
 """Writes down what commondlg3/ needs of the platform, for products that bring one of their own: each name that the
 library's sources use, with the first sentence of its documentation, and each function that the built library calls.
 
-usage: platform_surface.py [--write] ROOT LIBRARY DOCUMENT
+usage: platform_surface.py [--write|--exact] ROOT LIBRARY DOCUMENT
 
-Without --write, compares the document with the sources and the library: what has grown shows, and is decided on.
+Without --write, compares the document with the sources and the library: what has grown shows, and is decided on. The
+sentences count with --exact alone, so that nobody who betters a comment has to write the document before he builds.
 """
 import collections
 import os
@@ -132,12 +133,20 @@ def short(call):
     return head.rsplit("::", 1)[-1] + bracket + tail
 
 
+def needs(text, exact):
+    """The lines of a document that say what is needed; without the sentences, unless they count too."""
+    lines = text.splitlines()
+    if exact:
+        return lines
+    return [re.sub(r"^(\| `.*?` \| `.*?` \|).*(\|.*\|)$", r"\1\2", line) for line in lines if line.startswith(("| `", "- `"))]
+
+
 def main():
     arguments = sys.argv[1:]
-    writing = arguments[:1] == ["--write"]
-    root, library, document = arguments[writing:]
+    option = arguments.pop(0) if arguments[:1] in (["--write"], ["--exact"]) else ""
+    root, library, document = arguments
     now = write(root, library)
-    if writing:
+    if option == "--write":
         with open(document, "w", encoding="utf-8") as file:
             file.write(now)
         return 0
@@ -145,10 +154,10 @@ def main():
     if os.path.exists(document):
         with open(document, encoding="utf-8") as file:
             before = file.read()
-    before, now = before.splitlines(), now.splitlines()
+    before, now = needs(before, option == "--exact"), needs(now, option == "--exact")
     for line in now:
         if line not in before:
-            print(f"{document}: is new, and not listed: {line}")
+            print(f"{document}: is not listed: {line}")
     for line in before:
         if line not in now:
             print(f"{document}: is needed no more: {line}")
