@@ -64,7 +64,8 @@ def declared_in(path, library, header):
                 continue
             found = NAME.match(line)
             name = found and next((group for group in found.groups() if group), None)
-            if name and line[0] != " " and not name.endswith("_EXPORT") and not name.startswith("_") and name != "operator":
+            if name and line[0] != " " and not name.endswith("_EXPORT") and not name.startswith("_") and name != "operator" \
+                    and not name.startswith("intrusive_ptr_"):  # of each class that counts, by its own
                 yield Declared(library, header, name, first_sentence(comments))
             if line:
                 comments = []
