@@ -129,8 +129,8 @@ class InstalledTest(unittest.TestCase):
 
     def test_starter_is_built_and_used(self):
         build, home = os.path.join(self.folder, "starter"), os.path.join(self.folder, "home")
-        os.makedirs(home + "/.hidden")
-        for name, size in (("/large", 2500000), ("/small", 10), ("/.hidden/large", 2500000)):
+        os.makedirs(home)
+        for name, size in (("/large", 2500000), ("/small", 10)):
             with open(home + name, "wb") as file:
                 file.truncate(size)
         run(CMAKE, "-G", "Ninja", "-S", os.path.join(self.prefix, "share/doc/libcommondlg3-dev/examples/starter"),
@@ -157,7 +157,6 @@ class InstalledTest(unittest.TestCase):
         starter.wait_until_at_rest()
         copied = run("xclip", "-selection", "clipboard", "-o")
         self.assertIn(f"2 MB  {home}/large\n", copied + "\n")
-        self.assertNotIn("hidden", copied)
         self.end(starter)
 
         starter = self.start("/usr")
