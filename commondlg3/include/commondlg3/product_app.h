@@ -30,6 +30,7 @@ namespace commondlg3 {
 /// The command line is the product's: OnInit() does not read it; wxApp::OnInit() has the toolkit do so.
 ///
 /// Not for a product that has an application of another kind: that one does the same by hand. GUI thread.
+/// @since 3.1
 class COMMONDLG3_EXPORT product_app_t : public wxApp
 {
 public:

@@ -22,6 +22,7 @@ namespace commondlg3 {
 /// Its settings are the names of the messages that are silenced. They are neither exported, as what somebody
 /// does not want to see is nobody else's affair, nor imported: messages are silenced where they are shown.
 /// GUI thread, as preferences_page_t says.
+/// @since 3.1
 class COMMONDLG3_EXPORT silenced_messages_page_t : public preferences_page_t
 {
 public:
