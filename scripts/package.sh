@@ -56,6 +56,10 @@ if $release; then
     exit 0
 fi
 
+echo "What desktops show"
+desktop-file-validate packaging/desktop/*.desktop
+appstreamcli validate --no-net packaging/desktop/*.metainfo.xml
+
 echo "lintian"
 lintian --allow-root --fail-on error,warning --tag-display-limit 0 "$out"/commondlg3_*.changes
 
