@@ -314,6 +314,7 @@ void preferences_frame_t::impl_t::show_changed()
 std::vector<std::string> preferences_frame_t::impl_t::get_titles(const std::vector<int>& pages) const
 {
     std::vector<std::string> titles;
+    titles.reserve(pages.size());
     for (const int page : pages)
         titles.push_back(stack.all()[page].page->get_title());
     return titles;

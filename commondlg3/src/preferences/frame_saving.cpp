@@ -165,6 +165,7 @@ void preferences_frame_t::impl_t::begin_writing(const std::vector<int>& pages)
         return;
     }
     std::vector<preferences_page_ptr_t> changed;
+    changed.reserve(pages.size());
     for (const int page : pages)
         changed.push_back(stack.at(page).page);
     on_disk(

@@ -86,6 +86,7 @@ protected:
         Interface::operator=(other);
         return *this;
     }
+    // NOLINTNEXTLINE(modernize-use-override): not every interface has a virtual one.
     virtual ~ref_counted_of_t() = default;
 
 private:
