@@ -66,6 +66,9 @@ if $all; then
     step "Linters"
     scripts/lint.sh
 
+    step "Debian packages, the border, a clean Debian"
+    scripts/package.sh --install
+
     step "A monkey at keyboard and mouse"
     scripts/monkey.sh build/gallery/commondlg3_gallery --replay tests/torture/kept/*.events --whole
     scripts/monkey.sh build/gallery/commondlg3_gallery --seed 5 --launches 4 --events 500 --whole

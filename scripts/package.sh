@@ -35,15 +35,16 @@ fi
 build() { # folder
     rm -rf "$1"
     mkdir -p "$1/commondlg3-$version"
-    git archive HEAD | tar -x -C "$1/commondlg3-$version"
-    cp -r packaging/debian "$1/commondlg3-$version/debian"
+    git archive "$revision" | tar -x -C "$1/commondlg3-$version"
+    cp -r "$1/commondlg3-$version/packaging/debian" "$1/commondlg3-$version/debian"
     # Compiled a second time, what is the same would come out of a cache, and would be no proof.
     (cd "$1/commondlg3-$version" && DEB_BUILD_OPTIONS="parallel=$(nproc)" CCACHE=${2:-OFF} \
         dpkg-buildpackage --build=binary --no-sign >"$1/build.log" 2>&1) ||
         { tail -n 60 "$1/build.log" >&2; exit 1; }
 }
 
-echo "Building packages of $(git rev-parse --short HEAD)"
+revision=$(git rev-parse HEAD)
+echo "Building packages of $revision"
 $release && export NEW_BORDER=1
 build "$out" "$(command -v ccache || echo OFF)"
 built=$out/commondlg3-$version
