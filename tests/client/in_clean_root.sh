@@ -9,9 +9,9 @@ quietly() { "$@" >/tmp/said 2>&1 || { cat /tmp/said; echo "failed: $*"; exit 1; 
 quietly apt-get update
 # What they stand on comes first and stays: what is left afterwards is theirs.
 needed=$(for package in *.deb; do dpkg-deb --field "$package" Depends; done |
-    tr ',' '\n' | grep -v commondlg3 | sort -u | paste -sd,)
+    tr ',' '\n' | grep -v -e commondlg3 -e '^ *$' | sort -u | paste -sd,)
 quietly apt-get satisfy -y --no-install-recommends "$needed"
-quietly apt-get install -y --no-install-recommends g++ cmake pkg-config xvfb xauth xdotool fonts-dejavu-core \
+quietly apt-get install -y --no-install-recommends g++ cmake make pkg-config xvfb xauth xdotool fonts-dejavu-core \
     adwaita-icon-theme openbox
 every_file() {
     find / -xdev \( -path /proc -o -path /dev -o -path /tmp -o -path /given -o -path /root -o -path /var/cache \
@@ -46,9 +46,10 @@ cp -r /usr/share/doc/libcommondlg3-dev/examples/starter /tmp/starter
 quietly cmake -S /tmp/starter -B /tmp/starter/build
 quietly cmake --build /tmp/starter/build
 # shellcheck disable=SC2016 # for the inner shell
-quietly timeout 60 xvfb-run -a sh -c 'openbox & sleep_until="xdotool search --sync --onlyvisible --pid"
-    /tmp/starter/build/starter & program=$!
-    window=$($sleep_until $program | head -n 1) && kill -0 $program && xdotool windowclose "$window"; wait $program'
+quietly timeout 60 xvfb-run -a sh -c 'openbox & /tmp/starter/build/starter & program=$!
+    window=$(xdotool search --sync --onlyvisible --pid $program | head -n 1)
+    xdotool windowactivate --sync "$window" key alt+F4 && wait $program'
+if grep ERROR /tmp/said; then exit 1; fi
 step "the starter built, opened and closed"
 
 [ -s /usr/share/doc/commondlg3/html/index.html ]

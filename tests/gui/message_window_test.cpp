@@ -75,7 +75,7 @@ TEST(MessageWindow, EveryButtonSetAnswersEveryWayOfEnding)
     struct row_t
     {
         int type;
-        int answers[std::size(ways)];
+        int answers[5];
     };
     const row_t rows[] = {
         {0, {no, 0, 0, 0, 0}},   {1, {1, 2, 1, 2, 2}},  {2, {no, 7, 7, 7, 7}},
@@ -213,6 +213,7 @@ TEST(MessageWindow, IsNeverLargerThanTheScreenAndScrollsByKeyboard)
         window.supplemental_message = text;
         if (alone) // the toolkit complains of what is hidden in a window that scrolls
             window.main_message = window.details_message = "";
+        const char* const last_text = alone ? "m_supplemental_instructions" : "m_details";
         run(window, [&](wxTopLevelWindow* shown) {
             EXPECT_LE(shown->GetSize().x, screen.x);
             EXPECT_LE(shown->GetSize().y, screen.y);
@@ -230,8 +231,7 @@ TEST(MessageWindow, IsNeverLargerThanTheScreenAndScrollsByKeyboard)
             const int end = area->GetViewStart().y;
             EXPECT_GT(end, page);
             // The end is really reached: the last text's bottom edge is in sight.
-            const wxWindow* last =
-                find<wxStaticText>(shown, alone ? "m_supplemental_instructions" : "m_details");
+            const wxWindow* last = find<wxStaticText>(shown, last_text);
             EXPECT_LE(last->GetPosition().y + last->GetSize().y, area->GetClientSize().y + 1);
             test::press(WXK_HOME);
             EXPECT_EQ(0, area->GetViewStart().y);

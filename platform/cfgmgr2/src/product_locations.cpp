@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <atomic>
 #include <dlfcn.h>
+#include <filesystem>
 #include <mutex>
+#include <system_error>
 #include <vector>
 
 namespace cfgmgr2 {
@@ -14,13 +16,14 @@ namespace {
 
 using gen_helpers2::path_t;
 
-/// Where this library was loaded from.
+/// Where this library was loaded from. The loader may have come through a link: /lib is one to /usr/lib.
 path_t library_directory()
 {
     Dl_info library;
-    return dladdr(reinterpret_cast<const void*>(&IProductLocations::get), &library) && library.dli_fname
-               ? path_t(library.dli_fname).parent()
-               : path_t();
+    if (!dladdr(reinterpret_cast<const void*>(&IProductLocations::get), &library) || !library.dli_fname)
+        return path_t();
+    std::error_code unknown;
+    return path_t(std::filesystem::canonical(library.dli_fname, unknown)).parent();
 }
 
 /// The "share" folder of the installation, or of the build tree, that the running program belongs to, or else
