@@ -156,7 +156,13 @@ void open_source_dialog_t::open()
 editor_data_t::system_editor_t get_users_editor(const std::string& file)
 {
     gen_helpers2::error_code_t ignored; // the preferences dialog tells it
-    return editor_for(load_editors(ignored), file);
+    editor_data_t editors = load_editors(ignored);
+    // A busy machine that does not answer the first question answers a later one.
+    const auto language = language_of(file);
+    for (int again = 0; again < 3; ++again)
+        if (editors.get_system_state(language) == editor_data_t::system_state_t::no_answer)
+            editors.load_system_info(language);
+    return editor_for(editors, file);
 }
 
 void open_in_users_editor(const std::string& object, const std::string& file, int line, wxWindow* parent)

@@ -102,6 +102,8 @@ class InstalledTest(unittest.TestCase):
         editor = pathlib.Path(self.folder, "geany")  # which the desktop has registered
         editor.write_text("#!/bin/sh\n")
         editor.chmod(0o755)
+        os.makedirs(self.folder + "/gallery")  # whatever others there are: it is the one that the user has chosen
+        pathlib.Path(self.folder, "gallery", "mimeapps.list").write_text("[Default Applications]\ntext/x-csrc=geany.desktop\n")
         gallery = Gallery("--language", "de", binary=os.path.join(self.prefix, "bin", "commondlg3_gallery"),
                           environment={"XDG_CONFIG_HOME": self.folder + "/gallery", "PATH": self.folder + ":" + os.environ["PATH"]})
         gallery.expect("opened")
