@@ -40,7 +40,7 @@ neither are the gallery and the tests, which use more of it.
 NAME = re.compile(r"(?:class|struct|enum class|enum|union)\s+(?:[A-Z0-9_]+_EXPORT\s+)?(\w+)[^;]*$|using\s+(\w+)\s*=|"
                   r"(?!namespace|using|class|struct|enum|template|extern|friend|static_assert|typedef|public|private|"
                   r"protected|return|\})[\w\[][\w:<>,*&\s~\[\]]*?\b(?!if\b|for\b)(\w+)\s*\(|#define\s+(\w+)")
-Declared = collections.namedtuple("Declared", "library header name meaning")
+Declared = collections.namedtuple("Declared", "part header name meaning")
 
 
 def first_sentence(comments):
@@ -106,10 +106,10 @@ def write(root, library):
     classes = {entry.name for entry in known}
     lines = [INTRODUCTION]
     counts = collections.Counter()
-    for name in sorted({entry.library for entry in known}):
+    for name in sorted({entry.part for entry in known}):
         lines.append(f"\n## {name}\n\n| name | header | what it is | what is called of it |\n|---|---|---|---|\n")
         seen = set()
-        for entry in (entry for entry in known if entry.library == name):
+        for entry in (entry for entry in known if entry.part == name):
             if entry.name in seen:
                 continue
             seen.add(entry.name)
