@@ -28,7 +28,7 @@ path_t library_directory()
 
 /// The "share" folder of the installation, or of the build tree, that the running program belongs to, or else
 /// the library: below a folder for libraries there may be one for the machine's kind.
-path_t share_directory()
+path_t find_share_directory()
 {
     const path_t program = gen_helpers2::stdpaths::get_executable_dir();
     const path_t near = program / "../share";
@@ -37,6 +37,13 @@ path_t share_directory()
         if ((share / "commondlg3").is_directory())
             return share;
     return near;
+}
+
+// Looked for once: every window that opens asks for it.
+const path_t& share_directory()
+{
+    static const path_t share = find_share_directory();
+    return share;
 }
 
 path_t config_directory_for(std::string name)
