@@ -5,6 +5,7 @@
 # usage: with_display.sh COMMAND [ARGUMENT...]
 #
 # SCREEN_SIZE: in pixels (1280x1024)
+# KEYS_REPEAT: "no" for tests of which a busy machine may hold a key for longer than a user would
 set -euo pipefail
 
 home=$(mktemp -d)
@@ -27,11 +28,13 @@ export HOME="$home" XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data" XD
 export LANG=C.UTF-8 LC_ALL=C.UTF-8 GTK_OVERLAY_SCROLLING=0 GDK_BACKEND=x11 GSETTINGS_BACKEND=memory
 unset WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS LANGUAGE
 
+repeat=()
+[ "${KEYS_REPEAT:-}" != no ] || repeat=(-r)
 # A number of our own: of servers that look for a free one at the same moment, two may settle on the same.
 # And not begun anew when its first client goes while the second is coming, which would then be thrown out.
 exec {fd}<> <(:)
 Xvfb ":$((100 + $$ % 50000))" -displayfd "$fd" -screen 0 "${SCREEN_SIZE:-1280x1024}x24" -noreset -nolisten tcp \
-    >"$home/xvfb" 2>&1 &
+    "${repeat[@]}" >"$home/xvfb" 2>&1 &
 started+=($!)
 read -r -t 60 number <&"$fd" || { echo "with_display.sh: no display" >&2; cat "$home/xvfb" >&2; exit 1; }
 exec {fd}>&-
