@@ -220,10 +220,12 @@ TEST(InplaceControl, progress_steps)
 
     progress->start("Nothing to do", 0);
     progress->internalProgressed(5);
-    progress->finish();
     progress->message("status");
     test::settle();
     EXPECT_EQ(gauge.GetValue(), 0);
+    progress->finish();
+    test::settle();
+    EXPECT_EQ(gauge.GetValue(), 800) << "looks as if nothing had been done";
     EXPECT_EQ(window.element(0).GetText(), "Progress\nstatus");
     EXPECT_TRUE(test::lines_of(window.control(), 0).empty());
 }

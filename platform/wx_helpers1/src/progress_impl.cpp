@@ -79,6 +79,11 @@ void ProgressImpl::finish()
 {
     m_finished = true;
     internalProgressed(m_total);
+    // Of a total that nobody knew, all is done as well.
+    if (const int reported = m_reported; !(m_total > 0) && reported < m_steps) {
+        m_reported = m_steps;
+        tasks::PostSignal(m_progressed, m_steps - reported);
+    }
     if (m_canceled && !m_acknowledged) {
         m_acknowledged = true;
         tasks::PostSignal(m_cancel);

@@ -29,7 +29,7 @@ public:
     ProgressImpl(const ProgressImpl&) = delete;
     ProgressImpl& operator=(const ProgressImpl&) = delete;
 
-    /// Begins a new count. A total that is not above zero never advances the bar.
+    /// Begins a new count. A total that is not above zero advances the bar at its end only.
     void start(const char* text, double total) override;
     void progressed(int steps) override;
     void internalProgressed(double amount) override;
