@@ -89,6 +89,7 @@ int find_large(const fs::path& folder, std::uintmax_t megabytes, msngr2::IMessen
         if (error)
             log.say(msngr2::sev_error, (searched.string() + ": " + error.message()).c_str());
     }
+    progress.message(progress.isCanceled() ? "Stopped" : "All folders were searched");
     progress.finish();
     return found;
 }
