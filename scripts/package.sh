@@ -37,7 +37,8 @@ build() { # folder
     mkdir -p "$1/commondlg3-$version"
     git archive "$revision" | tar -x -C "$1/commondlg3-$version"
     cp -r "$1/commondlg3-$version/packaging/debian" "$1/commondlg3-$version/debian"
-    # Compiled a second time, what is the same would come out of a cache, and would be no proof.
+    # Compiled a second time, what is the same would come out of a cache, and would be no proof. And a cache has its own
+    # way to write the paths of what it compiled.
     (cd "$1/commondlg3-$version" && DEB_BUILD_OPTIONS="parallel=$(nproc)" CCACHE=${2:-OFF} \
         dpkg-buildpackage --build=binary --no-sign >"$1/build.log" 2>&1) ||
         { tail -n 60 "$1/build.log" >&2; exit 1; }
@@ -46,7 +47,8 @@ build() { # folder
 revision=$(git rev-parse HEAD)
 echo "Building packages of $revision"
 $release && export NEW_BORDER=1
-build "$out" "$(command -v ccache || echo OFF)"
+$reproduce || cache=$(command -v ccache || true)
+build "$out" "${cache:-OFF}"
 built=$out/commondlg3-$version
 ls "$out"/*.deb
 
@@ -71,9 +73,11 @@ if $reproduce; then
     echo "Once more, elsewhere and later"
     again=$(mktemp -d)/another-folder
     build "$again"
+    differs=false
     for package in "$out"/*.deb; do
-        cmp "$package" "$again/${package##*/}" || { echo "Look with: diffoscope $package $again/${package##*/}" >&2; exit 1; }
+        cmp "$package" "$again/${package##*/}" || differs=true
     done
+    ! $differs || { echo "Look with: diffoscope $out $again" >&2; exit 1; }
     rm -rf "${again%/*}"
     echo "The same bytes"
 fi
