@@ -60,16 +60,12 @@ public:
 };
 
 } // namespace
-} // namespace bench
-
-wxIMPLEMENT_APP_NO_MAIN(bench::app_t);
-
-namespace bench {
 
 int run_in_app(int argc, char** argv, std::function<int(wxFrame*)> work)
 {
     const gen_helpers2::log_lifetime_t log;
     the_work = std::move(work);
+    wxApp::SetInitializerFunction([]() -> wxAppConsole* { return new app_t; });
     return wxEntry(argc, argv);
 }
 

@@ -504,4 +504,8 @@ public:
 
 } // namespace
 
-wxIMPLEMENT_APP(app_t);
+int main(int argc, char** argv)
+{
+    wxApp::SetInitializerFunction([]() -> wxAppConsole* { return new app_t; });
+    return wxEntry(argc, argv);
+}

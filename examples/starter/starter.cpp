@@ -184,13 +184,13 @@ private:
     gen_helpers2::signal_t<int> m_ended;
 };
 
+} // namespace
+
 class starter_t : public commondlg3::product_app_t
 {
 public:
     starter_t() : product_app_t("Starter") {}
     bool OnInit() override { return product_app_t::OnInit() && (new main_window_t)->Show(); }
 };
-
-} // namespace
 
 wxIMPLEMENT_APP(starter_t);

@@ -52,11 +52,10 @@ public:
 
 } // namespace
 
-wxIMPLEMENT_APP_NO_MAIN(app_t);
-
 int main(int argc, char** argv)
 {
     const gen_helpers2::log_lifetime_t log;
     testing::InitGoogleTest(&argc, argv);
+    wxApp::SetInitializerFunction([]() -> wxAppConsole* { return new app_t; });
     return wxEntry(argc, argv);
 }

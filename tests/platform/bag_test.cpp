@@ -60,7 +60,8 @@ TEST(Variant, GivesBackItsTypeOnly)
     EXPECT_EQ(variant_t(std::string("a\0b", 3)).get<std::string>().size(), 3U);
     variant_t changed(text);
     changed = number;
-    changed = std::move(changed);
+    variant_t& itself = changed;
+    changed = std::move(itself);
     EXPECT_EQ(changed, number);
     EXPECT_EQ(text.get<std::string>(), "t\xC3\xA4xt");
 }

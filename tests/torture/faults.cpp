@@ -1,3 +1,5 @@
+// The system's headers must leave the functions that are defined here to be defined.
+#undef _FORTIFY_SOURCE
 #include "faults.h"
 
 #include <dlfcn.h>

@@ -9,9 +9,12 @@
 
 // What the heading says of the rows.
 namespace commondlg3 {
+namespace {
 
 using state_t = dir_state_t::kind_t;
 using vdxpropgrid2::row_key_t;
+
+} // namespace
 
 bool search_dirs_tab_t::validate_dir(const path_info_t& path, int row)
 {
