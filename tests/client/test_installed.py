@@ -126,7 +126,9 @@ class InstalledTest(unittest.TestCase):
 
     def end(self, starter):
         starter.press("alt+F4")
-        self.assertEqual("", starter.process.stderr.read().decode())
+        # The loader of pictures of newer desktops misses its sandbox where root runs in a folder of its own.
+        said = [line for line in starter.process.stderr.read().decode().splitlines() if line and "Glycin" not in line]
+        self.assertEqual([], said)
         self.assertEqual(0, starter.end())
 
     def test_starter_is_built_and_used(self):

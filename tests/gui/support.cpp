@@ -20,7 +20,9 @@
 
 #include <gtk/gtk.h>
 
+#include <cctype>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <mutex>
@@ -53,11 +55,22 @@ void on_toolkit_assert(const wxString& file, int line, const wxString&, const wx
     fail((file + wxString::Format(":%d: ", line) + condition + " " + text).utf8_string());
 }
 
+// From 3.2.10 on a text field takes a handler away again, as it ends, that was gone after its last key.
+bool is_toolkits_own([[maybe_unused]] const GLogField& message)
+{
+#if wxCHECK_VERSION(3, 2, 10)
+    return std::string(static_cast<const char*>(message.value)).find("has no handler with id") !=
+           std::string::npos;
+#else
+    return false;
+#endif
+}
+
 GLogWriterOutput on_glib_log(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer)
 {
     if (level & (G_LOG_LEVEL_WARNING | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_ERROR)) {
         for (gsize i = 0; i < count; ++i)
-            if (std::string(fields[i].key) == "MESSAGE")
+            if (std::string(fields[i].key) == "MESSAGE" && !is_toolkits_own(fields[i]))
                 fail(std::string("toolkit warning: ") + static_cast<const char*>(fields[i].value));
     }
     return G_LOG_WRITER_HANDLED;
@@ -204,7 +217,15 @@ void click(wxWindow* parent, const char* name)
 
 void press(int key, int modifiers)
 {
-    wxUIActionSimulator().Char(key, modifiers);
+    if (modifiers == wxMOD_ALT) {
+        // The simulator's Alt is Meta where the keyboard's map is newer.
+        const std::string name = key == WXK_UP     ? "Up"
+                                 : key == WXK_DOWN ? "Down"
+                                                   : std::string(1, static_cast<char>(std::tolower(key)));
+        EXPECT_EQ(0, std::system(("xdotool key alt+" + name).c_str()));
+    } else {
+        wxUIActionSimulator().Char(key, modifiers);
+    }
     settle();
 }
 
