@@ -30,6 +30,7 @@ CFGMGR2_EXPORT std::vector<std::string> get_catalog_languages(const std::string&
 /// "de", "pt_BR"; an encoding and a modifier ("de_DE.UTF-8") are taken off. Anything else is an assertion and
 /// changes nothing. Initially "en". Catalogs already handed out stay in their language.
 CFGMGR2_EXPORT void set_language(const std::string& language);
+/// The language set, as set_language() has kept it.
 CFGMGR2_EXPORT std::string get_language();
 
 /// The language that the user's environment asks for (LANGUAGE, LC_ALL, LC_MESSAGES, LANG); "en" if none.

@@ -14,6 +14,7 @@
 
 namespace FF_2_13 {
 
+/// Counts a reference to one of this library's objects.
 template <class T>
 using ObjectPtr = gen_helpers2::sptr_t<T>;
 

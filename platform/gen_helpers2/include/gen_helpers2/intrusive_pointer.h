@@ -34,6 +34,7 @@ namespace gen_helpers2 {
 template <class T>
 using intrusive_pointer_t = boost::intrusive_ptr<T>;
 
+/// The same by its shorter name, which interfaces use.
 template <class T>
 using sptr_t = boost::intrusive_ptr<T>;
 

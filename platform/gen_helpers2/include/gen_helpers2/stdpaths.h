@@ -11,6 +11,7 @@ namespace stdpaths {
 
 GEN_HELPERS2_EXPORT path_t get_user_config_dir();
 GEN_HELPERS2_EXPORT path_t get_user_data_dir();
+/// Where temporary files are kept: what TMPDIR names, or "/tmp".
 GEN_HELPERS2_EXPORT path_t get_temp_dir();
 GEN_HELPERS2_EXPORT path_t get_home_dir();
 /// The folder that relative paths start from. Empty if it is gone.
