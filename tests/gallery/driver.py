@@ -55,9 +55,10 @@ class Gallery:
         raise AssertionError("the window did not get the focus")
 
     def wait_until_at_rest(self):
-        """Until it has slept for a while: what was begun is done, and keys find their window."""
+        """Until it has slept for longer than a button takes that was pressed by its letter (0.25 s): what was begun is
+        done, and keys find their window."""
         used, quiet = None, 0
-        while quiet < 8:
+        while quiet < 12:
             time.sleep(0.025)
             with open(f"/proc/{self.process.pid}/stat", encoding="utf-8") as file:
                 state = file.read().split()
