@@ -113,6 +113,33 @@ TEST(MessageCenter, WhatIsLeftComesAgain)
     EXPECT_EQ(2, left);
 }
 
+// Who asks from above another modal window could not be answered below that.
+TEST(MessageCenter, ComesAboveWhatCoversIt)
+{
+    message_center_t center;
+    std::vector<int> answers;
+    const auto ask = [&](const char* name) {
+        answers.push_back(center.ask(named(name)));
+        return 0;
+    };
+    const auto answer_both = [](wxTopLevelWindow* window) {
+        EXPECT_EQ(2u, list_of(window)->GetCount());
+        wx_helpers1::when_next_window_is_painted([](wxTopLevelWindow* again) { again->Close(); });
+        press_yes(window);
+    };
+    const auto cover_and_ask = [&](wxTopLevelWindow* window) {
+        test::probe_dialog_t cover("dlg.example");
+        test::run_modal([&] { return cover.show_modal(window); },
+                        [&](wxTopLevelWindow*) {
+                            test::run_modal([&] { return ask("second"); }, answer_both);
+                            cover.Close();
+                        });
+    };
+    test::run_modal([&] { return ask("first"); }, cover_and_ask);
+    EXPECT_EQ((std::vector<int>{2, 1}), answers);
+    EXPECT_EQ(0u, center.get_count());
+}
+
 // Nobody is left waiting when the window or the center goes.
 TEST(MessageCenter, GoesWithItsParentOrItsOwner)
 {

@@ -47,6 +47,8 @@ public:
     }
 
     bool is_running() const { return m_dialog != nullptr; }
+    // By another modal window, opened after it: nobody can reach it.
+    bool is_covered() const { return m_dialog && wx_helpers1::modal_stack_t::top() != m_dialog; }
     std::size_t get_count() const { return m_messages.size(); }
 
     // Until every message is answered, or end_run().
@@ -163,6 +165,9 @@ int message_center_t::ask(const message_window_t& window, const message_options_
     };
     const auto asked = std::make_shared<asked_t>();
     const std::weak_ptr<impl_t> center = m_impl; // which may be destroyed meanwhile
+    if (m_impl->is_covered())
+        m_impl
+            ->end_run(); // what covers it cannot close before this call returns: the window comes above that
     // Who asks while the window is shown waits above it: he must have returned before it can.
     const bool above = m_impl->is_running();
     wxGUIEventLoop waiting;
