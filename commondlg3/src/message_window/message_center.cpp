@@ -158,6 +158,9 @@ int message_center_t::ask(const message_window_t& window, const message_options_
 {
     if (window.check_box && window.check_box->is_checked())
         return message_window_t::result_none;
+    // What covers the window cannot close before this call returns, and may hold what the user has typed.
+    if (m_impl->is_covered())
+        return show_modal(window, options, wx_helpers1::modal_stack_t::top());
     struct asked_t
     {
         int answer = message_window_t::result_none;
@@ -165,9 +168,6 @@ int message_center_t::ask(const message_window_t& window, const message_options_
     };
     const auto asked = std::make_shared<asked_t>();
     const std::weak_ptr<impl_t> center = m_impl; // which may be destroyed meanwhile
-    if (m_impl->is_covered())
-        m_impl
-            ->end_run(); // what covers it cannot close before this call returns: the window comes above that
     // Who asks while the window is shown waits above it: he must have returned before it can.
     const bool above = m_impl->is_running();
     wxGUIEventLoop waiting;
