@@ -7,8 +7,9 @@ usage: load_cost.py [--rounds N] NAME=LIBRARY[+LIBRARY...][:TOOLKIT] ...
     load_cost.py commondlg3=build/commondlg3/libcommondlg3.so.3:libwx_gtk3u_xrc-3.2.so.0 \\
                  KF5=libKF5WidgetsAddons.so.5:libQt5Widgets.so.5 Adwaita=libadwaita-1.so.0:libgtk-4.so.1
 
-Times are medians of the rounds, taken by turns. Relocations that are packed are not counted. What a library's constructors of static objects take is the time between
-two lines of the loader's own account of them, as strace sees them, less what it is for libraries that have none.
+Times are medians of the rounds, taken by turns. Relocations that are packed are not counted. What a library's constructors
+of static objects take is the time between two lines of the loader's own account of them, as strace sees them, less what it
+is for libraries that have none.
 """
 import argparse
 import os

@@ -47,8 +47,9 @@ build() { # folder
 revision=$(git rev-parse HEAD)
 echo "Building packages of $revision"
 $release && export NEW_BORDER=1
-$reproduce || cache=$(command -v ccache || true)
-build "$out" "${cache:-OFF}"
+cache=OFF
+$reproduce || cache=$(command -v ccache || echo OFF)
+build "$out" "$cache"
 built=$out/commondlg3-$version
 ls "$out"/*.deb
 

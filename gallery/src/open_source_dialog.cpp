@@ -159,9 +159,9 @@ editor_data_t::system_editor_t get_users_editor(const std::string& file)
     editor_data_t editors = load_editors(ignored);
     // A busy machine that does not answer the first question answers a later one.
     const auto language = language_of(file);
-    for (int again = 0; again < 3; ++again)
-        if (editors.get_system_state(language) == editor_data_t::system_state_t::no_answer)
-            editors.load_system_info(language);
+    const auto no_answer = editor_data_t::system_state_t::no_answer;
+    for (int again = 0; again < 3 && editors.get_system_state(language) == no_answer; ++again)
+        editors.load_system_info(language);
     return editor_for(editors, file);
 }
 

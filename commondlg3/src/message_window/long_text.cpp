@@ -96,8 +96,8 @@ std::string long_text_t::get_selected() const
 
 int long_text_t::estimated_height(int width) const
 {
-    const int line_characters = std::max(1, width / std::max(1, GetCharWidth()));
-    const long lines = GetLastPosition() / line_characters + GetNumberOfLines();
+    const int characters_per_line = std::max(1, width / std::max(1, GetCharWidth()));
+    const long lines = GetLastPosition() / characters_per_line + GetNumberOfLines();
     return static_cast<int>(std::min(lines, 1000L)) * GetCharHeight();
 }
 

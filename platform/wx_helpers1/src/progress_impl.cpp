@@ -16,6 +16,24 @@ struct ProgressImpl::last_message_t
     tasks::posted_task_t task;
 };
 
+namespace {
+
+bool is_known(double total)
+{
+    return total > 0 && std::isfinite(total);
+}
+
+void advance_to(int step, std::atomic<int>& reported, const gen_helpers2::signal_t<int>& progressed)
+{
+    const int before = reported;
+    if (step > before) {
+        reported = step;
+        tasks::PostSignal(progressed, step - before);
+    }
+}
+
+} // namespace
+
 ProgressImpl::ProgressImpl(int steps)
     : m_steps(std::max(1, steps)), m_last_message(std::make_shared<last_message_t>())
 {
@@ -44,16 +62,11 @@ void ProgressImpl::internalProgressed(double amount)
     if (!(current == current)) // an amount that is no number leaves the count as it is
         return;
     m_current = current;
-    if (!(total > 0) || !std::isfinite(total))
+    if (!is_known(total))
         return;
     // Multiplied before it is divided, so that whole numbers stay exact and a half is rounded up.
     const long double exact = static_cast<long double>(m_steps) * current / total;
-    const int step = static_cast<int>(std::max(0.0L, exact + 0.5L));
-    const int reported = m_reported;
-    if (step > reported) {
-        m_reported = step;
-        tasks::PostSignal(m_progressed, step - reported);
-    }
+    advance_to(static_cast<int>(std::max(0.0L, exact + 0.5L)), m_reported, m_progressed);
 }
 
 void ProgressImpl::message(const char* text)
@@ -79,11 +92,8 @@ void ProgressImpl::finish()
 {
     m_finished = true;
     internalProgressed(m_total);
-    // Of a total that nobody knew, all is done as well.
-    if (const int reported = m_reported; !(m_total > 0) && reported < m_steps) {
-        m_reported = m_steps;
-        tasks::PostSignal(m_progressed, m_steps - reported);
-    }
+    if (!is_known(m_total)) // all is done as well
+        advance_to(m_steps, m_reported, m_progressed);
     if (m_canceled && !m_acknowledged) {
         m_acknowledged = true;
         tasks::PostSignal(m_cancel);
