@@ -43,7 +43,8 @@ public:
     /// The window comes with one of the next turns of the event loop.
     void raise(const message_window_t& window, answered_t answered = {},
                const message_options_t& options = {});
-    /// Raises a message and waits for its answer.
+    /// Raises a message and waits for its answer. Above a modal window that covers the center's, it is shown
+    /// in a window of its own.
     int ask(const message_window_t& window, const message_options_t& options = {});
 
     /// How many different messages are waiting for an answer.
