@@ -204,6 +204,21 @@ TEST(AdvancedPanel, a_click_may_destroy_it)
     EXPECT_FALSE(alive);
 }
 
+TEST(AdvancedPanel, may_go_while_it_is_pressed)
+{
+    page_t page;
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(near_end_of(header_of(page.panel)));
+    test::settle();
+    mouse.MouseDown();
+    test::settle();
+    EXPECT_EQ(wxWindow::GetCapture(), header_of(page.panel));
+    delete page.panel;
+    EXPECT_FALSE(wxWindow::GetCapture());
+    mouse.MouseUp();
+    test::settle();
+}
+
 TEST(AdvancedPanel, screen_reader_can_press_it_unless_disabled)
 {
     page_t page;

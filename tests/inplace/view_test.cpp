@@ -316,6 +316,24 @@ TEST(InplaceView, selecting_and_copying)
     EXPECT_EQ(window.log().GetSelectedText(), "");
 }
 
+TEST(InplaceView, may_go_while_a_text_is_being_selected)
+{
+    test::log_window_t window;
+    window->add_message(test::make_message("caption"), {});
+    test::settle();
+    wxWindow* view = window.log().GetWindow();
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(view->ClientToScreen(wxPoint(20, 10)));
+    test::settle();
+    mouse.MouseDown();
+    test::settle();
+    EXPECT_EQ(wxWindow::GetCapture(), view);
+    window.destroy();
+    EXPECT_FALSE(wxWindow::GetCapture());
+    mouse.MouseUp();
+    test::settle();
+}
+
 TEST(InplaceView, bodies_are_read_as_they_were_meant)
 {
     const std::pair<const char*, const char*> rows[] = {

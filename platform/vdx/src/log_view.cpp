@@ -78,6 +78,8 @@ log_view_t::log_view_t(CEventLog& log, wxWindow* parent)
 
 log_view_t::~log_view_t()
 {
+    if (HasCapture()) // it goes while a text is being selected
+        ReleaseMouse();
     if (m_log) {
         m_log->m_view = nullptr;
         m_log->m_slices->stop();

@@ -42,6 +42,8 @@ element_adapter_t::element_adapter_t(wxWindow* window) : m_window(window)
 element_adapter_t::~element_adapter_t()
 {
     set_root(nullptr);
+    if (m_window->HasCapture()) // it goes while a button of the mouse is down
+        m_window->ReleaseMouse();
 }
 
 void element_adapter_t::set_root(std::unique_ptr<element_t> root)
@@ -182,11 +184,13 @@ void element_adapter_t::on_mouse(wxMouseEvent& event)
         set_pressed(hit);
         if (!m_window->HasCapture())
             m_window->CaptureMouse();
-    } else if (type == wxEVT_LEFT_UP && m_pressed && m_key == 0) {
+    } else if (type == wxEVT_LEFT_UP) {
+        if (m_window->HasCapture()) // what was pressed may have gone meanwhile
+            m_window->ReleaseMouse();
+        if (!m_pressed || m_key != 0)
+            return;
         element_t* pressed = m_pressed;
         set_pressed(nullptr);
-        if (m_window->HasCapture())
-            m_window->ReleaseMouse();
         if (hit == pressed) {
             event.Skip(false);
             activate(pressed);
