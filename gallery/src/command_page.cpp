@@ -4,17 +4,16 @@
 #include "missing_resource.h"
 #include "printed_lines.h"
 
+#include <commondlg3/choosers.h>
 #include <commondlg3/message_window.h>
 #include <cpil/catalog.h>
 #include <gen_helpers2/program.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
-#include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
-#include <wx/dirdlg.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -130,11 +129,8 @@ command_page_t::command_page_t(wxWindow* parent)
     m_folder = folder;
     auto* browse = new wxButton(this, wxID_ANY, to_label(text("log.walk.browse")));
     folder_row->Add(browse, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
-    browse->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-        wxDirDialog chooser(this, wxString(), m_folder->GetValue());
-        if (wx_helpers1::show_modal_chooser(chooser) == wxID_OK)
-            m_folder->ChangeValue(chooser.GetPath());
-    });
+    browse->Bind(wxEVT_BUTTON,
+                 [this](wxCommandEvent&) { commondlg3::process_browse_folder(this, m_folder); });
     m_start->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { start(); });
     m_start->SetDefault();
     finish_layout();

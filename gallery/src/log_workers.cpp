@@ -4,17 +4,16 @@
 #include "json_report.h"
 #include "missing_resource.h"
 
+#include <commondlg3/choosers.h>
 #include <commondlg3/message_window.h>
 #include <cpil/catalog.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
-#include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/dirdlg.h>
 #include <wx/sizer.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
@@ -127,11 +126,8 @@ walk_page_t::walk_page_t(wxWindow* parent)
     row->Add(m_start, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 8);
     m_list_files = new wxCheckBox(this, wxID_ANY, to_label(text("log.walk.list_files")));
     below->Add(m_list_files, 0, wxTOP, 4);
-    browse->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
-        wxDirDialog chooser(this, wxString(), m_folder->GetValue());
-        if (wx_helpers1::show_modal_chooser(chooser) == wxID_OK)
-            m_folder->ChangeValue(chooser.GetPath());
-    });
+    browse->Bind(wxEVT_BUTTON,
+                 [this](wxCommandEvent&) { commondlg3::process_browse_folder(this, m_folder); });
     m_start->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { start(); });
     finish_layout();
 }
