@@ -6,8 +6,10 @@
 
 #include <wx/app.h>
 #include <wx/listbox.h>
+#include <wx/modalhook.h>
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -60,6 +62,30 @@ TEST(MessageCenter, TheSameMessageIsCounted)
     EXPECT_EQ(1, answer);
     EXPECT_EQ((std::vector<int>{1, 11}), answers);
     EXPECT_EQ(0u, center->get_count());
+}
+
+class failing_hook_t : public wxModalDialogHook
+{
+public:
+    failing_hook_t() { Register(); }
+    ~failing_hook_t() override { Unregister(); }
+
+protected:
+    int Enter(wxDialog*) override { throw std::runtime_error("no window"); }
+};
+
+TEST(MessageCenter, AWindowThatCannotOpenKeepsNobodyWaiting)
+{
+    message_center_t center;
+    int answer = -1;
+    {
+        const failing_hook_t hook;
+        center.raise(named("a"), [&](int given) { answer = given; });
+        EXPECT_THROW(center.ask(named("b")), std::runtime_error);
+    }
+    EXPECT_EQ(static_cast<int>(message_window_t::result_none), answer);
+    EXPECT_EQ(0u, center.get_count());
+    EXPECT_EQ(1, test::run_modal([&] { return center.ask(named("c")); }, press_yes)) << "the next one comes";
 }
 
 TEST(MessageCenter, DifferentOnesStandInAListAndAreAnsweredOneByOne)

@@ -61,18 +61,19 @@ public:
                                                           int id) { answer(message, id); });
         m_dialog = &dialog;
         wxWindow* const below = wx_helpers1::modal_stack_t::top();
-        dialog.show_modal(below && below->IsShown() ? below : wx_helpers1::get_main_window());
-        const bool was_ended = m_dialog != &dialog;
-        if (!was_ended) {
-            m_dialog = nullptr;
+        try {
+            dialog.show_modal(below && below->IsShown() ? below : wx_helpers1::get_main_window());
+        } catch (...) {
+            if (m_dialog == &dialog)
+                leave_unanswered();
+            throw;
+        }
+        if (m_dialog == &dialog) {
             if (!dialog.is_loaded())
                 for (const auto& message : m_messages)
                     gen_helpers2::log_error("commondlg3.message_window",
                                             "a message could not be shown: " + message->window.main_message);
-            // It went with its parent: nobody has chosen anything.
-            const raised_messages_t all = m_messages;
-            for (const auto& message : all)
-                answer(message, wxID_NONE);
+            leave_unanswered();
         }
         update_later();
     }
@@ -114,6 +115,15 @@ public:
     }
 
 private:
+    // The window went with its parent, or did not come: nobody has chosen anything.
+    void leave_unanswered()
+    {
+        m_dialog = nullptr;
+        const raised_messages_t all = m_messages;
+        for (const auto& message : all)
+            answer(message, wxID_NONE);
+    }
+
     void answer(const std::shared_ptr<raised_message_t>& message, int id)
     {
         const auto self = shared_from_this();
