@@ -16,9 +16,11 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace faults {
 namespace {
@@ -28,6 +30,7 @@ std::atomic<int> armed_call{-1};
 std::atomic<fault_t> armed_fault{fault_t::fails};
 std::atomic<bool> struck{false};
 std::array<std::atomic<int>, static_cast<std::size_t>(call_t::count)> counts;
+std::function<void()> other_act;
 std::string folder; // whose files have faults; empty: all
 constexpr int most_files = 1024;
 std::array<std::atomic<bool>, most_files> is_below; // by descriptor
@@ -42,6 +45,11 @@ bool is_due(call_t call)
     if (before > 1 || (before < 1 && armed_fault != fault_t::fails_on))
         return false;
     struck = true;
+    if (armed_fault == fault_t::preceded) {
+        armed_call = -1; // not by what it does itself
+        other_act();
+        return false;
+    }
     if (armed_fault == fault_t::killed)
         ::kill(::getpid(), SIGKILL);
     return true;
@@ -107,6 +115,11 @@ void arm(call_t call, int n, fault_t fault)
     armed_fault = fault;
     left = n;
     armed_call = static_cast<int>(call);
+}
+
+void before_due(std::function<void()> act)
+{
+    other_act = std::move(act);
 }
 
 int count_of(call_t call)

@@ -2,6 +2,7 @@
 /// of a program stand before those of the system.
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace faults {
@@ -28,7 +29,8 @@ enum class fault_t
     fails,       ///< as on a full disk, a broken one, without descriptors or memory
     interrupted, ///< EINTR, as after a signal
     shortened,   ///< reads or writes less than asked for
-    killed       ///< the process ends before the call
+    killed,      ///< the process ends before the call
+    preceded     ///< by something else: see before_due()
 };
 
 const char* name_of(call_t call);
@@ -37,6 +39,9 @@ const char* name_of(call_t call);
 void arm(call_t call, int n, fault_t fault);
 /// @return whether it was made
 bool disarm();
+
+/// What precedes a call.
+void before_due(std::function<void()> act);
 
 /// How many such calls there were since a fault was armed last.
 int count_of(call_t call);

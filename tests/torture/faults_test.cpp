@@ -232,4 +232,35 @@ TEST(Faults, AProgramMayBeKilledAtEveryCallOfASave)
     EXPECT_GT(count, 50);
 }
 
+// By another program that writes in place, between any two calls: what is read is old, new, or told.
+TEST(Faults, AFileMayChangeWhileItIsRead)
+{
+    const auto bag = [](const std::string& text) {
+        return "<bag version=\"1\"><string name=\"text\">" + text + "</string></bag>";
+    };
+    const std::string old_text(200000, 'a');
+    int count = 0;
+    for (const std::string& new_text : {std::string(90000, 'b'), std::string(300000, 'b')})
+        for (const call_t call : {call_t::open, call_t::stat, call_t::read}) {
+            bool struck = true;
+            for (int n = 1; struck && !HasFailure(); ++n, ++count) {
+                SCOPED_TRACE(std::string(faults::name_of(call)) + " " + std::to_string(n));
+                const temp_dir_t folder;
+                const auto file = folder / "preferences.xml";
+                test_tools::write_text(file, bag(old_text));
+                faults::before_due([&] { test_tools::write_text(file, bag(new_text)); });
+                faults::arm(call, n, fault_t::preceded);
+                error_code_t opened;
+                const auto storage = cfgmgr2::open_property_storage(file, opened);
+                struck = faults::disarm();
+                if (opened.succeeded()) {
+                    const auto text = storage->get_value("text").get<std::string>();
+                    EXPECT_TRUE(text == old_text || text == new_text) << text.size();
+                }
+                EXPECT_EQ(test_tools::read_text(file), bag(struck ? new_text : old_text));
+            }
+        }
+    EXPECT_GT(count, 6 + 4);
+}
+
 } // namespace

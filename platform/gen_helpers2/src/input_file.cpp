@@ -33,14 +33,24 @@ input_file_t::input_file_t(const path_t& path, std::size_t max_bytes) : m_path(p
             file_message("cannot read", path, S_ISDIR(status.st_mode) ? EISDIR : EINVAL));
     else if (static_cast<unsigned long long>(status.st_size) > max_bytes)
         m_error = too_large(path);
-    else
+    else {
         m_size = static_cast<std::size_t>(status.st_size);
+        m_written = status.st_mtim;
+    }
 }
 
 input_file_t::~input_file_t()
 {
     if (m_file >= 0)
         ::close(m_file);
+}
+
+// What was written in place meanwhile may have been read in part, before it and behind it.
+bool input_file_t::is_as_before() const
+{
+    struct stat now;
+    return ::fstat(m_file, &now) == 0 && static_cast<std::size_t>(now.st_size) == m_size &&
+           now.st_mtim.tv_sec == m_written.tv_sec && now.st_mtim.tv_nsec == m_written.tv_nsec;
 }
 
 std::size_t input_file_t::read(char* buffer, std::size_t size)
@@ -51,6 +61,10 @@ std::size_t input_file_t::read(char* buffer, std::size_t size)
             continue;
         if (got < 0) {
             m_error = error_code_t::io_error(file_message("cannot read", m_path, errno));
+            break;
+        }
+        if (got == 0 && !is_as_before()) {
+            m_error = error_code_t::io_error(file_message("cannot read", m_path, EBUSY));
             break;
         }
         m_read += static_cast<std::size_t>(got);

@@ -4,12 +4,13 @@
 #include "gen_helpers2/path.h"
 
 #include <cstddef>
+#include <ctime>
 
 namespace gen_helpers2 {
 namespace _internal {
 
-/// A regular file read from its beginning. What is no regular file, or is larger than allowed (also if it
-/// grows while it is read), is an error.
+/// A regular file read from its beginning. What is no regular file, is larger than allowed, or is written by
+/// somebody while it is read is an error.
 class input_file_t
 {
 public:
@@ -25,10 +26,13 @@ public:
     std::size_t read(char* buffer, std::size_t size);
 
 private:
+    bool is_as_before() const;
+
     path_t m_path;
     std::size_t m_max_bytes;
     std::size_t m_size = 0;
     std::size_t m_read = 0;
+    struct timespec m_written = {};
     int m_file = -1;
     error_code_t m_error;
 };
