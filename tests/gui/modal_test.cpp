@@ -57,6 +57,27 @@ TEST(Modal, MessagesEndUnansweredWithTheirParent)
     EXPECT_EQ(1, run(sample_message(1), [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
 }
 
+// The toolkit clears its list of handlers of those that were taken off by the next event that passes through,
+// and does not expect another to pass through meanwhile.
+TEST(Modal, ParentHandlesEventsInsideEventsAfterwards)
+{
+    wxFrame* parent = test::show_frame("parent");
+    parent->Bind(wxEVT_MENU, [parent](wxCommandEvent& event) {
+        event.Skip();
+        wxCommandEvent inner(wxEVT_TOOL_ENTER);
+        parent->ProcessWindowEvent(inner);
+    });
+    const auto ask_and_tell = [parent] {
+        const int answer = ask(parent);
+        wxCommandEvent event(wxEVT_MENU);
+        parent->ProcessWindowEvent(event);
+        return answer;
+    };
+    EXPECT_EQ(1, run_modal(ask_and_tell, [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
+    parent->Destroy();
+    test::settle();
+}
+
 TEST(Modal, DialogOnTheStackOutlivesItsParent)
 {
     wxFrame* parent = test::show_frame("parent");

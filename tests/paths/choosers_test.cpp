@@ -13,7 +13,9 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -119,41 +121,115 @@ gboolean accept_nothing(gpointer dialog)
     return G_SOURCE_REMOVE;
 }
 
-void keep_files(GtkWidget* widget, gpointer kept)
+// The first part of a chooser that is of a type.
+GtkWidget* part_of(GtkWidget* widget, GType type)
 {
-    GtkTreeModel* files = GTK_IS_TREE_VIEW(widget) ? gtk_tree_view_get_model(GTK_TREE_VIEW(widget)) : nullptr;
-    if (files && G_OBJECT_TYPE_NAME(files) == std::string("GtkFileSystemModel"))
-        g_set_object(static_cast<GtkTreeModel**>(kept), files);
-    if (GTK_IS_CONTAINER(widget))
-        gtk_container_forall(GTK_CONTAINER(widget), keep_files, kept);
+    std::pair<GType, GtkWidget*> found(type, G_TYPE_CHECK_INSTANCE_TYPE(widget, type) ? widget : nullptr);
+    if (!found.second && GTK_IS_CONTAINER(widget))
+        gtk_container_forall(
+            GTK_CONTAINER(widget),
+            [](GtkWidget* child, gpointer data) {
+                auto& [wanted, result] = *static_cast<decltype(found)*>(data);
+                if (!result)
+                    result = part_of(child, wanted);
+            },
+            &found);
+    return found.second;
+}
+
+// What is done to a chooser when it has appeared; false when it must be done once more.
+using step_t = std::function<bool(GtkWidget* chooser)>;
+
+bool choose_file(bool open, std::string path, step_t step)
+{
+    std::pair<GtkWidget*, step_t> shown(nullptr, std::move(step));
+    const test::chooser_answer_t answer([&shown](wxDialog* dialog) {
+        if (std::exchange(shown.first, dialog->GetHandle()))
+            return static_cast<int>(wxID_NONE); // it is asked about twice
+        const auto again = [](gpointer data) -> gboolean {
+            const auto& [chooser, once] = *static_cast<decltype(shown)*>(data);
+            return !gtk_widget_get_visible(chooser) || !once(chooser);
+        };
+        g_timeout_add(10, again, &shown);
+        return static_cast<int>(wxID_NONE);
+    });
+    return commondlg3::file_dlg(test::main_window(), open, path, "", "", "", "");
+}
+
+// Nobody waits for them here, inside the loop that handles them.
+void press(const char* keys)
+{
+    EXPECT_EQ(0, std::system((std::string("xdotool key ") + keys).c_str()));
+}
+
+void cancel(GtkWidget* chooser)
+{
+    gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_CANCEL);
 }
 
 TEST(Choosers, AListOfFilesThatIsLeftTellsNobodyWhoHasGone)
 {
     const test::temp_dir_t dir;
-    std::string path = dir.path();
-    std::pair<GtkWidget*, GtkTreeModel*> kept;
-    const test::chooser_answer_t answer([&kept](wxDialog* shown) {
-        kept.first = shown->GetHandle();
-        g_timeout_add(
-            10,
-            [](gpointer data) -> gboolean {
-                auto& [chooser, files] = *static_cast<decltype(kept)*>(data);
-                keep_files(chooser, &files);
-                if (files) {
-                    g_signal_connect(files, "row-inserted", G_CALLBACK(+[] {}), nullptr); // until its end
-                    gtk_dialog_response(GTK_DIALOG(chooser), GTK_RESPONSE_CANCEL);
-                }
-                return !files;
-            },
-            &kept);
-        return static_cast<int>(wxID_NONE);
-    });
-    EXPECT_FALSE(commondlg3::folder_dlg(test::main_window(), path, ""));
+    gpointer chooser = nullptr;
+    GtkTreeModel* files = nullptr;
+    EXPECT_FALSE(choose_file(true, dir.path() + "/1", [&](GtkWidget* dialog) {
+        files = gtk_tree_view_get_model(GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW)));
+        if (!files)
+            return false;
+        g_object_ref(files);
+        g_signal_connect(files, "row-inserted", G_CALLBACK(+[] {}), nullptr); // until its end
+        chooser = part_of(dialog, GTK_TYPE_FILE_CHOOSER_WIDGET);
+        g_object_add_weak_pointer(G_OBJECT(chooser), &chooser);
+        cancel(dialog);
+        return true;
+    }));
+    EXPECT_TRUE(chooser) << "what the list has asked about its files is answered to somebody";
+    EXPECT_TRUE(test::wait_for([&] { return !chooser; }, 30000));
     for (const char* signal : {"row-changed", "row-inserted"})
-        EXPECT_FALSE(g_signal_has_handler_pending(
-            kept.second, g_signal_lookup(signal, G_OBJECT_TYPE(kept.second)), 0, TRUE));
-    g_object_unref(kept.second);
+        EXPECT_FALSE(
+            g_signal_has_handler_pending(files, g_signal_lookup(signal, G_OBJECT_TYPE(files)), 0, TRUE));
+    g_object_unref(files);
+}
+
+TEST(Choosers, OfANameHaveNoRecentFiles)
+{
+    const test::temp_dir_t dir;
+    test::make_file(dir.path() + "/there");
+    // Anything else that went wrong is printed by the toolkit.
+    EXPECT_FALSE(choose_file(false, dir.path() + "/new", [](GtkWidget* dialog) {
+        auto* list = GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW));
+        GtkTreeModel* files = gtk_tree_view_get_model(list);
+        GtkTreeIter first;
+        if (!files || !gtk_tree_model_get_iter_first(files, &first))
+            return false;
+        gtk_tree_selection_select_iter(gtk_tree_view_get_selection(list), &first);
+        gtk_widget_grab_focus(GTK_WIDGET(list));
+        press("alt+r Escape");
+        return true;
+    }));
+}
+
+TEST(Choosers, ThePastedPathOfAListBecomesItsName)
+{
+    const test::temp_dir_t dir;
+    bool pasted = false;
+    EXPECT_FALSE(choose_file(true, dir.path() + "/old", [&](GtkWidget* dialog) {
+        if (pasted) {
+            GtkWidget* field = part_of(dialog, g_type_from_name("GtkFileChooserEntry"));
+            if (!field || gtk_entry_get_text(GTK_ENTRY(field)) != std::string("/etc/hosts"))
+                return false;
+            cancel(dialog);
+            return true;
+        }
+        GtkWidget* list = part_of(dialog, GTK_TYPE_TREE_VIEW);
+        if (!gtk_tree_view_get_model(GTK_TREE_VIEW(list)))
+            return false;
+        gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), "/etc/hosts", -1);
+        gtk_widget_grab_focus(list);
+        pasted = true;
+        press("ctrl+v");
+        return false;
+    }));
 }
 
 TEST(Choosers, NothingSelectedIsACancel)

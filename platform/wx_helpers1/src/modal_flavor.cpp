@@ -1,5 +1,8 @@
 #include "wx_helpers1/modal_flavor.h"
 
+#include "file_chooser_repairs.h"
+#include "parent_watch.h"
+
 #include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/weakref.h>
@@ -39,32 +42,6 @@ void cancel_hidden_menu()
     gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
     if (gtk_grab_get_current() == grabbing) // it was never begun
         gtk_grab_remove(grabbing);
-}
-
-// It stops reading and watching, whoever still holds it.
-void end_of_files(gpointer files)
-{
-    g_object_run_dispose(G_OBJECT(files));
-    g_object_unref(files);
-}
-
-// The toolkit's list of files may outlive its chooser, and would go on following its folder, sorting by what
-// the chooser knew and telling it about changes.
-void forget_files(GtkWidget* widget, gpointer chooser)
-{
-    GtkEntryCompletion* names = GTK_IS_ENTRY(widget) ? gtk_entry_get_completion(GTK_ENTRY(widget)) : nullptr;
-    gpointer listener = names ? widget : chooser;
-    GtkTreeModel* files = names ? gtk_entry_completion_get_model(names) : nullptr;
-    if (GTK_IS_TREE_VIEW(widget))
-        files = gtk_tree_view_get_model(GTK_TREE_VIEW(widget));
-    if (files && listener) {
-        g_signal_handlers_disconnect_matched(files, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, listener);
-        g_object_set_data_full(G_OBJECT(names ? gpointer(names) : chooser), "commondlg3-files",
-                               g_object_ref(files), end_of_files);
-    }
-    if (GTK_IS_CONTAINER(widget))
-        gtk_container_forall(GTK_CONTAINER(widget), forget_files,
-                             GTK_IS_FILE_CHOOSER_WIDGET(widget) ? widget : chooser);
 }
 
 // The toolkit's own loop waits until somebody tells it to end. This one looks at each turn whether there
@@ -222,41 +199,6 @@ void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
     }
 }
 
-// Follows the parent of a running dialog.
-class parent_watch_t
-{
-public:
-    parent_watch_t(std::shared_ptr<state_t> state, std::function<void()> leave_parent)
-        : m_state(std::move(state)),
-          m_leave_parent(std::move(leave_parent)),
-          m_parent(m_state->dialog->GetParent())
-    {
-        if (m_parent)
-            m_parent->Bind(wxEVT_DESTROY, &parent_watch_t::on_destroy, this);
-    }
-    ~parent_watch_t()
-    {
-        if (m_parent)
-            m_parent->Unbind(wxEVT_DESTROY, &parent_watch_t::on_destroy, this);
-    }
-    parent_watch_t(const parent_watch_t&) = delete;
-    parent_watch_t& operator=(const parent_watch_t&) = delete;
-
-private:
-    void on_destroy(wxWindowDestroyEvent& event)
-    {
-        event.Skip();
-        if (event.GetEventObject() != m_parent.get() || !m_state->dialog)
-            return; // a child of the parent's went
-        m_leave_parent();
-        end_run(m_state, wxID_CANCEL, true);
-    }
-
-    std::shared_ptr<state_t> m_state;
-    std::function<void()> m_leave_parent;
-    wxWeakRef<wxWindow> m_parent;
-};
-
 // The run's place among the others, from its beginning to its end, also by an exception.
 class listed_run_t
 {
@@ -302,24 +244,15 @@ int modal_stack_t::depth()
 
 int show_modal_chooser(wxDialog& dialog)
 {
-    const wxWeakRef<wxWindow> parent(dialog.GetParent());
-    const auto on_destroy = [&](wxWindowDestroyEvent& event) {
-        event.Skip();
-        if (event.GetEventObject() != parent.get() || !dialog.GetParent())
-            return; // a child of the parent's went
-        parent->RemoveChild(&dialog);
+    const parent_watch_t parent(dialog.GetParent(), [&dialog] {
+        dialog.GetParent()->RemoveChild(&dialog);
         dialog.SetParent(nullptr);
         if (dialog.IsModal())
             dialog.EndModal(wxID_CANCEL);
-    };
-    if (parent)
-        parent->Bind(wxEVT_DESTROY, on_destroy);
-    const int code = dialog.ShowModal();
-    if (parent)
-        parent->Unbind(wxEVT_DESTROY, on_destroy);
+    });
     if (dialog.GetHandle())
-        forget_files(dialog.GetHandle(), nullptr);
-    return code;
+        repair_file_chooser(dialog.GetHandle());
+    return dialog.ShowModal();
 }
 
 modal_run_t::modal_run_t() : m_state(std::make_shared<state_t>()) {}
@@ -342,7 +275,12 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
     state->dialog = dialog;
     state->running = true;
     const listed_run_t listed(state);
-    const parent_watch_t parent(state, leave_parent);
+    const parent_watch_t parent(dialog->GetParent(), [&] {
+        if (!state->dialog)
+            return;
+        leave_parent();
+        end_run(state, wxID_CANCEL, true);
+    });
     const other_windows_t blocked(dialog);
     const mapping_watch_t mapping(state);
     if (over && GTK_IS_WINDOW(over->GetHandle()))

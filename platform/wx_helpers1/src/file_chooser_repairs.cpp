@@ -1,0 +1,114 @@
+#include "file_chooser_repairs.h"
+
+namespace wx_helpers1 {
+namespace {
+
+// It stops reading and watching, whoever still holds it.
+void end_of_files(gpointer files)
+{
+    g_object_run_dispose(G_OBJECT(files));
+    g_object_unref(files);
+}
+
+// A list of files may outlive its chooser, and would go on following its folder, sorting by what the chooser
+// knew and telling it about changes.
+void forget_files(GtkWidget* widget, gpointer chooser)
+{
+    GtkEntryCompletion* names = GTK_IS_ENTRY(widget) ? gtk_entry_get_completion(GTK_ENTRY(widget)) : nullptr;
+    gpointer listener = names ? widget : chooser;
+    GtkTreeModel* files = names ? gtk_entry_completion_get_model(names) : nullptr;
+    if (GTK_IS_TREE_VIEW(widget))
+        files = gtk_tree_view_get_model(GTK_TREE_VIEW(widget));
+    if (files) {
+        g_signal_handlers_disconnect_matched(files, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, listener);
+        g_object_set_data_full(G_OBJECT(names ? gpointer(names) : chooser), "commondlg3-files",
+                               g_object_ref(files), end_of_files);
+    }
+    if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), forget_files, chooser);
+}
+
+gboolean end_of_chooser(gpointer chooser)
+{
+    forget_files(static_cast<GtkWidget*>(chooser), chooser);
+    gtk_widget_destroy(static_cast<GtkWidget*>(chooser));
+    g_object_unref(chooser);
+    return G_SOURCE_REMOVE;
+}
+
+// Lists that it has left for others, and that nothing leads to, are still answered what they have asked about
+// their files, and call it: so the dialog goes without it, and it follows when that is over.
+void keep_for_a_while(GtkWidget* widget, gpointer dialog)
+{
+    constexpr guint seconds = 5;
+    if (GTK_IS_FILE_CHOOSER_WIDGET(widget)) {
+        g_object_ref(widget);
+        g_signal_handlers_disconnect_matched(widget, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, dialog);
+        gtk_container_remove(GTK_CONTAINER(gtk_widget_get_parent(widget)), widget);
+        g_timeout_add_seconds(seconds, end_of_chooser, widget);
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gtk_container_forall(GTK_CONTAINER(widget), keep_for_a_while, dialog);
+    }
+}
+
+void on_destroy(GtkWidget* dialog, gpointer)
+{
+    keep_for_a_while(dialog, dialog);
+}
+
+// Alt+R, the files that were used last: where a name is to be given, the chooser looks for its selected row in
+// them before they are its list. There it offers them nowhere else.
+void on_recent_files(GtkFileChooserWidget* chooser)
+{
+    const GtkFileChooserAction action = gtk_file_chooser_get_action(GTK_FILE_CHOOSER(chooser));
+    if (action == GTK_FILE_CHOOSER_ACTION_OPEN || action == GTK_FILE_CHOOSER_ACTION_SELECT_FOLDER)
+        g_signal_chain_from_overridden_handler(chooser);
+}
+
+void paste(GtkClipboard*, const gchar* text, gpointer kept)
+{
+    auto* chooser_or_null = static_cast<GWeakRef*>(kept);
+    if (auto* chooser = static_cast<GtkWidget*>(g_weak_ref_get(chooser_or_null))) {
+        const bool is_folder = text && g_str_has_prefix(text, "file:") &&
+                               gtk_file_chooser_set_current_folder_uri(GTK_FILE_CHOOSER(chooser), text);
+        if (text && !is_folder && gtk_widget_get_mapped(chooser))
+            g_signal_emit_by_name(chooser, "location-popup", text);
+        g_object_unref(chooser);
+    }
+    g_weak_ref_clear(chooser_or_null);
+    g_free(chooser_or_null);
+}
+
+// Ctrl+V in the list of files: the chooser may have gone when another program gives its text at last.
+void on_paste(GtkFileChooserWidget* chooser)
+{
+    auto* chooser_or_null = g_new0(GWeakRef, 1);
+    g_weak_ref_init(chooser_or_null, chooser);
+    gtk_clipboard_request_text(gtk_widget_get_clipboard(GTK_WIDGET(chooser), GDK_SELECTION_CLIPBOARD), paste,
+                               chooser_or_null);
+}
+
+void replace_handler(const char* signal, GCallback handler)
+{
+    if (g_signal_lookup(signal, GTK_TYPE_FILE_CHOOSER_WIDGET) != 0)
+        g_signal_override_class_handler(signal, GTK_TYPE_FILE_CHOOSER_WIDGET, handler);
+}
+
+} // namespace
+
+void repair_file_chooser(GtkWidget* dialog)
+{
+    if (!GTK_IS_FILE_CHOOSER(dialog))
+        return;
+    if (g_signal_handler_find(dialog, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_destroy), nullptr) == 0)
+        g_signal_connect(dialog, "destroy", G_CALLBACK(on_destroy), nullptr);
+    // These for all choosers of the program.
+    static bool repaired = false;
+    if (repaired)
+        return;
+    repaired = true;
+    replace_handler("recent-shortcut", G_CALLBACK(on_recent_files));
+    replace_handler("location-popup-on-paste", G_CALLBACK(on_paste));
+}
+
+} // namespace wx_helpers1
