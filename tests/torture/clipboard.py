@@ -13,6 +13,7 @@ TEXTS = {
     "bytes": b"\xff\xfe\x80/tmp/\xe2\x28\xa1\xf0\x28\x8c\x28 \xc0\xaf\x00 behind",
     "overrides": "exe\u202egnp.\u202d \u2066\u202b/\u0301\u0301\u0301\r\n\t\u2028".encode(),
     "long": b"/very/long" * 1500,  # the toolkit's own fields of one line are slow with several times that
+    "late": b"/usr/late",  # when whoever asked for it may have gone
 }
 KINDS = [*TEXTS, "silent", "vanishes", "nothing", "numbers", "endless"]
 
@@ -23,7 +24,7 @@ class Owner(threading.Thread):
     def __init__(self, kind):
         super().__init__(daemon=True)
         self.kind, self.speaks = kind, None
-        self.owns = threading.Event()
+        self.owns, self.gave_text = threading.Event(), threading.Event()
         self.start()
         self.owns.wait(5)
 
@@ -58,6 +59,8 @@ class Owner(threading.Thread):
             targets = [self.atom("TARGETS"), self.atom("UTF8_STRING"), Xatom.STRING, self.atom("text/uri-list")]
             put(property_, Xatom.ATOM, 32, targets)
         elif self.kind in TEXTS:
+            if self.kind == "late":
+                time.sleep(1)
             put(property_, request.target, 8, TEXTS[self.kind])
         elif self.kind == "numbers":
             put(property_, Xatom.INTEGER, 32, [1, 2, 3])
@@ -73,5 +76,7 @@ class Owner(threading.Thread):
             put(property_, request.target, 8, b"begun, ")
             self.display.sync()
             return self.kind == "endless"
-        self.display.flush()
+        self.display.sync()
+        if self.kind in TEXTS and request.target != self.atom("TARGETS"):
+            self.gave_text.set()
         return True

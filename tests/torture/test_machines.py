@@ -7,9 +7,10 @@ import tempfile
 import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "gallery"))
+from clipboard import Owner
 from driver import Gallery  # noqa: E402  (the folder is known only now)
 
-HANGING_DISK = None
+HANGING_DISK = JUMPING_CLOCK = None
 WINDOWS = ["dlg.preferences", "pref.editor", "pref.result_saving", "panel.search_dir", "dlg.open_source", "log_walk",
            "message_error"]
 
@@ -58,6 +59,7 @@ class Machines(unittest.TestCase):
                 "no message bus": {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "AT_SPI_BUS_ADDRESS": "unix:path=/nowhere"},
                 "unknown language": {"LC_ALL": "xx_YY.nonsense"},
                 "dotless i": {"LC_ALL": "tr_TR.UTF-8", "LOCPATH": self.folder.name},
+                "the time of day jumps": {"LD_PRELOAD": JUMPING_CLOCK},
                 "long values": {"VISUAL": long_text, "EDITOR": long_text, "LANGUAGE": long_text},
                 "names that are no text": {"VISUAL": "/\udcff\udcfe", "XDG_CONFIG_HOME": "/tmp/\udcff"},
         }.items():
@@ -70,6 +72,23 @@ class Machines(unittest.TestCase):
             with self.subTest(window):
                 self.open_and_close(window, before=["-u", "HOME", "-u", "XDG_CONFIG_HOME", "-u", "USER"], own_folder=False)
                 self.open_and_close(window, before=["prlimit", "--nofile=32"])
+
+    def test_a_text_comes_when_its_chooser_has_gone(self):
+        gallery = Gallery("--show", "dlg.open_source", "--config-dir", self.folder.name, seconds=60)
+        gallery.expect("opened")
+        gallery.press_to_open("alt+b")
+        gallery.wait_until_at_rest()
+        owner = Owner("late")
+        gallery.press("ctrl+v")  # into the list of files
+        gallery.press_to_open("Escape")
+        self.assertTrue(owner.gave_text.wait(30))
+        gallery.wait_until_at_rest()
+        gallery.press("Escape")
+        while gallery.read("result")["event"] != "result":
+            pass
+        complaints = gallery.process.stderr.read().decode()
+        self.assertEqual(0, gallery.end(), complaints)
+        self.assertNotRegex(complaints, "CRITICAL|WARNING")
 
     def test_the_display_goes(self):
         number = 90 + os.getpid() % 900
@@ -88,5 +107,5 @@ class Machines(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    Gallery.BINARY, HANGING_DISK = sys.argv[1:3]
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
+    Gallery.BINARY, HANGING_DISK, JUMPING_CLOCK = sys.argv[1:4]
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
