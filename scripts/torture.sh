@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The long lane: lets the monkey loose on the gallery, as released and under the sanitizers, and runs every fuzzer, each
 # for its share of the time; before that, all faults that can be made, 10,000 windows, and hands at random on a log under
-# ThreadSanitizer. Prints how much was done and what was found, and fails when that is anything at all.
+# ThreadSanitizer, and leaks by whole stacks. Prints how much was done and what was found, and fails when that is anything at all.
 #
 # usage: torture.sh MINUTES [SEED]     what is found is kept in build/torture/, shortest sequences of events too
 set -euo pipefail
@@ -17,6 +17,7 @@ for preset in release asan fuzz; do
     cmake --build --preset "$preset" --target "$target"
 done
 
+cmake --build --preset asan --target test_programs
 for preset in release tsan; do
     cmake --preset "$preset" >/dev/null
     cmake --build --preset "$preset" --target inplace_tests
@@ -27,6 +28,13 @@ MEMORY_ROUNDS=310 scripts/with_display.sh build/tests/torture/window_faults_test
 TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1" STRESS_ROUNDS=2000 \
     scripts/with_display.sh build-tsan/tests/inplace/inplace_tests --gtest_brief=1 \
     --gtest_filter='InplaceThreads.workers_and_hands_at_random'
+
+printf '\n== What leaks\n'
+for program in options paths editors caption gui; do
+    ASAN_OPTIONS=malloc_context_size=24:fast_unwind_on_malloc=0 G_SLICE=always-malloc \
+        LSAN_OPTIONS="suppressions=$PWD/tests/leaks_by_function.supp:print_suppressions=0" \
+        scripts/with_display.sh "build-asan/tests/$program/${program}_tests" --gtest_brief=1
+done
 
 mkdir -p build/torture
 chmod 1777 build/torture

@@ -12,6 +12,10 @@ KNOWN = [
     # and is given the keys all the same, until a modal window of ours notices; GTK says so meanwhile.
     r"gdk_window_get_window_type: assertion 'GDK_IS_WINDOW \(window\)' failed",
     r"(_gtk_widget_captured_event|gtk_widget_event): assertion 'WIDGET_REALIZED_FOR_EVENT \(widget, event\)' failed",
+    # Its file chooser completes what is typed after its folder has changed, and has headers of columns to click while it
+    # has no list.
+    r"gtk_tree_model_get_iter_first: assertion 'GTK_IS_TREE_MODEL \(tree_model\)' failed",
+    r"gtk_tree_sortable_\w+: assertion 'GTK_IS_TREE_SORTABLE \(sortable\)' failed",
     # wxPizza::scroll() moves the hidden children of a scrolled panel along with the others.
     r"gtk_widget_set_allocation: assertion '_gtk_widget_get_visible \(widget\) \|\| _gtk_widget_is_toplevel \(widget\)'",
     # What is squeezed in a window that no window manager keeps from being made smaller than it may be: the text of a
