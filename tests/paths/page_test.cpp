@@ -143,7 +143,7 @@ TEST_F(ResultPage, ProjectsDirectoryTakesTheFolderOutOfTheGame)
     EXPECT_EQ(project::to_project_directory, m_page->get_data().get_proj_storing());
     choose("m_radioBtn13");
     EXPECT_TRUE(folder()->IsEnabled());
-    EXPECT_NE("", from_wx(folder()->GetToolTipText()));
+    EXPECT_TRUE(test::wait_for([&] { return !folder()->GetToolTipText().empty(); }));
 }
 
 TEST_F(ResultPage, TypingInTheTemplateOnlyColoursAndExplains)

@@ -41,6 +41,7 @@ class Monkey:
         self.patient = Patient(options.gallery, self.screen, is_known)
         if "asan" in options.gallery:  # it is several times as slow, and keeps what was freed
             self.patient.SLOW *= 8
+            self.patient.ACTS *= 4
             self.patient.IDLE *= 8  # while leaks are looked for at its end, another task works
             self.patient.judges_memory = False
         self.counts = collections.Counter()

@@ -43,6 +43,7 @@ class Patient:
     SLOW = 1.0  # seconds of the GUI thread's work until an answer
     IDLE = 4.0  # seconds, in which it sleeps, until an answer
     BUSY_MACHINE = 60.0  # seconds until one, whatever the machine does
+    ACTS = 0.4  # seconds until a button that was pressed by a key has acted: the toolkit shows it pressed for 0.25 s
     AHEAD = 24  # events that are done before the first of them has its answer
     GROWTH = 64 << 20
     judges_memory = True
@@ -240,7 +241,7 @@ class Patient:
             self.screen.give_focus(self.screen.managed(self.pid))
             for key in keys:
                 self.screen.key(key)
-            end = time.monotonic() + 0.4  # a button that is pressed by a key acts after 0.25 s
+            end = time.monotonic() + self.ACTS
             while time.monotonic() < end and not self.ended():
                 self.follow(0)
                 time.sleep(0.02)
