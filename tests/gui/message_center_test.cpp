@@ -164,6 +164,25 @@ TEST(MessageCenter, ComesAboveWhatCoversIt)
     EXPECT_EQ(0u, center.get_count());
 }
 
+// Who waits above the window keeps it from returning when it ends with one below it.
+TEST(MessageCenter, EndsWithWhatIsBelowIt)
+{
+    message_center_t center;
+    test::probe_dialog_t below("dlg.example");
+    std::vector<int> answers;
+    const auto ask_above = [&](wxTopLevelWindow*) {
+        wxTheApp->CallAfter([&] { below.end_dialog(wxID_CANCEL); });
+        answers.push_back(center.ask(named("second")));
+    };
+    test::run_modal([&] { return below.show_modal(test::main_window()); },
+                    [&](wxTopLevelWindow*) {
+                        answers.push_back(
+                            test::run_modal([&] { return center.ask(named("first")); }, ask_above));
+                    });
+    EXPECT_EQ((std::vector<int>{7, 7}), answers);
+    EXPECT_EQ(0u, center.get_count());
+}
+
 // Nobody is left waiting when the window or the center goes.
 TEST(MessageCenter, GoesWithItsParentOrItsOwner)
 {

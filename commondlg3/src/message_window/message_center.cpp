@@ -60,6 +60,11 @@ public:
         message_center_dialog_t dialog(m_messages, [this](const std::shared_ptr<raised_message_t>& message,
                                                           int id) { answer(message, id); });
         m_dialog = &dialog;
+        dialog.Bind(wxEVT_SHOW, [this, &dialog](wxShowEvent& event) {
+            event.Skip();
+            if (!event.IsShown() && m_dialog == &dialog)
+                leave_later(dialog);
+        });
         wxWindow* const below = wx_helpers1::modal_stack_t::top();
         try {
             dialog.show_modal(below && below->IsShown() ? below : wx_helpers1::get_main_window());
@@ -115,6 +120,17 @@ public:
     }
 
 private:
+    // A window that ends with one below it cannot return to run() while somebody waits above it, for an answer
+    // that nobody can give any more.
+    void leave_later(const message_center_dialog_t& dialog)
+    {
+        wx_helpers1::tasks::Scheduler::Post([weak = weak_from_this(), &dialog] {
+            const auto self = weak.lock();
+            if (self && self->m_dialog == &dialog && !dialog.IsShown())
+                self->leave_unanswered();
+        });
+    }
+
     // The window went with its parent, or did not come: nobody has chosen anything.
     void leave_unanswered()
     {
