@@ -101,13 +101,6 @@ class Screen:
         except Xlib.error.XError:
             return None
 
-    def role(self, window):
-        try:
-            told = window.get_full_property(self.display.intern_atom("WM_WINDOW_ROLE"), X.AnyPropertyType)
-        except Xlib.error.XError:
-            return None
-        return told and (told.value.decode() if isinstance(told.value, bytes) else told.value)
-
     # What hands do
 
     def give_focus(self, windows):
