@@ -7,7 +7,7 @@ done. A failure is done again with fewer events, and the shortest file that stil
 usage: monkey.py GALLERY [--seed N] [--launches N | --minutes M] [--events N] [--found FOLDER] [--whole]
        monkey.py GALLERY --replay FILE... [--found FOLDER] [--whole]
 
---whole leaves out the search for the shortest sequence. With G_DEBUG=fatal-warnings complaints come with a stack.
+--whole leaves out the search for the shortest sequence.
 """
 import argparse
 import collections
@@ -94,6 +94,9 @@ class Monkey:
     def found_trouble(self, trouble, done, name):
         """Keeps the shortest sequence that ends in the same."""
         launch, *events = done
+        picture = self.found / "last.png"
+        if picture.exists():
+            picture.rename(self.found / f"{name}.png")
 
         def fails(part):
             # What came of the haste needs it, what came of each event alone needs the other.

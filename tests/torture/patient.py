@@ -14,11 +14,12 @@ import time
 MACHINE = re.compile(r"dconf|accessibility bus|AT-SPI|portal|Unable to init|GVFS|org\.freedesktop\.Notifications")
 # As the toolkit writes them; what the windows show is repeated in their own notes.
 COMPLAINT = re.compile(r"CRITICAL|WARNING|[Aa]ssert|ASSERT|Sanitizer|runtime error:|ERROR.*toolkit")
+CALLER = "  from "  # begins what libcomplaint_stacks.so adds to a complaint
 TICKS = os.sysconf("SC_CLK_TCK")
 
 # As in test.sh.
 SANITIZERS = {"G_SLICE": "always-malloc", "UBSAN_OPTIONS": "print_stacktrace=1",
-              "ASAN_OPTIONS": "detect_leaks=1:malloc_context_size=3:quarantine_size_mb=32",
+              "ASAN_OPTIONS": "detect_leaks=1:malloc_context_size=3:quarantine_size_mb=32:verify_asan_link_order=0",
               "LSAN_OPTIONS": f"suppressions={pathlib.Path(__file__).parents[1]}/leaks.supp:print_suppressions=0"}
 
 
@@ -50,6 +51,8 @@ class Patient:
 
     def __init__(self, binary, screen, known):
         self.binary, self.screen, self.known = os.path.abspath(binary), screen, known
+        stacks = pathlib.Path(self.binary).parents[1] / "tests/torture/libcomplaint_stacks.so"
+        self.preloads = {"LD_PRELOAD": str(stacks)} if stacks.exists() else {}
 
     def start(self, launch):
         self.folder = tempfile.TemporaryDirectory()
@@ -65,7 +68,7 @@ class Patient:
             os.symlink("/bin/true", f"{programs}/{name}")
         self.process = subprocess.Popen([self.binary, *options], stdin=subprocess.PIPE, stdout=self.told_file,
                                         stderr=self.said_file, cwd=self.folder.name, preexec_fn=keep_cores,
-                                        env={**SANITIZERS, **os.environ, "PATH": programs, "HOME": self.folder.name})
+                                        env={**SANITIZERS, **self.preloads, **os.environ, "PATH": programs, "HOME": self.folder.name})
         self.pid = self.process.pid
         self.asked = self.screen.answered
         self.screen.forget()
@@ -135,13 +138,15 @@ class Patient:
             self.said_to += len(said)
             text = said.decode("utf-8", "replace")
             text = re.sub(r"\((\S+):\d+\): (.*) \*\*: [\d:.]+:", r"\2:", text)  # without who and when
-            lines = [line for line in text.splitlines() if line and not MACHINE.search(line) and not self.known(line)]
-            first = next((at for at, line in enumerate(lines) if COMPLAINT.search(line)), None)
+            lines, keeps = [], False
+            for line in text.splitlines():
+                if not line.startswith(CALLER):
+                    keeps = line and not MACHINE.search(line) and not self.known(line)
+                if keeps:
+                    lines.append(line)
+            first = next((at for at, line in enumerate(lines) if COMPLAINT.search(line) and not line.startswith(CALLER)), None)
             if first is not None:
-                if "G_DEBUG" in os.environ:  # it is to end by what it complains about
-                    self.process.wait(30)
-                stack = self.stack() if self.ended() else []
-                raise Trouble("complaint", *stack, *dict.fromkeys(lines[first:first + 40]))
+                raise Trouble("complaint", *dict.fromkeys(lines[first:first + 100]))
         if code:
             raise Trouble(f"ended with {code}", *self.stack())
 
@@ -204,20 +209,28 @@ class Patient:
 
     # What is done between the events
 
+    def attempts(self):
+        """(how often nothing has changed, the windows), until that is too often.
+
+        What was to be opened while there was always another key to answer comes once there is none: dozens of windows.
+        """
+        same, before = 0, None
+        for _ in range(2000):
+            self.screen.changed = True
+            windows = self.screen.windows(self.pid)
+            same = same + 1 if len(windows) == before else 1
+            if same == 120:
+                break
+            before = len(windows)
+            yield same, windows
+
     def go_home(self):
         """Closes all but one window; then it must not have grown."""
-        attempt, least = 0, 1 << 30
-        while True:
-            windows = self.screen.windows(self.pid)
-            if len(windows) < least:
-                attempt, least = 0, len(windows)
-            attempt += 1
+        for attempt, windows in self.attempts():
             managed = [window for window, is_managed in windows if is_managed]
             # A tool tip stays where the pointer is; a menu has gone by then.
             if self.ended() or len(managed) <= 1 and (len(windows) <= 1 or attempt > 20):
                 break
-            if attempt == 120:
-                raise Trouble("windows cannot be closed", *self.stack())
             if attempt % 10 == 9:
                 self.discard()
             elif attempt % 2 and (len(managed) < len(windows) or attempt % 4 == 3):
@@ -226,7 +239,8 @@ class Patient:
             elif managed:
                 self.screen.close(managed[attempt // 2 % len(managed)])
             self.follow(0)
-            self.screen.changed = True
+        else:
+            raise Trouble("windows cannot be closed", *self.stack())
         self.homes += 1
         if self.judges_memory and not self.ended() and self.rest():
             now = self.memory()
@@ -282,7 +296,7 @@ class Patient:
 
     def close(self):
         """Closes everything, and waits for its end."""
-        for attempt in range(120):
+        for attempt, _ in self.attempts():
             if self.ended():
                 break
             windows = self.screen.managed(self.pid)
@@ -295,7 +309,6 @@ class Patient:
                 else:
                     self.screen.close(windows[attempt // 8 % len(windows)])
             self.follow(0)
-            self.screen.changed = True
             time.sleep(min(0.02 * attempt, 0.2))
         else:
             raise Trouble("it cannot be closed", *self.stack())
