@@ -1,5 +1,5 @@
-// Stands in a program that is started with it (LD_PRELOAD): after what the toolkit complains about come the functions
-// that it was called from, each in a line that begins with "  from ".
+// Stands in a program that is started with it (LD_PRELOAD): after what the toolkit complains about come the
+// functions that it was called from, each in a line that begins with "  from ".
 #include <execinfo.h>
 #include <glib.h>
 #include <unistd.h>
