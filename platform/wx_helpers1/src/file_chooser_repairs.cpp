@@ -36,16 +36,39 @@ gboolean end_of_chooser(gpointer chooser)
     return G_SOURCE_REMOVE;
 }
 
+// What has asked about files, and does not ask whether it is still there when it is answered, lives so long.
+constexpr guint seconds_kept = 5;
+
+gboolean end_of_button(gpointer button)
+{
+    g_object_unref(button);
+    return G_SOURCE_REMOVE;
+}
+
+// The buttons of the folders above the one that is shown ask for their pictures, and make room at once for those
+// of another folder; answered then, the toolkit ends the program.
+void on_folder_left(GtkContainer*, GtkWidget* button, gpointer)
+{
+    g_timeout_add_seconds(seconds_kept, end_of_button, g_object_ref(button));
+}
+
+void watch_folders(GtkWidget* widget, gpointer)
+{
+    if (g_strcmp0(G_OBJECT_TYPE_NAME(widget), "GtkPathBar") == 0)
+        g_signal_connect(widget, "remove", G_CALLBACK(on_folder_left), nullptr);
+    else if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), watch_folders, nullptr);
+}
+
 // Lists that it has left for others, and that nothing leads to, are still answered what they have asked about
 // their files, and call it: so the dialog goes without it, and it follows when that is over.
 void keep_for_a_while(GtkWidget* widget, gpointer dialog)
 {
-    constexpr guint seconds = 5;
     if (GTK_IS_FILE_CHOOSER_WIDGET(widget)) {
         g_object_ref(widget);
         g_signal_handlers_disconnect_matched(widget, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, dialog);
         gtk_container_remove(GTK_CONTAINER(gtk_widget_get_parent(widget)), widget);
-        g_timeout_add_seconds(seconds, end_of_chooser, widget);
+        g_timeout_add_seconds(seconds_kept, end_of_chooser, widget);
     } else if (GTK_IS_CONTAINER(widget)) {
         gtk_container_forall(GTK_CONTAINER(widget), keep_for_a_while, dialog);
     }
@@ -100,8 +123,11 @@ void repair_file_chooser(GtkWidget* dialog)
 {
     if (!GTK_IS_FILE_CHOOSER(dialog))
         return;
-    if (g_signal_handler_find(dialog, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_destroy), nullptr) == 0)
+    if (g_signal_handler_find(dialog, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_destroy), nullptr) ==
+        0) {
         g_signal_connect(dialog, "destroy", G_CALLBACK(on_destroy), nullptr);
+        watch_folders(dialog, nullptr);
+    }
     // These for all choosers of the program.
     static bool repaired = false;
     if (repaired)
