@@ -71,6 +71,19 @@ TEST(InplaceView, follows_the_end_only_from_the_end)
     EXPECT_EQ(again.top, again.height - window.log().GetWindow()->GetClientSize().y);
 }
 
+TEST(InplaceView, keys_work_without_room_for_a_text)
+{
+    test::log_window_t window;
+    const auto tag = window->add_message(test::make_message("entry"), {});
+    test::say_lines(window, tag, 3);
+    window.focus();
+    test::press(WXK_HOME);
+    window.log().GetWindow()->SetSize(400, 0);
+    EXPECT_EQ(window.log().GetWindow()->GetClientSize().y, 0);
+    for (const int key : {WXK_PAGEDOWN, WXK_PAGEUP, WXK_PAGEUP, WXK_DOWN, WXK_END})
+        test::press(key);
+}
+
 TEST(InplaceView, what_is_read_stays_when_things_change_above)
 {
     test::log_window_t window;

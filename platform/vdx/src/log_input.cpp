@@ -399,7 +399,9 @@ bool log_view_t::go_by_key(int key)
         scroll_to(before + (up ? -page : page));
         m_selection.clear();
         text_place_t there = m_layout.top() == before && !up ? m_selection.end_of_all() : get_place();
-        if (!is_shown(there))
+        if (!there.is_set()) // there is no room for any in the window
+            there = next_shown(place, !up);
+        else if (!is_shown(there))
             there = next_shown(there, false);
         there.byte = 0;
         go_to(there);
