@@ -7,6 +7,7 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dataview.h>
+#include <wx/scrolwin.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -243,6 +244,26 @@ TEST_F(PreferencesFrame, AFormTakesNothingThatItCannotHold)
     page.store();
     ASSERT_TRUE(page.save().succeeded());
     EXPECT_TRUE(holds("first", "a&amp;\\xFF"));
+}
+
+TEST_F(PreferencesFrame, APageThatWasSqueezedGetsItsRoomBack)
+{
+    run([this](wxTopLevelWindow* dialog) {
+        dialog->SetSize(dialog->GetMinSize());
+        auto* area = from_xrc<wxScrolledWindow>(dialog, "m_page_area");
+        const wxWindow* page = note(dialog)->GetParent();
+        const int needed = page->GetEffectiveMinSize().y;
+        area->SetMinSize(wxSize(1, 1));
+        dialog->SetMinSize(wxSize(1, 1));
+        dialog->SetSize(dialog->GetSize().x, dialog->GetSize().y - needed);
+        const auto has_room = [&] { return page->GetSize().y >= needed; };
+        EXPECT_TRUE(test::wait_for([&] { return has_room() && area->GetClientSize().y < needed; }));
+        area->SetVirtualSize(10, 10);
+        area->Layout();
+        EXPECT_FALSE(has_room());
+        EXPECT_TRUE(test::wait_for(has_room));
+        dialog->Close();
+    });
 }
 
 TEST_F(PreferencesFrame, OneThatEndsBeforeItIsShownServesAgain)
