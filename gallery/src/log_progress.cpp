@@ -46,13 +46,16 @@ void progress_page_t::step(int second)
 {
     constexpr int last = 40;
     commondlg3::inplace_ctrl_t& log = get_log();
-    log.get_progress(m_work[0])->internalProgressed(220);
-    log.get_progress(m_work[1])->message(text("log.sample.status").c_str());
-    msngr2::IProgress* cancelled = log.get_progress(m_work[3]);
-    if (second == last)
-        cancelled->cancel();
-    else
-        cancelled->internalProgressed(1);
+    if (msngr2::IProgress* known = log.get_progress(m_work[0])) // null once somebody has cleared the log
+        known->internalProgressed(220);
+    if (msngr2::IProgress* unknown = log.get_progress(m_work[1]))
+        unknown->message(text("log.sample.status").c_str());
+    if (msngr2::IProgress* cancelled = log.get_progress(m_work[3])) {
+        if (second == last)
+            cancelled->cancel();
+        else
+            cancelled->internalProgressed(1);
+    }
     // Behind the tasks that tell of this.
     wx_helpers1::tasks::Scheduler::Post([this, alive = std::weak_ptr<bool>(m_alive), second] {
         if (alive.expired())

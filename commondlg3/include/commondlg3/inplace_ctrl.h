@@ -121,7 +121,7 @@ public:
 
     /// By which lines are said to the entry, from any thread; null for an unknown tag.
     msngr2::IMessenger* get_messenger(tag_t tag);
-    /// Shows the entry's gauge and takes its buttons away.
+    /// Shows the entry's gauge and takes its buttons away; null for an unknown tag, as of one that was cleared.
     msngr2::IProgress* get_progress(tag_t tag);
 
     /// Whether a line with one of these bits was said to the entry. Status lines do not count.
