@@ -210,19 +210,18 @@ class Patient:
     # What is done between the events
 
     def attempts(self):
-        """(how often nothing has changed, the windows), until that is too often.
+        """(how often, the windows), until that is too often: fewer than before must come, or more than ever.
 
         What was to be opened while there was always another key to answer comes once there is none: dozens of windows.
         """
-        same, before = 0, None
-        for _ in range(2000):
+        attempt, least, most = 0, 0, -1
+        while attempt < 119:
             self.screen.changed = True
             windows = self.screen.windows(self.pid)
-            same = same + 1 if len(windows) == before else 1
-            if same == 120:
-                break
-            before = len(windows)
-            yield same, windows
+            attempt += 1
+            if not least <= len(windows) <= most:
+                attempt, least, most = 1, len(windows), max(most, len(windows))
+            yield attempt, windows
 
     def go_home(self):
         """Closes all but one window; then it must not have grown."""
