@@ -45,8 +45,8 @@ gboolean end_of_button(gpointer button)
     return G_SOURCE_REMOVE;
 }
 
-// The buttons of the folders above the one that is shown ask for their pictures, and make room at once for those
-// of another folder; answered then, the toolkit ends the program.
+// The buttons of the folders above the one that is shown ask for their pictures, and make room at once for
+// those of another folder; answered then, the toolkit ends the program.
 void on_folder_left(GtkContainer*, GtkWidget* button, gpointer)
 {
     g_timeout_add_seconds(seconds_kept, end_of_button, g_object_ref(button));
