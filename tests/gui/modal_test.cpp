@@ -119,6 +119,45 @@ TEST(Modal, HiddenMenuKeepsNobodyOut)
     g_object_unref(menu);
 }
 
+// The field of what is typed in a list hides by itself, and by Escape; what it opens would stay, unseen.
+TEST(Modal, WhatIsTypedInAListKeepsNobodyOut)
+{
+    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    GtkListStore* rows = gtk_list_store_new(1, G_TYPE_STRING);
+    GtkWidget* list = gtk_tree_view_new_with_model(GTK_TREE_MODEL(rows));
+    g_object_unref(rows);
+    gtk_container_add(GTK_CONTAINER(window), list);
+    gtk_widget_show_all(window);
+    gtk_widget_grab_focus(list);
+    ASSERT_TRUE(test::wait_for([&] { return gtk_widget_has_focus(list); }));
+    gboolean begun = FALSE;
+    g_signal_emit_by_name(list, "start-interactive-search", &begun);
+    ASSERT_TRUE(test::wait_for([] { return GTK_IS_WINDOW(gtk_grab_get_current()); }));
+    GtkWidget* const popup = gtk_grab_get_current();
+    for (const auto& [key, modifiers] :
+         {std::pair(WXK_WINDOWS_MENU, wxMOD_NONE), std::pair(WXK_F10, wxMOD_SHIFT),
+          std::pair(static_cast<wxKeyCode>('.'), wxMOD_CONTROL)}) {
+        test::press(key, modifiers);
+        EXPECT_EQ(popup, gtk_grab_get_current()) << key;
+    }
+    test::press(WXK_ESCAPE);
+    EXPECT_EQ(nullptr, gtk_grab_get_current());
+    gtk_widget_destroy(window);
+}
+
+TEST(Modal, APopoverEndsWithItsWindow)
+{
+    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    GtkWidget* field = gtk_entry_new();
+    gtk_container_add(GTK_CONTAINER(window), field);
+    gtk_widget_show_all(window);
+    gtk_popover_popup(GTK_POPOVER(gtk_popover_new(field)));
+    EXPECT_TRUE(test::wait_for([] { return GTK_IS_POPOVER(gtk_grab_get_current()); }));
+    gtk_widget_hide(window);
+    EXPECT_EQ(nullptr, gtk_grab_get_current());
+    gtk_widget_destroy(window);
+}
+
 // The outer one's caller waits for its answer, which cannot come before the inner one's.
 TEST(Modal, EndingTheOuterOneEndsTheInnerOne)
 {

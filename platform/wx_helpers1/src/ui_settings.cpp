@@ -6,6 +6,7 @@
 #include "accessible_focus.h"
 #include "contrast.h"
 #include "least_sizes.h"
+#include "popup_repairs.h"
 #include "user_requests.h"
 
 #include <wx/event.h>
@@ -275,6 +276,7 @@ void ui_settings_t::initialize()
     run_accessible_actions_from_loop();
     tell_focus_of_fields_at_once();
     keep_least_sizes();
+    repair_popups();
     follow_user_requests();
 }
 

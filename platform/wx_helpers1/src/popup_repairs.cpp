@@ -1,0 +1,67 @@
+#include "popup_repairs.h"
+
+#include <gtk/gtk.h>
+
+namespace wx_helpers1 {
+namespace {
+
+gboolean on_gone(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+{
+    auto* widget = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (GTK_IS_POPOVER(widget) && gtk_widget_get_visible(widget) && !gtk_widget_in_destruction(widget))
+        gtk_widget_hide(widget);
+    return TRUE;
+}
+
+gboolean on_button(GtkWidget*, GdkEventButton* event, gpointer)
+{
+    return gdk_event_triggers_context_menu(reinterpret_cast<GdkEvent*>(event));
+}
+
+gboolean on_menu_key(GtkWidget*, gpointer)
+{
+    return TRUE;
+}
+
+void on_emoji(GtkWidget* field, gpointer)
+{
+    g_signal_stop_emission_by_name(field, "insert-emoji");
+}
+
+void keep_plain(GtkWidget* widget, gpointer)
+{
+    if (GTK_IS_ENTRY(widget)) {
+        if (g_signal_handler_find(widget, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_menu_key), nullptr))
+            return;
+        g_signal_connect(widget, "button-press-event", G_CALLBACK(on_button), nullptr);
+        g_signal_connect(widget, "popup-menu", G_CALLBACK(on_menu_key), nullptr);
+        if (g_signal_lookup("insert-emoji", GTK_TYPE_ENTRY) != 0)
+            g_signal_connect(widget, "insert-emoji", G_CALLBACK(on_emoji), nullptr);
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gtk_container_forall(GTK_CONTAINER(widget), keep_plain, nullptr);
+    }
+}
+
+// Of all that pops up, only what a list shows for what is typed is a modal window.
+gboolean on_popup(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+{
+    auto* window = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (GTK_IS_WINDOW(window) && gtk_window_get_window_type(GTK_WINDOW(window)) == GTK_WINDOW_POPUP &&
+        gtk_window_get_modal(GTK_WINDOW(window)))
+        keep_plain(window, nullptr);
+    return TRUE;
+}
+
+} // namespace
+
+void repair_popups()
+{
+    static bool repaired = false;
+    if (repaired)
+        return;
+    repaired = true;
+    g_signal_add_emission_hook(g_signal_lookup("unmap", GTK_TYPE_WIDGET), 0, on_gone, nullptr, nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_popup, nullptr, nullptr);
+}
+
+} // namespace wx_helpers1
