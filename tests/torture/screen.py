@@ -139,6 +139,7 @@ class Screen:
             self.key({"+": "plus", " ": "space", "\n": "Return"}.get(letter, letter))
 
     def move(self, x, y):
+        x, y = (max(-0x8000, min(at, 0x7fff)) for at in (x, y))  # beside a very large window: as far as there is
         self._fake(X.MotionNotify, 0, x=x, y=y)
 
     def click(self, button, times=1):
