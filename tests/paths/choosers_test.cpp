@@ -219,6 +219,26 @@ TEST(Choosers, TheButtonOfAFolderThatIsLeftIsStillAnswered)
     EXPECT_TRUE(test::wait_for([&] { return !button; }, 30000));
 }
 
+TEST(Choosers, ALetterOfAPathLeavesTheListOfRecentFiles)
+{
+    const test::temp_dir_t dir;
+    bool recent = false;
+    EXPECT_FALSE(choose_file(true, dir.path() + "/1", [&](GtkWidget* dialog) {
+        GtkWidget* chooser = part_of(dialog, GTK_TYPE_FILE_CHOOSER_WIDGET);
+        auto* list = GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW));
+        if (!gtk_tree_view_get_model(list))
+            return false;
+        if (!std::exchange(recent, true)) {
+            g_signal_emit_by_name(chooser, "recent-shortcut");
+            return false;
+        }
+        g_signal_emit_by_name(chooser, "location-popup", "/");
+        EXPECT_EQ(nullptr, gtk_tree_view_get_model(list));
+        cancel(dialog);
+        return true;
+    }));
+}
+
 TEST(Choosers, OfANameHaveNoRecentFiles)
 {
     const test::temp_dir_t dir;

@@ -88,6 +88,41 @@ void on_recent_files(GtkFileChooserWidget* chooser)
         g_signal_chain_from_overridden_handler(chooser);
 }
 
+void find_list(GtkWidget* widget, gpointer found)
+{
+    auto** list = static_cast<GtkTreeView**>(found);
+    if (GTK_IS_TREE_VIEW(widget))
+        *list = GTK_TREE_VIEW(widget);
+    else if (GTK_IS_CONTAINER(widget) && !*list)
+        gtk_container_forall(GTK_CONTAINER(widget), find_list, list);
+}
+
+// From the files that were found or used last, which are of no folder, back to one, until that is read: the
+// chooser looks for the selected row of the list that is still seen in the one to come.
+void empty_list_of_no_folder(GtkFileChooserWidget* chooser)
+{
+    if (GFile* folder = gtk_file_chooser_get_current_folder_file(GTK_FILE_CHOOSER(chooser))) {
+        g_object_unref(folder);
+        return;
+    }
+    GtkTreeView* list = nullptr;
+    find_list(GTK_WIDGET(chooser), &list);
+    if (list)
+        gtk_tree_view_set_model(list, nullptr);
+}
+
+void on_location(GtkFileChooserWidget* chooser, const char* begun)
+{
+    empty_list_of_no_folder(chooser);
+    g_signal_chain_from_overridden_handler(chooser, begun);
+}
+
+void on_location_toggled(GtkFileChooserWidget* chooser)
+{
+    empty_list_of_no_folder(chooser);
+    g_signal_chain_from_overridden_handler(chooser);
+}
+
 void paste(GtkClipboard*, const gchar* text, gpointer kept)
 {
     auto* chooser_or_null = static_cast<GWeakRef*>(kept);
@@ -133,6 +168,8 @@ void repair_file_chooser(GtkWidget* dialog)
     if (repaired)
         return;
     repaired = true;
+    replace_handler("location-popup", G_CALLBACK(on_location));
+    replace_handler("location-toggle-popup", G_CALLBACK(on_location_toggled));
     replace_handler("recent-shortcut", G_CALLBACK(on_recent_files));
     replace_handler("location-popup-on-paste", G_CALLBACK(on_paste));
 }
