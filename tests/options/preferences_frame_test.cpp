@@ -262,6 +262,10 @@ TEST_F(PreferencesFrame, APageThatWasSqueezedGetsItsRoomBack)
         area->Layout();
         EXPECT_FALSE(has_room());
         EXPECT_TRUE(test::wait_for(has_room));
+        auto* label = from_xrc<wxStaticText>(note(dialog)->GetParent(), "m_note_label");
+        label->SetSize(label->GetSize().x, 2);
+        wxWakeUpIdle();
+        EXPECT_TRUE(test::wait_for([&] { return label->GetSize().y >= label->GetEffectiveMinSize().y; }));
         dialog->Close();
     });
 }

@@ -1,5 +1,6 @@
 #include "page_stack.h"
 
+#include "base/wrapped_labels.h"
 #include "page_search.h"
 
 #include <wx_helpers1/moving.h>
@@ -126,17 +127,6 @@ std::vector<int> page_stack_t::get_changed() const
     return changed;
 }
 
-// By somebody who has laid the area out while its texts were on their way to what they need now.
-bool page_stack_t::is_squeezed() const
-{
-    if (m_shown == none)
-        return false;
-    const wxSize size = m_pages[m_shown].window->GetSize();
-    wxSize enough = size;
-    enough.IncTo(m_pages[m_shown].window->GetEffectiveMinSize());
-    return size != enough;
-}
-
 void page_stack_t::forget_widths()
 {
     for (const page_t& page : m_pages)
@@ -149,11 +139,14 @@ bool page_stack_t::fit()
     if (m_shown != none)
         make_wide_enough(*m_pages[m_shown].window);
     const wxSize needed = m_area ? m_area->GetSizer()->CalcMin() : wxSize();
-    if (needed == m_fitted && !is_squeezed())
+    const bool squeezed = m_shown != none && is_squeezed(*m_pages[m_shown].window);
+    if (needed == m_fitted && !squeezed)
         return false;
     m_fitted = needed;
     m_area->FitInside();
     m_area->Layout();
+    if (squeezed)
+        lay_out_unsqueezed(*m_pages[m_shown].window);
     return true;
 }
 

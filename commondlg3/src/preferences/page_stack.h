@@ -58,7 +58,6 @@ public:
 
 private:
     void put(const page_t& page, bool in_sight);
-    bool is_squeezed() const;
 
     std::vector<page_t> m_pages;
     int m_shown = none;
