@@ -1,3 +1,4 @@
+#include "probe.h"
 #include "support.h"
 
 #include <wx_helpers1/label.h>
@@ -47,6 +48,37 @@ TEST(Look, TextsCanBeReadInEveryTheme)
         const wxColour back(grey, grey, grey);
         EXPECT_GE(contrast_ratio(wx_helpers1::readable_colour(back, back), back), 4.5) << int(grey);
     }
+}
+
+// The controls of the second are built before the change, out of sight.
+TEST(Look, AWindowThatIsOpenedAgainIsMeasuredInTheLookOfNow)
+{
+    const auto count_windows = [] {
+        GList* all = gtk_window_list_toplevels();
+        const guint count = g_list_length(all);
+        g_list_free(all);
+        return count;
+    };
+    gchar* old_font = nullptr;
+    g_object_get(gtk_settings_get_default(), "gtk-font-name", &old_font, nullptr);
+    int heights[] = {0, 0};
+    for (const bool large : {false, true}) {
+        g_object_set(gtk_settings_get_default(), "gtk-font-name", large ? "Sans 33" : "Sans 11", nullptr);
+        test::settle();
+        const guint before = count_windows();
+        {
+            test::probe_dialog_t dialog("dlg.example");
+            test::run(dialog, [&](wxTopLevelWindow* shown) {
+                heights[large] = commondlg3::from_xrc<wxStaticText>(shown, "m_notes_label")->GetBestSize().y;
+                dialog.end_dialog(1);
+            });
+        }
+        EXPECT_TRUE(test::wait_for([&] { return count_windows() > before; }));
+    }
+    EXPECT_GT(heights[1], 2 * heights[0]);
+    g_object_set(gtk_settings_get_default(), "gtk-font-name", old_font, nullptr);
+    g_free(old_font);
+    test::settle();
 }
 
 // Any complaint of the toolkit's fails the test.

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace wx_helpers1 {
@@ -205,6 +206,12 @@ void build_later(const std::string& key, wxXmlResource* resource, const std::str
     if (all.source)
         g_source_remove(all.source);
     all.source = g_timeout_add_full(G_PRIORITY_LOW, delay_ms, build_next, nullptr, nullptr);
+}
+
+void forget()
+{
+    for (const auto& [key, spare] : std::exchange(pool().spares, {}))
+        delete spare.holder.get();
 }
 
 } // namespace spare_layouts

@@ -32,5 +32,8 @@ bool make_panel(wxPanel* panel, wxWindow* parent, const std::string& key);
 void build_later(const std::string& key, wxXmlResource* resource, const std::string& object,
                  void (*finish)(wxWindow*));
 
+/// Throws all away, as they were measured in a look that is no more.
+void forget();
+
 } // namespace spare_layouts
 } // namespace wx_helpers1

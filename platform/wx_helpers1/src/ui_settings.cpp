@@ -7,6 +7,7 @@
 #include "contrast.h"
 #include "least_sizes.h"
 #include "popup_repairs.h"
+#include "spare_layouts.h"
 #include "user_requests.h"
 
 #include <wx/event.h>
@@ -249,6 +250,7 @@ struct ui_settings_t::impl_t
             ++self->changes;
             const wxFont old_font = self->fonts[ui_font::text];
             self->read();
+            spare_layouts::forget();
             if (self->fonts[ui_font::text] != old_font)
                 forget_font(wxTopLevelWindows, old_font);
             renew_all_styles();
