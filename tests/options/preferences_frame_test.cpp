@@ -7,7 +7,6 @@
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dataview.h>
-#include <wx/scrolwin.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -244,30 +243,6 @@ TEST_F(PreferencesFrame, AFormTakesNothingThatItCannotHold)
     page.store();
     ASSERT_TRUE(page.save().succeeded());
     EXPECT_TRUE(holds("first", "a&amp;\\xFF"));
-}
-
-TEST_F(PreferencesFrame, APageThatWasSqueezedGetsItsRoomBack)
-{
-    run([this](wxTopLevelWindow* dialog) {
-        dialog->SetSize(dialog->GetMinSize());
-        auto* area = from_xrc<wxScrolledWindow>(dialog, "m_page_area");
-        const wxWindow* page = note(dialog)->GetParent();
-        const int needed = page->GetEffectiveMinSize().y;
-        area->SetMinSize(wxSize(1, 1));
-        dialog->SetMinSize(wxSize(1, 1));
-        dialog->SetSize(dialog->GetSize().x, dialog->GetSize().y - needed);
-        const auto has_room = [&] { return page->GetSize().y >= needed; };
-        EXPECT_TRUE(test::wait_for([&] { return has_room() && area->GetClientSize().y < needed; }));
-        area->SetVirtualSize(10, 10);
-        area->Layout();
-        EXPECT_FALSE(has_room());
-        EXPECT_TRUE(test::wait_for(has_room));
-        auto* label = from_xrc<wxStaticText>(note(dialog)->GetParent(), "m_note_label");
-        label->SetSize(label->GetSize().x, 2);
-        wxWakeUpIdle();
-        EXPECT_TRUE(test::wait_for([&] { return label->GetSize().y >= label->GetEffectiveMinSize().y; }));
-        dialog->Close();
-    });
 }
 
 TEST_F(PreferencesFrame, OneThatEndsBeforeItIsShownServesAgain)

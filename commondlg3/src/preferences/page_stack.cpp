@@ -1,6 +1,5 @@
 #include "page_stack.h"
 
-#include "base/wrapped_labels.h"
 #include "page_search.h"
 
 #include <wx_helpers1/moving.h>
@@ -139,14 +138,11 @@ bool page_stack_t::fit()
     if (m_shown != none)
         make_wide_enough(*m_pages[m_shown].window);
     const wxSize needed = m_area ? m_area->GetSizer()->CalcMin() : wxSize();
-    const bool squeezed = m_shown != none && is_squeezed(*m_pages[m_shown].window);
-    if (needed == m_fitted && !squeezed)
+    if (needed == m_fitted)
         return false;
     m_fitted = needed;
     m_area->FitInside();
     m_area->Layout();
-    if (squeezed)
-        lay_out_unsqueezed(*m_pages[m_shown].window);
     return true;
 }
 
