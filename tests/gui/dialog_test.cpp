@@ -4,7 +4,6 @@
 #include <commondlg3/dialog_base.h>
 #include <wx_helpers1/accessibility.h>
 
-#include <wx/app.h>
 #include <wx/sizer.h>
 #include <wx/toplevel.h>
 
@@ -122,32 +121,6 @@ TEST(Dialog, LaterOnesAreLikeTheFirst)
         };
         EXPECT_TRUE(test::wait_for(spare_is_built)) << "the next one would be built while the user waits";
     }
-}
-
-class high_dialog_t : public probe_dialog_t
-{
-public:
-    high_dialog_t() : probe_dialog_t("dlg.caption_demo")
-    {
-        on_init = [this] {
-            auto* area = commondlg3::from_xrc<wxWindow>(this, "m_area");
-            area->SetMinSize(wxSize(300, 2000));
-            fit_to_contents();
-            keep_on_screen(area);
-        };
-    }
-};
-
-TEST(Dialog, WhatWasSqueezedWhereItScrollsGetsItsRoomBack)
-{
-    high_dialog_t dialog;
-    run(dialog, [&](wxTopLevelWindow* shown) {
-        auto* label = commondlg3::from_xrc<wxStaticText>(shown, "m_caption_label");
-        label->SetSize(label->GetSize().x, 2);
-        wxTheApp->WakeUpIdle();
-        EXPECT_TRUE(test::wait_for([&] { return label->GetSize().y >= label->GetBestSize().y; }));
-        dialog.end_dialog(1);
-    });
 }
 
 TEST(Dialog, ModelessOneIsHiddenAndKeepsItsCode)

@@ -1,7 +1,5 @@
 #include "commondlg3/dialog_base.h"
 
-#include "wrapped_labels.h"
-
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/moving.h>
 #include <wx_helpers1/resource_loader.h>
@@ -50,17 +48,11 @@ void follow_contents(wxScrolledWindow* area)
     area->Bind(wxEVT_IDLE, [area, fitted = wxSize()](wxIdleEvent& event) mutable {
         event.Skip();
         const wxSize needed = area->GetSizer() ? area->GetSizer()->CalcMin() : wxSize();
-        const wxWindowList& parts = area->GetChildren();
-        const auto squeezed = std::find_if(parts.begin(), parts.end(), [](const wxWindow* part) {
-            return part->GetSizer() && part->IsShown() && is_squeezed(*part);
-        });
-        if (needed == fitted && squeezed == parts.end() && !is_squeezed(*area))
+        if (needed == fitted)
             return;
         fitted = needed;
         area->FitInside();
         area->Layout();
-        if (squeezed != parts.end())
-            lay_out_unsqueezed(**squeezed);
     });
 }
 

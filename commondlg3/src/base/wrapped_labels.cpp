@@ -6,8 +6,6 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
-#include <algorithm>
-
 namespace commondlg3 {
 
 void lay_out_unsqueezed(wxWindow& window)
@@ -18,19 +16,6 @@ void lay_out_unsqueezed(wxWindow& window)
     wxSize size = window.GetClientSize();
     size.IncTo(sizer->CalcMin());
     sizer->SetDimension(wxPoint(0, 0), size);
-}
-
-bool is_squeezed(const wxWindow& window)
-{
-    wxSize enough = window.GetSize();
-    enough.IncTo(window.GetEffectiveMinSize());
-    if (enough != window.GetSize())
-        return true;
-    const wxWindowList& parts = window.GetChildren();
-    return std::any_of(parts.begin(), parts.end(), [](const wxWindow* part) {
-        return part->IsShown() && dynamic_cast<const wxStaticText*>(part) &&
-               part->GetSize().y < part->GetEffectiveMinSize().y;
-    });
 }
 
 namespace {

@@ -13,12 +13,8 @@ namespace commondlg3 {
 /// in, and complain of it.
 void lay_out_unsqueezed(wxWindow& window);
 
-/// Whether it is smaller than its contents, or its texts are lower than they need: somebody has laid it out
-/// while they were on their way to what they need now.
-bool is_squeezed(const wxWindow& window);
-
-/// Lays it out unsqueezed, and gives each label the height that its text needs at the width it got. Null ones
-/// are passed over.
+/// The same, and gives each label the height that its text needs at the width it got. Null ones are passed
+/// over.
 ///
 /// For a handler of size events, which then must not let the toolkit lay out as well.
 /// @return whether a height changed, so that whoever is around is to be laid out again
