@@ -48,7 +48,12 @@ quietly cmake --build /tmp/starter/build
 # shellcheck disable=SC2016 # for the inner shell
 quietly timeout 60 xvfb-run -a sh -c 'openbox & /tmp/starter/build/starter & program=$!
     window=$(xdotool search --sync --onlyvisible --pid $program | head -n 1)
-    xdotool windowactivate --sync "$window" key alt+F4 && wait $program'
+    # A key is lost while the window manager takes the window over.
+    while kill -0 $program 2>/dev/null; do
+        xdotool windowactivate --sync "$window" key alt+F4
+        timeout 2 tail --pid=$program -f /dev/null
+    done
+    wait $program'
 if grep ERROR /tmp/said; then exit 1; fi
 step "the starter built, opened and closed"
 
