@@ -11,6 +11,7 @@
 #include <wx/frame.h>
 #include <wx/textctrl.h>
 
+#include <gdk/gdkx.h>
 #include <gtk/gtk.h>
 
 #include <cstdlib>
@@ -189,6 +190,36 @@ TEST(Choosers, AListOfFilesThatIsLeftTellsNobodyWhoHasGone)
         EXPECT_FALSE(
             g_signal_has_handler_pending(files, g_signal_lookup(signal, G_OBJECT_TYPE(files)), 0, TRUE));
     g_object_unref(files);
+}
+
+// Takes away the first window that appears, as a window manager does that ends while it is asked for one.
+GdkFilterReturn lose(GdkXEvent* event, GdkEvent*, gpointer lost)
+{
+    const auto* mapped = static_cast<XEvent*>(event);
+    if (mapped->type != MapNotify || std::exchange(*static_cast<bool*>(lost), true))
+        return GDK_FILTER_CONTINUE;
+    XUnmapWindow(mapped->xmap.display, mapped->xmap.window);
+    return GDK_FILTER_REMOVE;
+}
+
+TEST(Choosers, OneThatTheWindowManagerLostComesAfterAll)
+{
+    bool lost = false;
+    gdk_window_add_filter(nullptr, lose, &lost);
+    bool is_there = false;
+    const gint64 end = g_get_monotonic_time() + 10 * G_USEC_PER_SEC;
+    EXPECT_FALSE(choose_file(true, "/", [&](GtkWidget* dialog) {
+        XWindowAttributes now{};
+        if (GdkWindow* window = gtk_widget_get_window(dialog))
+            XGetWindowAttributes(GDK_WINDOW_XDISPLAY(window), GDK_WINDOW_XID(window), &now);
+        is_there = lost && now.map_state == IsViewable;
+        if (!is_there && g_get_monotonic_time() < end)
+            return false;
+        cancel(dialog);
+        return true;
+    }));
+    gdk_window_remove_filter(nullptr, lose, &lost);
+    EXPECT_TRUE(is_there);
 }
 
 // A slow disk tells it late which picture it has: the toolkit ends the program when it has gone.

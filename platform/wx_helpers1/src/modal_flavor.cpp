@@ -80,8 +80,9 @@ private:
 class mapping_watch_t
 {
 public:
-    explicit mapping_watch_t(std::shared_ptr<state_t> state)
-        : m_state(std::move(state)), m_widget(GTK_WIDGET(g_object_ref(m_state->dialog->GetHandle())))
+    /// `is_wanted` is asked before the window is shown once more.
+    mapping_watch_t(GtkWidget* window, std::function<bool()> is_wanted)
+        : m_is_wanted(std::move(is_wanted)), m_widget(GTK_WIDGET(g_object_ref(window)))
     {
         constexpr guint patience_ms = 1000;
         m_mapped = g_signal_connect(m_widget, "map-event", G_CALLBACK(on_mapped), this);
@@ -115,8 +116,7 @@ private:
     static gboolean on_time(gpointer data)
     {
         const auto* self = static_cast<mapping_watch_t*>(data);
-        const wxDialog* dialog = self->m_state->dialog;
-        if (dialog && dialog->IsShown()) {
+        if (self->m_is_wanted()) {
             if (gtk_widget_get_visible(self->m_widget))
                 gtk_widget_hide(self->m_widget);
             gtk_widget_show(self->m_widget);
@@ -124,7 +124,7 @@ private:
         return G_SOURCE_CONTINUE;
     }
 
-    std::shared_ptr<state_t> m_state;
+    std::function<bool()> m_is_wanted;
     GtkWidget* m_widget;
     gulong m_mapped = 0;
     guint m_source = 0;
@@ -250,8 +250,10 @@ int show_modal_chooser(wxDialog& dialog)
         if (dialog.IsModal())
             dialog.EndModal(wxID_CANCEL);
     });
-    if (dialog.GetHandle())
-        repair_file_chooser(dialog.GetHandle());
+    if (!dialog.GetHandle())
+        return dialog.ShowModal();
+    repair_file_chooser(dialog.GetHandle());
+    const mapping_watch_t mapping(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
     return dialog.ShowModal();
 }
 
@@ -282,7 +284,8 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         end_run(state, wxID_CANCEL, true);
     });
     const other_windows_t blocked(dialog);
-    const mapping_watch_t mapping(state);
+    const mapping_watch_t mapping(dialog->GetHandle(),
+                                  [&state] { return state->dialog && state->dialog->IsShown(); });
     if (over && GTK_IS_WINDOW(over->GetHandle()))
         gtk_window_set_transient_for(GTK_WINDOW(dialog->GetHandle()), GTK_WINDOW(over->GetHandle()));
     gtk_window_set_modal(GTK_WINDOW(dialog->GetHandle()), TRUE);
