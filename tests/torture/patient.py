@@ -125,6 +125,17 @@ class Patient:
         with open(f"/proc/{self.pid}/statm", encoding="utf-8") as file:
             return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
 
+    def largest(self):
+        """The parts of its memory that take most of it."""
+        parts = []
+        with open(f"/proc/{self.pid}/smaps", encoding="utf-8") as file:
+            for line in file:
+                if re.match(r"[0-9a-f]+-", line):
+                    name = line.rstrip()
+                elif line.startswith("Rss:"):
+                    parts.append((int(line.split()[1]), name))
+        return [f"{size} kB {name}" for size, name in sorted(parts, reverse=True)[:12]]
+
     def look(self):
         """At what it has printed, and whether it crashed."""
         size = os.fstat(self.said_file.fileno()).st_size
@@ -246,7 +257,7 @@ class Patient:
             if self.homes <= 2:
                 self.warm = max(self.warm or 0, now)
             elif now > self.warm + self.GROWTH:
-                raise Trouble(f"grew from {self.warm >> 20} to {now >> 20} MB")
+                raise Trouble(f"grew from {self.warm >> 20} to {now >> 20} MB", *self.largest())
 
     def discard(self):
         """Who wants to close a window is asked whether to save: by the button beside it that is discarded."""
