@@ -37,8 +37,6 @@
 
 namespace wx_helpers1 {
 
-wxIMPLEMENT_DYNAMIC_CLASS(scroll_area_t, wxScrolledWindow);
-
 namespace {
 
 constexpr char logger[] = "wx_helpers1.resource_loader";

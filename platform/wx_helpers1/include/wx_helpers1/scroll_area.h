@@ -17,6 +17,7 @@ public:
     explicit scroll_area_t(wxWindow* parent) : wxScrolledWindow(parent) {}
 
     bool InformFirstDirection(int, int, int) override { return false; }
+    void ScrollWindow(int dx, int dy, const wxRect* rect = nullptr) override;
 
 private:
     wxDECLARE_DYNAMIC_CLASS(scroll_area_t);

@@ -1,0 +1,48 @@
+#include "support.h"
+
+#include <wx_helpers1/scroll_area.h>
+
+#include <wx/frame.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
+#include <wx/textctrl.h>
+#include <wx/weakref.h>
+
+#include <gtk/gtk.h>
+
+namespace {
+
+// The toolkit moves what is scrolled on in the middle of a layout, and forgets to lay out what is in it.
+TEST(ScrollArea, ShowsWhatIsInItWhenItGrowsAtItsEnd)
+{
+    wxWeakRef<wxFrame> frame(new wxFrame(test::main_window(), wxID_ANY, "fields"));
+    auto* area = new wx_helpers1::scroll_area_t(new wxPanel(frame));
+    auto* rows = new wxBoxSizer(wxVERTICAL);
+    for (int i = 0; i < 30; ++i)
+        rows->Add(new wxTextCtrl(area, wxID_ANY, "text"));
+    area->SetSizer(rows);
+    area->SetScrollRate(0, 10);
+    area->FitInside();
+    area->SetSize(0, 0, 300, 200);
+    frame->SetClientSize(400, 400);
+    frame->Show();
+    test::settle();
+    area->Scroll(0, 1000);
+    test::settle();
+    const int end = area->GetViewStart().y;
+    GtkAllocation place; // as the toolkit does it, when nothing else is to be laid out anew
+    gtk_widget_get_allocation(area->m_wxwindow, &place);
+    place.height += 133;
+    gtk_widget_size_allocate(area->m_wxwindow, &place);
+    ASSERT_GT(end, area->GetViewStart().y);
+    for (const wxWindow* field : area->GetChildren()) {
+        GdkRectangle text;
+        gtk_entry_get_text_area(GTK_ENTRY(field->GetHandle()), &text);
+        ASSERT_GT(field->GetSize().y, text.y + text.height / 2);
+        ASSERT_LT(0, text.y + text.height / 2);
+    }
+    frame->Destroy();
+    EXPECT_TRUE(test::wait_for([&] { return !frame; }));
+}
+
+} // namespace
