@@ -11,6 +11,7 @@
 
 #include <gtk/gtk.h>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -55,6 +56,24 @@ TEST(Modal, MessagesEndUnansweredWithTheirParent)
     }
     // The next one is as good as ever.
     EXPECT_EQ(1, run(sample_message(1), [](wxTopLevelWindow* shown) { test::click(shown, "m_btn_ok"); }));
+}
+
+// A window that stays behind, hidden and nobody's, would keep the program from its end.
+TEST(Modal, AMessageThatIsAnsweredWhileItsParentGoesDoesNotStay)
+{
+    const auto is_alone = [] {
+        return std::all_of(wxTopLevelWindows.begin(), wxTopLevelWindows.end(), [](const wxWindow* window) {
+            return window == test::main_window() || window->GetParent();
+        });
+    };
+    ASSERT_TRUE(test::wait_for(is_alone));
+    wxFrame* parent = test::show_frame("parent");
+    EXPECT_EQ(1, run_modal([&] { return ask(parent); },
+                           [&](wxTopLevelWindow* shown) {
+                               test::click(shown, "m_btn_ok");
+                               delete parent;
+                           }));
+    EXPECT_TRUE(test::wait_for(is_alone));
 }
 
 // The toolkit clears its list of handlers of those that were taken off by the next event that passes through,

@@ -86,13 +86,13 @@ int run_message_window(const message_window_t& window, const message_options_t& 
         return no_answer; // somebody destroyed it while it was shown
     error_warning_dialog_t* const dialog = only.dialog;
     const bool abandoned = dialog->was_abandoned();
-    if (dialog->is_loaded() && !abandoned && !dialog->get_panel()->is_scrolled()) {
+    if (dialog->is_loaded() && !abandoned && dialog->GetParent() && !dialog->get_panel()->is_scrolled()) {
         dialog->set_window({}); // neither check box nor picture outlives its message
         return id;
     }
     // What failed to load is tried again, and the toolkit complains when scroll bars are taken off a window
-    // that has shrunk. A window that is being destroyed is there until the loop turns: it must not be taken
-    // for the next.
+    // that has shrunk. One whose parent went, answered or not, would stay for good, and the program with it. A
+    // window that is being destroyed is there until the loop turns: it must not be taken for the next.
     only.dialog = nullptr;
     if (dialog->is_loaded()) {
         dialog->Destroy();
