@@ -195,8 +195,10 @@ class Patient:
                     raise Trouble("no answer for 1 s", *stack)
                 since, repeated, work = time.monotonic(), 0, self.work()
             if waited > self.IDLE and worked < 0.1 * waited or waited > self.BUSY_MACHINE:
-                raise Trouble("no answer while it sleeps" if asked else "it runs and shows no window",
-                              *self.stack())
+                stack = self.stack()
+                if not any(map(self.known, stack)):
+                    raise Trouble("no answer while it sleeps" if asked else "it runs and shows no window", *stack)
+                since, repeated, work = time.monotonic(), 0, self.work()
         self.look()
 
     def ask(self):
