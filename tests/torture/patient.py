@@ -176,11 +176,13 @@ class Patient:
         self.asked += 1
         asked = self.ask()
         answered, since, repeated, work = self.screen.answered, time.monotonic(), 0, self.work()
+        patience = self.IDLE
         while self.asked - self.screen.answered > ahead and not self.ended():
             self.look()
             self.screen.listen()
             if self.screen.answered > answered:
                 answered, since, repeated, work = self.screen.answered, time.monotonic(), 0, self.work()
+                patience = self.IDLE
                 continue
             time.sleep(0.001)
             worked, waited = self.work() - work, time.monotonic() - since
@@ -194,11 +196,11 @@ class Patient:
                 if not any(map(self.known, stack)):
                     raise Trouble("no answer for 1 s", *stack)
                 since, repeated, work = time.monotonic(), 0, self.work()
-            if waited > self.IDLE and worked < 0.1 * waited or waited > self.BUSY_MACHINE:
+            if waited > patience and worked < 0.1 * waited or waited > self.BUSY_MACHINE:
                 stack = self.stack()
-                if not any(map(self.known, stack)):
+                if waited > self.BUSY_MACHINE or not any(map(self.known, stack)):
                     raise Trouble("no answer while it sleeps" if asked else "it runs and shows no window", *stack)
-                since, repeated, work = time.monotonic(), 0, self.work()
+                patience = waited + self.IDLE
         self.look()
 
     def ask(self):
