@@ -84,6 +84,18 @@ TEST(InplaceView, keys_work_without_room_for_a_text)
         test::press(key);
 }
 
+TEST(InplaceView, finds_without_room_for_a_text)
+{
+    for (const bool forward : {true, false}) {
+        test::log_window_t window;
+        window->add_message(test::make_message("entry"), {});
+        window.log().GetWindow()->SetSize(400, 0);
+        ASSERT_EQ(window.log().GetWindow()->GetClientSize().y, 0);
+        EXPECT_FALSE(window.log().Find("nowhere", forward));
+        EXPECT_TRUE(window.log().Find("try", forward));
+    }
+}
+
 TEST(InplaceView, what_is_read_stays_when_things_change_above)
 {
     test::log_window_t window;

@@ -12,14 +12,18 @@
 
 namespace vdxcfrw7 {
 
-// From behind what is selected (a match, perhaps), or from the top of what is seen.
+// From behind what is selected (a match, perhaps), or from the top of what is seen; where nothing is seen for
+// want of room, from the beginning.
 text_place_t log_view_t::find_from(bool forward)
 {
     if (!m_selection.is_empty())
         return forward ? m_selection.get_ends().second : m_selection.get_ends().first;
     if (m_selection.get_caret().is_set() && !m_selection.get_caret().element->IsFilteredOut())
         return m_selection.get_caret();
-    return place_at(wxPoint(0, 0));
+    const text_place_t seen = place_at(wxPoint(0, 0));
+    if (seen.is_set() || m_log->GetElements().empty())
+        return seen;
+    return {m_log->GetElements().front().get(), text_item_t::header, 0};
 }
 
 void log_view_t::set_find(const std::string& text, const CEventLog::find_options_t& options)
