@@ -145,6 +145,33 @@ TEST_F(InplaceReading, counts_and_numbers_what_it_finds)
     EXPECT_FALSE(log().FindNext(true));
 }
 
+// What has been looked at is taken away while the rest has not been.
+TEST_F(InplaceReading, counts_to_the_end_when_entries_go_meanwhile)
+{
+    const auto second = m_window->add_message(test::make_message("needle"), {});
+    const auto long_one = m_window->add_message(test::make_message("long"), {});
+    m_window->add_message(test::make_message("needle"), {});
+    msngr2::IMessenger* messenger = m_window->get_messenger(long_one);
+    const std::string line(1000, 'x');
+    for (int i = 0; i < 20000; ++i)
+        messenger->say(sev_none, line.c_str());
+    ASSERT_TRUE(test::wait_for([&] { return m_window.element(long_one).GetLines().size() == 20000; }, 60000));
+    test::settle();
+    log().ScrollTo(0);
+    bool erased = false;
+    const gen_helpers2::connection connection = log().find_changed().connect([&] {
+        if (erased || log().GetFindState().complete)
+            return;
+        erased = true;
+        m_window->erase(m_tag);
+        m_window->erase(second);
+    });
+    vdxcfrw7::find_options_t expression;
+    expression.expression = true;
+    EXPECT_EQ(1u, look_for("need[l]e", expression).count);
+    EXPECT_TRUE(erased) << "the test would pass for nothing";
+}
+
 // It would take longer than anybody lives.
 TEST_F(InplaceReading, an_expression_that_takes_too_long_gives_up)
 {

@@ -65,6 +65,7 @@ void find_results_t::element_removing(const CMessageElement& element)
         m_block = 0;
     else if (m_element > index)
         --m_element;
+    m_visited = 0; // once more round: of what is known nothing is counted again
     ++m_version;
 }
 
