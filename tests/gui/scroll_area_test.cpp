@@ -45,4 +45,32 @@ TEST(ScrollArea, ShowsWhatIsInItWhenItGrowsAtItsEnd)
     EXPECT_TRUE(test::wait_for([&] { return !frame; }));
 }
 
+// What it scrolls may have been given another size that the toolkit has not laid out yet.
+TEST(ScrollArea, LeavesTheSizesThatOurLayoutGave)
+{
+    wxWeakRef<wxFrame> frame(new wxFrame(test::main_window(), wxID_ANY, "fields"));
+    auto* area = new wx_helpers1::scroll_area_t(frame);
+    area->SetLayoutDirection(wxLayout_RightToLeft);
+    auto* field = new wxTextCtrl(area, wxID_ANY, "text", {0, 200}, {100, 90});
+    area->SetScrollRate(0, 10);
+    area->SetVirtualSize(100, 1000);
+    frame->SetClientSize(400, 400);
+    frame->Show();
+    test::settle();
+    field->SetSize(100, 60);
+    area->Scroll(0, 2);
+    EXPECT_EQ(60, field->GetSize().y);
+    field->SetSize(100, 90);
+    area->Scroll(0, 1);
+    test::settle();
+    EXPECT_EQ(90, field->GetSize().y);
+    GtkAllocation place;
+    gtk_widget_get_allocation(field->GetHandle(), &place);
+    EXPECT_EQ(wxRect(area->GetClientSize().x - 100, 190, 100, 90),
+              wxRect(place.x, place.y, place.width, place.height));
+    EXPECT_EQ(190, field->GetPosition().y);
+    frame->Destroy();
+    EXPECT_TRUE(test::wait_for([&] { return !frame; }));
+}
+
 } // namespace
