@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <wx_helpers1/inspect.h>
+
 #include <wx/button.h>
 #include <wx/tglbtn.h>
 #include <wx/time.h>
@@ -310,6 +312,34 @@ TEST_F(InplaceReading, times_are_kept_with_the_lines_where_the_host_wants_it)
     EXPECT_TRUE(std::regex_match(
         copied, std::regex("first entry\\n\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} early")))
         << copied;
+}
+
+// Buttons are as large as others however large the text is, and have room for the letters of any language.
+TEST_F(InplaceReading, the_names_of_buttons_are_never_cut)
+{
+    commondlg3::interactive_message_t::ptr_t record(new commondlg3::interactive_message_t);
+    record->caption = "choose";
+    record->add_button(1, "a name that is long, and in bold letters as it is the usual choice");
+    record->add_button(2, "\u0f67\u0f71\u0f74\u0f83"); // twice as high as Latin letters
+    m_window->add_message(record, {});
+    wxSize usual[2];
+    for (const int zoom : {100, 50, 300}) {
+        m_window->set_view({commondlg3::inplace_ctrl_t::view_t::clock_times, true, false, zoom, false});
+        test::settle();
+        log().ScrollTo(zoom * 100);
+        test::settle();
+        std::size_t i = 0;
+        for (const wxWindow* button : log().GetWindow()->GetChildren()) {
+            if (!wxDynamicCast(button, wxButton) || !button->IsShown())
+                continue;
+            for (const auto& shown : wx_helpers1::get_shown_texts(*button))
+                EXPECT_FALSE(shown.is_cut) << shown.text << " at " << zoom;
+            if (zoom == 100)
+                usual[i] = button->GetSize();
+            EXPECT_EQ(usual[i++], button->GetSize());
+        }
+        EXPECT_EQ(2u, i);
+    }
 }
 
 TEST_F(InplaceReading, lines_need_not_wrap_and_zoom_with_the_wheel)

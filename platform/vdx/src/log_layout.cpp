@@ -320,18 +320,21 @@ std::vector<log_layout_t::button_place_t> log_layout_t::button_places(const CMes
     if (!element.ButtonsShown())
         return places;
     const int gap = scaled(8);
-    int x = text_left(), y = gauge_height(element) + scaled(6);
+    int x = text_left(), y = gauge_height(element) + scaled(6), height = 0;
+    for (const auto& button : element.GetButtons())
+        if (button->IsShown())
+            height = std::max(height, m_button_sizes.size_of(button->GetLabel(), button->IsDefault()).y);
     for (const auto& button : element.GetButtons()) {
         if (!button->IsShown())
             continue;
         // Narrower than what the theme has around a label it would complain, and is cut off instead.
-        const int width = std::min(std::max(scaled(85), label_width(button->GetLabel()) + scaled(34)),
+        const int width = std::min(m_button_sizes.size_of(button->GetLabel(), button->IsDefault()).x,
                                    std::max(scaled(40), text_width()));
         if (x > text_left() && x + width > m_size.x - margin()) {
             x = text_left();
-            y += m_button_height + gap;
+            y += height + gap;
         }
-        places.push_back({button.get(), wxRect(x, y, width, m_button_height)});
+        places.push_back({button.get(), wxRect(x, y, width, height)});
         x += width + gap;
     }
     return places;

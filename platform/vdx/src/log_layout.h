@@ -2,6 +2,7 @@
 
 #include "vdx/event_log.h"
 
+#include "button_sizes.h"
 #include "font_metrics.h"
 #include "height_index.h"
 #include "html_body.h"
@@ -47,7 +48,7 @@ public:
                   double scale);
     void set_size(const wxSize& size);
     const wxSize& get_size() const { return m_size; }
-    void set_button_height(int height) { m_button_height = height; }
+    button_sizes_t& button_sizes() { return m_button_sizes; }
     /// Whether lines are broken at the width of the window; otherwise they scroll to the side.
     void set_wrap(bool wrap);
     bool wraps() const { return m_wrap; }
@@ -240,7 +241,7 @@ private:
     int m_widest = 0;
     int m_time_width = 0;
     int m_count_width = 0;
-    int m_button_height = 30;
+    button_sizes_t m_button_sizes;
     unsigned int m_layout = 1;
     height_index_t m_heights;
     anchor_t m_anchor;

@@ -124,16 +124,11 @@ void log_view_t::read_look()
     SetForegroundColour(m_colours.ink);
     SetBackgroundColour(m_colours.background);
     m_images.clear();
-    // The toolkit remembers its default height from the first font that it saw.
-    auto* probe = new wxButton;
-    probe->Hide();
-    probe->Create(this, wxID_ANY, "x");
-    m_layout.set_button_height(std::max(probe->GetBestSize().y, 24));
-    delete probe;
+    const double scale = settings ? settings->get_text_scale() : 1;
+    m_layout.button_sizes().set(*this, usual, scale);
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
     m_style_colours.set(m_colours.ink, m_colours.background, m_colours.link);
-    m_layout.set_look(*this, text, text.Bold(), m_colours,
-                      (settings ? settings->get_text_scale() : 1) * m_zoom / 100);
+    m_layout.set_look(*this, text, text.Bold(), m_colours, scale * m_zoom / 100);
     fit_times();
     m_stale = true;
 }
