@@ -61,6 +61,17 @@ TEST_F(Page, FollowsTheSettingsOnceUntilItIsGone)
     changed.emit();
 }
 
+// As when one of its texts asks for a layout before the host has made room for it.
+TEST_F(Page, SqueezesNothingWhenItIsLaidOutWithoutRoom)
+{
+    auto* page = new probe_page_t("pref.example");
+    page->create(m_frame);
+    auto* button = wxWindow::FindWindowByName("m_btn_ok", page);
+    page->SetSize(20, 10);
+    EXPECT_TRUE(page->Layout());
+    EXPECT_EQ(button->GetBestSize(), button->GetSize());
+}
+
 TEST_F(Page, ThatCouldNotBeLoadedSurvivesEverythingAndIsWholeOnceItIsLoaded)
 {
     const test::temp_dir_t dir;

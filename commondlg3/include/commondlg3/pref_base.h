@@ -33,6 +33,10 @@ public:
                                 const std::string& catalog_name, const std::string& object_name) override;
     void end_dialog(int code) override;
 
+    /// Never squeezes what is in the page: hosts try sizes while they lay themselves out, and what does not
+    /// fit hangs over the edges until the host makes room. @since 3.1
+    bool Layout() override;
+
 private:
     wxDECLARE_EVENT_TABLE();
 };

@@ -1,5 +1,7 @@
 #include "commondlg3/pref_base.h"
 
+#include "wrapped_labels.h"
+
 #include <wx_helpers1/resource_loader.h>
 
 #include <wx/xrc/xmlres.h>
@@ -51,6 +53,12 @@ void pref_base_t::end_dialog(int code)
     if (GetHandle())
         Show(false);
     generic_base_t<wxPanel>::end_dialog(code);
+}
+
+bool pref_base_t::Layout()
+{
+    lay_out_unsqueezed(*this);
+    return GetSizer();
 }
 
 } // namespace commondlg3

@@ -1,6 +1,5 @@
 #include "commondlg3/search_dirs_tab.h"
 
-#include "base/wrapped_labels.h"
 #include "commondlg3/caption_panel.h"
 #include "commondlg3/dir_checker.h"
 #include "commondlg3/resources.h"
@@ -299,8 +298,7 @@ void search_dirs_tab_t::on_more_button_clicked(click_data_t data)
 
 void search_dirs_tab_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
-    lay_out_unsqueezed(*this);
+    Layout();
 }
 
 // A host that scrolls its pages learns that this one needs another height.
