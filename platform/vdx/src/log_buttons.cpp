@@ -47,10 +47,8 @@ void log_view_t::place_buttons()
                 wx_helpers1::set_accessible_description(button, item.element->GetHead().header);
                 button->Bind(wxEVT_MOUSEWHEEL, &log_view_t::on_wheel, this);
                 button->Bind(wxEVT_KEY_DOWN, &log_view_t::on_button_key, this);
-                if (place.button->IsDefault()) {
-                    const auto font = button->GetFont();
-                    button->SetFont(font.Bold());
-                }
+                if (place.button->IsDefault())
+                    button->SetFont(GetFont().Bold());
             }
             if (button->GetRect() != rect)
                 button->SetSize(rect);

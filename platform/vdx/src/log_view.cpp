@@ -126,6 +126,9 @@ void log_view_t::read_look()
     m_images.clear();
     const double scale = settings ? settings->get_text_scale() : 1;
     m_layout.button_sizes().set(*this, usual, scale);
+    for (const auto& [model, button] : m_buttons)
+        if (model->IsDefault())
+            button->SetFont(usual.Bold());
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
     m_style_colours.set(m_colours.ink, m_colours.background, m_colours.link);
     m_layout.set_look(*this, text, text.Bold(), m_colours, scale * m_zoom / 100);
