@@ -2,6 +2,7 @@
 
 #include <commondlg3/audit.h>
 #include <wx_helpers1/accessibility.h>
+#include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -78,6 +79,14 @@ TEST(Audit, EachFaultIsFoundAndNothingElse)
     };
     const row_t rows[] = {
         {"", "", [](sample_t&) {}},
+        {"", "",
+         [](sample_t& s) { // the strokes of small letters are paler than their colour
+             const auto* settings = wx_helpers1::ui_settings_t::get();
+             s.label->SetForegroundColour(settings->get_colour(wx_helpers1::ui_colour::secondary_text));
+             s.label->SetFont(s.label->GetFont().Scaled(0.6F));
+             s.label->SetLabel("The window opens as large as it was when it was closed");
+             s.fit();
+         }},
         {"no_size", "label", [](sample_t& s) { s.panel->SetSizer(nullptr), s.label->SetSize(1, 1); }},
         {"outside", "button",
          [](sample_t& s) {

@@ -213,12 +213,15 @@ struct ui_settings_t::impl_t
         colours[ui_colour::background] = background;
         colours[ui_colour::text] = text;
         colours[ui_colour::border] = theme.colour("borders", mixed(background, text, 0.25));
-        colours[ui_colour::secondary_text] = readable_colour(mixed(text, background, 0.35), background);
+        // Of small letters no stroke may have the whole colour: there has to be something to spare.
+        constexpr double spare_contrast = 1.2 * 4.5;
+        colours[ui_colour::secondary_text] =
+            readable_colour(mixed(text, background, 0.25), background, spare_contrast);
         // Red and amber of the theme where it has them, moved until they can be read on its background.
         colours[ui_colour::error] =
-            readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background);
+            readable_colour(theme.colour("error_color", wxColour(204, 0, 0)), background, spare_contrast);
         colours[ui_colour::warning] =
-            readable_colour(theme.colour("warning_color", wxColour(245, 121, 0)), background);
+            readable_colour(theme.colour("warning_color", wxColour(245, 121, 0)), background, spare_contrast);
         colours[ui_colour::notice_background] = mixed(background, wxColour(245, 194, 17), dark ? 0.18 : 0.3);
         colours[ui_colour::notice_text] = readable_colour(text, colours[ui_colour::notice_background]);
 
