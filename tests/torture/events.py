@@ -145,7 +145,10 @@ class Doer:
         self.screen.key(chord)
 
     def do_text(self, gallery, text):
-        self.screen.type(text)
+        few = 8  # in a long line the toolkit takes its time for each letter, and answers between them
+        for at in range(0, len(text), few):
+            self.screen.type(text[at:at + few])
+            gallery.follow()
 
     def do_click(self, gallery, index, across, down, button, times):
         if self.go_to(gallery, index, across, down):

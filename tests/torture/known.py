@@ -37,6 +37,9 @@ KNOWN = [
     r"instance '0x[0-9a-f]+' has no handler with id",
     # A field to search in is drawn before the cross has been given room that comes with its first letter.
     r"Drawing a gadget with negative dimensions\. .*\(node image owner GtkSearchEntry\)",
+    # A list whose row is dragged while another program has taken the pointer already: it takes the drag for begun. Programs
+    # without anything of ours complain too.
+    r"g_object_set_data_full: assertion 'G_IS_OBJECT \(object\)' failed",
     # The menu of a text waits for what another program has on the clipboard, for half a minute at most: what is
     # closed meanwhile has gone, but what it was called from has not returned.
     r"^gtk_clipboard_wait_is_rich_text_available \(\)",
