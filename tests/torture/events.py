@@ -145,9 +145,8 @@ class Doer:
         self.screen.key(chord)
 
     def do_text(self, gallery, text):
-        few = 8  # in a long line the toolkit takes its time for each letter, and answers between them
-        for at in range(0, len(text), few):
-            self.screen.type(text[at:at + few])
+        for letter in text:  # in a long line the toolkit takes its time for each
+            self.screen.type(letter)
             gallery.follow()
 
     def do_click(self, gallery, index, across, down, button, times):
