@@ -14,6 +14,7 @@
 
 #include <gtk/gtk.h>
 
+#include <memory>
 #include <vector>
 
 namespace {
@@ -59,11 +60,10 @@ TEST(Look, AWindowThatIsOpenedAgainIsMeasuredInTheLookOfNow)
         g_list_free(all);
         return count;
     };
-    gchar* old_font = nullptr;
-    g_object_get(gtk_settings_get_default(), "gtk-font-name", &old_font, nullptr);
     int heights[] = {0, 0};
+    std::vector<std::unique_ptr<test::font_guard_t>> fonts;
     for (const bool large : {false, true}) {
-        g_object_set(gtk_settings_get_default(), "gtk-font-name", large ? "Sans 33" : "Sans 11", nullptr);
+        fonts.push_back(std::make_unique<test::font_guard_t>(large ? "Sans 33" : "Sans 11"));
         test::settle();
         const guint before = count_windows();
         {
@@ -76,9 +76,44 @@ TEST(Look, AWindowThatIsOpenedAgainIsMeasuredInTheLookOfNow)
         EXPECT_TRUE(test::wait_for([&] { return count_windows() > before; }));
     }
     EXPECT_GT(heights[1], 2 * heights[0]);
-    g_object_set(gtk_settings_get_default(), "gtk-font-name", old_font, nullptr);
-    g_free(old_font);
+}
+
+// Takes its time to fit, and notes at which turn of the loop it did.
+class slow_dialog_t : public test::probe_dialog_t
+{
+public:
+    slow_dialog_t(const int& turn, std::vector<int>& fits)
+        : probe_dialog_t("dlg.example"), m_turn(turn), m_fits(fits)
+    {
+    }
+    void on_init_dialog() override { fit_to_contents(); }
+    void SetMinSize(const wxSize& size) override
+    {
+        for (const gint64 end = g_get_monotonic_time() + 20000; g_get_monotonic_time() < end;)
+            ;
+        if (size == wxDefaultSize)
+            m_fits.push_back(m_turn);
+        probe_dialog_t::SetMinSize(size);
+    }
+
+private:
+    const int& m_turn;
+    std::vector<int>& m_fits;
+};
+
+TEST(Look, WindowsFitThemselvesOneAfterTheOtherAndInputGetsInBetween)
+{
+    int turn = 0;
+    std::vector<int> fits;
+    slow_dialog_t dialogs[] = {{turn, fits}, {turn, fits}, {turn, fits}};
+    for (slow_dialog_t& dialog : dialogs)
+        ASSERT_TRUE(dialog.show_nonmodal(test::main_window(), true));
     test::settle();
+    fits.clear();
+    const test::font_guard_t large("Sans 15");
+    ASSERT_TRUE(test::wait_for([&] { return ++turn, fits.size() == 3; }));
+    EXPECT_LT(fits[0], fits[1]);
+    EXPECT_LT(fits[1], fits[2]);
 }
 
 // Any complaint of the toolkit's fails the test.

@@ -303,6 +303,17 @@ theme_guard_t::~theme_guard_t()
     settle();
 }
 
+font_guard_t::font_guard_t(const char* font)
+{
+    g_object_set(gtk_settings_get_default(), "gtk-font-name", font, nullptr);
+}
+
+font_guard_t::~font_guard_t()
+{
+    gtk_settings_reset_property(gtk_settings_get_default(), "gtk-font-name");
+    settle();
+}
+
 temp_dir_t::temp_dir_t()
 {
     std::string pattern = (std::filesystem::temp_directory_path() / "gui-test-XXXXXX").string();

@@ -79,6 +79,14 @@ public:
     ~theme_guard_t();
 };
 
+/// The desktop's font, for as long as it lives; windows follow when the loop turns.
+class font_guard_t
+{
+public:
+    explicit font_guard_t(const char* font);
+    ~font_guard_t();
+};
+
 /// A folder of the test's own, removed at its end.
 class temp_dir_t
 {

@@ -10,8 +10,6 @@
 #include <wx/tglbtn.h>
 #include <wx/time.h>
 
-#include <gtk/gtk.h>
-
 #include <cstdint>
 #include <regex>
 #include <string>
@@ -348,16 +346,11 @@ TEST_F(InplaceReading, the_usual_choice_follows_the_font_of_the_desktop)
 {
     m_window->add_message(test::with_buttons("choose", {1}), {});
     test::settle();
-    gchar* before = nullptr;
-    g_object_get(gtk_settings_get_default(), "gtk-font-name", &before, nullptr);
-    g_object_set(gtk_settings_get_default(), "gtk-font-name", "Sans 33", nullptr);
+    const test::font_guard_t large("Sans 33");
     test::settle();
     const wxFont font = log().GetWindow()->GetChildren().front()->GetFont();
     EXPECT_EQ(33, font.GetPointSize());
     EXPECT_EQ(wxFONTWEIGHT_BOLD, font.GetWeight());
-    g_object_set(gtk_settings_get_default(), "gtk-font-name", before, nullptr);
-    g_free(before);
-    test::settle();
 }
 
 TEST_F(InplaceReading, lines_need_not_wrap_and_zoom_with_the_wheel)

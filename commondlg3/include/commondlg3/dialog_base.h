@@ -93,6 +93,7 @@ protected:
 
 private:
     bool load(wxWindow* parent);
+    void fit_in_turn();
     void on_look_settled();
 
     /// Which of the functions that fit was asked last: to its contents, with this width, or neither.

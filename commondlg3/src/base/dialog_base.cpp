@@ -5,6 +5,7 @@
 #include <wx_helpers1/resource_loader.h>
 #include <wx_helpers1/screen.h>
 #include <wx_helpers1/scroll_area.h>
+#include <wx_helpers1/tasks.h>
 #include <wx_helpers1/text.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -90,8 +91,7 @@ bool dialog_base_t::load(wxWindow* parent)
             if (auto* settings = wx_helpers1::ui_settings_t::get())
                 settings->settled().connect(this, [this] {
                     m_outdated = true;
-                    if (IsShown())
-                        on_look_settled();
+                    fit_in_turn();
                 });
         }
     }
@@ -307,6 +307,19 @@ void dialog_base_t::fit_again()
         SetClientSize(fitted + enlarged);
         m_fitted = fitted;
     }
+}
+
+// With long texts each takes a moment, and all that are open together would keep the user waiting.
+void dialog_base_t::fit_in_turn()
+{
+    const auto fit = [dialog = wxWeakRef<dialog_base_t>(this)] {
+        if (dialog && dialog->m_outdated && dialog->IsShown())
+            dialog->on_look_settled();
+    };
+    if (wx_helpers1::tasks::Scheduler::IsInitialized())
+        wx_helpers1::tasks::Scheduler::Post(fit);
+    else
+        fit();
 }
 
 void dialog_base_t::on_look_settled()
