@@ -460,7 +460,6 @@ void editor_pp_t::on_update_ui_settings()
 
 void editor_pp_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 

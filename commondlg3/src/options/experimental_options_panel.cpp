@@ -263,7 +263,6 @@ void experimental_options_panel_t::show_state()
 
 void experimental_options_panel_t::on_size(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 

@@ -102,7 +102,6 @@ void opt_in_pp_t::on_update_ui_settings()
 
 void opt_in_pp_t::on_size(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 

@@ -289,7 +289,6 @@ void result_saving_pp_t::on_button_browse(wxCommandEvent&)
 
 void result_saving_pp_t::on_resize(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap();
 }
 

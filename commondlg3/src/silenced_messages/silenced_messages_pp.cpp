@@ -303,7 +303,6 @@ void silenced_messages_pp_t::on_key(wxKeyEvent& event)
 
 void silenced_messages_pp_t::on_size(wxSizeEvent&)
 {
-    // Hosts try sizes while they lay themselves out: the toolkit would squeeze the controls into each.
     rewrap_page(*this, {m_description, m_none});
     fit_columns();
 }
