@@ -40,6 +40,9 @@ KNOWN = [
     # A list whose row is dragged while another program has taken the pointer already: it takes the drag for begun. Programs
     # without anything of ours complain too.
     r"g_object_set_data_full: assertion 'G_IS_OBJECT \(object\)' failed",
+    # A field that is empty but for what an input method has begun, and has a hint that is shorter than that, when it loses
+    # the focus: it looks for the place of the cursor in the hint. Programs without anything of ours complain too.
+    r"pango_layout_get_cursor_pos: assertion 'index >= 0 && index <= layout->length' failed",
     # The menu of a text waits for what another program has on the clipboard, for half a minute at most: what is
     # closed meanwhile has gone, but what it was called from has not returned.
     r"^gtk_clipboard_wait_is_rich_text_available \(\)",

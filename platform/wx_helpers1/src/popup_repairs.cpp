@@ -5,11 +5,29 @@
 namespace wx_helpers1 {
 namespace {
 
+bool has_gone(GtkWidget* widget)
+{
+    return gtk_widget_get_visible(widget) && !gtk_widget_get_mapped(widget) &&
+           !gtk_widget_in_destruction(widget);
+}
+
+gboolean hide(gpointer popover)
+{
+    auto* widget = static_cast<GtkWidget*>(popover);
+    if (!has_gone(widget))
+        return G_SOURCE_REMOVE;
+    gtk_widget_hide(widget);
+    if (gtk_widget_has_grab(widget)) // it keeps it where it had not quite appeared
+        gtk_grab_remove(widget);
+    return G_SOURCE_REMOVE;
+}
+
+// Later: it may go while it is being shown, and some are destroyed when they hide.
 gboolean on_gone(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
 {
     auto* widget = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
     if (GTK_IS_POPOVER(widget) && gtk_widget_get_visible(widget) && !gtk_widget_in_destruction(widget))
-        gtk_widget_hide(widget);
+        g_idle_add_full(G_PRIORITY_DEFAULT, hide, g_object_ref(widget), g_object_unref);
     return TRUE;
 }
 
