@@ -25,7 +25,7 @@ done
 cmake --build --preset release --target window_faults_tests faults_tests
 build/tests/torture/faults_tests --gtest_brief=1
 MEMORY_ROUNDS=310 scripts/with_display.sh build/tests/torture/window_faults_tests --gtest_brief=1 | grep -v '^{'
-TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1" STRESS_ROUNDS=2000 \
+TSAN_OPTIONS="suppressions=$PWD/tests/threads.supp:halt_on_error=1" STRESS_ROUNDS=2000 STRESS_SEED=$seed \
     scripts/with_display.sh build-tsan/tests/inplace/inplace_tests --gtest_brief=1 \
     --gtest_filter='InplaceThreads.workers_and_hands_at_random'
 

@@ -196,9 +196,12 @@ TEST(InplaceThreads, every_order_of_steps_shows_every_line)
 // Everything that can happen to a log, at random, while workers report into it.
 TEST(InplaceThreads, workers_and_hands_at_random)
 {
-    const char* given = std::getenv("STRESS_ROUNDS");
-    const int rounds = given ? std::atoi(given) : 300;
-    std::mt19937 random(7);
+    const auto asked_for = [](const char* variable, int usual) {
+        const char* given = std::getenv(variable);
+        return given ? std::atoi(given) : usual;
+    };
+    const int rounds = asked_for("STRESS_ROUNDS", 300);
+    std::mt19937 random(static_cast<unsigned>(asked_for("STRESS_SEED", 7)));
     const auto any = [&random](int count) {
         return static_cast<int>(random() % static_cast<unsigned>(count));
     };
