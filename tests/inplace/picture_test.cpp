@@ -224,3 +224,36 @@ TEST(InplacePictures, a_drag_selects_what_is_under_the_pointer)
         }
     }
 }
+
+// Smaller letters would begin below them, and beside larger ones they would be lost.
+TEST(InplacePictures, pictures_zoom_with_the_text)
+{
+    test::log_window_t window;
+    const message_t::ptr_t message = test::make_message("caption");
+    wxImage square(24, 24);
+    square.SetRGB(wxRect(0, 0, 24, 24), 0, 200, 0);
+    message->picture = wx_helpers1::wxStaticPicture::from_image(square);
+    window->get_messenger(window->add_message(message, {}))->say(sev_error, "line");
+    const auto width_of = [&](const auto& is_meant) {
+        const wxImage picture = test::picture_of(*window.frame());
+        const wxRect view = view_in_picture(window);
+        int left = picture.GetWidth(), right = 0;
+        for (int x = view.x; x < view.x + view.width / 2; ++x)
+            for (int y = view.y; y < view.y + view.height; ++y)
+                if (is_meant(colour_at(picture, x, y)))
+                    left = std::min(left, x), right = std::max(right, x + 1);
+        return right - left;
+    };
+    const auto is_square = [](const wxColour& c) {
+        return c.Green() > c.Red() + 60 && c.Green() > c.Blue() + 60;
+    };
+    const auto is_error = [](const wxColour& c) {
+        return c.Red() > c.Green() + 60 && c.Red() > c.Blue() + 60;
+    };
+    for (const int zoom : {100, 50, 300}) {
+        window->set_view({inplace_ctrl_t::view_t::no_times, true, false, zoom, false});
+        test::settle();
+        EXPECT_NEAR(24 * zoom / 100, width_of(is_square), 2) << zoom;
+        EXPECT_NEAR(12 * zoom / 100, width_of(is_error), 2) << zoom;
+    }
+}

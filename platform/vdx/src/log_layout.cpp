@@ -29,9 +29,10 @@ log_layout_t::log_layout_t(CEventLog& log) : m_log(log)
 }
 
 void log_layout_t::set_look(wxWindow& window, const wxFont& text, const wxFont& bold,
-                            const log_colours_t& colours, double scale)
+                            const log_colours_t& colours, double scale, int zoom)
 {
-    m_scale = scale;
+    m_scale = scale * zoom / 100;
+    m_zoom = zoom;
     m_dc.SelectObject(wxNullBitmap); // it keeps the resolution that it began with
     m_dc.SelectObject(m_pixel);
     m_text.set(window, text, m_dc);
@@ -253,11 +254,16 @@ void log_layout_t::lines_changed(CMessageElement& element, std::size_t seen)
     update_height(element);
 }
 
+int log_layout_t::picture_height(const CMessageElement::head_t& head) const
+{
+    return head.picture.is_empty() ? 0 : head.picture.get_still().get_size().y * m_zoom / 100;
+}
+
 void log_layout_t::estimate_head(CMessageElement& element)
 {
     const auto& head = element.m_head;
     int height = header_top();
-    const int picture = head.picture.is_empty() ? 0 : head.picture.get_still().get_size().y;
+    const int picture = picture_height(head);
     const int header = head.header.empty()
                            ? 0
                            : static_cast<int>(m_bold.break_rows(head.header, text_width(), nullptr, false)) *
@@ -283,7 +289,7 @@ bool log_layout_t::measure_head(CMessageElement& element)
         return false;
     element.m_head_layout = m_layout;
     const auto& head = element.m_head;
-    const int picture = head.picture.is_empty() ? 0 : head.picture.get_still().get_size().y;
+    const int picture = picture_height(head);
     int height = header_top() + picture;
     int text = body_top(element) - line_gap();
     if (html_body_t* body = body_of(element))

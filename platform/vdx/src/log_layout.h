@@ -43,9 +43,9 @@ class log_layout_t
 public:
     explicit log_layout_t(CEventLog& log);
 
-    /// Measures everything anew. `scale` is for pictures and distances.
+    /// Measures everything anew. `scale` is for distances, which the zoom (percent) makes larger as well.
     void set_look(wxWindow& window, const wxFont& text, const wxFont& bold, const log_colours_t& colours,
-                  double scale);
+                  double scale, int zoom);
     void set_size(const wxSize& size);
     const wxSize& get_size() const { return m_size; }
     button_sizes_t& button_sizes() { return m_button_sizes; }
@@ -220,6 +220,7 @@ private:
     std::uint32_t break_line(const line_t& line, const shown_line_t& shown,
                              std::vector<std::uint32_t>* starts, bool shape);
     void forget_rows();
+    int picture_height(const CMessageElement::head_t& head) const;
     void estimate_head(CMessageElement& element);
     bool measure_head(CMessageElement& element);
     void measure_tail(CMessageElement& element);
@@ -235,6 +236,7 @@ private:
     font_metrics_t m_italic;
     body_look_t m_look;
     double m_scale = 1;
+    int m_zoom = 100; // percent
     wxSize m_size;
     bool m_wrap = true;
     int m_left = 0;

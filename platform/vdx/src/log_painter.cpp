@@ -201,7 +201,7 @@ private:
                                    : head.picture.get_still();
             const wxBitmapBundle bundle = still.get_bundle(m_colours.ink);
             if (bundle.IsOk())
-                m_dc.DrawBitmap(bundle.GetBitmapFor(&m_view), m_layout.margin(), y + m_layout.header_top(),
+                m_dc.DrawBitmap(m_view.get_bitmap(bundle), m_layout.margin(), y + m_layout.header_top(),
                                 true);
         }
         const int x = m_layout.text_left();

@@ -131,7 +131,7 @@ void log_view_t::read_look()
             button->SetFont(usual.Bold());
     m_colours.link = wx_helpers1::readable_colour(system(wxSYS_COLOUR_HOTLIGHT), m_colours.background);
     m_style_colours.set(m_colours.ink, m_colours.background, m_colours.link);
-    m_layout.set_look(*this, text, text.Bold(), m_colours, scale * m_zoom / 100);
+    m_layout.set_look(*this, text, text.Bold(), m_colours, scale, m_zoom);
     fit_times();
     m_stale = true;
 }
@@ -142,10 +142,21 @@ wxBitmap log_view_t::get_image(int index)
     if (found != m_images.end())
         return found->second;
     const wxBitmapBundle bundle = m_log->GetImageList()->Get(index).get_bundle(m_colours.ink);
-    wxBitmap bitmap = bundle.IsOk() ? bundle.GetBitmapFor(this) : wxBitmap();
+    wxBitmap bitmap = bundle.IsOk() ? get_bitmap(bundle) : wxBitmap();
     if (bitmap.IsOk() && is_blank(bitmap.ConvertToImage()))
         bitmap = wxBitmap(); // the picture of most lines: drawing nothing takes as long as drawing something
     return m_images[index] = bitmap;
+}
+
+wxBitmap log_view_t::get_bitmap(const wxBitmapBundle& bundle) const
+{
+    if (m_zoom == 100)
+        return bundle.GetBitmapFor(this);
+    wxSize size = bundle.GetPreferredBitmapSizeFor(this) * m_zoom / 100;
+    size.IncTo(wxSize(1, 1));
+    wxBitmap bitmap = bundle.GetBitmap(size);
+    bitmap.SetScaleFactor(GetContentScaleFactor()); // it would be shown as large as ever
+    return bitmap;
 }
 
 void log_view_t::catch_up_soon()

@@ -120,6 +120,8 @@ public:
     /// The link that the keyboard is at.
     view_link_t get_link();
     wxBitmap get_image(int index);
+    /// As large as the zoom makes it.
+    wxBitmap get_bitmap(const wxBitmapBundle& bundle) const;
     /// The frame that an entry's animation shows now.
     std::size_t get_frame() const { return m_frame; }
     /// Whether anything moves by itself.
