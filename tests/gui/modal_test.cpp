@@ -164,28 +164,44 @@ TEST(Modal, WhatIsTypedInAListKeepsNobodyOut)
     gtk_widget_destroy(window);
 }
 
+// A window with a field that has the focus.
+struct field_window_t
+{
+    GtkWidget* const window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    GtkWidget* const field = gtk_entry_new();
+
+    field_window_t()
+    {
+        g_object_ref(window);
+        gtk_container_add(GTK_CONTAINER(window), field);
+        gtk_widget_show_all(window);
+        gtk_widget_grab_focus(field);
+        EXPECT_TRUE(test::wait_for([this] { return gtk_widget_has_focus(field); }));
+    }
+    ~field_window_t()
+    {
+        gtk_widget_destroy(window); // may be for the second time
+        g_object_unref(window);
+    }
+};
+
 TEST(Modal, APopoverEndsWithItsWindow)
 {
-    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    GtkWidget* field = gtk_entry_new();
-    gtk_container_add(GTK_CONTAINER(window), field);
-    gtk_widget_show_all(window);
-    gtk_popover_popup(GTK_POPOVER(gtk_popover_new(field)));
-    EXPECT_TRUE(test::wait_for([] { return GTK_IS_POPOVER(gtk_grab_get_current()); }));
-    gtk_widget_hide(window);
-    EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
-    gtk_widget_destroy(window);
+    for (const auto& end : {gtk_widget_hide, gtk_widget_destroy}) {
+        const field_window_t shown;
+        gtk_popover_popup(GTK_POPOVER(gtk_popover_new(shown.field)));
+        EXPECT_TRUE(test::wait_for([] { return GTK_IS_POPOVER(gtk_grab_get_current()); }));
+        end(shown.window);
+        EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
+        test::settle();
+    }
 }
 
 // By what happens when it takes the focus. Any complaint of the toolkit's fails the test.
 TEST(Modal, APopoverMayGoOutOfSightAsItAppears)
 {
-    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    GtkWidget* field = gtk_entry_new();
-    gtk_container_add(GTK_CONTAINER(window), field);
-    gtk_widget_show_all(window);
-    gtk_widget_grab_focus(field);
-    ASSERT_TRUE(test::wait_for([&] { return gtk_widget_has_focus(field); }));
+    const field_window_t window;
+    GtkWidget* const field = window.field;
     GtkWidget* popover = gtk_popover_new(field);
     const auto on_focus_out = [](GtkWidget* shown) -> gboolean {
         gtk_widget_set_child_visible(shown, FALSE);
@@ -196,7 +212,6 @@ TEST(Modal, APopoverMayGoOutOfSightAsItAppears)
                      nullptr); // as the chooser of emoji does
     gtk_popover_popup(GTK_POPOVER(popover));
     EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
-    gtk_widget_destroy(window);
 }
 
 // The outer one's caller waits for its answer, which cannot come before the inner one's.

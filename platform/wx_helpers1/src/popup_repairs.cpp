@@ -5,17 +5,11 @@
 namespace wx_helpers1 {
 namespace {
 
-bool has_gone(GtkWidget* widget)
-{
-    return gtk_widget_get_visible(widget) && !gtk_widget_get_mapped(widget) &&
-           !gtk_widget_in_destruction(widget);
-}
-
 gboolean hide(gpointer popover)
 {
     auto* widget = static_cast<GtkWidget*>(popover);
-    if (!has_gone(widget))
-        return G_SOURCE_REMOVE;
+    if (!gtk_widget_get_visible(widget) || gtk_widget_get_mapped(widget))
+        return G_SOURCE_REMOVE; // it ended otherwise, or has come back
     gtk_widget_hide(widget);
     if (gtk_widget_has_grab(widget)) // it keeps it where it had not quite appeared
         gtk_grab_remove(widget);
