@@ -302,6 +302,24 @@ TEST_F(PropertyGrid, TheMenuOpensByKeyboardAndDoesWhatItSays)
     EXPECT_TRUE(m_grid->is_editing());
 }
 
+// A chooser of emoji would take the focus, and the field with it that is to get one.
+TEST_F(PropertyGrid, AFieldInARowOffersNothingThatWouldEndIt)
+{
+    m_grid->edit(0);
+    test::type("/x");
+    test::press('.', wxMOD_CONTROL);
+    EXPECT_TRUE(m_grid->is_editing());
+    test::press(WXK_F10, wxMOD_SHIFT);
+    ASSERT_TRUE(test::wait_for([] { return GTK_IS_MENU(gtk_grab_get_current()); }));
+    test::type("e");
+    test::press(WXK_ESCAPE);
+    ASSERT_TRUE(test::wait_for([] { return !gtk_grab_get_current(); }));
+    EXPECT_TRUE(m_grid->is_editing());
+    test::type("y");
+    test::press(WXK_RETURN);
+    EXPECT_EQ("/xy", m_grid->get_text(0));
+}
+
 TEST_F(PropertyGrid, FoldersDroppedFromElsewhereBecomeRowsWhereTheyFall)
 {
     GtkWidget* source = m_button->GetHandle();
