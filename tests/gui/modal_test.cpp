@@ -138,6 +138,40 @@ TEST(Modal, HiddenMenuKeepsNobodyOut)
     g_object_unref(menu);
 }
 
+// Nor does the menu of a bar, as it would come up if nobody dragged something elsewhere meanwhile.
+TEST(Modal, AMenuThatDoesNotComeUpKeepsNobodyOut)
+{
+    wxFrame* frame = test::show_frame("bar");
+    auto* menu = new wxMenu;
+    menu->Append(wxID_COPY);
+    auto* bar = new wxMenuBar;
+    bar->Append(menu, "&View");
+    frame->SetMenuBar(bar);
+    ASSERT_TRUE(test::wait_for([frame] { return frame->IsActive(); }));
+    test::press('V', wxMOD_ALT);
+    ASSERT_TRUE(test::wait_for([] { return GTK_IS_MENU(gtk_grab_get_current()); }));
+    test::press(WXK_ESCAPE);
+    ASSERT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
+    GdkDisplay* other = gdk_display_open(nullptr);
+    ASSERT_TRUE(other);
+    GdkWindowAttr attributes{};
+    attributes.width = attributes.height = 1;
+    attributes.window_type = GDK_WINDOW_TEMP;
+    GdkWindow* holder =
+        gdk_window_new(gdk_screen_get_root_window(gdk_display_get_default_screen(other)), &attributes, 0);
+    gdk_window_show(holder);
+    ASSERT_EQ(GDK_GRAB_SUCCESS,
+              gdk_seat_grab(gdk_display_get_default_seat(other), holder, GDK_SEAT_CAPABILITY_ALL_POINTING,
+                            TRUE, nullptr, nullptr, nullptr, nullptr));
+    gdk_display_sync(other);
+    test::press('V', wxMOD_ALT);
+    EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
+    gdk_window_destroy(holder);
+    gdk_display_close(other);
+    frame->Destroy();
+    test::settle();
+}
+
 // The field of what is typed in a list hides by itself, and by Escape; what it opens would stay, unseen.
 TEST(Modal, WhatIsTypedInAListKeepsNobodyOut)
 {

@@ -32,18 +32,6 @@ std::vector<std::shared_ptr<state_t>>& runs()
     return stack;
 }
 
-// The menu of a choice that is opened while another program holds the pointer stays hidden, and would keep
-// all keys, clicks and requests to close from the windows for good.
-void cancel_hidden_menu()
-{
-    GtkWidget* grabbing = gtk_grab_get_current();
-    if (!grabbing || !GTK_IS_MENU_SHELL(grabbing) || gtk_widget_get_mapped(grabbing))
-        return;
-    gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
-    if (gtk_grab_get_current() == grabbing) // it was never begun
-        gtk_grab_remove(grabbing);
-}
-
 // The toolkit's own loop waits until somebody tells it to end. This one looks at each turn whether there
 // still is a window that somebody could end it by.
 class modal_loop_t : public wxGUIEventLoop
@@ -60,10 +48,8 @@ public:
 protected:
     int DoRun() override
     {
-        while (!m_shouldExit && m_state->running && m_state->dialog && m_state->dialog->IsShown()) {
+        while (!m_shouldExit && m_state->running && m_state->dialog && m_state->dialog->IsShown())
             g_main_context_iteration(nullptr, TRUE);
-            cancel_hidden_menu();
-        }
         OnExit();
         if (wxTheApp)
             wxTheApp->RethrowStoredException(); // a handler's, which could not pass through the dispatch

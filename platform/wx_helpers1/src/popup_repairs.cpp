@@ -64,6 +64,34 @@ gboolean on_popup(GSignalInvocationHint*, guint, const GValue* arguments, gpoint
     return TRUE;
 }
 
+bool looks_for_hidden_menus = false;
+
+gboolean end_hidden_menus(gpointer)
+{
+    looks_for_hidden_menus = false;
+    GtkWidget* grabbing = gtk_grab_get_current();
+    bool is_hidden = grabbing && !gtk_widget_get_mapped(grabbing);
+    // With the menu goes the bar that it was to come up from.
+    for (; is_hidden && grabbing && GTK_IS_MENU_SHELL(grabbing); grabbing = gtk_grab_get_current()) {
+        gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
+        if (gtk_grab_get_current() == grabbing) // it was never begun
+            gtk_grab_remove(grabbing);
+    }
+    return G_SOURCE_REMOVE;
+}
+
+// Some of the widgets were shut out by another: a menu takes the grab before it comes up. It would complain of the
+// next event.
+gboolean on_grab(GSignalInvocationHint*, guint, const GValue*, gpointer)
+{
+    GtkWidget* grabbing = looks_for_hidden_menus ? nullptr : gtk_grab_get_current();
+    if (grabbing && GTK_IS_MENU_SHELL(grabbing) && !gtk_widget_get_mapped(grabbing)) {
+        looks_for_hidden_menus = true;
+        g_idle_add_full(G_PRIORITY_HIGH, end_hidden_menus, nullptr, nullptr);
+    }
+    return TRUE;
+}
+
 } // namespace
 
 void repair_popups()
@@ -74,6 +102,7 @@ void repair_popups()
     repaired = true;
     g_signal_add_emission_hook(g_signal_lookup("unmap", GTK_TYPE_WIDGET), 0, on_gone, nullptr, nullptr);
     g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_popup, nullptr, nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("grab-notify", GTK_TYPE_WIDGET), 0, on_grab, nullptr, nullptr);
 }
 
 } // namespace wx_helpers1
