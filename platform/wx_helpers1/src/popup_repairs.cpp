@@ -80,8 +80,8 @@ gboolean end_hidden_menus(gpointer)
     return G_SOURCE_REMOVE;
 }
 
-// Some of the widgets were shut out by another: a menu takes the grab before it comes up. It would complain of the
-// next event.
+// Some of the widgets were shut out by another: a menu takes the grab before it comes up. The next event comes
+// too late: the toolkit complains when it gives one to a hidden menu.
 gboolean on_grab(GSignalInvocationHint*, guint, const GValue*, gpointer)
 {
     GtkWidget* grabbing = looks_for_hidden_menus ? nullptr : gtk_grab_get_current();
