@@ -4,12 +4,14 @@
 #include <commondlg3/preferences_frame.h>
 #include <commondlg3/resources.h>
 
+#include <gtk/gtk.h>
 #include <wx/app.h>
 #include <wx/button.h>
 #include <wx/dataview.h>
 #include <wx/spinctrl.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/uiaction.h>
 
 #include <condition_variable>
 #include <filesystem>
@@ -158,6 +160,29 @@ TEST_F(PreferencesFrame, WritesAllPagesOrNone)
                   test::click(dialog, "m_btn_ok");
               }));
     EXPECT_TRUE(holds("first", "kept") && holds("second", "kept"));
+}
+
+// As rows of the toolkit's list, that a click edits and Ctrl+Space takes the selection from.
+TEST_F(PreferencesFrame, TheTitleOfAPageIsNeitherEditedNorLeft)
+{
+    run([&](wxTopLevelWindow* dialog) {
+        auto* list = from_xrc<wxDataViewTreeCtrl>(dialog, "m_pages");
+        const wxDataViewItem row = list->GetNthChild(wxDataViewItem(), 1);
+        const wxRect place = list->GetItemRect(row);
+        wxUIActionSimulator mouse;
+        for (const int step : {-15, 15}) { // far from each other: no double click
+            mouse.MouseMove(list->ClientToScreen(place.GetPosition() +
+                                                 wxPoint(place.width / 2 + step, place.height / 2)));
+            test::settle();
+            mouse.MouseClick();
+            ASSERT_TRUE(test::wait_for([&] { return list->HasFocus() && list->GetSelection() == row; }));
+            test::settle();
+        }
+        EXPECT_FALSE(GTK_IS_ENTRY(gtk_window_get_focus(GTK_WINDOW(dialog->GetHandle()))));
+        test::press(WXK_SPACE, wxMOD_CONTROL);
+        EXPECT_TRUE(test::wait_for([&] { return list->GetSelection() == row; })) << "its page is seen";
+        test::click(dialog, "m_btn_cancel");
+    });
 }
 
 TEST_F(PreferencesFrame, ShowsTheFirstThingThatIsWrongAndWritesNothing)

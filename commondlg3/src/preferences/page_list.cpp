@@ -23,6 +23,10 @@ wxString text_of_row(const page_list_t::row_t& row, bool changed)
 page_list_t::page_list_t(wxDataViewTreeCtrl* control)
     : m_control(control), m_least_width(control->GetMinSize().x)
 {
+    // The column that the control comes with lets users edit the titles.
+    m_control->ClearColumns();
+    m_control->AppendIconTextColumn(wxString(), 0, wxDATAVIEW_CELL_INERT, wxCOL_WIDTH_DEFAULT, wxALIGN_NOT,
+                                    0);
     m_control->Bind(wxEVT_DATAVIEW_SELECTION_CHANGED, &page_list_t::on_selection, this);
     // A heading that is closed would hide pages that a search has found.
     m_control->Bind(wxEVT_DATAVIEW_ITEM_COLLAPSING, [](wxDataViewEvent& event) { event.Veto(); });
@@ -125,9 +129,17 @@ int page_list_t::find(const wxDataViewItem& item) const
 void page_list_t::on_selection(wxDataViewEvent& event)
 {
     int row = find(event.GetItem());
+    if (!event.GetItem().IsOk()) {
+        // Typed letters that no title begins with, or Ctrl and a click, leave no row selected; the page is still seen.
+        m_control->CallAfter([this] {
+            if (!m_control->HasSelection())
+                select(m_selected);
+        });
+        return;
+    }
     if (row == none) {
         const auto heading = std::find(m_headings.begin(), m_headings.end(), event.GetItem().GetID());
-        if (!event.GetItem().IsOk() || heading == m_headings.end())
+        if (heading == m_headings.end())
             return;
         row = static_cast<int>(heading - m_headings.begin());
         if (row > 0 && m_rows[row].page == m_selected)
