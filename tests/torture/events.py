@@ -17,7 +17,7 @@ KEYS = ["Tab", "Tab", "shift+Tab", "Return", "Escape", "space", "space", "Up", "
         "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+x", "ctrl+z", "ctrl+y", "ctrl+f", "ctrl+o", "ctrl+comma", "ctrl+n",
         "ctrl+Home", "ctrl+End", "ctrl+Tab", "ctrl+space", "ctrl+Return", "ctrl+Up", "ctrl+Down", "ctrl+plus",
         "ctrl+shift+End", "shift+Down", "shift+Up", "shift+End", "shift+F10", "shift+Insert", "alt+Up", "alt+Down",
-        *("alt+" + letter for letter in "abcdefhklmnoprstuvwxy"), "a", "slash", "x", "1", "0"]
+        *("alt+" + letter for letter in "abcdefhklmnoprstuvwxy"), "a", "e", "slash", "x", "1", "0"]
 TEXTS = ["/usr", "a", "/etc/passwd", "../..//x", "%s%n", "@@@", "<b>&amp;</b>", "\u202etxt.exe", "\u0301" * 8, "-1", "9" * 30,
          "long" * 50, "*?[", "{0, plural,", "' \" \\", ODD_LETTERS, "=SUM(A1)", "|/:*", "~", "$HOME", "(((((", "1000000"]
 LANGUAGES = ["en", "de", "ja", "ar", "en_XA", "ar_XB"]
@@ -44,7 +44,7 @@ MANAGER = """<?xml version="1.0"?>
 """
 # How often each kind, of all.
 WEIGHTS = {"key": 560, "click": 200, "text": 40, "move": 40, "wheel": 40, "drag": 40, "resize": 30, "open": 30, "close": 8,
-           "clipboard": 8, "home": 1, "look": 2, "audit": 0.3, "manager": 0.3}
+           "clipboard": 8, "hold": 3, "home": 1, "look": 2, "audit": 0.3, "manager": 0.3}
 
 
 def make_launch(rng, names):
@@ -53,9 +53,20 @@ def make_launch(rng, names):
 
 
 class Maker:
+    """Makes the events of one launch.
+
+    Who does everything equally often comes to three certain things in a row once in a million: in half of the launches a few
+    keys and one kind of event come far more often.
+    """
+
     def __init__(self, rng, names):
         self.rng, self.names = rng, names
-        self.kinds, self.weights = list(WEIGHTS), list(WEIGHTS.values())
+        weights = dict(WEIGHTS)
+        self.keys = KEYS
+        if rng.random() < 0.5:
+            self.keys = KEYS + 12 * rng.sample(KEYS, 8)
+            weights[rng.choice(["click", "text", "drag", "wheel", "resize", "open"])] *= 4
+        self.kinds, self.weights = list(weights), list(weights.values())
 
     def make(self, windows):
         """The next event, with this number of windows on the screen."""
@@ -69,7 +80,7 @@ class Maker:
         kind = rng.choices(self.kinds, self.weights)[0]
         at = [rng.randint(0, 2) if rng.random() < 0.3 else 0, round(rng.random(), 3), round(rng.random(), 3)]
         if kind == "key":
-            return [kind, rng.choice(KEYS)]
+            return [kind, rng.choice(self.keys)]
         if kind == "text":
             return [kind, rng.choice(TEXTS)]
         if kind == "click":
@@ -93,6 +104,8 @@ class Maker:
             return [kind, at[0]]
         if kind == "clipboard":
             return [kind, rng.choice(KINDS)]
+        if kind == "hold":
+            return [kind, rng.randint(1, 12)]
         if kind == "look":
             return [kind, (f'Xft/DPI {rng.choice([96, 96, 120, 144, 192]) * 1024}\nGtk/FontName "{rng.choice(FONTS)}"\n'
                            f'Net/ThemeName "{rng.choice(THEMES)}"\n')]
@@ -109,6 +122,7 @@ class Doer:
     def __init__(self, screen, desktop):
         self.screen, self.desktop = screen, desktop
         self.manager_process, self.look = None, PLAIN_DESKTOP
+        self.held = 0  # for how many events more another program holds the pointer
         self.folder = tempfile.TemporaryDirectory()
         self.manager_file = pathlib.Path(self.folder.name, "rc.xml")
         self.manager_file.write_text(MANAGER, "utf-8")
@@ -121,12 +135,20 @@ class Doer:
 
     def reset(self):
         """The desktop is what it was at first."""
+        self.let_go()
         self.manage("starts")
         if self.look != PLAIN_DESKTOP:
             self.do(None, ["look", PLAIN_DESKTOP])
 
+    def let_go(self):
+        self.held = 0
+        self.screen.let_go()
+
     def do(self, gallery, event):
         kind, *values = event
+        if self.held == 1:
+            self.let_go()
+        self.held = max(0, self.held - 1)
         getattr(self, "do_" + kind)(gallery, *values)
 
     def point(self, gallery, index, across, down):
@@ -181,6 +203,11 @@ class Doer:
     def do_clipboard(self, gallery, kind):
         Owner(kind)
         self.do_key(gallery, "ctrl+v")
+
+    def do_hold(self, gallery, events):
+        """As somebody who drags something elsewhere: menus do not come up, and clicks go nowhere."""
+        self.held = events + 1
+        self.screen.hold()
 
     def do_look(self, gallery, settings):
         self.look = settings

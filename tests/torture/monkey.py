@@ -76,6 +76,7 @@ class Monkey:
                     patient.follow(ahead)
                     if patient.ended():
                         break
+                self.doer.let_go()
                 patient.look()
                 if not patient.ended():
                     patient.close()

@@ -154,6 +154,13 @@ class Screen:
             self.move(*(round(a + (b - a) * step / 8) for a, b in zip(start, end)))
         self._fake(X.ButtonRelease, 1)
 
+    def hold(self):
+        """Takes the pointer, as another program."""
+        self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
+
+    def let_go(self):
+        self.display.ungrab_pointer(X.CurrentTime)
+
     def resize(self, window, width, height):
         window.configure(width=width, height=height)
 
