@@ -80,15 +80,12 @@ gboolean end_hidden_menus(gpointer)
     return G_SOURCE_REMOVE;
 }
 
-// Some of the widgets were shut out by another: a menu takes the grab before it comes up. The next event comes
-// too late: the toolkit complains when it gives one to a hidden menu.
-gboolean on_grab(GSignalInvocationHint*, guint, const GValue*, gpointer)
+// A menu that comes up, or should have, selects one of its items. It would be given the next event, and complain.
+gboolean on_select(GSignalInvocationHint*, guint, const GValue*, gpointer)
 {
-    GtkWidget* grabbing = looks_for_hidden_menus ? nullptr : gtk_grab_get_current();
-    if (grabbing && GTK_IS_MENU_SHELL(grabbing) && !gtk_widget_get_mapped(grabbing)) {
-        looks_for_hidden_menus = true;
+    if (!looks_for_hidden_menus)
         g_idle_add_full(G_PRIORITY_HIGH, end_hidden_menus, nullptr, nullptr);
-    }
+    looks_for_hidden_menus = true;
     return TRUE;
 }
 
@@ -102,7 +99,8 @@ void repair_popups()
     repaired = true;
     g_signal_add_emission_hook(g_signal_lookup("unmap", GTK_TYPE_WIDGET), 0, on_gone, nullptr, nullptr);
     g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_popup, nullptr, nullptr);
-    g_signal_add_emission_hook(g_signal_lookup("grab-notify", GTK_TYPE_WIDGET), 0, on_grab, nullptr, nullptr);
+    g_type_class_ref(GTK_TYPE_MENU_ITEM); // its signals are there when it is
+    g_signal_add_emission_hook(g_signal_lookup("select", GTK_TYPE_MENU_ITEM), 0, on_select, nullptr, nullptr);
 }
 
 } // namespace wx_helpers1
