@@ -6,6 +6,7 @@
 #include <wx_helpers1/modal_flavor.h>
 
 #include <wx/app.h>
+#include <wx/choice.h>
 #include <wx/menu.h>
 #include <wx/timer.h>
 
@@ -147,6 +148,11 @@ TEST(Modal, AMenuThatDoesNotComeUpKeepsNobodyOut)
     auto* bar = new wxMenuBar;
     bar->Append(menu, "&View");
     frame->SetMenuBar(bar);
+    const wxString one = "one";
+    auto* choice = new wxChoice(frame, wxID_ANY, wxDefaultPosition, wxDefaultSize, 1, &one);
+    choice->SetSelection(0);
+    gtk_widget_realize(
+        gtk_widget_get_toplevel(GTK_WIDGET(gtk_menu_get_for_attach_widget(choice->GetHandle())->data)));
     ASSERT_TRUE(test::wait_for([frame] { return frame->IsActive(); }));
     test::press('V', wxMOD_ALT);
     ASSERT_TRUE(test::wait_for([] { return GTK_IS_MENU(gtk_grab_get_current()); }));
@@ -166,8 +172,14 @@ TEST(Modal, AMenuThatDoesNotComeUpKeepsNobodyOut)
     gdk_display_sync(other);
     test::press('V', wxMOD_ALT);
     EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
+    choice->SetFocus();
+    test::press(WXK_DOWN, wxMOD_ALT);
+    EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
     gdk_window_destroy(holder);
     gdk_display_close(other);
+    gboolean is_pressed = TRUE;
+    g_object_get(choice->GetHandle(), "popup-shown", &is_pressed, nullptr);
+    EXPECT_FALSE(is_pressed);
     frame->Destroy();
     test::settle();
 }

@@ -65,7 +65,7 @@ class Maker:
         self.keys = KEYS
         if rng.random() < 0.5:
             self.keys = KEYS + 12 * rng.sample(KEYS, 8)
-            weights[rng.choice(["click", "text", "drag", "wheel", "resize", "open"])] *= 4
+            weights[rng.choice(["click", "drag", "wheel", "resize"])] *= 4
         self.kinds, self.weights = list(weights), list(weights.values())
 
     def make(self, windows):

@@ -64,15 +64,28 @@ gboolean on_popup(GSignalInvocationHint*, guint, const GValue* arguments, gpoint
     return TRUE;
 }
 
+// The button of a choice looks pressed until its menu hides.
+void release(GtkWidget* part, gpointer)
+{
+    if (GTK_IS_TOGGLE_BUTTON(part))
+        gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(part), FALSE);
+    else if (GTK_IS_CONTAINER(part))
+        gtk_container_forall(GTK_CONTAINER(part), release, nullptr);
+}
+
 bool looks_for_hidden_menus = false;
 
 gboolean end_hidden_menus(gpointer)
 {
     looks_for_hidden_menus = false;
     GtkWidget* grabbing = gtk_grab_get_current();
-    bool is_hidden = grabbing && !gtk_widget_get_mapped(grabbing);
+    if (!grabbing || gtk_widget_get_mapped(grabbing))
+        return G_SOURCE_REMOVE;
+    if (GTK_IS_MENU(grabbing))
+        if (GtkWidget* from = gtk_menu_get_attach_widget(GTK_MENU(grabbing)); GTK_IS_COMBO_BOX(from))
+            release(from, nullptr);
     // With the menu goes the bar that it was to come up from.
-    for (; is_hidden && grabbing && GTK_IS_MENU_SHELL(grabbing); grabbing = gtk_grab_get_current()) {
+    for (; grabbing && GTK_IS_MENU_SHELL(grabbing); grabbing = gtk_grab_get_current()) {
         gtk_menu_shell_cancel(GTK_MENU_SHELL(grabbing));
         if (gtk_grab_get_current() == grabbing) // it was never begun
             gtk_grab_remove(grabbing);
@@ -80,7 +93,7 @@ gboolean end_hidden_menus(gpointer)
     return G_SOURCE_REMOVE;
 }
 
-// A menu that comes up, or should have, selects one of its items. It would be given the next event, and complain.
+// A menu that comes up, or should have, selects an item. At once: it would complain of the next event.
 gboolean on_select(GSignalInvocationHint*, guint, const GValue*, gpointer)
 {
     if (!looks_for_hidden_menus)
