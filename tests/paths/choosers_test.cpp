@@ -6,6 +6,7 @@
 #include <wx/app.h>
 #include <wx/colordlg.h>
 #include <wx/dirdlg.h>
+#include <wx/evtloop.h>
 #include <wx/filedlg.h>
 #include <wx/fontdlg.h>
 #include <wx/frame.h>
@@ -220,6 +221,30 @@ TEST(Choosers, OneThatTheWindowManagerLostComesAfterAll)
     }));
     gdk_window_remove_filter(nullptr, lose, &lost);
     EXPECT_TRUE(is_there);
+}
+
+// The toolkit ends the loop of a dialog only while no other runs inside it.
+TEST(Choosers, OneThatEndsBelowAnotherLoopComesBackAfterIt)
+{
+    bool late = false;
+    const auto give_up = [](gpointer told) -> gboolean {
+        *static_cast<bool*>(told) = true;
+        wxEventLoopBase::GetActive()->ScheduleExit();
+        return G_SOURCE_REMOVE;
+    };
+    const guint patience = g_timeout_add_seconds(10, give_up, &late);
+    EXPECT_FALSE(choose_file(true, "/", [&](GtkWidget* dialog) {
+        wxEventLoop above;
+        wxTheApp->CallAfter([&] {
+            cancel(dialog);
+            above.ScheduleExit();
+        });
+        above.Run();
+        return true;
+    }));
+    EXPECT_FALSE(late);
+    if (!late)
+        g_source_remove(patience);
 }
 
 // A slow disk tells it late which picture it has: the toolkit ends the program when it has gone.

@@ -116,6 +116,64 @@ private:
     guint m_source = 0;
 };
 
+// The toolkit ends the loop of its dialogs only while no other runs inside it: one that ends below another
+// window would be gone, and never come back.
+class loop_end_watch_t
+{
+public:
+    explicit loop_end_watch_t(wxDialog& dialog)
+        : m_dialog(dialog), m_widget(GTK_WIDGET(g_object_ref(dialog.GetHandle())))
+    {
+        m_source = g_idle_add_full(G_PRIORITY_HIGH, on_begun, this, nullptr);
+        m_hidden = g_signal_connect(m_widget, "hide", G_CALLBACK(on_hidden), this);
+    }
+    ~loop_end_watch_t()
+    {
+        if (m_source)
+            g_source_remove(m_source);
+        if (g_signal_handler_is_connected(m_widget, m_hidden))
+            g_signal_handler_disconnect(m_widget, m_hidden);
+        g_object_unref(m_widget);
+    }
+    loop_end_watch_t(const loop_end_watch_t&) = delete;
+    loop_end_watch_t& operator=(const loop_end_watch_t&) = delete;
+
+private:
+    // The first thing that the loop does.
+    static gboolean on_begun(gpointer data)
+    {
+        auto* self = static_cast<loop_end_watch_t*>(data);
+        self->m_loop = wxEventLoopBase::GetActive();
+        self->m_source = 0;
+        return G_SOURCE_REMOVE;
+    }
+
+    static void on_hidden(GtkWidget*, loop_end_watch_t* self)
+    {
+        constexpr guint interval_ms = 50;
+        if (!self->m_source)
+            self->m_source = g_timeout_add(interval_ms, on_time, self);
+    }
+
+    static gboolean on_time(gpointer data)
+    {
+        auto* self = static_cast<loop_end_watch_t*>(data);
+        const bool has_ended = !self->m_dialog.IsModal();
+        if (has_ended && wxEventLoopBase::GetActive() != self->m_loop)
+            return G_SOURCE_CONTINUE;
+        if (has_ended)
+            self->m_loop->ScheduleExit();
+        self->m_source = 0;
+        return G_SOURCE_REMOVE;
+    }
+
+    wxDialog& m_dialog;
+    GtkWidget* m_widget;
+    wxEventLoopBase* m_loop = nullptr;
+    gulong m_hidden = 0;
+    guint m_source = 0;
+};
+
 gboolean on_blocked_event(GtkWidget*, GdkEvent* event, gpointer)
 {
     return event->type == GDK_DELETE;
@@ -240,6 +298,7 @@ int show_modal_chooser(wxDialog& dialog)
         return dialog.ShowModal();
     repair_file_chooser(dialog.GetHandle());
     const mapping_watch_t mapping(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
+    const loop_end_watch_t end(dialog);
     return dialog.ShowModal();
 }
 
