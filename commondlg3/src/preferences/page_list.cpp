@@ -128,7 +128,6 @@ int page_list_t::find(const wxDataViewItem& item) const
 // A heading is no page: the arrow keys pass over it, and a click on it leads to its first page.
 void page_list_t::on_selection(wxDataViewEvent& event)
 {
-    int row = find(event.GetItem());
     if (!event.GetItem().IsOk()) {
         // Typed letters that no title begins with, or Ctrl and a click, leave no row selected; the page is still seen.
         m_control->CallAfter([this] {
@@ -137,6 +136,7 @@ void page_list_t::on_selection(wxDataViewEvent& event)
         });
         return;
     }
+    int row = find(event.GetItem());
     if (row == none) {
         const auto heading = std::find(m_headings.begin(), m_headings.end(), event.GetItem().GetID());
         if (heading == m_headings.end())

@@ -52,11 +52,6 @@ struct cell_editor_t::handlers_t
             self->m_menu_is_open = false;
     }
 
-    static void insert_emoji(GtkEntry* entry, gpointer)
-    {
-        g_signal_stop_emission_by_name(entry, "insert-emoji");
-    }
-
     static void paste(GtkEntry* entry, cell_editor_t* self)
     {
         g_signal_stop_emission_by_name(entry, "paste-clipboard");
@@ -115,10 +110,6 @@ void cell_editor_t::adopt(void* editable)
     g_signal_connect(m_entry, "focus-out-event", G_CALLBACK(handlers_t::lost_focus), this);
     g_signal_connect(m_entry, "populate-popup", G_CALLBACK(handlers_t::menu_opens), this);
     g_signal_connect(m_entry, "paste-clipboard", G_CALLBACK(handlers_t::paste), this);
-    // The chooser of emoji takes the focus, and with it the entry ends that it was to insert into: the menu does
-    // not offer it, and its keys do nothing.
-    g_object_set(m_entry, "input-hints", GTK_INPUT_HINT_NO_EMOJI, nullptr);
-    g_signal_connect(m_entry, "insert-emoji", G_CALLBACK(handlers_t::insert_emoji), nullptr);
 }
 
 void cell_editor_t::forget()

@@ -40,6 +40,13 @@ void on_emoji(GtkWidget* field, gpointer)
     g_signal_stop_emission_by_name(field, "insert-emoji");
 }
 
+void keep_emoji_out(GtkWidget* field)
+{
+    g_object_set(field, "input-hints", GTK_INPUT_HINT_NO_EMOJI, nullptr);
+    if (g_signal_lookup("insert-emoji", GTK_TYPE_ENTRY) != 0)
+        g_signal_connect(field, "insert-emoji", G_CALLBACK(on_emoji), nullptr);
+}
+
 void keep_plain(GtkWidget* widget, gpointer)
 {
     if (GTK_IS_ENTRY(widget)) {
@@ -47,8 +54,7 @@ void keep_plain(GtkWidget* widget, gpointer)
             return;
         g_signal_connect(widget, "button-press-event", G_CALLBACK(on_button), nullptr);
         g_signal_connect(widget, "popup-menu", G_CALLBACK(on_menu_key), nullptr);
-        if (g_signal_lookup("insert-emoji", GTK_TYPE_ENTRY) != 0)
-            g_signal_connect(widget, "insert-emoji", G_CALLBACK(on_emoji), nullptr);
+        keep_emoji_out(widget);
     } else if (GTK_IS_CONTAINER(widget)) {
         gtk_container_forall(GTK_CONTAINER(widget), keep_plain, nullptr);
     }
@@ -57,10 +63,12 @@ void keep_plain(GtkWidget* widget, gpointer)
 // Of all that pops up, only what a list shows for what is typed is a modal window.
 gboolean on_popup(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
 {
-    auto* window = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
-    if (GTK_IS_WINDOW(window) && gtk_window_get_window_type(GTK_WINDOW(window)) == GTK_WINDOW_POPUP &&
-        gtk_window_get_modal(GTK_WINDOW(window)))
-        keep_plain(window, nullptr);
+    auto* widget = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (GTK_IS_WINDOW(widget) && gtk_window_get_window_type(GTK_WINDOW(widget)) == GTK_WINDOW_POPUP &&
+        gtk_window_get_modal(GTK_WINDOW(widget)))
+        keep_plain(widget, nullptr);
+    else if (GTK_IS_ENTRY(widget) && GTK_IS_TREE_VIEW(gtk_widget_get_parent(widget)))
+        keep_emoji_out(widget); // the field of a row ends with its focus, which a chooser of emoji takes
     return TRUE;
 }
 

@@ -7,7 +7,7 @@ namespace wx_helpers1 {
 /// shows for what is typed, which hides after 5 seconds; that field itself, after a menu of it that did not
 /// come up; and any menu that is opened while another program holds the pointer, which stays hidden. From
 /// here on popovers end with their windows, that field has neither a menu nor emoji, and hidden menus are
-/// cancelled.
+/// cancelled. A field in a row, which would end with the focus, does not offer emoji either.
 void repair_popups();
 
 } // namespace wx_helpers1
