@@ -341,6 +341,18 @@ TEST(Modal, BlockedWindowsCannotBeClosedByTheUser)
         ask_to_close(&dialog);
         EXPECT_FALSE(dialog.IsShown());
     });
+    // One that was there when the run began, and is shown during it.
+    probe_dialog_t kept("dlg.example");
+    run(kept, [&](wxTopLevelWindow*) { ask_to_close(&kept); });
+    run(dialog, [&](wxTopLevelWindow*) {
+        run(kept, [&](wxTopLevelWindow*) {
+            ask_to_close(&dialog);
+            EXPECT_TRUE(dialog.IsShown());
+            ask_to_close(&kept);
+            EXPECT_FALSE(kept.IsShown());
+        });
+        ask_to_close(&dialog);
+    });
     const wxWeakRef<wxWindow> alive(other);
     ask_to_close(other);
     EXPECT_TRUE(test::wait_for([&] { return !alive; }));

@@ -10,6 +10,7 @@
 #include <gtk/gtk.h>
 
 #include <algorithm>
+#include <list>
 #include <vector>
 
 namespace wx_helpers1 {
@@ -174,11 +175,6 @@ private:
     guint m_source = 0;
 };
 
-gboolean on_blocked_event(GtkWidget*, GdkEvent* event, gpointer)
-{
-    return event->type == GDK_DELETE;
-}
-
 bool is_below(const wxWindow* window, const wxWindow* ancestor)
 {
     for (; window; window = window->GetParent())
@@ -191,14 +187,15 @@ bool is_below(const wxWindow* window, const wxWindow* ancestor)
 class other_windows_t
 {
 public:
-    explicit other_windows_t(const wxWindow* modal)
+    explicit other_windows_t(const std::shared_ptr<state_t>& run)
     {
-        for (const wxWindow* window : wxTopLevelWindows) {
+        for (wxWindow* window : wxTopLevelWindows) {
             GtkWidget* widget = window->GetHandle();
-            if (!GTK_IS_WINDOW(widget) || is_below(window, modal))
+            if (!GTK_IS_WINDOW(widget) || is_below(window, run->dialog))
                 continue;
-            const gulong handler = g_signal_connect(widget, "event", G_CALLBACK(on_blocked_event), nullptr);
-            m_blocked.push_back({GTK_WIDGET(g_object_ref(widget)), handler});
+            auto& blocked =
+                m_blocked.emplace_back(blocked_t{window, run, GTK_WIDGET(g_object_ref(widget)), 0});
+            blocked.handler = g_signal_connect(widget, "event", G_CALLBACK(on_event), &blocked);
         }
     }
     ~other_windows_t()
@@ -215,10 +212,24 @@ public:
 private:
     struct blocked_t
     {
+        wxWeakRef<wxWindow> window;
+        std::shared_ptr<state_t> by;
         GtkWidget* widget;
         gulong handler;
     };
-    std::vector<blocked_t> m_blocked;
+
+    // One that was there, hidden, when the run began may be shown by a run above it.
+    static gboolean on_event(GtkWidget*, GdkEvent* event, const blocked_t* blocked)
+    {
+        if (event->type != GDK_DELETE)
+            return FALSE;
+        for (auto above = runs().rbegin(); above != runs().rend() && *above != blocked->by; ++above)
+            if ((*above)->dialog && is_below(blocked->window, (*above)->dialog))
+                return FALSE;
+        return TRUE;
+    }
+
+    std::list<blocked_t> m_blocked;
 };
 
 // Ends the runs above this one and then this one. A run above cannot return before those above it have.
@@ -328,7 +339,7 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         leave_parent();
         end_run(state, wxID_CANCEL, true);
     });
-    const other_windows_t blocked(dialog);
+    const other_windows_t blocked(state);
     const mapping_watch_t mapping(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
     if (over && GTK_IS_WINDOW(over->GetHandle()))
