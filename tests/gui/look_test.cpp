@@ -169,4 +169,20 @@ TEST(Look, ALabelsLinesRunInTheDirectionOfItsSentence)
     }
 }
 
+// By whole words the toolkit's own goes to behind the full stop that ends a text, and one farther.
+TEST(Look, TheCursorStaysInItsText)
+{
+    wxStaticText label(test::main_window(), wxID_ANY, "Gone.");
+    wx_helpers1::set_selectable(&label, true);
+    gtk_widget_grab_focus(label.GetHandle());
+    ASSERT_TRUE(test::wait_for([&] { return gtk_widget_has_focus(label.GetHandle()); }));
+    test::press(WXK_END);
+    test::press(WXK_LEFT);
+    test::press(WXK_RIGHT, wxMOD_CONTROL);
+    test::press(WXK_LEFT);
+    gint cursor = -1;
+    g_object_get(label.GetHandle(), "cursor-position", &cursor, nullptr);
+    EXPECT_EQ(4, cursor);
+}
+
 } // namespace

@@ -40,6 +40,18 @@ int average_width(GtkLabel* widget)
     return std::max(1, width);
 }
 
+// By a double click, and from word to word, the toolkit's cursor passes the end of a text that ends in a full
+// stop.
+void keep_cursor_in_text(GtkLabel* widget)
+{
+    gint cursor = 0;
+    gint other_end = 0;
+    g_object_get(widget, "cursor-position", &cursor, "selection-bound", &other_end, nullptr);
+    const auto length = static_cast<gint>(g_utf8_strlen(gtk_label_get_text(widget), -1));
+    if (cursor > length || other_end > length)
+        gtk_label_select_region(widget, std::min(other_end, length), std::min(cursor, length));
+}
+
 } // namespace
 
 std::string with_direction(const std::string& text)
@@ -109,8 +121,14 @@ void set_wrap_width(wxStaticText* label, int width)
 
 void set_selectable(wxStaticText* label, bool selectable)
 {
-    if (GtkLabel* widget = widget_of(label))
-        gtk_label_set_selectable(widget, selectable);
+    GtkLabel* widget = widget_of(label);
+    if (!widget)
+        return;
+    gtk_label_set_selectable(widget, selectable);
+    const auto keep = G_CALLBACK(keep_cursor_in_text);
+    g_signal_handlers_disconnect_by_func(widget, reinterpret_cast<gpointer>(keep), nullptr);
+    if (selectable)
+        g_signal_connect(widget, "notify::cursor-position", keep, nullptr);
 }
 
 std::string get_selected_text(wxStaticText* label)
