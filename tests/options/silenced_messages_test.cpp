@@ -194,11 +194,30 @@ TEST_F(SilencedPage, KeysBringBackAndNothingIsWrittenBeforeItIsSaved)
     m_page->restore({-1, 5});
     EXPECT_EQ(3, m_changes);
     m_page->load_settings();
+    m_page->restore_all(); // before the toolkit has scrolled to the selected row
+    test::settle();
+    m_page->load_settings();
     EXPECT_EQ(4u, m_page->get_messages().size());
     m_page->restore({0, 3, 3});
     EXPECT_TRUE(m_page->save_settings());
     EXPECT_EQ((names_t{"b", "c"}), names_of(m_all.get_all()));
     EXPECT_FALSE(m_page->is_changed());
+}
+
+TEST_F(SilencedPage, ScrollsToTheRowAfterTheRestoredOne)
+{
+    for (int i = 0; i < 300; ++i)
+        m_all.silence(named(std::to_string(i)));
+    open();
+    auto* list = dynamic_cast<wxDataViewCtrl*>(control<wxWindow>("m_list_area")->GetChildren().front());
+    ASSERT_TRUE(list);
+    for (const int row : {250, 20}) {
+        m_page->restore({row});
+        test::settle();
+        const wxRect place = list->GetItemRect(list->GetSelection());
+        EXPECT_TRUE(place.height > 0 && list->GetClientRect().Contains(place.GetPosition()))
+            << row << ": " << place.y << ", " << place.height;
+    }
 }
 
 // Two programs on one file: what the other has silenced meanwhile is on the page, and can be brought back.

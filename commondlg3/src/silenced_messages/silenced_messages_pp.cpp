@@ -220,11 +220,10 @@ void silenced_messages_pp_t::select(int row)
         return;
     const wxDataViewItem item =
         m_rows->GetItem(static_cast<unsigned>(std::clamp(row, 0, static_cast<int>(m_messages.size()) - 1)));
-    m_list->SetCurrentItem(item);
+    m_list->SetCurrentItem(item); // and scrolls to it; EnsureVisible() would once more, when it may be gone
     wxDataViewItemArray only;
     only.Add(item);
     m_list->SetSelections(only);
-    m_list->EnsureVisible(item);
     update_buttons();
 }
 
