@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace {
@@ -356,6 +357,24 @@ TEST(Modal, BlockedWindowsCannotBeClosedByTheUser)
     const wxWeakRef<wxWindow> alive(other);
     ask_to_close(other);
     EXPECT_TRUE(test::wait_for([&] { return !alive; }));
+}
+
+// As a button does that hides when it is pressed.
+TEST(Modal, EscapeAndHelpWorkWhenWhatHadTheFocusIsGone)
+{
+    probe_dialog_t dialog("dlg.example");
+    int helped = 0;
+    dialog.set_help_topic("topic");
+    dialog.get_help_signal().connect(&dialog, [&](const std::string&) { ++helped; });
+    EXPECT_EQ(wxID_CANCEL, run(dialog, [&](wxTopLevelWindow* shown) {
+                  ASSERT_TRUE(test::wait_for([&] { return shown->IsActive() && wxWindow::FindFocus(); }));
+                  wxWindow::FindFocus()->Hide();
+                  ASSERT_EQ(nullptr, gtk_window_get_focus(GTK_WINDOW(shown->GetHandle())));
+                  test::press(WXK_F1);
+                  EXPECT_TRUE(test::wait_for([&] { return helped == 1; }));
+                  test::press(WXK_ESCAPE);
+                  EXPECT_TRUE(test::wait_for([&] { return !shown->IsShown(); }));
+              }));
 }
 
 // Layouts are built ahead in windows that the application must not take for its own.

@@ -232,6 +232,45 @@ private:
     std::list<blocked_t> m_blocked;
 };
 
+// Where the control that had the focus is gone or hidden, the toolkit gives keys to nobody: Escape would not
+// end the dialog, nor F1 help.
+class unclaimed_keys_t
+{
+public:
+    explicit unclaimed_keys_t(const std::shared_ptr<state_t>& run)
+        : m_run(run),
+          m_widget(GTK_WIDGET(g_object_ref(run->dialog->GetHandle()))),
+          m_handler(g_signal_connect(m_widget, "event", G_CALLBACK(on_event), this))
+    {
+    }
+    ~unclaimed_keys_t()
+    {
+        if (g_signal_handler_is_connected(m_widget, m_handler))
+            g_signal_handler_disconnect(m_widget, m_handler);
+        g_object_unref(m_widget);
+    }
+    unclaimed_keys_t(const unclaimed_keys_t&) = delete;
+    unclaimed_keys_t& operator=(const unclaimed_keys_t&) = delete;
+
+private:
+    // As the toolkit does it, and then the dialog itself.
+    static gboolean on_event(GtkWidget* widget, GdkEvent* event, const unclaimed_keys_t* self)
+    {
+        const wxDialog* dialog = self->m_run->dialog;
+        auto* window = GTK_WINDOW(widget);
+        if (event->type != GDK_KEY_PRESS || gtk_window_get_focus(window) || !dialog || !dialog->m_wxwindow)
+            return FALSE;
+        if (!gtk_window_activate_key(window, &event->key) &&
+            !GTK_WIDGET_GET_CLASS(widget)->key_press_event(widget, &event->key))
+            gtk_widget_event(dialog->m_wxwindow, event);
+        return TRUE;
+    }
+
+    std::shared_ptr<state_t> m_run;
+    GtkWidget* m_widget;
+    gulong m_handler;
+};
+
 // Ends the runs above this one and then this one. A run above cannot return before those above it have.
 void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
 {
@@ -340,6 +379,7 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         end_run(state, wxID_CANCEL, true);
     });
     const other_windows_t blocked(state);
+    const unclaimed_keys_t keys(state);
     const mapping_watch_t mapping(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
     if (over && GTK_IS_WINDOW(over->GetHandle()))
