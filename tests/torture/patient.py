@@ -1,4 +1,5 @@
 """The gallery that the monkey plays with: started, asked, looked at; what is wrong with it is raised as Trouble."""
+import collections
 import json
 import os
 import pathlib
@@ -167,7 +168,9 @@ class Patient:
         if not shutil.which("gdb") or not cores and self.ended():
             return []
         what = [self.binary, cores[0]] if cores else ["-p", str(self.pid)]
-        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", *what], capture_output=True, text=True).stdout
+        held = '"#60 keys and clicks go to %s\\n", ((char*(*)())g_type_name_from_instance)(((void*(*)())gtk_grab_get_current)())'
+        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", "printf " + held, *what],
+                              capture_output=True, text=True).stdout
         return re.findall(r"^#\d+ +(?:0x\w+ in )?(.*)", said, re.MULTILINE)
 
     def follow(self, ahead=None):
@@ -240,8 +243,10 @@ class Patient:
 
     def go_home(self):
         """Closes all but one window; then it must not have grown."""
+        tried = collections.deque(maxlen=24)
         for attempt, windows in self.attempts():
             managed = [window for window, is_managed in windows if is_managed]
+            tried.append(f"{attempt}: {[self.screen.title(window) for window, _ in windows]}")
             # A tool tip stays where the pointer is; a menu has gone by then.
             if self.ended() or len(managed) <= 1 and (len(windows) <= 1 or attempt > 20):
                 break
@@ -254,7 +259,7 @@ class Patient:
                 self.screen.close(managed[attempt // 2 % len(managed)])
             self.follow(0)
         else:
-            raise Trouble("windows cannot be closed", *self.stack())
+            raise Trouble("windows cannot be closed", *self.stack(), *tried)
         self.homes += 1
         if self.judges_memory and not self.ended() and self.rest():
             now = self.memory()

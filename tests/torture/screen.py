@@ -103,6 +103,12 @@ class Screen:
 
     # What hands do
 
+    def title(self, window):
+        try:
+            return window.get_wm_name()
+        except Xlib.error.XError:
+            return None
+
     def give_focus(self, windows):
         """To the first of them, unless one has it: with nobody to give it, keys would go nowhere."""
         focus = self.display.get_input_focus().focus
