@@ -295,6 +295,40 @@ TEST(Choosers, ALetterOfAPathLeavesTheListOfRecentFiles)
     }));
 }
 
+// Alt+Home takes the field away while the folder is read that the end of its path is to come from.
+TEST(Choosers, AnEndIsOnlyAddedToAPathThatIsStillTyped)
+{
+    const test::temp_dir_t dir;
+    GtkTreeModel* folder = nullptr;
+    bool read = false;
+    const auto on_read = [](GtkTreeModel*, GError*, gpointer flag) { *static_cast<bool*>(flag) = true; };
+    EXPECT_FALSE(choose_file(true, dir.path() + "/1", [&](GtkWidget* dialog) {
+        GtkWidget* chooser = part_of(dialog, GTK_TYPE_FILE_CHOOSER_WIDGET);
+        if (!folder) {
+            if (!gtk_tree_view_get_model(GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW))))
+                return false;
+            g_signal_emit_by_name(chooser, "location-popup", "/usr/share/");
+            GtkWidget* field = part_of(dialog, g_type_from_name("GtkFileChooserEntry"));
+            folder =
+                field ? gtk_entry_completion_get_model(gtk_entry_get_completion(GTK_ENTRY(field))) : nullptr;
+            EXPECT_TRUE(folder);
+            if (folder) {
+                g_object_ref(folder);
+                g_signal_connect(folder, "finished-loading", G_CALLBACK(+on_read), &read);
+                g_signal_emit_by_name(chooser, "home-folder");
+                EXPECT_FALSE(part_of(dialog, g_type_from_name("GtkFileChooserEntry")));
+                return false;
+            }
+        }
+        if (folder && !read)
+            return false;
+        cancel(dialog);
+        return true;
+    }));
+    if (folder)
+        g_object_unref(folder);
+}
+
 TEST(Choosers, OfANameHaveNoRecentFiles)
 {
     const test::temp_dir_t dir;

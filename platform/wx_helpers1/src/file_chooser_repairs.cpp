@@ -52,6 +52,47 @@ void on_folder_left(GtkContainer*, GtkWidget* button, gpointer)
     g_timeout_add_seconds(seconds_kept, end_of_button, g_object_ref(button));
 }
 
+// A folder that is read to complete what is typed tells the field about it, also when that has turned to
+// another or has gone; told then, the toolkit ends the program.
+void follow_folder(GtkWidget* field, GtkTreeModel* folder)
+{
+    constexpr char key[] = "commondlg3-folder";
+    gpointer last = g_object_get_data(G_OBJECT(field), key);
+    if (last == folder)
+        return;
+    if (last)
+        g_signal_handlers_disconnect_matched(last, G_SIGNAL_MATCH_DATA, 0, 0, nullptr, nullptr, field);
+    g_object_set_data_full(G_OBJECT(field), key, folder ? g_object_ref(folder) : nullptr,
+                           folder ? g_object_unref : nullptr);
+}
+
+void on_folder_to_complete(GtkEntryCompletion* names, GParamSpec*, gpointer field)
+{
+    follow_folder(GTK_WIDGET(field), gtk_entry_completion_get_model(names));
+}
+
+void on_field_left(GtkWidget* field, gpointer)
+{
+    follow_folder(field, nullptr);
+}
+
+// The field comes when somebody begins to type a path.
+gboolean on_shown(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+{
+    auto* field = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (!GTK_IS_ENTRY(field) || g_strcmp0(G_OBJECT_TYPE_NAME(field), "GtkFileChooserEntry") != 0 ||
+        g_signal_handler_find(field, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_field_left), nullptr))
+        return TRUE;
+    GtkEntryCompletion* names = gtk_entry_get_completion(GTK_ENTRY(field));
+    if (!names)
+        return TRUE;
+    g_signal_connect_object(names, "notify::model", G_CALLBACK(on_folder_to_complete), field,
+                            GConnectFlags(0));
+    g_signal_connect(field, "destroy", G_CALLBACK(on_field_left), nullptr);
+    on_folder_to_complete(names, nullptr, field);
+    return TRUE;
+}
+
 void watch_folders(GtkWidget* widget, gpointer)
 {
     if (g_strcmp0(G_OBJECT_TYPE_NAME(widget), "GtkPathBar") == 0)
@@ -168,6 +209,7 @@ void repair_file_chooser(GtkWidget* dialog)
     if (repaired)
         return;
     repaired = true;
+    g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_shown, nullptr, nullptr);
     replace_handler("location-popup", G_CALLBACK(on_location));
     replace_handler("location-toggle-popup", G_CALLBACK(on_location_toggled));
     replace_handler("recent-shortcut", G_CALLBACK(on_recent_files));
