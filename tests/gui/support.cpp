@@ -146,11 +146,16 @@ void settle()
     // What was done through the display, by its own connection, has come to this one after that.
     gdk_display_sync(gdk_display_get_default());
     auto quiet_since = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - quiet_since < std::chrono::milliseconds(30)) {
-        if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle())
+    int quiet_turns = 0; // on a machine that is busy, threads and other programs need their turns too
+    while (quiet_turns < 50 ||
+           std::chrono::steady_clock::now() - quiet_since < std::chrono::milliseconds(30)) {
+        ++quiet_turns;
+        if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle()) {
             quiet_since = std::chrono::steady_clock::now();
-        else
+            quiet_turns = 0;
+        } else {
             usleep(500);
+        }
     }
 }
 

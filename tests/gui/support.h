@@ -23,7 +23,7 @@ namespace test {
 wxFrame* main_window();
 
 /// Lets the event loop turn until the condition holds; false when it does not within the limit.
-bool wait_for(const std::function<bool()>& condition, int milliseconds = 5000);
+bool wait_for(const std::function<bool()>& condition, int milliseconds = 15000);
 /// Lets the event loop turn until nothing is left to do.
 void settle();
 
