@@ -295,6 +295,41 @@ TEST(Choosers, ALetterOfAPathLeavesTheListOfRecentFiles)
     }));
 }
 
+// A path that is begun in the list of recent files leaves them there, as if they were those of a folder.
+TEST(Choosers, RecentFilesAreNotTakenForThoseOfAFolder)
+{
+    const test::temp_dir_t dir;
+    test::make_file(dir.path() + "/1");
+    GtkTreeModel* of_folder = nullptr;
+    GtkTreeModel* recent = nullptr;
+    bool typed = false;
+    int turns = 0;
+    EXPECT_FALSE(choose_file(true, dir.path() + "/1", [&](GtkWidget* dialog) {
+        auto* list = GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW));
+        GtkTreeModel* files = gtk_tree_view_get_model(list);
+        if (!of_folder && files) {
+            of_folder = files;
+            press("alt+r");
+        } else if (!recent && files && files != of_folder) {
+            recent = files;
+            gtk_widget_grab_focus(GTK_WIDGET(list));
+            press("period");
+        } else if (recent && !typed && part_of(dialog, g_type_from_name("GtkFileChooserEntry"))) {
+            typed = true;
+            gtk_widget_grab_focus(GTK_WIDGET(list));
+            press("Down");
+        } else if (typed && files != recent) {
+            cancel(dialog);
+            return true;
+        } else if (++turns == 1000) {
+            ADD_FAILURE() << "the recent files stay";
+            cancel(dialog);
+            return true;
+        }
+        return false;
+    }));
+}
+
 // Alt+Home takes the field away while the folder is read that the end of its path is to come from.
 TEST(Choosers, AnEndIsOnlyAddedToAPathThatIsStillTyped)
 {

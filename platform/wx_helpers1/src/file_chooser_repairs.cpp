@@ -93,12 +93,42 @@ gboolean on_shown(GSignalInvocationHint*, guint, const GValue* arguments, gpoint
     return TRUE;
 }
 
-void watch_folders(GtkWidget* widget, gpointer)
+constexpr char of_no_folder[] = "commondlg3-of-no-folder";
+
+void on_other_files(GtkTreeView* list, GParamSpec*, GtkFileChooser* chooser)
 {
-    if (g_strcmp0(G_OBJECT_TYPE_NAME(widget), "GtkPathBar") == 0)
+    GFile* folder = gtk_file_chooser_get_current_folder_file(chooser);
+    g_object_set_data(G_OBJECT(list), of_no_folder, folder ? nullptr : list);
+    g_clear_object(&folder);
+}
+
+// The files that were found or used last stay in the list while a path is typed, and until a folder is read.
+// The chooser takes them for that folder's: it would open another than the one that is clicked, or end the
+// program.
+gboolean on_list_event(GtkTreeView* list, GdkEvent*, GtkFileChooser* chooser)
+{
+    GFile* folder = g_object_get_data(G_OBJECT(list), of_no_folder)
+                        ? gtk_file_chooser_get_current_folder_file(chooser)
+                        : nullptr;
+    if (folder) {
+        gtk_tree_view_set_model(list, nullptr);
+        g_object_unref(folder);
+    }
+    return FALSE;
+}
+
+void watch_folders(GtkWidget* widget, gpointer chooser)
+{
+    if (g_strcmp0(G_OBJECT_TYPE_NAME(widget), "GtkPathBar") == 0) {
         g_signal_connect(widget, "remove", G_CALLBACK(on_folder_left), nullptr);
-    else if (GTK_IS_CONTAINER(widget))
-        gtk_container_forall(GTK_CONTAINER(widget), watch_folders, nullptr);
+    } else if (GTK_IS_TREE_VIEW(widget) && chooser) {
+        g_signal_connect_object(widget, "notify::model", G_CALLBACK(on_other_files), chooser,
+                                GConnectFlags(0));
+        g_signal_connect_object(widget, "event", G_CALLBACK(on_list_event), chooser, GConnectFlags(0));
+    } else if (GTK_IS_CONTAINER(widget)) {
+        gpointer inside = GTK_IS_FILE_CHOOSER_WIDGET(widget) ? widget : chooser;
+        gtk_container_forall(GTK_CONTAINER(widget), watch_folders, inside);
+    }
 }
 
 // Lists that it has left for others, and that nothing leads to, are still answered what they have asked about
