@@ -150,7 +150,7 @@ TEST(Modal, AMenuThatDoesNotComeUpKeepsNobodyOut)
     bar->Append(menu, "&View");
     frame->SetMenuBar(bar);
     const wxString one = "one";
-    auto* choice = new wxChoice(frame, wxID_ANY, wxDefaultPosition, wxSize(200, 60), 1, &one);
+    auto* choice = new wxChoice(new wxPanel(frame), wxID_ANY, wxDefaultPosition, wxDefaultSize, 1, &one);
     choice->SetSelection(0);
     gtk_widget_realize(
         gtk_widget_get_toplevel(GTK_WIDGET(gtk_menu_get_for_attach_widget(choice->GetHandle())->data)));

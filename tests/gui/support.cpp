@@ -145,17 +145,15 @@ void settle()
 {
     // What was done through the display, by its own connection, has come to this one after that.
     gdk_display_sync(gdk_display_get_default());
-    auto quiet_since = std::chrono::steady_clock::now();
-    int quiet_turns = 0; // on a machine that is busy, threads and other programs need their turns too
-    while (quiet_turns < 50 ||
-           std::chrono::steady_clock::now() - quiet_since < std::chrono::milliseconds(30)) {
+    // Turns of at least half a millisecond; of longer ones on a busy machine, where threads and other programs
+    // wait for theirs.
+    int quiet_turns = 0;
+    while (quiet_turns < 60) {
         ++quiet_turns;
-        if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle()) {
-            quiet_since = std::chrono::steady_clock::now();
+        if (g_main_context_iteration(nullptr, FALSE) || wxTheApp->ProcessIdle())
             quiet_turns = 0;
-        } else {
+        else
             usleep(500);
-        }
     }
 }
 

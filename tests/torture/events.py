@@ -16,7 +16,8 @@ KEYS = ["Tab", "Tab", "shift+Tab", "Return", "Escape", "space", "space", "Up", "
         "End", "Page_Down", "Page_Up", "Delete", "BackSpace", "Insert", "F1", "F2", "F3", "F4", "F10", "Menu", "alt+F4",
         "ctrl+a", "ctrl+c", "ctrl+v", "ctrl+x", "ctrl+z", "ctrl+y", "ctrl+f", "ctrl+o", "ctrl+comma", "ctrl+n",
         "ctrl+Home", "ctrl+End", "ctrl+Tab", "ctrl+space", "ctrl+Return", "ctrl+Up", "ctrl+Down", "ctrl+plus",
-        "ctrl+Left", "ctrl+Right", "ctrl+shift+End", "shift+Down", "shift+Up", "shift+End", "shift+F10", "shift+Insert", "alt+Up", "alt+Down",
+        "ctrl+Left", "ctrl+Right", "ctrl+shift+End", "shift+Down", "shift+Up", "shift+End", "shift+F10", "shift+Insert",
+        "alt+Up", "alt+Down",
         *("alt+" + letter for letter in "abcdefhklmnoprstuvwxy"), "a", "e", "slash", "x", "1", "0"]
 TEXTS = ["/usr", "a", "/etc/passwd", "../..//x", "%s%n", "@@@", "<b>&amp;</b>", "\u202etxt.exe", "\u0301" * 8, "-1", "9" * 30,
          "long" * 50, "*?[", "{0, plural,", "' \" \\", ODD_LETTERS, "=SUM(A1)", "|/:*", "~", "$HOME", "(((((", "1000000"]

@@ -168,8 +168,8 @@ class Patient:
         if not shutil.which("gdb") or not cores and self.ended():
             return []
         what = [self.binary, cores[0]] if cores else ["-p", str(self.pid)]
-        held = '"#60 keys and clicks go to %s\\n", ((char*(*)())g_type_name_from_instance)(((void*(*)())gtk_grab_get_current)())'
-        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", "printf " + held, *what],
+        grab = "((char*(*)())g_type_name_from_instance)(((void*(*)())gtk_grab_get_current)())"
+        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", f'printf "#60 keys and clicks go to %s\\n", {grab}', *what],
                               capture_output=True, text=True).stdout
         return re.findall(r"^#\d+ +(?:0x\w+ in )?(.*)", said, re.MULTILINE)
 

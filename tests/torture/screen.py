@@ -101,13 +101,13 @@ class Screen:
         except Xlib.error.XError:
             return None
 
-    # What hands do
-
     def title(self, window):
         try:
             return window.get_wm_name()
         except Xlib.error.XError:
             return None
+
+    # What hands do
 
     def give_focus(self, windows):
         """To the first of them, unless one has it: with nobody to give it, keys would go nowhere."""

@@ -2,6 +2,7 @@
 
 #include "file_chooser_repairs.h"
 #include "parent_watch.h"
+#include "widget_handler.h"
 
 #include <wx/app.h>
 #include <wx/evtloop.h>
@@ -69,17 +70,12 @@ class mapping_watch_t
 public:
     /// `is_wanted` is asked before the window is shown once more.
     mapping_watch_t(GtkWidget* window, std::function<bool()> is_wanted)
-        : m_is_wanted(std::move(is_wanted)), m_widget(GTK_WIDGET(g_object_ref(window)))
+        : m_is_wanted(std::move(is_wanted)), m_mapped(window, "map-event", G_CALLBACK(on_mapped), this)
     {
         constexpr guint patience_ms = 1000;
-        m_mapped = g_signal_connect(m_widget, "map-event", G_CALLBACK(on_mapped), this);
         m_source = g_timeout_add(patience_ms, on_time, this);
     }
-    ~mapping_watch_t()
-    {
-        stop();
-        g_object_unref(m_widget);
-    }
+    ~mapping_watch_t() { stop(); }
     mapping_watch_t(const mapping_watch_t&) = delete;
     mapping_watch_t& operator=(const mapping_watch_t&) = delete;
 
@@ -89,9 +85,7 @@ private:
         if (m_source)
             g_source_remove(m_source);
         m_source = 0;
-        if (m_mapped && g_signal_handler_is_connected(m_widget, m_mapped))
-            g_signal_handler_disconnect(m_widget, m_mapped);
-        m_mapped = 0;
+        m_mapped.disconnect();
     }
 
     static gboolean on_mapped(GtkWidget*, GdkEvent*, gpointer data)
@@ -104,16 +98,16 @@ private:
     {
         const auto* self = static_cast<mapping_watch_t*>(data);
         if (self->m_is_wanted()) {
-            if (gtk_widget_get_visible(self->m_widget))
-                gtk_widget_hide(self->m_widget);
-            gtk_widget_show(self->m_widget);
+            GtkWidget* window = self->m_mapped.get_widget();
+            if (gtk_widget_get_visible(window))
+                gtk_widget_hide(window);
+            gtk_widget_show(window);
         }
         return G_SOURCE_CONTINUE;
     }
 
     std::function<bool()> m_is_wanted;
-    GtkWidget* m_widget;
-    gulong m_mapped = 0;
+    widget_handler_t m_mapped;
     guint m_source = 0;
 };
 
@@ -123,18 +117,14 @@ class loop_end_watch_t
 {
 public:
     explicit loop_end_watch_t(wxDialog& dialog)
-        : m_dialog(dialog), m_widget(GTK_WIDGET(g_object_ref(dialog.GetHandle())))
+        : m_dialog(dialog), m_hidden(dialog.GetHandle(), "hide", G_CALLBACK(on_hidden), this)
     {
         m_source = g_idle_add_full(G_PRIORITY_HIGH, on_begun, this, nullptr);
-        m_hidden = g_signal_connect(m_widget, "hide", G_CALLBACK(on_hidden), this);
     }
     ~loop_end_watch_t()
     {
         if (m_source)
             g_source_remove(m_source);
-        if (g_signal_handler_is_connected(m_widget, m_hidden))
-            g_signal_handler_disconnect(m_widget, m_hidden);
-        g_object_unref(m_widget);
     }
     loop_end_watch_t(const loop_end_watch_t&) = delete;
     loop_end_watch_t& operator=(const loop_end_watch_t&) = delete;
@@ -169,9 +159,8 @@ private:
     }
 
     wxDialog& m_dialog;
-    GtkWidget* m_widget;
+    widget_handler_t m_hidden;
     wxEventLoopBase* m_loop = nullptr;
-    gulong m_hidden = 0;
     guint m_source = 0;
 };
 
@@ -183,93 +172,57 @@ bool is_below(const wxWindow* window, const wxWindow* ancestor)
     return false;
 }
 
-// A modal window keeps keys and clicks from the others by itself, but not the requests of the window manager.
-class other_windows_t
+// A window that the window manager's requests to close are kept from.
+class blocked_window_t
 {
 public:
-    explicit other_windows_t(const std::shared_ptr<state_t>& run)
+    blocked_window_t(wxWindow* window, std::shared_ptr<state_t> by)
+        : m_window(window),
+          m_by(std::move(by)),
+          m_event(window->GetHandle(), "event", G_CALLBACK(on_event), this)
     {
-        for (wxWindow* window : wxTopLevelWindows) {
-            GtkWidget* widget = window->GetHandle();
-            if (!GTK_IS_WINDOW(widget) || is_below(window, run->dialog))
-                continue;
-            auto& blocked =
-                m_blocked.emplace_back(blocked_t{window, run, GTK_WIDGET(g_object_ref(widget)), 0});
-            blocked.handler = g_signal_connect(widget, "event", G_CALLBACK(on_event), &blocked);
-        }
     }
-    ~other_windows_t()
-    {
-        for (const blocked_t& one : m_blocked) {
-            if (g_signal_handler_is_connected(one.widget, one.handler))
-                g_signal_handler_disconnect(one.widget, one.handler);
-            g_object_unref(one.widget);
-        }
-    }
-    other_windows_t(const other_windows_t&) = delete;
-    other_windows_t& operator=(const other_windows_t&) = delete;
 
 private:
-    struct blocked_t
-    {
-        wxWeakRef<wxWindow> window;
-        std::shared_ptr<state_t> by;
-        GtkWidget* widget;
-        gulong handler;
-    };
-
     // One that was there, hidden, when the run began may be shown by a run above it.
-    static gboolean on_event(GtkWidget*, GdkEvent* event, const blocked_t* blocked)
+    static gboolean on_event(GtkWidget*, GdkEvent* event, const blocked_window_t* self)
     {
         if (event->type != GDK_DELETE)
             return FALSE;
-        for (auto above = runs().rbegin(); above != runs().rend() && *above != blocked->by; ++above)
-            if ((*above)->dialog && is_below(blocked->window, (*above)->dialog))
+        for (auto above = runs().rbegin(); above != runs().rend() && *above != self->m_by; ++above)
+            if ((*above)->dialog && is_below(self->m_window, (*above)->dialog))
                 return FALSE;
         return TRUE;
     }
 
-    std::list<blocked_t> m_blocked;
+    wxWeakRef<wxWindow> m_window;
+    std::shared_ptr<state_t> m_by;
+    widget_handler_t m_event;
 };
+
+// A modal window keeps keys and clicks from the others by itself, but not these requests.
+std::list<blocked_window_t> block_others(const std::shared_ptr<state_t>& run)
+{
+    std::list<blocked_window_t> blocked;
+    for (wxWindow* window : wxTopLevelWindows)
+        if (GTK_IS_WINDOW(window->GetHandle()) && !is_below(window, run->dialog))
+            blocked.emplace_back(window, run);
+    return blocked;
+}
 
 // Where the control that had the focus is gone or hidden, the toolkit gives keys to nobody: Escape would not
-// end the dialog, nor F1 help.
-class unclaimed_keys_t
+// end the dialog, nor F1 help. So they are dealt with as the toolkit does it, and then by the dialog itself.
+gboolean on_unclaimed_key(GtkWidget* widget, GdkEvent* event, const state_t* run)
 {
-public:
-    explicit unclaimed_keys_t(const std::shared_ptr<state_t>& run)
-        : m_run(run),
-          m_widget(GTK_WIDGET(g_object_ref(run->dialog->GetHandle()))),
-          m_handler(g_signal_connect(m_widget, "event", G_CALLBACK(on_event), this))
-    {
-    }
-    ~unclaimed_keys_t()
-    {
-        if (g_signal_handler_is_connected(m_widget, m_handler))
-            g_signal_handler_disconnect(m_widget, m_handler);
-        g_object_unref(m_widget);
-    }
-    unclaimed_keys_t(const unclaimed_keys_t&) = delete;
-    unclaimed_keys_t& operator=(const unclaimed_keys_t&) = delete;
-
-private:
-    // As the toolkit does it, and then the dialog itself.
-    static gboolean on_event(GtkWidget* widget, GdkEvent* event, const unclaimed_keys_t* self)
-    {
-        const wxDialog* dialog = self->m_run->dialog;
-        auto* window = GTK_WINDOW(widget);
-        if (event->type != GDK_KEY_PRESS || gtk_window_get_focus(window) || !dialog || !dialog->m_wxwindow)
-            return FALSE;
-        if (!gtk_window_activate_key(window, &event->key) &&
-            !GTK_WIDGET_GET_CLASS(widget)->key_press_event(widget, &event->key))
-            gtk_widget_event(dialog->m_wxwindow, event);
-        return TRUE;
-    }
-
-    std::shared_ptr<state_t> m_run;
-    GtkWidget* m_widget;
-    gulong m_handler;
-};
+    auto* window = GTK_WINDOW(widget);
+    if (event->type != GDK_KEY_PRESS || gtk_window_get_focus(window) || !run->dialog ||
+        !run->dialog->m_wxwindow)
+        return FALSE;
+    if (!gtk_window_activate_key(window, &event->key) &&
+        !GTK_WIDGET_GET_CLASS(widget)->key_press_event(widget, &event->key))
+        gtk_widget_event(run->dialog->m_wxwindow, event);
+    return TRUE;
+}
 
 // Ends the runs above this one and then this one. A run above cannot return before those above it have.
 void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
@@ -378,8 +331,8 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         leave_parent();
         end_run(state, wxID_CANCEL, true);
     });
-    const other_windows_t blocked(state);
-    const unclaimed_keys_t keys(state);
+    const auto blocked = block_others(state);
+    const widget_handler_t keys(dialog->GetHandle(), "event", G_CALLBACK(on_unclaimed_key), state.get());
     const mapping_watch_t mapping(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
     if (over && GTK_IS_WINDOW(over->GetHandle()))
