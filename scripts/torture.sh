@@ -34,7 +34,7 @@ printf '\n== What leaks\n'
 # long where each piece of memory has its whole stack.
 left_out='Choosers.*:AskDialog.*:EditorPage.*:MessageReport.*:MessageWindow.TextWithoutBlanks*'
 for program in options paths editors caption gui; do
-    ASAN_OPTIONS=malloc_context_size=24:fast_unwind_on_malloc=0 G_SLICE=always-malloc \
+    KEYS_REPEAT=no ASAN_OPTIONS=malloc_context_size=24:fast_unwind_on_malloc=0 G_SLICE=always-malloc \
         LSAN_OPTIONS="suppressions=$PWD/tests/leaks_by_function.supp:print_suppressions=0" \
         scripts/with_display.sh "build-asan/tests/$program/${program}_tests" --gtest_brief=1 --gtest_filter="-$left_out"
 done

@@ -20,7 +20,7 @@ TICKS = os.sysconf("SC_CLK_TCK")
 
 # As in test.sh.
 SANITIZERS = {"G_SLICE": "always-malloc", "UBSAN_OPTIONS": "print_stacktrace=1",
-              "ASAN_OPTIONS": "detect_leaks=1:malloc_context_size=3:quarantine_size_mb=32:verify_asan_link_order=0",
+              "ASAN_OPTIONS": "detect_leaks=1:handle_abort=1:malloc_context_size=3:quarantine_size_mb=32:verify_asan_link_order=0",
               "LSAN_OPTIONS": f"suppressions={pathlib.Path(__file__).parents[1]}/leaks.supp:print_suppressions=0"}
 
 
@@ -160,7 +160,8 @@ class Patient:
             if first is not None:
                 raise Trouble("complaint", *dict.fromkeys(lines[first:first + 100]))
         if code:
-            raise Trouble(f"ended with {code}", *self.stack())
+            last_words = os.pread(self.said_file.fileno(), 4096, max(0, size - 4096)).decode("utf-8", "replace").splitlines()[-20:]
+            raise Trouble(f"ended with {code}", *self.stack(), *last_words)
 
     def stack(self):
         """The functions that it crashed in, or is in, where a debugger is installed."""
