@@ -13,14 +13,15 @@ import time
 
 # What the toolkit prints about a machine, not about a window.
 MACHINE = re.compile(r"dconf|accessibility bus|AT-SPI|portal|Unable to init|GVFS|org\.freedesktop\.Notifications")
+SANITIZER = re.compile(r"Sanitizer|runtime error:")
 # As the toolkit writes them; what the windows show is repeated in their own notes.
-COMPLAINT = re.compile(r"CRITICAL|WARNING|[Aa]ssert|ASSERT|Sanitizer|runtime error:|ERROR.*toolkit")
+COMPLAINT = re.compile(SANITIZER.pattern + r"|CRITICAL|WARNING|[Aa]ssert|ASSERT|ERROR.*toolkit|\w:ERROR:")
 CALLER = "  from "  # begins what libcomplaint_stacks.so adds to a complaint
 TICKS = os.sysconf("SC_CLK_TCK")
 
-# As in test.sh.
+# As in test.sh, and with a stack where the toolkit ends the program by itself.
 SANITIZERS = {"G_SLICE": "always-malloc", "UBSAN_OPTIONS": "print_stacktrace=1",
-              "ASAN_OPTIONS": "detect_leaks=1:handle_abort=1:malloc_context_size=3:quarantine_size_mb=32:verify_asan_link_order=0",
+              "ASAN_OPTIONS": "detect_leaks=1:malloc_context_size=3:quarantine_size_mb=32:verify_asan_link_order=0:handle_abort=1",
               "LSAN_OPTIONS": f"suppressions={pathlib.Path(__file__).parents[1]}/leaks.supp:print_suppressions=0"}
 
 
@@ -37,8 +38,8 @@ class Trouble(Exception):
 
     def key(self):
         """The same for what is most likely the same fault."""
-        crashed = self.kind in ("complaint", "audit") or self.kind.startswith("ended")
-        return self.kind, re.sub(r"0x[0-9a-f]+|\d+", "N", self.said[0] if crashed and self.said else "")
+        tells = self.kind in ("complaint", "sanitizer", "audit") or self.kind.startswith("ended")
+        return self.kind, re.sub(r"0x[0-9a-f]+|\d+", "N", self.said[0] if tells and self.said else "")
 
 
 class Patient:
@@ -69,7 +70,7 @@ class Patient:
             os.symlink("/bin/true", f"{programs}/{name}")
         self.process = subprocess.Popen([self.binary, *options], stdin=subprocess.PIPE, stdout=self.told_file,
                                         stderr=self.said_file, cwd=self.folder.name, preexec_fn=keep_cores,
-                                        env={**SANITIZERS, **self.preloads, **os.environ, "PATH": programs, "HOME": self.folder.name})
+                                        env={**self.preloads, **os.environ, **SANITIZERS, "PATH": programs, "HOME": self.folder.name})
         self.pid = self.process.pid
         self.asked = self.screen.answered
         self.screen.forget()
@@ -158,10 +159,14 @@ class Patient:
                     lines.append(line)
             first = next((at for at, line in enumerate(lines) if COMPLAINT.search(line) and not line.startswith(CALLER)), None)
             if first is not None:
-                raise Trouble("complaint", *dict.fromkeys(lines[first:first + 100]))
+                said = list(dict.fromkeys(lines[first:first + 100]))
+                if any(map(SANITIZER.search, said)):
+                    raise Trouble("sanitizer", *said)
+                if not code:
+                    raise Trouble("complaint", *said)
         if code:
-            last_words = os.pread(self.said_file.fileno(), 4096, max(0, size - 4096)).decode("utf-8", "replace").splitlines()[-20:]
-            raise Trouble(f"ended with {code}", *self.stack(), *last_words)
+            last_words = os.pread(self.said_file.fileno(), 4096, max(0, size - 4096)).decode("utf-8", "replace")
+            raise Trouble(f"ended with {code}", *self.stack(), *last_words.splitlines()[-20:])
 
     def stack(self):
         """The functions that it crashed in, or is in, where a debugger is installed."""
