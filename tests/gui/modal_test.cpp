@@ -9,6 +9,7 @@
 #include <wx/choice.h>
 #include <wx/menu.h>
 #include <wx/timer.h>
+#include <wx/uiaction.h>
 
 #include <gtk/gtk.h>
 
@@ -209,6 +210,45 @@ TEST(Modal, WhatIsTypedInAListKeepsNobodyOut)
     test::press(WXK_ESCAPE);
     EXPECT_EQ(nullptr, gtk_grab_get_current());
     gtk_widget_destroy(window);
+}
+
+TEST(Modal, AClickWhileAnotherButtonIsHeldOpensOneMenuAlone)
+{
+    wxFrame* frame = test::show_frame("bar");
+    auto* bar = new wxMenuBar;
+    for (const char* name : {"File", "View"}) {
+        auto* menu = new wxMenu;
+        menu->Append(wxID_COPY);
+        bar->Append(menu, name);
+    }
+    frame->SetMenuBar(bar);
+    ASSERT_TRUE(test::wait_for([frame] { return frame->IsActive(); }));
+    const auto is_open = [bar](int at) { return gtk_widget_get_mapped(bar->GetMenu(at)->m_menu) != FALSE; };
+    GtkWidget* first = gtk_menu_get_attach_widget(GTK_MENU(bar->GetMenu(0)->m_menu));
+    GtkAllocation place{};
+    ASSERT_TRUE(test::wait_for([&] {
+        gtk_widget_get_allocation(first, &place);
+        return place.width > 1;
+    }));
+    wxPoint corner;
+    gdk_window_get_origin(gtk_widget_get_window(first), &corner.x, &corner.y);
+    wxUIActionSimulator mouse;
+    mouse.MouseMove(corner + wxSize(place.x + place.width / 2, place.y + place.height / 2));
+    test::settle();
+    mouse.MouseDown();
+    ASSERT_TRUE(test::wait_for([&] { return is_open(0); }));
+    test::press(WXK_RIGHT);
+    ASSERT_TRUE(test::wait_for([&] { return is_open(1); }));
+    mouse.MouseDown(wxMOUSE_BTN_RIGHT);
+    EXPECT_TRUE(test::wait_for([&] { return is_open(0); }));
+    EXPECT_FALSE(is_open(1));
+    mouse.MouseUp(wxMOUSE_BTN_RIGHT);
+    mouse.MouseUp();
+    test::press(WXK_ESCAPE);
+    test::press(WXK_ESCAPE);
+    EXPECT_TRUE(test::wait_for([] { return gtk_grab_get_current() == nullptr; }));
+    frame->Destroy();
+    test::settle();
 }
 
 // A window with a field that has the focus.

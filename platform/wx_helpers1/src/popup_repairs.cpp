@@ -60,6 +60,22 @@ void keep_plain(GtkWidget* widget, gpointer)
     }
 }
 
+// A click while another button is held opens a menu of a bar beside the one that is open. The toolkit, which
+// tells screen readers of one selected entry at a time, may end the process at the next one.
+gboolean on_press(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+{
+    auto* bar = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (!GTK_IS_MENU_BAR(bar))
+        return TRUE;
+    GtkWidget* item = gtk_get_event_widget(static_cast<GdkEvent*>(g_value_get_boxed(&arguments[1])));
+    while (item && gtk_widget_get_parent(item) != bar)
+        item = gtk_widget_get_parent(item);
+    const GtkWidget* selected = gtk_menu_shell_get_selected_item(GTK_MENU_SHELL(bar));
+    if (item && selected && selected != item && gtk_widget_is_sensitive(item))
+        gtk_menu_shell_select_item(GTK_MENU_SHELL(bar), item); // which ends the other
+    return TRUE;
+}
+
 // Of all that pops up, only what a list shows for what is typed is a modal window.
 gboolean on_popup(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
 {
@@ -120,6 +136,8 @@ void repair_popups()
     repaired = true;
     g_signal_add_emission_hook(g_signal_lookup("unmap", GTK_TYPE_WIDGET), 0, on_gone, nullptr, nullptr);
     g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_popup, nullptr, nullptr);
+    g_signal_add_emission_hook(g_signal_lookup("button-press-event", GTK_TYPE_WIDGET), 0, on_press, nullptr,
+                               nullptr);
     g_type_class_ref(GTK_TYPE_MENU_ITEM); // its signals are there when it is
     g_signal_add_emission_hook(g_signal_lookup("select", GTK_TYPE_MENU_ITEM), 0, on_select, nullptr, nullptr);
 }
