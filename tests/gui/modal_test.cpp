@@ -81,6 +81,24 @@ TEST(Modal, AMessageThatIsAnsweredWhileItsParentGoesDoesNotStay)
 
 // The toolkit clears its list of handlers of those that were taken off by the next event that passes through,
 // and does not expect another to pass through meanwhile.
+// A window manager may be late with the first of two windows that come at once.
+TEST(Modal, AWindowThatComesUpLateLeavesKeysToTheOneAboveIt)
+{
+    wxFrame* parent = test::show_frame("parent");
+    two_messages(parent, [](wxTopLevelWindow* inner) {
+        GtkWidget* outer = inner->GetParent()->GetHandle();
+        gtk_widget_hide(outer);
+        gtk_widget_show(outer);
+        for (const wxWindow* next : {static_cast<wxWindow*>(inner), inner->GetParent()}) {
+            EXPECT_EQ(next->GetHandle(), gtk_grab_get_current());
+            test::press(WXK_ESCAPE);
+            EXPECT_FALSE(next->IsShown());
+        }
+    });
+    parent->Destroy();
+    test::settle();
+}
+
 TEST(Modal, ParentHandlesEventsInsideEventsAfterwards)
 {
     wxFrame* parent = test::show_frame("parent");

@@ -111,6 +111,42 @@ private:
     guint m_source = 0;
 };
 
+// Of modal windows the toolkit gives keys and clicks to the one that was shown last. One that comes up late,
+// or once more, while another is above it would take them, and could not use them.
+class modal_order_t
+{
+public:
+    explicit modal_order_t(GtkWidget* window) : m_shown(window, "show", G_CALLBACK(on_shown), this)
+    {
+        in_order().push_back(this);
+    }
+    ~modal_order_t() { in_order().erase(std::find(in_order().begin(), in_order().end(), this)); }
+    modal_order_t(const modal_order_t&) = delete;
+    modal_order_t& operator=(const modal_order_t&) = delete;
+
+private:
+    static std::vector<const modal_order_t*>& in_order()
+    {
+        static std::vector<const modal_order_t*> windows;
+        return windows;
+    }
+
+    static void on_shown(GtkWidget*, const modal_order_t* self)
+    {
+        const auto all = in_order(); // what a window tells of itself runs handlers
+        for (auto above = std::find(all.begin(), all.end(), self) + 1; above != all.end(); ++above) {
+            GtkWidget* window = (*above)->m_shown.get_widget();
+            if (!gtk_widget_get_mapped(window) || !gtk_window_get_modal(GTK_WINDOW(window)))
+                continue;
+            gtk_window_set_modal(GTK_WINDOW(window), FALSE);
+            gtk_window_set_modal(GTK_WINDOW(window), TRUE);
+            gdk_window_raise(gtk_widget_get_window(window));
+        }
+    }
+
+    widget_handler_t m_shown;
+};
+
 // The toolkit ends the loop of its dialogs only while no other runs inside it: one that ends below another
 // window would be gone, and never come back.
 class loop_end_watch_t
@@ -301,6 +337,7 @@ int show_modal_chooser(wxDialog& dialog)
         return dialog.ShowModal();
     repair_file_chooser(dialog.GetHandle());
     const mapping_watch_t mapping(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
+    const modal_order_t order(dialog.GetHandle());
     const loop_end_watch_t end(dialog);
     return dialog.ShowModal();
 }
@@ -335,6 +372,7 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
     const widget_handler_t keys(dialog->GetHandle(), "event", G_CALLBACK(on_unclaimed_key), state.get());
     const mapping_watch_t mapping(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
+    const modal_order_t order(dialog->GetHandle());
     if (over && GTK_IS_WINDOW(over->GetHandle()))
         gtk_window_set_transient_for(GTK_WINDOW(dialog->GetHandle()), GTK_WINDOW(over->GetHandle()));
     gtk_window_set_modal(GTK_WINDOW(dialog->GetHandle()), TRUE);
