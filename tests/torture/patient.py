@@ -174,8 +174,10 @@ class Patient:
         if not shutil.which("gdb") or not cores and self.ended():
             return []
         what = [self.binary, cores[0]] if cores else ["-p", str(self.pid)]
-        grab = "((char*(*)())g_type_name_from_instance)(((void*(*)())gtk_grab_get_current)())"
-        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", f'printf "#60 keys and clicks go to %s\\n", {grab}', *what],
+        grab = "((void*(*)())gtk_grab_get_current)()"
+        kind, window = f"((char*(*)())g_type_name_from_instance)({grab})", f"((void*(*)())gtk_widget_get_toplevel)({grab})"
+        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", f'printf "#60 keys and clicks go to %s\\n", {kind}', "-ex",
+                               f'printf "#60 of %s\\n", ((char*(*)())gtk_window_get_title)({window})', *what],
                               capture_output=True, text=True).stdout
         return re.findall(r"^#\d+ +(?:0x\w+ in )?(.*)", said, re.MULTILINE)
 
@@ -323,7 +325,7 @@ class Patient:
 
     def close(self):
         """Closes everything, and waits for its end."""
-        for attempt, _ in self.attempts():
+        for attempt, seen in self.attempts():
             if self.ended():
                 break
             windows = self.screen.managed(self.pid)
@@ -338,5 +340,7 @@ class Patient:
             self.follow(0)
             time.sleep(min(0.02 * attempt, 0.2))
         else:
-            raise Trouble("it cannot be closed", *self.stack())
+            focus = getattr(self.screen.display.get_input_focus().focus, "id", 0)
+            raise Trouble("it cannot be closed", *self.stack(), f"the focus has {focus:x}",
+                          *(f"{window.id:x}: {self.screen.title(window)}" for window, _ in seen))
         self.look()
