@@ -181,6 +181,10 @@ class Patient:
                               capture_output=True, text=True).stdout
         return re.findall(r"^#\d+ +(?:0x\w+ in )?(.*)", said, re.MULTILINE)
 
+    def who_is_there(self, windows):
+        focus = getattr(self.screen.display.get_input_focus().focus, "id", 0)
+        return [f"the focus has {focus:x}", *(f"{window.id:x}: {self.screen.title(window)}" for window, _ in windows)]
+
     def follow(self, ahead=None):
         """Asks for a sign of life, and waits until all but the last questions have been answered."""
         ahead = self.AHEAD if ahead is None else ahead
@@ -267,7 +271,7 @@ class Patient:
                 self.screen.close(managed[attempt // 2 % len(managed)])
             self.follow(0)
         else:
-            raise Trouble("windows cannot be closed", *self.stack(), *tried)
+            raise Trouble("windows cannot be closed", *self.stack(), *self.who_is_there(windows), *tried)
         self.homes += 1
         if self.judges_memory and not self.ended() and self.rest():
             now = self.memory()
@@ -340,7 +344,5 @@ class Patient:
             self.follow(0)
             time.sleep(min(0.02 * attempt, 0.2))
         else:
-            focus = getattr(self.screen.display.get_input_focus().focus, "id", 0)
-            raise Trouble("it cannot be closed", *self.stack(), f"the focus has {focus:x}",
-                          *(f"{window.id:x}: {self.screen.title(window)}" for window, _ in seen))
+            raise Trouble("it cannot be closed", *self.stack(), *self.who_is_there(seen))
         self.look()

@@ -18,7 +18,7 @@ class Screen:
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self.atoms = {name: self.display.intern_atom(name)
-                      for name in (PING, PROTOCOLS, DELETE, MANAGER, "_NET_WM_PID", "_NET_CLIENT_LIST_STACKING")}
+                      for name in (PING, PROTOCOLS, DELETE, MANAGER, "_NET_WM_NAME", "_NET_WM_PID", "_NET_CLIENT_LIST_STACKING")}
         self.changed, self.answered, self.seen, self.owners, self.known = True, 0, [], {}, {}
         self.keys_of = {}
         free = [8 + at for at, row in enumerate(self.display.get_keyboard_mapping(8, 248)) if not any(row)]
@@ -103,7 +103,8 @@ class Screen:
 
     def title(self, window):
         try:
-            return window.get_wm_name()
+            name = window.get_full_property(self.atoms["_NET_WM_NAME"], X.AnyPropertyType)
+            return name and name.value.decode("utf-8", "replace")
         except Xlib.error.XError:
             return None
 
