@@ -79,8 +79,6 @@ TEST(Modal, AMessageThatIsAnsweredWhileItsParentGoesDoesNotStay)
     EXPECT_TRUE(test::wait_for(is_alone));
 }
 
-// The toolkit clears its list of handlers of those that were taken off by the next event that passes through,
-// and does not expect another to pass through meanwhile.
 // A window manager may be late with the first of two windows that come at once.
 TEST(Modal, AWindowThatComesUpLateLeavesKeysToTheOneAboveIt)
 {
@@ -99,6 +97,8 @@ TEST(Modal, AWindowThatComesUpLateLeavesKeysToTheOneAboveIt)
     test::settle();
 }
 
+// The toolkit clears its list of handlers of those that were taken off by the next event that passes through,
+// and does not expect another to pass through meanwhile.
 TEST(Modal, ParentHandlesEventsInsideEventsAfterwards)
 {
     wxFrame* parent = test::show_frame("parent");
