@@ -107,8 +107,8 @@ class InstalledTest(unittest.TestCase):
         gallery = Gallery("--language", "de", binary=os.path.join(self.prefix, "bin", "commondlg3_gallery"),
                           environment={"XDG_CONFIG_HOME": self.folder + "/gallery", "PATH": self.folder + ":" + os.environ["PATH"]})
         gallery.expect("opened")
-        gallery.wait_until_at_rest()
-        gallery.press_to_open("Escape")  # which asks for consent
+        gallery.wait_for_window("Nutzungsdaten")
+        gallery.press_to_open("Escape")
         gallery.wait_until_at_rest()
         gallery.press("ctrl+u")
         shown = gallery.expect("signal")

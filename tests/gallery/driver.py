@@ -45,6 +45,16 @@ class Gallery:
         """A window is painted before the window manager gives it the focus; keys pressed meanwhile are lost."""
         self._wait_for_focus_other_than(None)
 
+    def wait_for_window(self, title):
+        """A window that opens by itself, and may be long in coming on a busy machine: keys go to it from now on."""
+        for _ in range(1500):
+            focus = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid", "getwindowname"],
+                                   capture_output=True, text=True).stdout.splitlines()
+            if focus == [str(self.process.pid), title]:
+                return self.wait_until_at_rest()
+            time.sleep(0.02)
+        raise AssertionError(f"no window '{title}' with the focus")
+
     def _wait_for_focus_other_than(self, window):
         for _ in range(500):
             focus = subprocess.run(["xdotool", "getwindowfocus", "getwindowpid", "getwindowfocus"],

@@ -38,16 +38,6 @@ def installed_copy(folder):
     return folder + "/bin/gallery"
 
 
-def wait_for_window(name):
-    """A search that meets a window on its way out ends with an error of the display, and is begun anew."""
-    for _ in range(500):
-        if subprocess.run(["xdotool", "search", "--onlyvisible", "--name", name], stdout=subprocess.DEVNULL,
-                          stderr=subprocess.DEVNULL).returncode == 0:
-            return
-        time.sleep(0.02)
-    raise AssertionError(f"no window {name}")
-
-
 class MessageWindows(unittest.TestCase):
     def test_keyboard_alone_answers(self):
         for expected, button_type, *keys in ((1, 1, "Return"), (2, 1, "Escape"), (2, 1, "Tab", "Return"),
@@ -231,8 +221,7 @@ class Editors(unittest.TestCase):
         os.remove(self.note)
         gallery = Gallery("--language", "en", "--config-dir", self.folder + "/config", environment=self.environment)
         gallery.expect("opened")
-        wait_for_window("^Usage data$")
-        gallery.wait_until_at_rest()
+        gallery.wait_for_window("Usage data")
         gallery.press_to_open("Escape")
         gallery.wait_until_at_rest()
         gallery.press("End", "ctrl+u")
@@ -343,7 +332,7 @@ class FreshProduct(unittest.TestCase):
         gallery.type(file)
         gallery.press_to_open("Return")
         if opens:  # another window comes when this one has gone
-            wait_for_window("^Import settings$")
+            gallery.wait_for_window("Import settings")
 
     def test_what_earlier_versions_kept_is_there(self):
         for version in (pathlib.Path(__file__).parent.parent / "old_versions").glob("*/"):
@@ -369,8 +358,7 @@ class FirstStart(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             gallery = Gallery("--language", "en", "--config-dir", folder)
             gallery.expect("opened")
-            wait_for_window("^Usage data$")
-            gallery.wait_until_at_rest()
+            gallery.wait_for_window("Usage data")
             gallery.press("alt+y")
             gallery.press_to_open("Return")
             gallery.wait_until_at_rest()
@@ -412,13 +400,11 @@ class AnotherLanguage(unittest.TestCase):
 
             gallery = Gallery("--language", "de", "--config-dir", folder, binary=binary)
             gallery.expect("opened")
-            wait_for_window("^Nutzungsdaten$")
-            gallery.wait_until_at_rest()
+            gallery.wait_for_window("Nutzungsdaten")
             gallery.press_to_open("Escape")
             gallery.wait_until_at_rest()
             gallery.press("alt+a", "p", "End", "Up", "Return")  # the last but one, behind English
-            wait_for_window("^Galerie$")
-            gallery.wait_until_at_rest()
+            gallery.wait_for_window("Galerie")
             gallery.press("ctrl+q")
             self.assertEqual(0, gallery.end())
 
