@@ -282,15 +282,21 @@ class Patient:
 
     def discard(self):
         """Who wants to close a window is asked whether to save: by the button beside it that is discarded."""
-        for keys in (["Escape"], ["Tab", "space"]):
-            self.screen.give_focus(self.screen.managed(self.pid))
-            for key in keys:
-                self.screen.key(key)
-            end = time.monotonic() + self.ACTS
-            while time.monotonic() < end and not self.ended():
-                self.follow(0)
-                time.sleep(0.02)
-            self.screen.changed = True
+        for _ in range(3):  # a question that is open already goes by the first Escape, and a search is emptied by it
+            before = len(self.screen.managed(self.pid))
+            self.press_and_wait("Escape")
+            if len(self.screen.managed(self.pid)) > before:
+                return self.press_and_wait("Tab", "space")
+
+    def press_and_wait(self, *keys):
+        self.screen.give_focus(self.screen.managed(self.pid))
+        for key in keys:
+            self.screen.key(key)
+        end = time.monotonic() + self.ACTS
+        while time.monotonic() < end and not self.ended():
+            self.follow(0)
+            time.sleep(0.02)
+        self.screen.changed = True
 
     def audit(self, name, data):
         """Opens a window as anybody finds it, and has it audited at rest."""
