@@ -382,6 +382,55 @@ TEST(Choosers, OfANameHaveNoRecentFiles)
     }));
 }
 
+// Return presses a button until the key is let go, or for 0.25 s.
+TEST(Choosers, ANameWhoseFieldHasGoneRenamesNothing)
+{
+    const test::temp_dir_t dir;
+    test::make_file(dir.path() + "/there");
+    GtkPopover* question = nullptr;
+    enum
+    {
+        reads,
+        asks,
+        types,
+        accepts,
+        loses
+    } step = reads;
+    EXPECT_FALSE(choose_file(false, dir.path() + "/new", [&](GtkWidget* dialog) {
+        auto* list = GTK_TREE_VIEW(part_of(dialog, GTK_TYPE_TREE_VIEW));
+        GtkTreeModel* files = gtk_tree_view_get_model(list);
+        GtkTreeIter first;
+        GtkWidget* focused = gtk_window_get_focus(GTK_WINDOW(dialog));
+        GtkWidget* inside = focused ? gtk_widget_get_ancestor(focused, GTK_TYPE_POPOVER) : nullptr;
+        GtkWidget* button = question ? gtk_popover_get_default_widget(question) : nullptr;
+        if (step == reads && files && gtk_tree_model_get_iter_first(files, &first)) {
+            gtk_tree_selection_select_iter(gtk_tree_view_get_selection(list), &first);
+            gtk_widget_grab_focus(GTK_WIDGET(list));
+            press("Menu");
+            step = asks;
+        } else if (step == asks && inside) {
+            gtk_popover_popdown(GTK_POPOVER(inside));
+            GActionGroup* menu = gtk_widget_get_action_group(GTK_WIDGET(list), "item");
+            g_action_group_activate_action(menu, "rename", nullptr);
+            step = types;
+        } else if (step == types && inside && GTK_IS_ENTRY(focused)) {
+            question = GTK_POPOVER(inside);
+            press("x");
+            step = accepts;
+        } else if (step == accepts && gtk_widget_is_sensitive(button)) {
+            EXPECT_EQ(0, std::system("xdotool keydown Return"));
+            step = loses;
+        } else if (step == loses && (gtk_widget_get_state_flags(button) & GTK_STATE_FLAG_ACTIVE)) {
+            gtk_widget_hide(GTK_WIDGET(question));
+            EXPECT_FALSE(gtk_widget_get_state_flags(button) & GTK_STATE_FLAG_ACTIVE);
+            EXPECT_EQ(0, std::system("xdotool keyup Return key Escape"));
+            return true;
+        }
+        return false;
+    }));
+    EXPECT_TRUE(std::filesystem::exists(dir.path() + "/there"));
+}
+
 TEST(Choosers, ThePastedPathOfAListBecomesItsName)
 {
     const test::temp_dir_t dir;

@@ -76,10 +76,36 @@ void on_field_left(GtkWidget* field, gpointer)
     follow_folder(field, nullptr);
 }
 
+void release_buttons(GtkWidget* widget, gpointer)
+{
+    if (GTK_IS_BUTTON(widget))
+        gtk_widget_unrealize(widget);
+    else if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), release_buttons, nullptr);
+}
+
+// "Rename", pressed by Return, acts when the key is let go: on a file that nobody holds any more when the
+// field for its name has gone meanwhile, as it does for a window that opens above.
+void on_question_left(GtkWidget* question, gpointer)
+{
+    release_buttons(question, nullptr);
+}
+
+void watch_question(GtkWidget* question)
+{
+    GtkWidget* over = gtk_popover_get_relative_to(GTK_POPOVER(question));
+    if (over && gtk_widget_get_ancestor(over, GTK_TYPE_FILE_CHOOSER_WIDGET) &&
+        !g_signal_handler_find(question, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_question_left),
+                               nullptr))
+        g_signal_connect(question, "unmap", G_CALLBACK(on_question_left), nullptr);
+}
+
 // The field comes when somebody begins to type a path.
 gboolean on_shown(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
 {
     auto* field = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (GTK_IS_POPOVER(field))
+        watch_question(field);
     if (!GTK_IS_ENTRY(field) || g_strcmp0(G_OBJECT_TYPE_NAME(field), "GtkFileChooserEntry") != 0 ||
         g_signal_handler_find(field, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_field_left), nullptr))
         return TRUE;
