@@ -4,8 +4,13 @@
 #include <commondlg3/dialog_base.h>
 #include <wx_helpers1/accessibility.h>
 
+#include <wx/button.h>
+#include <wx/frame.h>
 #include <wx/sizer.h>
 #include <wx/toplevel.h>
+
+#include <gdk/gdkx.h>
+#include <gtk/gtk.h>
 
 #include <algorithm>
 #include <functional>
@@ -44,6 +49,30 @@ TEST(Dialog, FirstInitDialogEventPreparesEverythingOnceAndLaterOnesOnlyTheFonts)
     // A second run of the same dialog loads nothing again.
     EXPECT_EQ(7, run(dialog, [&](wxTopLevelWindow*) { dialog.end_dialog(7); }));
     EXPECT_EQ(1, dialog.calls["init"]);
+}
+
+// A window manager may leave the focus with the window below, where keys for the dialog come from then.
+TEST(Dialog, TabGoesOnThoughTheFocusStayedBelow)
+{
+    wxFrame* parent = test::show_frame("parent");
+    {
+        probe_dialog_t dialog("dlg.example");
+        const auto see = [&](wxTopLevelWindow* shown) {
+            ASSERT_TRUE(test::wait_for([&] { return shown->IsActive() && wxWindow::FindFocus(); }));
+            dialog.m_btn_ok->SetFocus();
+            GdkWindow* below = gtk_widget_get_window(parent->GetHandle());
+            XSetInputFocus(GDK_WINDOW_XDISPLAY(below), GDK_WINDOW_XID(below), RevertToParent, CurrentTime);
+            ASSERT_TRUE(test::wait_for([&] { return !shown->IsActive(); }));
+            test::press(WXK_SHIFT);
+            ASSERT_TRUE(test::wait_for([&] { return shown->IsActive(); }));
+            test::press(WXK_TAB);
+            EXPECT_TRUE(test::wait_for([&] { return !dialog.m_btn_ok->HasFocus(); }));
+            dialog.end_dialog(wxID_CANCEL);
+        };
+        test::run_modal([&] { return dialog.show_modal(parent); }, see);
+    }
+    parent->Destroy();
+    test::settle();
 }
 
 // Each way of ending, with and without a code that the handler sets: the Cancel button and Escape end with

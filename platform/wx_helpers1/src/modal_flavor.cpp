@@ -260,6 +260,16 @@ gboolean on_unclaimed_key(GtkWidget* widget, GdkEvent* event, const state_t* run
     return TRUE;
 }
 
+// The focus may stay with a window below: some window managers give it only to a window that the user asked
+// for just then. The toolkit gives keys to the modal one all the same, but shows no focus in it, and Tab does
+// not leave a button. So the first key that comes has the focus follow.
+gboolean on_key_without_focus(GtkWidget* widget, GdkEvent* event, gpointer)
+{
+    if (event->type == GDK_KEY_PRESS && !gtk_window_is_active(GTK_WINDOW(widget)))
+        gdk_window_focus(gtk_widget_get_window(widget), event->key.time);
+    return FALSE;
+}
+
 // Ends the runs above this one and then this one. A run above cannot return before those above it have.
 void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
 {
@@ -338,6 +348,7 @@ int show_modal_chooser(wxDialog& dialog)
     repair_file_chooser(dialog.GetHandle());
     const mapping_watch_t mapping(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
     const modal_order_t order(dialog.GetHandle());
+    const widget_handler_t focus(dialog.GetHandle(), "event", G_CALLBACK(on_key_without_focus), nullptr);
     const loop_end_watch_t end(dialog);
     return dialog.ShowModal();
 }
@@ -369,6 +380,7 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         end_run(state, wxID_CANCEL, true);
     });
     const auto blocked = block_others(state);
+    const widget_handler_t focus(dialog->GetHandle(), "event", G_CALLBACK(on_key_without_focus), nullptr);
     const widget_handler_t keys(dialog->GetHandle(), "event", G_CALLBACK(on_unclaimed_key), state.get());
     const mapping_watch_t mapping(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
