@@ -291,7 +291,7 @@ class Patient:
                 return self.press_and_wait("Tab", "space")
 
     def press_and_wait(self, *keys):
-        self.screen.give_focus(self.screen.managed(self.pid))
+        self.screen.give_focus(self.screen.managed(self.pid)[:1])  # no window manager may be there to do it
         for key in keys:
             self.screen.key(key)
         end = time.monotonic() + self.ACTS
