@@ -229,19 +229,20 @@ TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
         mouse.MouseMove(end);
         test::settle();
     };
+    const auto drop = [&](const texts_t& expected) {
+        mouse.MouseUp();
+        test::wait_for([&] { return texts() == expected; });
+        EXPECT_EQ(expected, texts());
+    };
     drag(0, 2, true);
-    mouse.MouseUp();
-    test::settle();
-    EXPECT_EQ(texts_t({"/b", "/c", "/a"}), texts());
+    drop({"/b", "/c", "/a"});
     drag(2, 0, false);
     test::press(WXK_ESCAPE);
     mouse.MouseUp();
     test::settle();
     EXPECT_EQ(texts_t({"/b", "/c", "/a"}), texts()) << "given up";
     drag(2, 1, false);
-    mouse.MouseUp();
-    test::settle();
-    EXPECT_EQ(texts_t({"/b", "/a", "/c"}), texts());
+    drop({"/b", "/a", "/c"});
 
     GtkSettings* settings = gtk_settings_get_default();
     g_object_set(settings, "gtk-double-click-time", 0, nullptr); // never soon enough for a double click
