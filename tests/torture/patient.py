@@ -178,8 +178,8 @@ class Patient:
         grab = "set $grab = ((void*(*)())gtk_grab_get_current)()"
         kind = '$grab ? ((char*(*)(void*))g_type_name_from_instance)($grab) : "the focus"'
         window = '$grab ? ((char*(*)(void*))gtk_window_get_title)(((void*(*)(void*))gtk_widget_get_toplevel)($grab)) : "any"'
-        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", grab, "-ex", f'printf "#60 keys and clicks go to %s\n", {kind}',
-                               "-ex", f'printf "#60 of %s\n", {window}', *what],
+        said = subprocess.run(["gdb", "-batch", "-ex", "bt 60", "-ex", grab, "-ex", f'printf "#60 keys and clicks go to %s\\n", {kind}',
+                               "-ex", f'printf "#60 of %s\\n", {window}', *what],
                               capture_output=True, text=True).stdout
         return re.findall(r"^#\d+ +(?:0x\w+ in )?(.*)", said, re.MULTILINE)
 

@@ -76,6 +76,8 @@ void on_field_left(GtkWidget* field, gpointer)
     follow_folder(field, nullptr);
 }
 
+// "Rename", pressed by Return, acts when the key is let go: on a file that nobody holds any more when the
+// field for its name has gone meanwhile, as it does for a window that opens above.
 void release_buttons(GtkWidget* widget, gpointer)
 {
     if (GTK_IS_BUTTON(widget))
@@ -84,20 +86,13 @@ void release_buttons(GtkWidget* widget, gpointer)
         gtk_container_forall(GTK_CONTAINER(widget), release_buttons, nullptr);
 }
 
-// "Rename", pressed by Return, acts when the key is let go: on a file that nobody holds any more when the
-// field for its name has gone meanwhile, as it does for a window that opens above.
-void on_question_left(GtkWidget* question, gpointer)
-{
-    release_buttons(question, nullptr);
-}
-
 void watch_question(GtkWidget* question)
 {
     GtkWidget* over = gtk_popover_get_relative_to(GTK_POPOVER(question));
     if (over && gtk_widget_get_ancestor(over, GTK_TYPE_FILE_CHOOSER_WIDGET) &&
-        !g_signal_handler_find(question, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_question_left),
+        !g_signal_handler_find(question, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(release_buttons),
                                nullptr))
-        g_signal_connect(question, "unmap", G_CALLBACK(on_question_left), nullptr);
+        g_signal_connect(question, "unmap", G_CALLBACK(release_buttons), nullptr);
 }
 
 // The field comes when somebody begins to type a path.
