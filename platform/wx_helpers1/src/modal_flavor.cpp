@@ -270,6 +270,21 @@ gboolean on_key_without_focus(GtkWidget* widget, GdkEvent* event, gpointer)
     return FALSE;
 }
 
+// What each window needs that is modal, from before it is shown to its end.
+struct modal_watches_t
+{
+    modal_watches_t(GtkWidget* window, std::function<bool()> is_wanted)
+        : mapping(window, std::move(is_wanted)),
+          order(window),
+          focus(window, "event", G_CALLBACK(on_key_without_focus), nullptr)
+    {
+    }
+
+    mapping_watch_t mapping;
+    modal_order_t order;
+    widget_handler_t focus;
+};
+
 // Ends the runs above this one and then this one. A run above cannot return before those above it have.
 void end_run(const std::shared_ptr<state_t>& state, int code, bool abandoned)
 {
@@ -346,9 +361,7 @@ int show_modal_chooser(wxDialog& dialog)
     if (!dialog.GetHandle())
         return dialog.ShowModal();
     repair_file_chooser(dialog.GetHandle());
-    const mapping_watch_t mapping(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
-    const modal_order_t order(dialog.GetHandle());
-    const widget_handler_t focus(dialog.GetHandle(), "event", G_CALLBACK(on_key_without_focus), nullptr);
+    const modal_watches_t watches(dialog.GetHandle(), [&dialog] { return dialog.IsShown(); });
     const loop_end_watch_t end(dialog);
     return dialog.ShowModal();
 }
@@ -380,11 +393,10 @@ int modal_run_t::run(wxDialog* dialog, wxWindow* over, const std::function<void(
         end_run(state, wxID_CANCEL, true);
     });
     const auto blocked = block_others(state);
-    const widget_handler_t focus(dialog->GetHandle(), "event", G_CALLBACK(on_key_without_focus), nullptr);
-    const widget_handler_t keys(dialog->GetHandle(), "event", G_CALLBACK(on_unclaimed_key), state.get());
-    const mapping_watch_t mapping(dialog->GetHandle(),
+    const modal_watches_t watches(dialog->GetHandle(),
                                   [&state] { return state->dialog && state->dialog->IsShown(); });
-    const modal_order_t order(dialog->GetHandle());
+    // Behind those, as it keeps the keys that it deals with.
+    const widget_handler_t keys(dialog->GetHandle(), "event", G_CALLBACK(on_unclaimed_key), state.get());
     if (over && GTK_IS_WINDOW(over->GetHandle()))
         gtk_window_set_transient_for(GTK_WINDOW(dialog->GetHandle()), GTK_WINDOW(over->GetHandle()));
     gtk_window_set_modal(GTK_WINDOW(dialog->GetHandle()), TRUE);
