@@ -96,21 +96,25 @@ void watch_question(GtkWidget* question)
 }
 
 // The field comes when somebody begins to type a path.
-gboolean on_shown(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+void watch_field(GtkWidget* field)
 {
-    auto* field = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
-    if (GTK_IS_POPOVER(field))
-        watch_question(field);
-    if (!GTK_IS_ENTRY(field) || g_strcmp0(G_OBJECT_TYPE_NAME(field), "GtkFileChooserEntry") != 0 ||
-        g_signal_handler_find(field, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_field_left), nullptr))
-        return TRUE;
     GtkEntryCompletion* names = gtk_entry_get_completion(GTK_ENTRY(field));
-    if (!names)
-        return TRUE;
+    if (!names ||
+        g_signal_handler_find(field, G_SIGNAL_MATCH_FUNC, 0, 0, nullptr, gpointer(on_field_left), nullptr))
+        return;
     g_signal_connect_object(names, "notify::model", G_CALLBACK(on_folder_to_complete), field,
                             GConnectFlags(0));
     g_signal_connect(field, "destroy", G_CALLBACK(on_field_left), nullptr);
     on_folder_to_complete(names, nullptr, field);
+}
+
+gboolean on_shown(GSignalInvocationHint*, guint, const GValue* arguments, gpointer)
+{
+    auto* shown = static_cast<GtkWidget*>(g_value_get_object(&arguments[0]));
+    if (GTK_IS_POPOVER(shown))
+        watch_question(shown);
+    else if (GTK_IS_ENTRY(shown) && g_strcmp0(G_OBJECT_TYPE_NAME(shown), "GtkFileChooserEntry") == 0)
+        watch_field(shown);
     return TRUE;
 }
 
