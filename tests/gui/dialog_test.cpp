@@ -255,4 +255,26 @@ TEST(Dialog, ContentsKeepTheirSizeWhenTheFrameIsNotKnownYetAndWhenTheyAreFittedA
     }
 }
 
+void keep_narrowest(GtkWidget*, GdkRectangle* place, int* narrowest)
+{
+    *narrowest = std::min(*narrowest, place->width);
+}
+
+TEST(Dialog, OneThatIsShownAgainIsAsWideAsItsContents)
+{
+    for (const bool by_width : {false, true}) {
+        framed_dialog_t dialog;
+        const auto end = [&](wxTopLevelWindow*) { dialog.end_dialog(wxID_CANCEL); };
+        run(dialog, end);
+        ASSERT_TRUE(test::wait_for([&] { return dialog.GetSize() == dialog.GetClientSize(); }))
+            << "it has a frame";
+        int narrowest = 350;
+        g_signal_connect(dialog.GetHandle(), "size-allocate", G_CALLBACK(keep_narrowest), &narrowest);
+        by_width ? dialog.fit_to_contents(350) : dialog.fit_to_contents();
+        run(dialog, end);
+        EXPECT_EQ(350, narrowest);
+        g_signal_handlers_disconnect_by_data(dialog.GetHandle(), &narrowest);
+    }
+}
+
 } // namespace

@@ -112,6 +112,7 @@ bool dialog_base_t::Show(bool show)
         on_look_settled();
     m_just_initialized = true;
     const bool changed = dummy::Show(true);
+    m_was_shown = true;
     m_just_initialized = false;
     return changed;
 }
@@ -213,17 +214,20 @@ void dialog_base_t::fit_to_contents()
     const wxSize contents = GetSizer()->CalcMin();
     const wxSize needed = ClientToWindowSize(contents);
     // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it
-    // does.
-    if (needed == contents) {
+    // does. One that is shown again has forgotten its frame with the last showing; that way would then make it a
+    // single pixel wide until it has come.
+    if (needed == contents && !m_was_shown) {
         GetSizer()->SetSizeHints(this);
         m_fitted = GetClientSize();
         return;
     }
     SetMinSize(needed);
-    if (GetSize() == needed)
+    if (GetSize() == needed) {
         Layout(); // what is in it may have changed all the same
-    else
+    } else {
+        wx_helpers1::forget_client_size(this);
         SetSize(needed);
+    }
     m_fitted = GetClientSize();
 }
 

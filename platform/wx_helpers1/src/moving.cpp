@@ -34,4 +34,10 @@ void move_window(wxWindow* window, wxWindow* parent, bool shown)
         focused->SetFocus(); // which it lost on the way
 }
 
+void forget_client_size(wxTopLevelWindow* window)
+{
+    if (window->m_wxwindow)
+        gtk_widget_set_size_request(window->m_wxwindow, -1, -1);
+}
+
 } // namespace wx_helpers1
