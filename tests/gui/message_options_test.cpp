@@ -31,6 +31,11 @@ bool looks_destructive(wxButton* button)
                                        "destructive-action");
 }
 
+bool is_pressed(wxButton* button)
+{
+    return gtk_widget_get_state_flags(GTK_WIDGET(button->GetHandle())) & GTK_STATE_FLAG_ACTIVE;
+}
+
 // Which answers are destructive and which is wanted -> what Return, Escape and the close box answer.
 TEST(MessageOptions, NothingIsDestroyedByDefault)
 {
@@ -51,6 +56,8 @@ TEST(MessageOptions, NothingIsDestroyedByDefault)
         options.second.destructive = row.second;
         options.default_answer = row.wanted;
         for (const bool by_escape : {false, true}) {
+            SCOPED_TRACE(testing::Message()
+                         << (by_escape ? "Escape" : "Return") << " with " << row.first << row.second);
             bool returned = false;
             const int answer = run(test::sample_message(3), options, [&](wxTopLevelWindow* window) {
                 EXPECT_EQ("Delete", find(window, "m_btn_ok")->GetLabelText());
@@ -59,6 +66,7 @@ TEST(MessageOptions, NothingIsDestroyedByDefault)
                 EXPECT_EQ(row.second, looks_destructive(find(window, "m_btn_cancel")));
                 test::press(by_escape ? WXK_ESCAPE : WXK_RETURN);
                 returned = !window->IsShown();
+                EXPECT_FALSE(is_pressed(find(window, "m_btn_ok"))) << "it acts when it comes up again";
                 if (!returned)
                     window->Close();
             });
@@ -71,6 +79,26 @@ TEST(MessageOptions, NothingIsDestroyedByDefault)
         EXPECT_FALSE(looks_destructive(find(window, "m_btn_ok")));
         test::press(WXK_ESCAPE);
     });
+}
+
+// The button that Return presses away from the focus acts a quarter of a second later.
+TEST(MessageOptions, ReturnAnswersNoMessageButItsOwn)
+{
+    message_options_t options;
+    options.first = {"&Delete", false};
+    const auto close = [](wxTopLevelWindow* window) {
+        gtk_window_set_focus(GTK_WINDOW(window->GetHandle()), nullptr);
+        test::press(WXK_RETURN);
+        EXPECT_TRUE(is_pressed(find(window, "m_btn_ok")));
+        window->Close();
+    };
+    EXPECT_EQ(message_window_t::result_cancel, run(test::sample_message(3), options, close));
+    const auto wait = [](wxTopLevelWindow* window) {
+        EXPECT_TRUE(test::wait_for([&] { return !is_pressed(find(window, "m_btn_ok")); }));
+        EXPECT_TRUE(window->IsShown());
+        window->Close();
+    };
+    EXPECT_EQ(message_window_t::result_cancel, run(test::sample_message(3), options, wait));
 }
 
 TEST(MessageOptions, LongDetailsFold)

@@ -162,7 +162,7 @@ void error_warning_panel_t::fill_buttons()
         chosen->SetFocus();
     } else {
         if (dialog)
-            dialog->SetDefaultItem(nullptr);
+            wx_helpers1::clear_default_button(dialog);
         SetFocusIgnoringChildren(); // without the focus in it the window would not hear Escape
     }
 }

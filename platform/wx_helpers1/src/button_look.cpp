@@ -1,6 +1,7 @@
 #include "wx_helpers1/button_look.h"
 
 #include <wx/button.h>
+#include <wx/toplevel.h>
 
 #include <gtk/gtk.h>
 
@@ -17,6 +18,13 @@ void set_destructive_look(wxButton* button, bool destructive)
         gtk_style_context_add_class(style, GTK_STYLE_CLASS_DESTRUCTIVE_ACTION);
     else
         gtk_style_context_remove_class(style, GTK_STYLE_CLASS_DESTRUCTIVE_ACTION);
+}
+
+void clear_default_button(wxTopLevelWindow* window)
+{
+    window->SetDefaultItem(nullptr);
+    if (window->GetHandle())
+        gtk_window_set_default(GTK_WINDOW(window->GetHandle()), nullptr);
 }
 
 } // namespace wx_helpers1

@@ -4,6 +4,7 @@
 
 #include "accessible_actions.h"
 #include "accessible_focus.h"
+#include "button_presses.h"
 #include "contrast.h"
 #include "least_sizes.h"
 #include "popup_repairs.h"
@@ -280,6 +281,7 @@ void ui_settings_t::initialize()
     }
     run_accessible_actions_from_loop();
     tell_focus_of_fields_at_once();
+    forget_presses_of_hidden_buttons();
     keep_least_sizes();
     repair_popups();
     follow_user_requests();
