@@ -21,8 +21,8 @@ WX_HELPERS1_EXPORT void move_window(wxWindow* window, wxWindow* parent, bool sho
 WX_HELPERS1_EXPORT void let_keys_into(wxWindow* child);
 
 /// Lets the window become smaller than its inside was told to be. SetClientSize() of a window that the user
-/// cannot resize gives that size to the inside, where SetSize() leaves it: what is fitted by the one way and then
-/// by the other would stay as high as before. Call it before SetSize(). GUI thread.
+/// cannot resize gives that size to the inside, where SetSize() leaves it: what is fitted by the one way and
+/// then by the other would stay as high as before. Call it before SetSize(). GUI thread.
 /// @since 3.1
 WX_HELPERS1_EXPORT void forget_client_size(wxTopLevelWindow* window);
 
