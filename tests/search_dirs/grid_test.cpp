@@ -218,6 +218,8 @@ TEST_F(PropertyGrid, PastedLinesAreRowsAndOneStep)
 TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
 {
     wxUIActionSimulator mouse;
+    GtkSettings* settings = gtk_settings_get_default();
+    g_object_set(settings, "gtk-double-click-time", 0, nullptr); // no two presses are a double click
     const auto drag = [&](int from, int to, bool below) {
         const wxPoint start = middle_of(from, 0);
         const wxPoint end = middle_of(to, 0) + wxPoint(0, below ? 6 : -6);
@@ -244,8 +246,6 @@ TEST_F(PropertyGrid, TheMouseDragsEditsAndPresses)
     drag(2, 1, false);
     drop({"/b", "/a", "/c"});
 
-    GtkSettings* settings = gtk_settings_get_default();
-    g_object_set(settings, "gtk-double-click-time", 0, nullptr); // never soon enough for a double click
     click(middle_of(1, 0));
     click(middle_of(1, 0));
     EXPECT_FALSE(m_grid->is_editing()) << "choosing a row again is not editing it";
