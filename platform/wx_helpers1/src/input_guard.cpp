@@ -34,7 +34,11 @@ public:
     held_back_t(const held_back_t&) = delete;
     held_back_t& operator=(const held_back_t&) = delete;
 
-    void ignore_held_keys() { m_held = get_held_keys(); }
+    void ignore_held_keys()
+    {
+        m_held = get_held_keys();
+        forget_presses(m_window, nullptr);
+    }
     bool is_waiting() const { return m_source != 0; }
     void when_taken(std::function<void()> callback) { m_callbacks.push_back(std::move(callback)); }
 
@@ -88,6 +92,19 @@ private:
         else
             self->stop(true);
         return G_SOURCE_REMOVE;
+    }
+
+    // A button that is hidden forgets that it was pressed.
+    static void forget_presses(GtkWidget* widget, gpointer)
+    {
+        if (GTK_IS_BUTTON(widget)) {
+            if (gtk_widget_get_mapped(widget) && gtk_widget_get_state_flags(widget) & GTK_STATE_FLAG_ACTIVE) {
+                gtk_widget_unmap(widget);
+                gtk_widget_map(widget);
+            }
+        } else if (GTK_IS_CONTAINER(widget)) {
+            gtk_container_forall(GTK_CONTAINER(widget), forget_presses, nullptr);
+        }
     }
 
     static void add_button(GtkWidget* widget, gpointer data)

@@ -32,7 +32,7 @@ namespace wx_helpers1 {
 WX_HELPERS1_EXPORT void guard_input(wxTopLevelWindow* window);
 
 /// For a guarded window that shows another question in place of the last: keys that are held now do nothing
-/// in it until they were released.
+/// in it until they were released, and no button that is pressed now acts.
 /// @since 3.1
 WX_HELPERS1_EXPORT void ignore_held_keys(wxTopLevelWindow* window);
 
