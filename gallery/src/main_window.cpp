@@ -17,6 +17,7 @@
 #include <wx_helpers1/layout_direction.h>
 #include <wx_helpers1/modal_flavor.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/text_limit.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/app.h>
@@ -75,6 +76,7 @@ void main_panel_t::on_init_dialog()
     m_code = commondlg3::from_xrc<wxButton>(this, "m_btn_code");
     if (!m_search || !m_list || !m_category || !m_name || !m_description || !m_status || !m_open || !m_code)
         return;
+    wx_helpers1::limit_search(m_search);
     wx_helpers1::set_accessible_name(m_list, text("gallery.list"));
     m_search->Bind(wxEVT_TEXT, [this](wxCommandEvent&) { fill_list(); });
     m_list->Bind(wxEVT_LISTBOX, [this](wxCommandEvent&) { show_selected(); });

@@ -224,6 +224,8 @@ TEST_F(ExperimentalPage, ManyAreFoundMarkedWhenChangedAndTurnedOff)
     EXPECT_EQ(0, count_changed());
     auto* search = wxDynamicCast(m_page->FindWindow("searchCtrl"), wxSearchCtrl);
     ASSERT_TRUE(search);
+    search->SetValue(wxString('x', 20000));
+    EXPECT_EQ(1000u, search->GetValue().length()) << "each key takes the time of the whole text";
     search->SetValue(wxString::FromUTF8("GRÖ feature"));
     EXPECT_EQ("Feature 5 ", shown());
     boxes()[4]->SetValue(true);

@@ -80,6 +80,8 @@ TEST_F(PreferencesPages, SearchFindsSettingsByTheWordsOnTheirPages)
         EXPECT_EQ(std::vector<std::string>{"Usage data"}, listed(window));
         search(window, "no such words");
         EXPECT_TRUE(listed(window).empty());
+        search(window, std::string(20000, 'x').c_str());
+        EXPECT_EQ(1000u, commondlg3::from_xrc<wxSearchCtrl>(window, "m_search")->GetValue().length());
         commondlg3::from_xrc<wxSearchCtrl>(window, "m_search")->SetFocus();
         test::press(WXK_ESCAPE);
         EXPECT_TRUE(test::wait_for([&] { return listed(window) == all; }));

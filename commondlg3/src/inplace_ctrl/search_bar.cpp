@@ -6,6 +6,7 @@
 #include <msngr2/messenger.h>
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/text_limit.h>
 #include <wx_helpers1/tooltip.h>
 #include <wx_helpers1/ui_settings.h>
 
@@ -115,6 +116,7 @@ void search_bar_t::make_controls()
     m_text = new wxTextCtrl(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
     m_text->SetHint(to_label(hint));
     m_text->SetMaxLength(1000);
+    wx_helpers1::keep_what_fits(m_text);
     wx_helpers1::set_accessible_name(m_text, hint);
     m_match_case = make_option("Aa", translate_message("inplace_ctrl.match_case"));
     m_whole_words = make_option("|ab|", translate_message("inplace_ctrl.whole_words"));

@@ -6,6 +6,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/label.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/text_limit.h>
 #include <wx_helpers1/ui_settings.h>
 
 #include <wx/button.h>
@@ -56,6 +57,7 @@ void experimental_options_panel_t::make_extras()
     wxSizer* outer = m_list->GetContainingSizer();
     if ((m_flags & search_features) && !m_search && m_features.size() > most_without_search) {
         m_search = new wxSearchCtrl(this, wxID_ANY);
+        wx_helpers1::limit_search(m_search);
         const std::string name = translate_message("panel.experimental.search");
         m_search->SetDescriptiveText(wx_helpers1::to_wx(name));
         wx_helpers1::set_accessible_name(m_search, name);

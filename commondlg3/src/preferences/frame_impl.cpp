@@ -8,6 +8,7 @@
 #include <wx_helpers1/accessibility.h>
 #include <wx_helpers1/enabling.h>
 #include <wx_helpers1/text.h>
+#include <wx_helpers1/text_limit.h>
 
 #include <wx/button.h>
 #include <wx/dataview.h>
@@ -61,6 +62,7 @@ bool preferences_frame_t::impl_t::find_controls()
     if (!list || !area || !area->GetSizer() || !notice || !m_apply || !m_more || !m_search ||
         !m_nothing_found || !m_waiting || !m_frame.m_btn_ok)
         return false;
+    wx_helpers1::limit_search(m_search);
     stack.use(area);
     m_more->MoveAfterInTabOrder(area); // from the list Tab goes into the page
     if (m_frame.m_btn_help)

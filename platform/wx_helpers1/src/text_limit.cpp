@@ -1,5 +1,6 @@
 #include "wx_helpers1/text_limit.h"
 
+#include <wx/srchctrl.h>
 #include <wx/textctrl.h>
 #include <wx/weakref.h>
 
@@ -83,6 +84,20 @@ void on_entry_insert(GtkEditable* editable, const char* text, int bytes, int* po
         report_limit(limited->ctrl);
 }
 
+// The toolkit's handlers carry the control's text interface.
+void stand_before_toolkit(GtkWidget* entry, wxTextEntry* owner, wxTextCtrl* ctrl)
+{
+    limited_t* limited = GTK_IS_ENTRY(entry) ? attach(entry, ctrl) : nullptr;
+    if (!limited)
+        return;
+    limited->toolkit_handler =
+        g_signal_handler_find(entry, static_cast<GSignalMatchType>(G_SIGNAL_MATCH_ID | G_SIGNAL_MATCH_DATA),
+                              g_signal_lookup("insert-text", GTK_TYPE_EDITABLE), 0, nullptr, nullptr, owner);
+    if (limited->toolkit_handler)
+        g_signal_handler_block(entry, limited->toolkit_handler);
+    limited->own_handler = g_signal_connect(entry, "insert-text", G_CALLBACK(on_entry_insert), limited);
+}
+
 void before_buffer_insert(GtkTextBuffer*, GtkTextIter*, const char*, int, gpointer data)
 {
     static_cast<limited_t*>(data)->inserting = true;
@@ -118,18 +133,17 @@ void after_buffer_insert(GtkTextBuffer* buffer, GtkTextIter* place, const char*,
 
 void keep_what_fits(wxTextCtrl* ctrl)
 {
-    GtkWidget* entry = ctrl ? ctrl->GetHandle() : nullptr;
-    limited_t* limited = GTK_IS_ENTRY(entry) ? attach(entry, ctrl) : nullptr;
-    if (!limited)
+    if (ctrl)
+        stand_before_toolkit(ctrl->GetHandle(), ctrl, ctrl);
+}
+
+void limit_search(wxSearchCtrl* field)
+{
+    GtkWidget* entry = field ? field->GetHandle() : nullptr;
+    if (!GTK_IS_ENTRY(entry))
         return;
-    // The toolkit's handlers carry the control's text interface.
-    gpointer owner = static_cast<wxTextEntry*>(ctrl);
-    limited->toolkit_handler =
-        g_signal_handler_find(entry, static_cast<GSignalMatchType>(G_SIGNAL_MATCH_ID | G_SIGNAL_MATCH_DATA),
-                              g_signal_lookup("insert-text", GTK_TYPE_EDITABLE), 0, nullptr, nullptr, owner);
-    if (limited->toolkit_handler)
-        g_signal_handler_block(entry, limited->toolkit_handler);
-    limited->own_handler = g_signal_connect(entry, "insert-text", G_CALLBACK(on_entry_insert), limited);
+    gtk_entry_set_max_length(GTK_ENTRY(entry), 1000);
+    stand_before_toolkit(entry, field, nullptr);
 }
 
 void follow_insertions(wxTextCtrl* ctrl)
