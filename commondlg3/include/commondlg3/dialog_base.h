@@ -109,7 +109,6 @@ private:
     wxWeakRef<wxWindow> m_kept_on_screen; ///< what was given to keep_on_screen(), or the area around it
     bool m_follows = false;               ///< the area's contents
     bool m_outdated = false;              ///< the look changed while it was hidden
-    bool m_was_shown = false;
 
     int m_return_code = 0;
     gen_helpers2::_internal::signal_t<const std::string&> m_help_signal;

@@ -112,7 +112,6 @@ bool dialog_base_t::Show(bool show)
         on_look_settled();
     m_just_initialized = true;
     const bool changed = dummy::Show(true);
-    m_was_shown = true;
     m_just_initialized = false;
     return changed;
 }
@@ -213,10 +212,10 @@ void dialog_base_t::fit_to_contents()
     forget_measurements(this);
     const wxSize contents = GetSizer()->CalcMin();
     const wxSize needed = ClientToWindowSize(contents);
-    // The first window of its kind does not know its frame yet: the toolkit's way corrects the size once it
-    // does. One that is shown again has forgotten its frame with the last showing; that way would then make it a
-    // single pixel wide until it has come.
-    if (needed == contents && !m_was_shown) {
+    // The first window of its kind does not know its frame yet: the toolkit defers its showing until it does, and
+    // its way corrects the size then. One that is shown again has forgotten its frame with the last showing;
+    // that way would then make it a single pixel wide until it has come.
+    if (needed == contents && m_deferShow) {
         GetSizer()->SetSizeHints(this);
         m_fitted = GetClientSize();
         return;
