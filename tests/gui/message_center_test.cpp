@@ -128,25 +128,23 @@ TEST(MessageCenter, WhatIsPressedDoesNotAnswerTheMessageThatIsLookedAtNext)
     message_center_t center;
     std::string answers;
     center.raise(named("a"), [&](int answer) { answers += "a" + std::to_string(answer); });
-    const int answer =
-        test::run_modal([&] { return center.ask(named("b")); },
-                        [&](wxTopLevelWindow* window) {
-                            const auto look_at = [&](int number) {
-                                list_of(window)->SetSelection(number);
-                                test::send(wxEVT_LISTBOX, list_of(window), number);
-                            };
-                            auto* yes =
-                                GTK_WIDGET(wxWindow::FindWindowByName("m_btn_ok", window)->GetHandle());
-                            gtk_widget_activate(yes);
-                            EXPECT_TRUE(gtk_widget_get_state_flags(yes) & GTK_STATE_FLAG_ACTIVE);
-                            look_at(1);
-                            EXPECT_EQ("b", headline_of(window));
-                            EXPECT_FALSE(gtk_widget_get_state_flags(yes) & GTK_STATE_FLAG_ACTIVE);
-                            look_at(0);
-                            press_yes(window);
-                            EXPECT_EQ("a1", answers);
-                            press_yes(window);
-                        });
+    const int answer = test::run_modal([&] { return center.ask(named("b")); },
+                                       [&](wxTopLevelWindow* window) {
+                                           const auto look_at = [&](int number) {
+                                               list_of(window)->SetSelection(number);
+                                               test::send(wxEVT_LISTBOX, list_of(window), number);
+                                           };
+                                           wxWindow* yes = wxWindow::FindWindowByName("m_btn_ok", window);
+                                           gtk_widget_activate(GTK_WIDGET(yes->GetHandle()));
+                                           EXPECT_TRUE(test::is_pressed(yes));
+                                           look_at(1);
+                                           EXPECT_EQ("b", headline_of(window));
+                                           EXPECT_FALSE(test::is_pressed(yes));
+                                           look_at(0);
+                                           press_yes(window);
+                                           EXPECT_EQ("a1", answers);
+                                           press_yes(window);
+                                       });
     EXPECT_EQ(1, answer);
 }
 

@@ -31,11 +31,6 @@ bool looks_destructive(wxButton* button)
                                        "destructive-action");
 }
 
-bool is_pressed(wxButton* button)
-{
-    return gtk_widget_get_state_flags(GTK_WIDGET(button->GetHandle())) & GTK_STATE_FLAG_ACTIVE;
-}
-
 // Which answers are destructive and which is wanted -> what Return, Escape and the close box answer.
 TEST(MessageOptions, NothingIsDestroyedByDefault)
 {
@@ -66,7 +61,7 @@ TEST(MessageOptions, NothingIsDestroyedByDefault)
                 EXPECT_EQ(row.second, looks_destructive(find(window, "m_btn_cancel")));
                 test::press(by_escape ? WXK_ESCAPE : WXK_RETURN);
                 returned = !window->IsShown();
-                EXPECT_FALSE(is_pressed(find(window, "m_btn_ok"))) << "it acts when it comes up again";
+                EXPECT_FALSE(test::is_pressed(find(window, "m_btn_ok"))) << "it acts when it comes up again";
                 if (!returned)
                     window->Close();
             });
@@ -89,12 +84,12 @@ TEST(MessageOptions, ReturnAnswersNoMessageButItsOwn)
     const auto close = [](wxTopLevelWindow* window) {
         gtk_window_activate_default(
             GTK_WINDOW(window->GetHandle())); // as Return does, without a turn of the loop
-        EXPECT_TRUE(is_pressed(find(window, "m_btn_ok")));
+        EXPECT_TRUE(test::is_pressed(find(window, "m_btn_ok")));
         window->Close();
     };
     EXPECT_EQ(message_window_t::result_cancel, run(test::sample_message(3), options, close));
     const auto wait = [](wxTopLevelWindow* window) {
-        EXPECT_TRUE(test::wait_for([&] { return !is_pressed(find(window, "m_btn_ok")); }));
+        EXPECT_TRUE(test::wait_for([&] { return !test::is_pressed(find(window, "m_btn_ok")); }));
         EXPECT_TRUE(window->IsShown());
         window->Close();
     };

@@ -10,6 +10,8 @@
 
 #include <wx/button.h>
 
+#include <gtk/gtk.h>
+
 #include <functional>
 #include <map>
 #include <string>
@@ -119,6 +121,12 @@ inline commondlg3::message_window_t sample_message(int button_type = 0)
 inline int run(const commondlg3::message_window_t& window, const std::function<void(wxTopLevelWindow*)>& act)
 {
     return run_modal([&] { return commondlg3::show_modal(window, main_window()); }, act);
+}
+
+/// Whether a button is down: one that the keyboard pressed acts only when it comes up again.
+inline bool is_pressed(const wxWindow* button)
+{
+    return gtk_widget_get_state_flags(GTK_WIDGET(button->GetHandle())) & GTK_STATE_FLAG_ACTIVE;
 }
 
 /// A window that has been given the focus; later it would take that from the window over it.
